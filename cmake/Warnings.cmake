@@ -1,0 +1,13 @@
+# One place for what every one of our own targets is compiled with.
+add_library(brindlecam_options INTERFACE)
+target_compile_options(brindlecam_options INTERFACE
+  -Wall -Wextra -Werror -Wshadow=local -Wundef -Woverloaded-virtual -Wnon-virtual-dtor
+  -Wsuggest-override)
+target_compile_definitions(brindlecam_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(BRINDLECAM_SANITIZE)
+  target_compile_options(brindlecam_options INTERFACE
+    -fsanitize=${BRINDLECAM_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(brindlecam_options INTERFACE -fsanitize=${BRINDLECAM_SANITIZE})
+endif()

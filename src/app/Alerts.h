@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+class QDialog;
+
+namespace brindlecam {
+
+class Panels;
+
+/// What an alert says and offers. The first button is the default.
+struct AlertContent {
+    QString message;     ///< bold
+    QString informative; ///< plain, below
+    QStringList buttons; ///< in order; empty: the one default button, "Aceptar"
+};
+
+/// Dialogs that stay on top without blocking the loop. While a capture runs they are hidden and
+/// afterwards brought back, so that none lies over the frozen screen or in the picture. Main
+/// thread.
+class Alerts final {
+public:
+    explicit Alerts(Panels& panels);
+    ~Alerts();
+
+    /// Shows an alert; `done` receives the index of the chosen button, or nothing when it was
+    /// closed otherwise.
+    void show(const AlertContent& content, std::function<void(std::optional<int>)> done = {});
+
+    /// Shows any dialog under the same rules and takes it over: it is deleted when it closes.
+    void show(QDialog* dialog);
+
+    /// Hides every open dialog for the time of a session.
+    void suspend();
+    /// Brings them back.
+    void resume();
+
+private:
+    Panels& m_panels;
+    std::vector<QPointer<QDialog>> m_open;
+    bool m_suspended = false;
+};
+
+} // namespace brindlecam

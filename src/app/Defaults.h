@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+
+#include <mutex>
+#include <optional>
+
+namespace brindlecam {
+
+/// The typed settings store: one flat JSON object in one file, read once; memory is the truth, and
+/// every change is saved at once by an atomic replacement. Safe from several threads. A file that
+/// is not a JSON object is set aside as "<file>.damaged" and every key reads as absent; a file that
+/// can't be read or written leaves the store working in memory.
+class Defaults final {
+public:
+    /// Reads `file`; it and its folder need not exist.
+    explicit Defaults(QString file);
+
+    /// `settings.json` in the program's own configuration folder.
+    [[nodiscard]] static QString standardFile();
+
+    // Each reads as absent when the key holds another type.
+    [[nodiscard]] std::optional<bool> boolean(const QString& key) const;
+    [[nodiscard]] std::optional<double> number(const QString& key) const;
+    [[nodiscard]] std::optional<QString> string(const QString& key) const;
+    [[nodiscard]] std::optional<QByteArray> data(const QString& key) const;
+    /// Whether anything at all is stored under the key.
+    [[nodiscard]] bool contains(const QString& key) const;
+
+    void setBoolean(const QString& key, bool value);
+    void setNumber(const QString& key, double value);
+    void setString(const QString& key, const QString& value);
+    void setData(const QString& key, const QByteArray& value);
+    void remove(const QString& key);
+
+private:
+    void store(const QString& key, const QJsonValue& value);
+    void save() const;
+
+    const QString m_file;
+    mutable std::mutex m_mutex;
+    QJsonObject m_values;
+};
+
+} // namespace brindlecam

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QFont>
+#include <QPointF>
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+
+class QPainter;
+
+namespace brindlecam {
+
+/// A short white text on a dark rounded panel: the one look of toasts, hints, size labels and
+/// transient messages. Layout in points; painting only paints what layout found.
+struct Pill {
+    QString text;
+    QFont font;
+    qreal paddingX = 0;  ///< on each side
+    qreal paddingY = 0;  ///< above and below
+    qreal alpha = 0.9;   ///< of the dark panel
+    qreal radius = -1;   ///< negative: half the height, a capsule
+
+    /// Text size plus padding, in points.
+    [[nodiscard]] QSizeF size() const;
+    /// Paints the pill with its top-left corner here.
+    void paint(QPainter& painter, QPointF topLeft) const;
+};
+
+} // namespace brindlecam

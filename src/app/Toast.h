@@ -1,0 +1,35 @@
+#pragma once
+
+#include "base/ScreenInfo.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace brindlecam {
+
+class Displays;
+class Panels;
+class ToastPanel;
+
+/// Short confirmations near the bottom of a screen: about a second, no focus, no mouse. A new one
+/// replaces the current one at once. Main thread.
+class Toast final {
+public:
+    Toast(Displays& displays, Panels& panels);
+    ~Toast();
+
+    /// Shows `text` on a screen; without one, on the primary screen. Nothing happens without any.
+    void show(const QString& text, const std::optional<ScreenInfo>& screen = std::nullopt);
+
+    /// Takes the current toast off the screen without a fade, before a grab.
+    void dismiss();
+
+private:
+    Displays& m_displays;
+    Panels& m_panels;
+    std::unique_ptr<ToastPanel> m_current;
+};
+
+} // namespace brindlecam

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+
+namespace brindlecam {
+
+/// Looks a text of the interface up in the installed catalogues. The Spanish text is the key, and
+/// what is shown when no catalogue has it. All our texts share one context, so a text reads the
+/// same wherever it stands.
+inline QString text(const char* spanish)
+{
+    return QCoreApplication::translate("Brindlecam", spanish);
+}
+
+} // namespace brindlecam

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+#include <functional>
+
+namespace brindlecam {
+
+/// Our PNG encoder: own row-filter rule and palette reduction over libdeflate. Safe from any
+/// thread; several may encode at once.
+namespace PngWriter {
+
+enum class Effort {
+    quick, ///< live copies: the clipboard waits
+    small, ///< files and history: written once, kept long
+};
+
+struct Options {
+    Effort effort = Effort::quick;
+    int dotsPerMetre = 2835; ///< 72 dpi: one pixel per point
+    /// Asked now and then while encoding; true ends the work early with an empty result.
+    std::function<bool()> cancelled;
+};
+
+/// The picture as PNG bytes. Opaque pictures are written without alpha; up to 256 colours become a
+/// palette. Empty for a null image, when memory runs out, or when cancelled.
+[[nodiscard]] QByteArray encode(const QImage& image, const Options& options);
+
+} // namespace PngWriter
+
+} // namespace brindlecam

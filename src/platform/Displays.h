@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/ScreenInfo.h"
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace brindlecam {
+
+/// The displays of the desktop and the pointer on them. Main thread; native pixels of the global
+/// desktop, origin top-left.
+class Displays {
+public:
+    virtual ~Displays() = default;
+
+    /// Connected displays, the primary one first. Empty when there are none.
+    [[nodiscard]] virtual std::vector<ScreenInfo> screens() const = 0;
+
+    /// Where the pointer is now, or nothing when the system does not tell.
+    [[nodiscard]] virtual std::optional<QPoint> pointer() const = 0;
+
+    /// Called on the main thread after a display was added, removed, resized or rescaled. One
+    /// listener; an empty function stops it.
+    virtual void setOnChange(std::function<void()> changed) = 0;
+};
+
+} // namespace brindlecam

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+
+class QWidget;
+
+namespace brindlecam {
+
+/// What a top-level widget is to the desktop: how high it lies, whether it takes the focus or the
+/// pointer, whether the window manager touches it.
+enum class PanelRole {
+    overlay,      ///< above all, takes focus and all input
+    toast,        ///< above windows, takes nothing
+    countdown,    ///< like toast
+    frame,        ///< above all, takes nothing
+    sessionPanel, ///< above windows, all input, focus on demand
+    drawer,       ///< like sessionPanel
+    pin,          ///< managed, above, on every desktop
+    dialog,       ///< managed, stays on top: alerts, About, save panel
+};
+
+/// Turns widgets into the panels of this system. Main thread; rectangles are native pixels of the
+/// global desktop.
+class Panels {
+public:
+    virtual ~Panels() = default;
+
+    /// Gives a widget its role. Once, before it is first shown; it may create the native window, so
+    /// that a later show() only maps it.
+    virtual void assume(QWidget& widget, PanelRole role) = 0;
+
+    /// Shows the widget so that it covers exactly this rectangle (dialogs: the window manager
+    /// places them; pass an empty rectangle).
+    virtual void show(QWidget& widget, const QRect& native) = 0;
+
+    /// Gives the widget the keyboard focus now, whichever window has it.
+    virtual void focus(QWidget& widget) = 0;
+
+    /// Whether translucent panels blend with what lies beneath. When they don't, a panel is shaped
+    /// by its mask and paints itself over `backdrop`.
+    [[nodiscard]] virtual bool translucent() const = 0;
+
+    /// What the screen shows in this rectangle now, for panels that must paint their own backdrop;
+    /// null when it can't be read.
+    [[nodiscard]] virtual QImage backdrop(const QRect& native) = 0;
+
+    /// Fades the whole panel: 1 opaque, 0 invisible. Only where translucent().
+    virtual void setOpacity(QWidget& widget, double opacity) = 0;
+};
+
+} // namespace brindlecam

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "base/KeyCombo.h"
+#include "base/Result.h"
+#include "platform/CaptureAccess.h"
+#include "platform/Displays.h"
+#include "platform/FileOpener.h"
+#include "platform/FrontApplication.h"
+#include "platform/Grabber.h"
+#include "platform/HotKeys.h"
+#include "platform/Panels.h"
+#include "platform/Pasteboard.h"
+#include "platform/QuitSignals.h"
+#include "platform/TrayHosts.h"
+#include "platform/WindowList.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace brindlecam {
+
+/// One of each port, chosen once at start. A port that this system lacks is the null class, never a
+/// null pointer.
+struct Platform {
+    std::unique_ptr<Displays> displays;
+    std::unique_ptr<Grabber> grabber;
+    std::unique_ptr<WindowList> windowList;
+    std::unique_ptr<CaptureAccess> captureAccess;
+    std::unique_ptr<HotKeys> hotKeys;
+    std::unique_ptr<Panels> panels;
+    std::unique_ptr<Pasteboard> pasteboard;
+    std::unique_ptr<FrontApplication> frontApplication;
+    std::unique_ptr<FileOpener> fileOpener;
+    std::unique_ptr<TrayHosts> trayHosts;
+    std::unique_ptr<QuitSignals> quitSignals;
+
+    KeyNaming keyNaming = KeyNaming::words; ///< how this system writes shortcuts
+    QString interfaceFont;                  ///< family to ask for; empty: the system's own
+    QString textCatalogue; ///< resource with the texts that read differently here; empty: none
+};
+
+/// Says why this program can't run in the present environment (no display, a display system we do
+/// not speak yet), in Spanish, or nothing. Also settles which of Qt's own back ends is used. Call it
+/// before the application object is made.
+[[nodiscard]] std::optional<Error> preparePlatform();
+
+/// The ports of the system we run on. The application object must exist.
+[[nodiscard]] Platform makePlatform();
+
+} // namespace brindlecam

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <functional>
+
+namespace brindlecam {
+
+/// The system's wish that the program end: signals, the end of the session. Main thread.
+class QuitSignals {
+public:
+    virtual ~QuitSignals() = default;
+
+    /// `quit` runs on the main loop, never inside a signal handler. One listener.
+    virtual void setOnQuit(std::function<void()> quit) = 0;
+};
+
+} // namespace brindlecam

@@ -1,0 +1,86 @@
+#include "platform/linux/x11/X11.h"
+
+#include <QGuiApplication>
+#include <QHash>
+
+#include <cstring>
+
+namespace brindlecam::x11 {
+
+namespace {
+
+Owned<xcb_get_property_reply_t> propertyReply(xcb_window_t window, xcb_atom_t property,
+                                              xcb_atom_t type, std::uint32_t words)
+{
+    const auto cookie =
+        xcb_get_property(connection(), 0, window, property, type, 0, words);
+    return Owned<xcb_get_property_reply_t>(
+        xcb_get_property_reply(connection(), cookie, nullptr));
+}
+
+} // namespace
+
+xcb_connection_t* connection()
+{
+    return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+}
+
+const xcb_screen_t& screen()
+{
+    return *xcb_setup_roots_iterator(xcb_get_setup(connection())).data;
+}
+
+xcb_window_t root()
+{
+    return screen().root;
+}
+
+xcb_atom_t atom(const char* name)
+{
+    static QHash<QByteArray, xcb_atom_t> known;
+    const QByteArray key(name);
+    if (const auto found = known.constFind(key); found != known.constEnd())
+        return *found;
+    const auto cookie = xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(key.size()),
+                                        key.constData());
+    const Owned<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(connection(), cookie, nullptr));
+    const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+    known.insert(key, atom);
+    return atom;
+}
+
+std::vector<std::uint32_t> property32(xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
+{
+    constexpr std::uint32_t kMostWords = 65536;
+    const auto reply = propertyReply(window, property, type, kMostWords);
+    if (!reply || reply->format != 32)
+        return {};
+    const auto count = static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) / 4;
+    std::vector<std::uint32_t> values(count);
+    if (count > 0)
+        std::memcpy(values.data(), xcb_get_property_value(reply.get()), count * 4);
+    return values;
+}
+
+bool hasWindowManager()
+{
+    const auto check =
+        property32(root(), atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
+    if (check.empty())
+        return false;
+    // The property outlives a window manager that was killed; its check window does not.
+    const auto self =
+        property32(check.front(), atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
+    return !self.empty() && self.front() == check.front();
+}
+
+bool hasCompositor()
+{
+    const auto cookie = xcb_get_selection_owner(connection(), atom("_NET_WM_CM_S0"));
+    const Owned<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection(), cookie, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+} // namespace brindlecam::x11

@@ -1,0 +1,110 @@
+#include "platform/null/NullPlatform.h"
+
+#include <QWidget>
+
+namespace brindlecam {
+
+namespace {
+
+class NullDisplays final : public Displays {
+public:
+    [[nodiscard]] std::vector<ScreenInfo> screens() const override { return {}; }
+    [[nodiscard]] std::optional<QPoint> pointer() const override { return {}; }
+    void setOnChange(std::function<void()>) override {}
+};
+
+class NullGrabber final : public Grabber {
+public:
+    void grabScreens(const std::vector<ScreenInfo>&, GrabOptions, Done done) override
+    {
+        done(std::vector<GrabbedScreen>());
+    }
+    [[nodiscard]] Result<QImage> grabRegion(const QRect&) override { return Error{}; }
+    void warmUp(const std::vector<ScreenInfo>&) override {}
+};
+
+class NullWindowList final : public WindowList {
+public:
+    [[nodiscard]] std::vector<WindowEntry> frontToBack() const override { return {}; }
+};
+
+class NullCaptureAccess final : public CaptureAccess {
+public:
+    [[nodiscard]] bool needsPermission() const override { return false; }
+    bool request() override { return true; }
+    void openSettings() override {}
+};
+
+class NullHotKeys final : public HotKeys {
+public:
+    [[nodiscard]] std::unique_ptr<HotKeyRegistration>
+    registerKey(int, int, std::function<void()>) override
+    {
+        return nullptr;
+    }
+};
+
+class NullPanels final : public Panels {
+public:
+    void assume(QWidget&, PanelRole) override {}
+    void show(QWidget& widget, const QRect& native) override
+    {
+        if (!native.isEmpty())
+            widget.setGeometry(native);
+        widget.show();
+    }
+    void focus(QWidget& widget) override { widget.activateWindow(); }
+    [[nodiscard]] bool translucent() const override { return true; }
+    [[nodiscard]] QImage backdrop(const QRect&) override { return {}; }
+    void setOpacity(QWidget&, double) override {}
+};
+
+class NullPasteboard final : public Pasteboard {
+public:
+    bool setPicture(const QByteArray&, std::function<QByteArray()>) override { return false; }
+    bool setText(const QString&) override { return false; }
+    void handOver() override {}
+};
+
+class NullFrontApplication final : public FrontApplication {
+public:
+    void remember() override {}
+    void giveBack() override {}
+};
+
+class NullFileOpener final : public FileOpener {
+public:
+    bool openFolder(const QString&) override { return false; }
+};
+
+class NullTrayHosts final : public TrayHosts {
+public:
+    [[nodiscard]] bool available() const override { return false; }
+    void setOnChange(std::function<void()>) override {}
+};
+
+class NullQuitSignals final : public QuitSignals {
+public:
+    void setOnQuit(std::function<void()>) override {}
+};
+
+} // namespace
+
+Platform makeNullPlatform()
+{
+    Platform platform;
+    platform.displays = std::make_unique<NullDisplays>();
+    platform.grabber = std::make_unique<NullGrabber>();
+    platform.windowList = std::make_unique<NullWindowList>();
+    platform.captureAccess = std::make_unique<NullCaptureAccess>();
+    platform.hotKeys = std::make_unique<NullHotKeys>();
+    platform.panels = std::make_unique<NullPanels>();
+    platform.pasteboard = std::make_unique<NullPasteboard>();
+    platform.frontApplication = std::make_unique<NullFrontApplication>();
+    platform.fileOpener = std::make_unique<NullFileOpener>();
+    platform.trayHosts = std::make_unique<NullTrayHosts>();
+    platform.quitSignals = std::make_unique<NullQuitSignals>();
+    return platform;
+}
+
+} // namespace brindlecam
