@@ -1,0 +1,183 @@
+#include "desktop/support/ClientWindow.h"
+
+#include "desktop/support/Patience.h"
+
+#include <QCoreApplication>
+#include <QSysInfo>
+
+#include <array>
+
+namespace brindlecam::desktop {
+
+ClientWindow::ClientWindow(const QString& display, const ClientWindowOptions& options)
+    : m_connection(display)
+    , m_window(xcb_generate_id(m_connection.raw()))
+{
+    QImage picture = options.picture;
+    if (picture.isNull()) {
+        picture = QImage(1, 1, QImage::Format_RGB32);
+        picture.fill(options.colour);
+    }
+    const xcb_pixmap_t background = uploaded(picture);
+    const std::uint32_t values[] = {background, options.kind == WindowKind::unmanaged ? 1U : 0U,
+                                    XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_BUTTON_PRESS |
+                                        XCB_EVENT_MASK_STRUCTURE_NOTIFY};
+    const QRect& place = options.pixels;
+    xcb_create_window(m_connection.raw(), XCB_COPY_FROM_PARENT, m_window, m_connection.root(),
+                      static_cast<std::int16_t>(place.x()), static_cast<std::int16_t>(place.y()),
+                      static_cast<std::uint16_t>(place.width()),
+                      static_cast<std::uint16_t>(place.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXMAP | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    xcb_free_pixmap(m_connection.raw(), background);
+    announce(options);
+    xcb_map_window(m_connection.raw(), m_window);
+    m_connection.sync();
+    if (!waitUntil([this] { return isViewable(); }))
+        qFatal("the window %s is never shown", qPrintable(options.title));
+}
+
+QRect ClientWindow::pixels() const
+{
+    const auto geometryCookie = xcb_get_geometry(m_connection.raw(), m_window);
+    const auto placeCookie =
+        xcb_translate_coordinates(m_connection.raw(), m_window, m_connection.root(), 0, 0);
+    const Owned<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(m_connection.raw(), geometryCookie, nullptr));
+    const Owned<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(m_connection.raw(), placeCookie, nullptr));
+    if (!geometry || !place)
+        return {};
+    return {place->dst_x, place->dst_y, geometry->width, geometry->height};
+}
+
+bool ClientWindow::hasFocus() const
+{
+    const Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
+        m_connection.raw(), xcb_get_input_focus(m_connection.raw()), nullptr));
+    return reply && reply->focus == m_window;
+}
+
+void ClientWindow::takeFocus()
+{
+    xcb_set_input_focus(m_connection.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, m_window,
+                        XCB_CURRENT_TIME);
+    m_connection.sync();
+}
+
+void ClientWindow::forget()
+{
+    collect();
+    m_keys.clear();
+    m_clicks.clear();
+}
+
+const std::vector<KeyPress>& ClientWindow::keys()
+{
+    collect();
+    return m_keys;
+}
+
+const std::vector<Click>& ClientWindow::clicks()
+{
+    collect();
+    return m_clicks;
+}
+
+void ClientWindow::announce(const ClientWindowOptions& options) const
+{
+    const QByteArray title = options.title.toUtf8();
+    xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_window,
+                        m_connection.atom("_NET_WM_NAME"), m_connection.atom("UTF8_STRING"), 8,
+                        static_cast<std::uint32_t>(title.size()), title.constData());
+    const auto pid = static_cast<std::uint32_t>(QCoreApplication::applicationPid());
+    xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_window,
+                        m_connection.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &pid);
+    const QByteArray host = QSysInfo::machineHostName().toLocal8Bit();
+    xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_window,
+                        XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(host.size()), host.constData());
+    // WM_NORMAL_HINTS: the user chose place and size, so the window manager keeps them.
+    constexpr std::uint32_t kUserPlaceAndSize = 1 | 2;
+    const std::array<std::uint32_t, 18> hints{kUserPlaceAndSize};
+    xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_window,
+                        XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(),
+                        hints.data());
+    switch (options.kind) {
+    case WindowKind::normal:
+        setAtom("_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_NORMAL");
+        break;
+    case WindowKind::dialog:
+        setAtom("_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DIALOG");
+        break;
+    case WindowKind::dock:
+        setAtom("_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK");
+        break;
+    case WindowKind::utility:
+        setAtom("_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_UTILITY");
+        break;
+    case WindowKind::unmanaged:
+        break;
+    }
+}
+
+void ClientWindow::setAtom(const QByteArray& property, const QByteArray& value) const
+{
+    const xcb_atom_t atom = m_connection.atom(value);
+    xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_window,
+                        m_connection.atom(property), XCB_ATOM_ATOM, 32, 1, &atom);
+}
+
+xcb_pixmap_t ClientWindow::uploaded(const QImage& picture) const
+{
+    const std::uint8_t depth = m_connection.screen().root_depth;
+    const QImage pixels =
+        picture.convertToFormat(depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);
+    const auto width = static_cast<std::uint16_t>(pixels.width());
+    const xcb_pixmap_t pixmap = xcb_generate_id(m_connection.raw());
+    xcb_create_pixmap(m_connection.raw(), depth, pixmap, m_connection.root(), width,
+                      static_cast<std::uint16_t>(pixels.height()));
+    const xcb_gcontext_t context = xcb_generate_id(m_connection.raw());
+    xcb_create_gc(m_connection.raw(), context, pixmap, 0, nullptr);
+    // Row by row stays below the longest request at every size.
+    for (int y = 0; y < pixels.height(); ++y)
+        xcb_put_image(m_connection.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context, width, 1, 0,
+                      static_cast<std::int16_t>(y), 0, depth,
+                      static_cast<std::uint32_t>(pixels.bytesPerLine()), pixels.constScanLine(y));
+    xcb_free_gc(m_connection.raw(), context);
+    return pixmap;
+}
+
+bool ClientWindow::isViewable() const
+{
+    const Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+        m_connection.raw(), xcb_get_window_attributes(m_connection.raw(), m_window), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+void ClientWindow::collect()
+{
+    m_connection.sync();
+    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.raw())}) {
+        const auto type = event->response_type & 0x7f;
+        if (type == XCB_KEY_PRESS) {
+            const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
+            m_keys.push_back({m_connection.keysym(key.detail), key.state});
+        } else if (type == XCB_BUTTON_PRESS) {
+            const auto& press = reinterpret_cast<const xcb_button_press_event_t&>(*event);
+            m_clicks.push_back({QPoint(press.event_x, press.event_y), press.detail});
+        }
+    }
+}
+
+QImage checkerboard(QSize pixels, int square, QColor first, QColor second)
+{
+    QImage board(pixels, QImage::Format_RGB32);
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x)
+            board.setPixelColor(x, y, (x / square + y / square) % 2 == 0 ? first : second);
+    }
+    return board;
+}
+
+} // namespace brindlecam::desktop

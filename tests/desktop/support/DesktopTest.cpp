@@ -1,0 +1,51 @@
+#include "desktop/support/DesktopTest.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace brindlecam::desktop {
+
+void DesktopTest::useDesktop(const DesktopOptions& options)
+{
+    m_desktop = std::make_unique<Desktop>(options);
+    m_input = std::make_unique<Input>(display());
+    m_screen = std::make_unique<Screen>(display());
+    m_program = std::make_unique<ProgramUnderTest>(*m_desktop);
+}
+
+void DesktopTest::cleanup()
+{
+    if (!m_desktop)
+        return;
+    if (m_program->isRunning() && m_program->quit() != 0) {
+        keepArtifacts();
+        QTest::qFail(
+            qPrintable(
+                QStringLiteral("the program does not quit cleanly:\n%1").arg(m_program->log())),
+            __FILE__, __LINE__);
+    } else if (QTest::currentTestFailed()) {
+        keepArtifacts();
+    }
+    m_input.reset();
+    m_screen.reset();
+    m_program.reset();
+    m_desktop.reset();
+}
+
+void DesktopTest::keepArtifacts() const
+{
+    const QString root = qEnvironmentVariable("BRINDLECAM_ARTIFACTS");
+    if (root.isEmpty() || !QDir().mkpath(root))
+        return;
+    QString name = QString::fromLatin1(QTest::currentTestFunction());
+    if (const char* row = QTest::currentDataTag())
+        name +=
+            QLatin1Char('.') + QString::fromLatin1(row).replace(QLatin1Char('/'), QLatin1Char('-'));
+    const QDir folder(root);
+    m_screen->grab().save(folder.filePath(name + QLatin1String(".png")));
+    QFile log(folder.filePath(name + QLatin1String(".log")));
+    if (log.open(QIODevice::WriteOnly))
+        log.write(m_program->log().toUtf8());
+}
+
+} // namespace brindlecam::desktop

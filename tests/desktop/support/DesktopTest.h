@@ -1,0 +1,45 @@
+#pragma once
+
+#include "desktop/support/Desktop.h"
+#include "desktop/support/Input.h"
+#include "desktop/support/Patience.h"
+#include "desktop/support/ProgramUnderTest.h"
+#include "desktop/support/Screen.h"
+
+#include <QObject>
+#include <QTest>
+
+#include <memory>
+
+namespace brindlecam::desktop {
+
+/// Base of every desktop test class. A test function calls useDesktop() and then drives the program
+/// it starts; afterwards the program is asked to quit and must end with exit code 0 (so a
+/// sanitizer's finding fails the test), and everything started is ended. A failed test leaves a
+/// picture of the screen and the program's log in the folder named by BRINDLECAM_ARTIFACTS.
+class DesktopTest : public QObject {
+    Q_OBJECT
+
+protected:
+    /// Starts a fresh desktop for the running test function.
+    void useDesktop(const DesktopOptions& options = {});
+
+    [[nodiscard]] Desktop& desktop() { return *m_desktop; }
+    [[nodiscard]] QString display() { return m_desktop->server().display(); }
+    [[nodiscard]] ProgramUnderTest& program() { return *m_program; }
+    [[nodiscard]] Input& input() { return *m_input; }
+    [[nodiscard]] Screen& screen() { return *m_screen; }
+
+private Q_SLOTS:
+    void cleanup();
+
+private:
+    void keepArtifacts() const;
+
+    std::unique_ptr<Desktop> m_desktop;
+    std::unique_ptr<ProgramUnderTest> m_program;
+    std::unique_ptr<Input> m_input;
+    std::unique_ptr<Screen> m_screen;
+};
+
+} // namespace brindlecam::desktop

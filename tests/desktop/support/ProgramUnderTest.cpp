@@ -1,0 +1,132 @@
+#include "desktop/support/ProgramUnderTest.h"
+
+#include "desktop/support/Patience.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+
+namespace brindlecam::desktop {
+
+namespace {
+
+QString binary()
+{
+    const QString path = qEnvironmentVariable("BRINDLECAM_PROGRAM");
+    if (!QFileInfo(path).isExecutable())
+        qFatal("BRINDLECAM_PROGRAM names no program: \"%s\"", qPrintable(path));
+    return path;
+}
+
+/// Whether some process listens on a socket below this folder. Reading the kernel's table, instead
+/// of connecting, keeps the program from seeing a visitor who says nothing.
+bool somebodyListensBelow(const QString& folder)
+{
+    constexpr int kFlagsColumn = 3;
+    constexpr int kPathColumn = 7;
+    constexpr uint kAcceptsConnections = 0x10000;
+    QFile table(QStringLiteral("/proc/net/unix"));
+    if (!table.open(QIODevice::ReadOnly))
+        return false;
+    const QList<QByteArray> lines = table.readAll().split('\n');
+    for (const QByteArray& line : lines) {
+        const QByteArrayList columns = line.simplified().split(' ');
+        if (columns.size() <= kPathColumn || !columns[kPathColumn].startsWith(folder.toUtf8()))
+            continue;
+        if ((columns[kFlagsColumn].toUInt(nullptr, 16) & kAcceptsConnections) != 0)
+            return true;
+    }
+    return false;
+}
+
+bool holdsSocket(const QString& folder)
+{
+    const auto entries = QDir(folder).entryInfoList(QDir::System | QDir::Files | QDir::Hidden);
+    return !entries.isEmpty();
+}
+
+} // namespace
+
+ProgramUnderTest::ProgramUnderTest(const Desktop& desktop)
+    : m_environment(desktop.environment())
+{
+    m_folders.addTo(m_environment);
+    m_environment.insert(QStringLiteral("QT_FONT_DPI"), QStringLiteral("96"));
+    m_environment.remove(QStringLiteral("QT_SCALE_FACTOR"));
+    m_environment.remove(QStringLiteral("QT_SCREEN_SCALE_FACTORS"));
+}
+
+void ProgramUnderTest::writeSettings(QJsonObject settings)
+{
+    if (!settings.contains(QLatin1String("didShowWelcome")))
+        settings.insert(QLatin1String("didShowWelcome"), true);
+    if (!settings.contains(QLatin1String("checkUpdates")))
+        settings.insert(QLatin1String("checkUpdates"), false);
+    const QString path = m_folders.settingsFile();
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(settings).toJson()) < 0)
+        qFatal("settings cannot be written: %s", qPrintable(file.errorString()));
+}
+
+QJsonObject ProgramUnderTest::settings() const
+{
+    QFile file(m_folders.settingsFile());
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QJsonDocument::fromJson(file.readAll()).object();
+}
+
+void ProgramUnderTest::start(const QStringList& arguments)
+{
+    launch(arguments);
+    if (!waitUntil([this] { return isReady() || !isRunning(); }) || !isRunning())
+        qFatal("the program does not come up:\n%s", qPrintable(log()));
+}
+
+void ProgramUnderTest::launch(const QStringList& arguments)
+{
+    if (!QFileInfo::exists(m_folders.settingsFile()))
+        writeSettings({});
+    m_earlierLog = log();
+    m_process = std::make_unique<Process>(binary(), arguments, m_environment);
+}
+
+bool ProgramUnderTest::isReady() const
+{
+    return isRunning() && holdsSocket(m_folders.runtime()) &&
+           somebodyListensBelow(m_folders.runtime());
+}
+
+CommandResult ProgramUnderTest::command(const QStringList& arguments) const
+{
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.start(binary(), arguments);
+    CommandResult result;
+    if (!process.waitForFinished(kPatience))
+        process.kill();
+    else if (process.exitStatus() == QProcess::NormalExit)
+        result.exitCode = process.exitCode();
+    result.output = QString::fromUtf8(process.readAllStandardOutput());
+    result.error = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}
+
+int ProgramUnderTest::quit()
+{
+    return m_process->end() ? m_process->exitCode() : -1;
+}
+
+void ProgramUnderTest::kill()
+{
+    m_process->kill();
+}
+
+QString ProgramUnderTest::log() const
+{
+    return m_process ? m_earlierLog + QString::fromUtf8(m_process->log()) : m_earlierLog;
+}
+
+} // namespace brindlecam::desktop

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "desktop/support/Desktop.h"
+#include "desktop/support/PrivateFolders.h"
+#include "desktop/support/Process.h"
+
+#include <QJsonObject>
+#include <QProcessEnvironment>
+#include <QStringList>
+
+#include <memory>
+
+namespace brindlecam::desktop {
+
+/// How a second copy of the program ended.
+struct CommandResult {
+    int exitCode = -1; ///< -1: a signal ended it, or it never ended
+    QString output;
+    QString error;
+};
+
+/// The real program on a test's desktop, in folders of its own. The binary is the one named by the
+/// environment variable BRINDLECAM_PROGRAM.
+class ProgramUnderTest final {
+public:
+    explicit ProgramUnderTest(const Desktop& desktop);
+
+    [[nodiscard]] const PrivateFolders& folders() const { return m_folders; }
+    /// For variables and settings to add before the start.
+    [[nodiscard]] QProcessEnvironment& environment() { return m_environment; }
+    /// Replaces settings.json. Unless the keys are given, the welcome counts as seen and nobody
+    /// asks for updates; start() writes that much by itself.
+    void writeSettings(QJsonObject settings);
+    /// settings.json as it stands.
+    [[nodiscard]] QJsonObject settings() const;
+
+    /// Starts the program and waits until it answers other copies.
+    void start(const QStringList& arguments = {});
+    /// Starts it without waiting for anything.
+    void launch(const QStringList& arguments = {});
+    /// Whether it listens to other copies by now.
+    [[nodiscard]] bool isReady() const;
+    [[nodiscard]] bool isRunning() const { return m_process && m_process->isRunning(); }
+    [[nodiscard]] qint64 pid() const { return m_process->pid(); }
+
+    /// Runs a second copy with these arguments to its end, in the same folders.
+    [[nodiscard]] CommandResult command(const QStringList& arguments) const;
+
+    /// Asks it to quit (SIGTERM) and returns its exit code; -1 when it had to be killed.
+    int quit();
+    /// SIGKILL, as a crash would.
+    void kill();
+    /// Waits until it ends by itself.
+    [[nodiscard]] bool waitForEnd() { return m_process->waitForEnd(); }
+    [[nodiscard]] int exitCode() const { return m_process->exitCode(); }
+    /// What the program wrote to standard error, of all runs.
+    [[nodiscard]] QString log() const;
+
+private:
+    PrivateFolders m_folders;
+    QProcessEnvironment m_environment;
+    std::unique_ptr<Process> m_process;
+    QString m_earlierLog;
+};
+
+} // namespace brindlecam::desktop

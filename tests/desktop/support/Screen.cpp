@@ -1,0 +1,64 @@
+#include "desktop/support/Screen.h"
+
+#include "desktop/support/Patience.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace brindlecam::desktop {
+
+Screen::Screen(const QString& display)
+    : m_connection(display)
+{
+}
+
+QRect Screen::pixels() const
+{
+    // Asked anew each time: the setup data keeps the size of the first moment.
+    const auto cookie = xcb_get_geometry(m_connection.raw(), m_connection.root());
+    const Owned<xcb_get_geometry_reply_t> reply(
+        xcb_get_geometry_reply(m_connection.raw(), cookie, nullptr));
+    return reply ? QRect(0, 0, reply->width, reply->height) : QRect();
+}
+
+QImage Screen::grab(const QRect& pixels) const
+{
+    const auto cookie =
+        xcb_get_image(m_connection.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection.root(),
+                      static_cast<std::int16_t>(pixels.x()), static_cast<std::int16_t>(pixels.y()),
+                      static_cast<std::uint16_t>(pixels.width()),
+                      static_cast<std::uint16_t>(pixels.height()), ~0U);
+    const Owned<xcb_get_image_reply_t> reply(
+        xcb_get_image_reply(m_connection.raw(), cookie, nullptr));
+    if (!reply)
+        return {};
+    QImage image(pixels.size(), reply->depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);
+    const std::uint8_t* bytes = xcb_get_image_data(reply.get());
+    const int stride = xcb_get_image_data_length(reply.get()) / pixels.height();
+    for (int y = 0; y < pixels.height(); ++y) {
+        const auto length = std::min<qsizetype>(stride, image.bytesPerLine());
+        std::memcpy(image.scanLine(y), bytes + static_cast<std::ptrdiff_t>(y) * stride,
+                    static_cast<std::size_t>(length));
+    }
+    return image;
+}
+
+QColor Screen::pixel(QPoint place) const
+{
+    const QImage image = grab(QRect(place, QSize(1, 1)));
+    return image.isNull() ? QColor() : image.pixelColor(0, 0);
+}
+
+QImage Screen::grabAtRest() const
+{
+    QImage last = grab();
+    const auto rests = [this, &last] {
+        const QImage next = grab();
+        const bool equal = next == last;
+        last = next;
+        return equal;
+    };
+    return waitUntil(rests) ? last : QImage();
+}
+
+} // namespace brindlecam::desktop

@@ -1,0 +1,186 @@
+#include "desktop/support/ClientWindow.h"
+#include "desktop/support/ClipboardReader.h"
+#include "desktop/support/DesktopTest.h"
+
+#include <QProcess>
+
+namespace brindlecam::desktop {
+
+/// The harness itself: what other desktop tests rely on.
+class TestHarness final : public DesktopTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void windowShowsItsColour_data()
+    {
+        QTest::addColumn<int>("depth");
+        QTest::addColumn<bool>("managed");
+        QTest::newRow("managed, 24 bits") << 24 << true;
+        QTest::newRow("unmanaged, 24 bits") << 24 << false;
+        QTest::newRow("managed, 16 bits") << 16 << true;
+    }
+    void windowShowsItsColour()
+    {
+        QFETCH(int, depth);
+        QFETCH(bool, managed);
+        useDesktop({.server = {.pixels = {640, 480}, .depth = depth}});
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(100, 120, 200, 150),
+                                   .kind = managed ? WindowKind::normal : WindowKind::unmanaged,
+                                   .colour = QColor(255, 0, 0)});
+        const auto red = [&] {
+            return screen().pixel(window.pixels().center()) == QColor(255, 0, 0);
+        };
+        QVERIFY(waitUntil(red));
+        QCOMPARE(window.pixels().size(), QSize(200, 150));
+        QCOMPARE(screen().grab().size(), QSize(640, 480));
+    }
+
+    void checkerboardIsSharp()
+    {
+        useDesktop({.windowManager = WindowManager::none});
+        const QImage board = checkerboard({64, 48}, 1, Qt::black, Qt::white);
+        const ClientWindow window(
+            display(),
+            {.pixels = QRect(10, 20, 64, 48), .kind = WindowKind::unmanaged, .picture = board});
+        QVERIFY(waitUntil([&] { return screen().grab(window.pixels()) == board; }));
+        QVERIFY(!screen().grabAtRest().isNull());
+    }
+
+    void keysReachTheFocusedWindow()
+    {
+        useDesktop();
+        ClientWindow window(display(), {});
+        QVERIFY(waitUntil([&] { return window.hasFocus(); }));
+        input().type("a1");
+        input().chord({XK_Shift_L, XK_9});
+        QVERIFY(waitUntil([&] { return window.keys().size() == 4; }));
+        QCOMPARE(window.keys()[0].key, xcb_keysym_t(XK_a));
+        QCOMPARE(window.keys()[1].key, xcb_keysym_t(XK_1));
+        QCOMPARE(window.keys()[3].key, xcb_keysym_t(XK_9));
+        QCOMPARE(window.keys()[3].modifiers, std::uint16_t(XCB_MOD_MASK_SHIFT));
+        window.forget();
+        QVERIFY(window.keys().empty());
+    }
+
+    void clicksReachTheWindowUnderThePointer()
+    {
+        useDesktop({.windowManager = WindowManager::none});
+        ClientWindow below(display(), {.pixels = QRect(0, 0, 300, 200)});
+        ClientWindow above(display(), {.pixels = QRect(100, 100, 300, 200)});
+        input().click({120, 130});
+        input().click({20, 30}, Button::right);
+        QVERIFY(
+            waitUntil([&] { return above.clicks().size() == 1 && below.clicks().size() == 1; }));
+        QCOMPARE(above.clicks()[0].place, QPoint(20, 30));
+        QCOMPARE(below.clicks()[0].button, std::uint8_t(3));
+        input().drag({10, 10}, {50, 90});
+        QCOMPARE(input().pointer(), QPoint(50, 90));
+    }
+
+    void grabsOfOthersAreSeen()
+    {
+        useDesktop({.windowManager = WindowManager::none});
+        const std::uint16_t modifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
+        QVERIFY(!desktop().connection().isKeyGrabbedByOther(XK_9, modifiers));
+        const Connection other(display());
+        for (const xcb_keycode_t code : other.keycodes(XK_9))
+            xcb_grab_key(other.raw(), 1, other.root(), modifiers, code, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC);
+        other.sync();
+        QVERIFY(desktop().connection().isKeyGrabbedByOther(XK_9, modifiers));
+        QVERIFY(!desktop().connection().isKeyGrabbedByOther(XK_8, modifiers));
+    }
+
+    void clipboardOfAnotherProgramIsRead_data()
+    {
+        QTest::addColumn<int>("bytes");
+        QTest::addColumn<bool>("inPieces");
+        QTest::newRow("in one go") << 11 << false;
+        QTest::newRow("in pieces") << 20'000'000 << true;
+    }
+    void clipboardOfAnotherProgramIsRead()
+    {
+        QFETCH(int, bytes);
+        useDesktop();
+        ClipboardReader reader(display());
+        QCOMPARE(reader.owner(), xcb_window_t(0));
+        QVERIFY(reader.targets().isEmpty());
+
+        QByteArray content(bytes, 'x');
+        content.replace(bytes - 4, 4, "tail");
+        QProcess xclip;
+        xclip.setProcessEnvironment(desktop().environment());
+        xclip.start(QStringLiteral("xclip"),
+                    {QStringLiteral("-selection"), QStringLiteral("clipboard"),
+                     QStringLiteral("-t"), QStringLiteral("image/x-test"),
+                     QStringLiteral("-quiet")});
+        xclip.write(content);
+        xclip.closeWriteChannel();
+        QVERIFY(waitUntil([&] { return reader.owner() != 0; }));
+
+        QVERIFY(reader.targets().contains("image/x-test"));
+        const auto read = reader.read("image/x-test");
+        QVERIFY(read.has_value());
+        QVERIFY(*read == content);
+        QTEST(reader.lastCameInPieces(), "inPieces");
+        xclip.kill();
+        xclip.waitForFinished();
+    }
+
+    void monitorsAreSeen()
+    {
+        useDesktop({.server = {.pixels = {1600, 600},
+                               .monitors = {{QStringLiteral("LEFT"), QRect(0, 0, 800, 600)},
+                                            {QStringLiteral("RIGHT"), QRect(800, 0, 800, 600)}}}});
+        QCOMPARE(monitors(), QStringLiteral("LEFT 800x600+0+0, RIGHT 800x600+800+0"));
+        desktop().server().setMonitors({{QStringLiteral("ONLY"), QRect(0, 0, 1600, 600)}});
+        QCOMPARE(monitors(), QStringLiteral("ONLY 1600x600+0+0"));
+    }
+
+    void inhabitantsComeAndGo()
+    {
+        useDesktop(
+            {.compositor = Compositor::picom, .bus = MessageBus::session, .tray = Tray::tint2});
+        const Connection& connection = desktop().connection();
+        QVERIFY(connection.hasWindowManager());
+        QVERIFY(desktop()
+                    .environment()
+                    .value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"))
+                    .startsWith(QLatin1String("unix:")));
+        desktop().endTray();
+        QVERIFY(waitUntil([&] { return connection.selectionOwner("_NET_SYSTEM_TRAY_S0") == 0; }));
+        desktop().startTray(Tray::trayer);
+        desktop().endCompositor();
+        QVERIFY(waitUntil([&] { return connection.selectionOwner("_NET_WM_CM_S0") == 0; }));
+        desktop().endWindowManager();
+        QVERIFY(waitUntil([&] { return !connection.hasWindowManager(); }));
+    }
+
+private:
+    QString monitors()
+    {
+        QProcess xrandr;
+        xrandr.start(QStringLiteral("xrandr"), {QStringLiteral("--display"), display(),
+                                                QStringLiteral("--listactivemonitors")});
+        xrandr.waitForFinished(kPatience);
+        // " 0: LEFT 800/212x600/159+0+0  screen"; an automatic monitor has a plus before its name
+        static const QRegularExpression line(
+            QStringLiteral("\\d+: \\+?\\*?(\\w+) (\\d+)/\\d+x(\\d+)/\\d+(\\+\\d+\\+\\d+)"));
+        QStringList found;
+        auto matches = line.globalMatch(QString::fromLatin1(xrandr.readAllStandardOutput()));
+        while (matches.hasNext()) {
+            const auto match = matches.next();
+            found << QStringLiteral("%1 %2x%3%4")
+                         .arg(match.captured(1), match.captured(2), match.captured(3),
+                              match.captured(4));
+        }
+        return found.join(QStringLiteral(", "));
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestHarness)
+
+#include "tst_harness.moc"
