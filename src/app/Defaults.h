@@ -12,8 +12,9 @@ namespace brindlecam {
 
 /// The typed settings store: one flat JSON object in one file, read once; memory is the truth, and
 /// every change is saved at once by an atomic replacement. Safe from several threads. A file that
-/// is not a JSON object is set aside as "<file>.damaged" and every key reads as absent; a file that
-/// can't be read or written leaves the store working in memory.
+/// is not a JSON object is set aside as "<file>.damaged" and every key reads as absent. A file that
+/// is there but can't be read is never replaced, and one that can't be written is left as it is:
+/// the store then works in memory.
 class Defaults final {
 public:
     /// Reads `file`; it and its folder need not exist.
@@ -31,17 +32,22 @@ public:
     [[nodiscard]] bool contains(const QString& key) const;
 
     void setBoolean(const QString& key, bool value);
+    /// Ignored unless finite: JSON has no other numbers.
     void setNumber(const QString& key, double value);
     void setString(const QString& key, const QString& value);
     void setData(const QString& key, const QByteArray& value);
     void remove(const QString& key);
 
 private:
+    void load();
+    [[nodiscard]] QJsonValue value(const QString& key) const;
     void store(const QString& key, const QJsonValue& value);
-    void save() const;
+    void save();
 
     const QString m_file;
-    mutable std::mutex m_mutex;
+    bool m_savable = true;            ///< settled by load()
+    mutable std::mutex m_valuesMutex; ///< held for memory only, so that readers never wait for disk
+    std::mutex m_saveMutex;           ///< one save at a time; taken before m_valuesMutex
     QJsonObject m_values;
 };
 

@@ -35,14 +35,14 @@ public:
     /// Clamped before it is stored; ignored for tools without sizes.
     void setSize(double size, Tool tool);
 
-    /// The captures folder as an absolute path as stored (no tilde expansion). It need not exist:
-    /// whoever writes into it makes it.
+    /// Path of the captures folder exactly as stored (no tilde expansion), or "Brindlecam" in the
+    /// user's pictures folder. It need not exist: whoever writes into it makes it.
     [[nodiscard]] QString saveFolder() const;
     /// "Brindlecam 2026-03-14 09.26.53.png", in local time.
     [[nodiscard]] static QString newFileName();
 
-    /// The action's shortcut: the default when nothing is stored, none when it was cleared or what
-    /// is stored can't be read.
+    /// The action's shortcut: the default when no data is stored, none when it was cleared or the
+    /// data can't be read.
     [[nodiscard]] std::optional<KeyCombo> combo(CaptureAction action) const;
     /// Stores a shortcut; none clears it for good.
     void setCombo(const std::optional<KeyCombo>& combo, CaptureAction action);

@@ -1,0 +1,151 @@
+#include "app/Defaults.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <cmath>
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+/// JSON has no bytes: they are stored as an object with this one key.
+QString base64Key()
+{
+    return QStringLiteral("base64");
+}
+
+} // namespace
+
+Defaults::Defaults(QString file)
+    : m_file(std::move(file))
+{
+    load();
+}
+
+QString Defaults::standardFile()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/brindlecam/settings.json");
+}
+
+void Defaults::load()
+{
+    if (!QFileInfo::exists(m_file))
+        return;
+    QFile file(m_file);
+    if (!file.open(QIODevice::ReadOnly)) {
+        // What we can't read may be perfectly good: saving would throw it away.
+        m_savable = false;
+        return;
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    file.close();
+    if (document.isObject()) {
+        m_values = document.object();
+        return;
+    }
+    const QString aside = m_file + QStringLiteral(".damaged");
+    QFile::remove(aside);
+    QFile::rename(m_file, aside);
+}
+
+std::optional<bool> Defaults::boolean(const QString& key) const
+{
+    const QJsonValue stored = value(key);
+    return stored.isBool() ? std::optional(stored.toBool()) : std::nullopt;
+}
+
+std::optional<double> Defaults::number(const QString& key) const
+{
+    const QJsonValue stored = value(key);
+    return stored.isDouble() ? std::optional(stored.toDouble()) : std::nullopt;
+}
+
+std::optional<QString> Defaults::string(const QString& key) const
+{
+    const QJsonValue stored = value(key);
+    return stored.isString() ? std::optional(stored.toString()) : std::nullopt;
+}
+
+std::optional<QByteArray> Defaults::data(const QString& key) const
+{
+    const QJsonValue encoded = value(key).toObject().value(base64Key());
+    if (!encoded.isString())
+        return std::nullopt;
+    return QByteArray::fromBase64(encoded.toString().toLatin1());
+}
+
+bool Defaults::contains(const QString& key) const
+{
+    return !value(key).isUndefined();
+}
+
+QJsonValue Defaults::value(const QString& key) const
+{
+    const std::lock_guard lock(m_valuesMutex);
+    return std::as_const(m_values).value(key);
+}
+
+void Defaults::setBoolean(const QString& key, bool value)
+{
+    store(key, value);
+}
+
+void Defaults::setNumber(const QString& key, double value)
+{
+    if (std::isfinite(value))
+        store(key, value);
+}
+
+void Defaults::setString(const QString& key, const QString& value)
+{
+    store(key, value);
+}
+
+void Defaults::setData(const QString& key, const QByteArray& value)
+{
+    store(key, QJsonObject{{base64Key(), QString::fromLatin1(value.toBase64())}});
+}
+
+void Defaults::remove(const QString& key)
+{
+    store(key, QJsonValue::Undefined);
+}
+
+void Defaults::store(const QString& key, const QJsonValue& value)
+{
+    {
+        const std::lock_guard lock(m_valuesMutex);
+        if (std::as_const(m_values).value(key) == value)
+            return;
+        m_values.insert(key, value); // undefined removes the key
+    }
+    save();
+}
+
+void Defaults::save()
+{
+    if (!m_savable)
+        return;
+    const std::lock_guard oneSave(m_saveMutex);
+    QJsonObject values;
+    {
+        // Taken inside the save lock: the last file written is never older than the one before.
+        const std::lock_guard lock(m_valuesMutex);
+        values = m_values;
+    }
+    QDir().mkpath(QFileInfo(m_file).path());
+    QSaveFile file(m_file);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    file.write(QJsonDocument(values).toJson());
+    file.commit();
+}
+
+} // namespace brindlecam

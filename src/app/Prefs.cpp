@@ -1,0 +1,127 @@
+#include "app/Prefs.h"
+
+#include "app/Defaults.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr double kLeastMarkerOpacity = 0.1;
+constexpr double kMostMarkerOpacity = 1.0;
+constexpr double kStandardMarkerOpacity = 0.4;
+
+QString sizeKey(Tool tool)
+{
+    return QStringLiteral("size.") + name(tool);
+}
+
+QString comboKey(CaptureAction action)
+{
+    return QStringLiteral("hotkey.") + rawValue(action);
+}
+
+} // namespace
+
+Prefs::Prefs(Defaults& defaults)
+    : m_defaults(defaults)
+{}
+
+bool Prefs::isOn(const char* key) const
+{
+    return m_defaults.boolean(QString::fromLatin1(key)).value_or(true);
+}
+
+bool Prefs::autoCopy() const
+{
+    return isOn("autoCopy");
+}
+
+bool Prefs::autoSaveArea() const
+{
+    return isOn("autoSaveArea");
+}
+
+bool Prefs::autoSaveFullScreen() const
+{
+    return isOn("autoSaveFullScreen");
+}
+
+bool Prefs::keepHistory() const
+{
+    return isOn("keepHistory");
+}
+
+bool Prefs::showLoupe() const
+{
+    return isOn("showLoupe");
+}
+
+bool Prefs::checkUpdates() const
+{
+    return isOn("checkUpdates");
+}
+
+bool Prefs::lightGifs() const
+{
+    return m_defaults.boolean(QStringLiteral("lightGifs")).value_or(false);
+}
+
+double Prefs::markerOpacity() const
+{
+    const double stored =
+        m_defaults.number(QStringLiteral("markerOpacity")).value_or(kStandardMarkerOpacity);
+    return std::clamp(stored, kLeastMarkerOpacity, kMostMarkerOpacity);
+}
+
+double Prefs::size(Tool tool) const
+{
+    const std::optional<ToolSizes> range = sizes(tool);
+    if (!range)
+        return kFixedToolSize;
+    const double stored = m_defaults.number(sizeKey(tool)).value_or(range->standard);
+    return std::clamp(stored, range->minimum, range->maximum);
+}
+
+void Prefs::setSize(double size, Tool tool)
+{
+    if (const std::optional<ToolSizes> range = sizes(tool))
+        m_defaults.setNumber(sizeKey(tool), std::clamp(size, range->minimum, range->maximum));
+}
+
+QString Prefs::saveFolder() const
+{
+    const QString stored = m_defaults.string(QStringLiteral("saveFolder")).value_or(QString());
+    if (!stored.isEmpty())
+        return stored;
+    QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    if (pictures.isEmpty())
+        pictures = QDir::homePath();
+    return QDir::cleanPath(pictures + QStringLiteral("/Brindlecam"));
+}
+
+QString Prefs::newFileName()
+{
+    const QString moment =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
+    return QStringLiteral("Brindlecam %1.png").arg(moment);
+}
+
+std::optional<KeyCombo> Prefs::combo(CaptureAction action) const
+{
+    const std::optional<QByteArray> stored = m_defaults.data(comboKey(action));
+    return stored ? KeyCombo::fromJson(*stored) : defaultCombo(action);
+}
+
+void Prefs::setCombo(const std::optional<KeyCombo>& combo, CaptureAction action)
+{
+    // Empty data rather than no key: a cleared shortcut stays cleared.
+    m_defaults.setData(comboKey(action), combo ? combo->toJson() : QByteArray());
+}
+
+} // namespace brindlecam
