@@ -5,7 +5,8 @@
 namespace brindlecam {
 
 /// The fonts of our own surfaces, sized in points of the screen (one point is one
-/// device-independent pixel; fractions are kept).
+/// device-independent pixel). Qt's own text rounds a fractional size to whole pixels; TextLine
+/// draws it as it is.
 namespace InterfaceFont {
 
 /// Makes `family` the application's font when it is installed; an empty or missing family leaves
@@ -16,8 +17,9 @@ void install(const QString& family);
 [[nodiscard]] QFont medium(qreal points);
 [[nodiscard]] QFont semibold(qreal points);
 [[nodiscard]] QFont bold(qreal points);
-/// The same font with digits of one width, so that counting texts do not jump.
-[[nodiscard]] QFont monospacedDigits(QFont font);
+
+/// The size asked for, fractions included.
+[[nodiscard]] qreal points(const QFont& font);
 
 } // namespace InterfaceFont
 

@@ -15,13 +15,16 @@ namespace brindlecam {
 struct Pill {
     QString text;
     QFont font;
-    qreal paddingX = 0;  ///< on each side
-    qreal paddingY = 0;  ///< above and below
-    qreal alpha = 0.9;   ///< of the dark panel
-    qreal radius = -1;   ///< negative: half the height, a capsule
+    qreal paddingX = 0;      ///< on each side
+    qreal paddingY = 0;      ///< above and below
+    qreal alpha = 0.9;       ///< of the dark panel
+    qreal radius = -1;       ///< negative: half the height, a capsule
+    bool evenDigits = false; ///< digits of one width, so that a counting text does not jump
 
-    /// Text size plus padding, in points.
+    /// Text size in whole points (rounded up) plus padding.
     [[nodiscard]] QSizeF size() const;
+    /// The radius of its corners, in points.
+    [[nodiscard]] qreal cornerRadius() const;
     /// Paints the pill with its top-left corner here.
     void paint(QPainter& painter, QPointF topLeft) const;
 };

@@ -26,6 +26,9 @@ public:
     /// Takes the current toast off the screen without a fade, before a grab.
     void dismiss();
 
+    /// Whether a toast is on a screen, fading included.
+    [[nodiscard]] bool visible() const { return m_current != nullptr; }
+
 private:
     Displays& m_displays;
     Panels& m_panels;

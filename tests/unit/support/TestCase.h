@@ -9,12 +9,16 @@
 
 namespace brindlecam::test {
 
-/// Base of every test class: an unexpected warning in the log fails the test.
+/// Base of every test class: an unexpected warning in the log fails the test. What the offscreen
+/// plugin says it lacks (raising, masks) is no warning of ours.
 class TestCase : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral("."))); }
+    void init() {
+        QTest::failOnWarning(
+            QRegularExpression(QStringLiteral("^(?!This plugin does not support )")));
+    }
 };
 
 using Maker = std::function<std::unique_ptr<QObject>()>;

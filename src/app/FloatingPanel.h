@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/Panels.h"
+
+#include <QImage>
+#include <QSizeF>
+#include <QWidget>
+
+#include <functional>
+
+class QPainter;
+
+namespace brindlecam {
+
+/// What a floating panel shows: a rounded shape that paints itself from (0, 0), in points.
+struct FloatingContent {
+    QSizeF size;
+    qreal radius = 0;
+    std::function<void(QPainter&)> paint;
+    QString spoken; ///< what assistive technology reads out
+};
+
+/// A small translucent panel above the windows that takes neither focus nor mouse: toast,
+/// countdown. Where nothing blends windows together it is shaped, and blends itself with what lay
+/// beneath it when it was shown. Main thread; borrows the port.
+class FloatingPanel final : public QWidget {
+    Q_OBJECT
+
+public:
+    FloatingPanel(Panels& panels, PanelRole role, FloatingContent content);
+
+    /// Shows it with its top-left corner in the corner of `native` (pixels of the global desktop),
+    /// which should be the content's size at the screen's scale.
+    void showAt(const QRect& native);
+
+    /// 1: as it is; 0: invisible.
+    void setStrength(double strength);
+
+    /// In how many steps a fade looks smooth without being dear.
+    [[nodiscard]] int fadeSteps() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void paintOverBackdrop(QPainter& painter);
+
+    Panels& m_panels;
+    const FloatingContent m_content;
+    const bool m_translucent;
+    double m_strength = 1;
+    QImage m_backdrop; ///< native pixels; null when windows blend or it could not be read
+};
+
+} // namespace brindlecam

@@ -1,0 +1,107 @@
+#include "app/Toast.h"
+
+#include "app/Config.h"
+#include "app/FloatingPanel.h"
+#include "app/InterfaceFont.h"
+#include "app/Pill.h"
+#include "platform/Displays.h"
+
+#include <QTimer>
+
+#include <cmath>
+#include <functional>
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+// Points.
+constexpr qreal kFontSize = 14;
+constexpr qreal kPaddingX = 18;
+constexpr qreal kPaddingY = 10;
+constexpr qreal kAlpha = 0.92;
+constexpr qreal kAboveBottom = 80; // from the end of the visible frame
+
+/// Centred on the screen's whole width, above what docks leave free. Native pixels.
+QRect placeOn(const ScreenInfo& screen, QSizeF points)
+{
+    const QSize size(static_cast<int>(std::ceil(points.width() * screen.scale)),
+                     static_cast<int>(std::ceil(points.height() * screen.scale)));
+    const int bottom = screen.visibleFrame.y() + screen.visibleFrame.height() -
+                       qRound(kAboveBottom * screen.scale);
+    const int left = screen.native.x() + (screen.native.width() - size.width()) / 2;
+    return {QPoint(left, bottom - size.height()), size};
+}
+
+FloatingContent contentOf(const Pill& pill)
+{
+    return {.size = pill.size(),
+            .radius = pill.cornerRadius(),
+            .paint = [pill](QPainter& painter) { pill.paint(painter, {}); },
+            .spoken = pill.text};
+}
+
+} // namespace
+
+/// One toast from its appearance to the end of its fade.
+class ToastPanel final : public QObject {
+public:
+    ToastPanel(Panels& panels, const Pill& pill, const ScreenInfo& screen,
+               std::function<void()> done)
+        : m_panel(panels, PanelRole::toast, contentOf(pill))
+        , m_done(std::move(done))
+    {
+        m_panel.showAt(placeOn(screen, pill.size()));
+        QTimer::singleShot(Config::toastShown, Qt::PreciseTimer, this, [this] { fade(1); });
+    }
+
+private:
+    void fade(int step)
+    {
+        const int steps = m_panel.fadeSteps();
+        m_panel.setStrength(1.0 - static_cast<double>(step) / steps);
+        if (step == steps) {
+            const std::function<void()> done = std::move(m_done); // it ends this object
+            done();
+            return;
+        }
+        QTimer::singleShot(Config::toastFade / steps, Qt::PreciseTimer, this,
+                           [this, step] { fade(step + 1); });
+    }
+
+    FloatingPanel m_panel;
+    std::function<void()> m_done;
+};
+
+Toast::Toast(Displays& displays, Panels& panels)
+    : m_displays(displays)
+    , m_panels(panels)
+{}
+
+Toast::~Toast() = default;
+
+void Toast::show(const QString& text, const std::optional<ScreenInfo>& screen)
+{
+    std::optional<ScreenInfo> place = screen;
+    if (!place) {
+        const std::vector<ScreenInfo> screens = m_displays.screens();
+        if (screens.empty())
+            return;
+        place = screens.front();
+    }
+    dismiss();
+    const Pill pill{.text = text,
+                    .font = InterfaceFont::medium(kFontSize),
+                    .paddingX = kPaddingX,
+                    .paddingY = kPaddingY,
+                    .alpha = kAlpha};
+    m_current = std::make_unique<ToastPanel>(m_panels, pill, *place, [this] { dismiss(); });
+}
+
+void Toast::dismiss()
+{
+    m_current.reset();
+}
+
+} // namespace brindlecam

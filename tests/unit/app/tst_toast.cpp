@@ -1,0 +1,138 @@
+#include "app/Toast.h"
+#include "support/FakeDisplays.h"
+#include "support/FakePanels.h"
+#include "support/TestCase.h"
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace brindlecam {
+
+namespace {
+
+const ScreenInfo kPlain{QStringLiteral("A"), QRect(0, 0, 1920, 1080), 1, QRect(0, 0, 1920, 1040)};
+const ScreenInfo kDense{QStringLiteral("B"), QRect(1920, 100, 2880, 1800), 1.5,
+                        QRect(2000, 160, 2800, 1700)};
+
+QColor pixel(QWidget& widget, QPoint place)
+{
+    return widget.grab().toImage().pixelColor(place);
+}
+
+} // namespace
+
+class TestToast final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void appearsOnThePrimaryScreenCentredAboveTheDock()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kPlain, kDense};
+        test::FakePanels panels;
+        Toast toast(displays, panels);
+        toast.show(QStringLiteral("Copiado"));
+        QCOMPARE(panels.roles, std::vector{PanelRole::toast});
+        const QRect place = panels.shown.at(0).native;
+        QCOMPARE(place.y() + place.height(), 1040 - 80);
+        QVERIFY(qAbs(place.x() + place.width() / 2.0 - 960) <= 1);
+    }
+
+    void pointsAreScaledAndTheWholeScreenCentresIt()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kPlain, kDense};
+        test::FakePanels panels;
+        Toast toast(displays, panels);
+        toast.show(QStringLiteral("Copiado"), kPlain);
+        toast.show(QStringLiteral("Copiado"), kDense);
+        const QRect plain = panels.shown.at(0).native;
+        const QRect dense = panels.shown.at(1).native;
+        QVERIFY(qAbs(dense.width() - plain.width() * 1.5) <= 1);
+        QVERIFY(qAbs(dense.height() - plain.height() * 1.5) <= 1);
+        QCOMPARE(dense.y() + dense.height(), 160 + 1700 - 120);
+        QVERIFY(qAbs(dense.x() + dense.width() / 2.0 - (1920 + 1440)) <= 1);
+    }
+
+    void withoutAnyScreenNothingIsShown()
+    {
+        test::FakeDisplays displays;
+        test::FakePanels panels;
+        Toast toast(displays, panels);
+        toast.show(QStringLiteral("Copiado"));
+        QVERIFY(panels.shown.empty());
+        QVERIFY(!toast.visible());
+    }
+
+    void aSecondToastReplacesTheFirstAtOnceAndStaysItsFullTime()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kPlain};
+        test::FakePanels panels;
+        Toast toast(displays, panels);
+        toast.show(QStringLiteral("primero"));
+        // Half into the first one's life: its end must not be the second's.
+        QElapsedTimer clock;
+        clock.start();
+        QTRY_VERIFY_WITH_TIMEOUT(clock.elapsed() >= 500, 3000);
+        toast.show(QStringLiteral("segundo"));
+        clock.restart();
+        QCOMPARE(panels.visibleNow(), 1);
+        QVERIFY(!panels.shown.at(0).widget);
+        QTRY_VERIFY_WITH_TIMEOUT(!panels.opacities.empty(), 3000);
+        QVERIFY2(clock.elapsed() >= 990, "fades after a full second only");
+        QTRY_VERIFY_WITH_TIMEOUT(!toast.visible(), 3000);
+        QVERIFY2(clock.elapsed() >= 1270, "and takes its time for it");
+        QCOMPARE(panels.visibleNow(), 0);
+        QVERIFY(std::is_sorted(panels.opacities.rbegin(), panels.opacities.rend()));
+        QCOMPARE(panels.opacities.back(), 0.0);
+    }
+
+    void dismissTakesItOffAtOnce()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kPlain};
+        test::FakePanels panels;
+        Toast toast(displays, panels);
+        toast.show(QStringLiteral("Copiado"));
+        toast.dismiss();
+        QCOMPARE(panels.visibleNow(), 0);
+        QVERIFY(panels.opacities.empty());
+    }
+
+    void whereNothingBlendsItPaintsItselfOverWhatLayBeneath()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kPlain};
+        test::FakePanels panels;
+        panels.blends = false;
+        panels.beneath = Qt::white;
+        Toast toast(displays, panels);
+        toast.show(QStringLiteral("Copiado"));
+        QWidget& panel = *panels.shown.at(0).widget;
+        QVERIFY(!panel.mask().isEmpty());
+        QVERIFY(!panel.mask().contains(QPoint(0, 0)));
+        QVERIFY(panel.mask().contains(panel.rect().center()));
+        QCOMPARE(pixel(panel, {0, 0}), QColor(Qt::white));
+        // White 0.1 at alpha 0.92 over white.
+        const QColor dark = pixel(panel, {panel.width() / 2, 3});
+        QVERIFY2(qAbs(dark.red() - 44) <= 1, qPrintable(dark.name()));
+
+        // The fade blends towards the backdrop and never asks for opacity.
+        int last = dark.red();
+        QTRY_VERIFY_WITH_TIMEOUT(pixel(panel, {panel.width() / 2, 3}).red() > last, 3000);
+        last = pixel(panel, {panel.width() / 2, 3}).red();
+        QVERIFY(last < 255);
+        QTRY_VERIFY_WITH_TIMEOUT(!toast.visible(), 3000);
+        QVERIFY(panels.opacities.empty());
+    }
+};
+
+BRINDLECAM_TEST(TestToast);
+
+} // namespace brindlecam
+
+#include "tst_toast.moc"

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/Panels.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <vector>
+
+namespace brindlecam::test {
+
+/// Records what becomes of the panels and shows them offscreen.
+class FakePanels final : public Panels {
+public:
+    struct Shown {
+        QPointer<QWidget> widget;
+        QRect native;
+    };
+
+    bool blends = true;            ///< what translucent() answers
+    QColor beneath = Qt::white;    ///< what backdrop() is filled with
+    std::vector<PanelRole> roles;  ///< in the order they were assumed
+    std::vector<Shown> shown;      ///< in the order they were shown
+    std::vector<double> opacities; ///< in the order they were set
+    std::vector<QPointer<QWidget>> focused;
+
+    void assume(QWidget&, PanelRole role) override { roles.push_back(role); }
+    void show(QWidget& widget, const QRect& native) override
+    {
+        shown.push_back({&widget, native});
+        if (!native.isEmpty())
+            widget.setGeometry(QRect(QPoint(), native.size()));
+        widget.show();
+    }
+    void focus(QWidget& widget) override { focused.push_back(&widget); }
+    [[nodiscard]] bool translucent() const override { return blends; }
+    [[nodiscard]] QImage backdrop(const QRect& native) override
+    {
+        QImage image(native.size(), QImage::Format_RGB32);
+        image.fill(beneath);
+        return image;
+    }
+    void setOpacity(QWidget&, double opacity) override { opacities.push_back(opacity); }
+
+    /// How many of the panels ever shown are visible now.
+    [[nodiscard]] int visibleNow() const
+    {
+        int count = 0;
+        for (const Shown& panel : shown)
+            count += panel.widget && panel.widget->isVisible() ? 1 : 0;
+        return count;
+    }
+};
+
+} // namespace brindlecam::test
