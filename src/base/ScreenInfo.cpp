@@ -28,4 +28,9 @@ QRect ScreenInfo::toNative(const QRectF& points) const
         .translated(native.topLeft());
 }
 
+bool ScreenInfo::sameDisplay(const ScreenInfo& other) const
+{
+    return id == other.id && native == other.native && scale == other.scale;
+}
+
 } // namespace brindlecam

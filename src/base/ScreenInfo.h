@@ -29,6 +29,9 @@ struct ScreenInfo {
     /// A rectangle in this screen's points as native pixels of the global desktop, rounded outward.
     [[nodiscard]] QRect toNative(const QRectF& points) const;
 
+    /// The same output with the same pixels in the same place; docks may have come or gone.
+    [[nodiscard]] bool sameDisplay(const ScreenInfo& other) const;
+
     bool operator==(const ScreenInfo&) const = default;
 };
 
