@@ -1,0 +1,80 @@
+#include "canvas/OverlayWindow.h"
+
+#include "canvas/CanvasView.h"
+#include "platform/Grabber.h"
+#include "platform/Panels.h"
+
+#include <QBackingStore>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+
+namespace brindlecam {
+
+OverlayWindow::OverlayWindow(Panels& panels, const Prefs& prefs, const ScreenInfo& screen)
+    : m_panels(panels)
+    , m_prefs(prefs)
+    , m_screen(screen)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setWindowTitle(QStringLiteral("Brindlecam"));
+    for (QScreen* candidate : QGuiApplication::screens()) {
+        if (candidate->name() == screen.id) {
+            setScreen(candidate);
+            setGeometry(candidate->geometry());
+        }
+    }
+    m_panels.assume(*this, PanelRole::overlay);
+}
+
+CanvasView& OverlayWindow::makeContent(const GrabbedScreen& shot)
+{
+    delete m_canvas;
+    m_canvas = new CanvasView(m_prefs, shot.image, shot.dimmed, m_screen.size(), this);
+    m_canvas->setGeometry(rect());
+    m_canvas->show();
+    setFocusProxy(m_canvas);
+    return *m_canvas;
+}
+
+void OverlayWindow::cover()
+{
+    m_panels.show(*this, m_screen.native);
+}
+
+void OverlayWindow::uncover()
+{
+    hide();
+    // The canvas may be the one that is reporting its outcome right now.
+    if (m_canvas) {
+        m_canvas->hide();
+        m_canvas->deleteLater();
+        m_canvas = nullptr;
+    }
+}
+
+void OverlayWindow::preparePixels()
+{
+    QBackingStore* store = backingStore();
+    if (!store || isVisible())
+        return;
+    store->resize(size());
+    store->beginPaint(rect());
+    QPainter(store->paintDevice()).fillRect(rect(), Qt::black);
+    store->endPaint();
+}
+
+void OverlayWindow::releasePixels()
+{
+    if (QBackingStore* store = backingStore(); store && !isVisible())
+        store->resize(QSize(1, 1));
+}
+
+void OverlayWindow::resizeEvent(QResizeEvent*)
+{
+    if (m_canvas)
+        m_canvas->setGeometry(rect());
+}
+
+} // namespace brindlecam

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "base/ScreenInfo.h"
+
+#include <QWidget>
+
+#include <functional>
+
+namespace brindlecam {
+
+class CanvasView;
+class Panels;
+class Prefs;
+struct GrabbedScreen;
+
+/// The opaque window over one screen during a session. It is made before it is needed and kept
+/// hidden between sessions; its content lives for one session.
+class OverlayWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    OverlayWindow(Panels& panels, const Prefs& prefs, const ScreenInfo& screen);
+
+    /// The screen this window covers.
+    [[nodiscard]] const ScreenInfo& coveredScreen() const { return m_screen; }
+
+    /// Fills the window with the frozen screen and a fresh canvas over it, which it owns.
+    CanvasView& makeContent(const GrabbedScreen& shot);
+    /// The canvas of the present session, or null.
+    [[nodiscard]] CanvasView* canvas() const { return m_canvas; }
+
+    /// Covers the screen.
+    void cover();
+    /// Leaves the screen and drops the content with its pictures.
+    void uncover();
+
+    /// Touches the window's own pixels, so that the first session finds them ready.
+    void preparePixels();
+    /// Gives the window's own pixels back until the next session.
+    void releasePixels();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    Panels& m_panels;
+    const Prefs& m_prefs;
+    const ScreenInfo m_screen;
+    CanvasView* m_canvas = nullptr; ///< child of this window
+};
+
+} // namespace brindlecam

@@ -1,0 +1,175 @@
+#include "canvas/Selection.h"
+
+#include "base/Geometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr qreal kHandleReach = 7;  // points from a handle's centre, on each axis
+constexpr qreal kSmallestDrag = 3; // points; anything smaller is a click
+
+template <typename... Branches>
+struct Overloaded : Branches... {
+    using Branches::operator()...;
+};
+template <typename... Branches>
+Overloaded(Branches...) -> Overloaded<Branches...>;
+
+struct Range {
+    qreal from;
+    qreal to;
+};
+
+// The edge named by `side` follows the pointer, the other stays.
+Range resized(int side, qreal pointer, qreal minimum, qreal maximum)
+{
+    if (side < 0)
+        return {pointer, maximum};
+    if (side > 0)
+        return {minimum, pointer};
+    return {minimum, maximum};
+}
+
+QRectF resized(const drag::Resizing& drag, QPointF point)
+{
+    const QRectF& original = drag.original;
+    const Range x = resized(drag.handle.dx, point.x(), original.left(), original.right());
+    const Range y = resized(drag.handle.dy, point.y(), original.top(), original.bottom());
+    return spanned({x.from, y.from}, {x.to, y.to});
+}
+
+QRectF movedInside(const QRectF& rect, QPointF by, QSizeF canvas)
+{
+    const qreal mostX = std::max(0.0, canvas.width() - rect.width());
+    const qreal mostY = std::max(0.0, canvas.height() - rect.height());
+    return {QPointF(std::clamp(rect.x() + by.x(), 0.0, mostX),
+                    std::clamp(rect.y() + by.y(), 0.0, mostY)),
+            rect.size()};
+}
+
+} // namespace
+
+Selection::Selection(QSizeF canvas)
+    : m_canvas(canvas)
+{
+}
+
+void Selection::setWindows(std::vector<QRectF> windows)
+{
+    m_windows = std::move(windows);
+}
+
+QRectF Selection::hole() const
+{
+    return isEmpty() ? m_hoveredWindow.value_or(QRectF()) : m_rect;
+}
+
+QPointF Selection::centre(Handle handle) const
+{
+    const QPointF middle = m_rect.center();
+    return {middle.x() + handle.dx * m_rect.width() / 2,
+            middle.y() + handle.dy * m_rect.height() / 2};
+}
+
+std::optional<Handle> Selection::handleAt(QPointF point) const
+{
+    if (isEmpty())
+        return std::nullopt;
+    const auto* found = std::ranges::find_if(kHandles, [&](Handle handle) {
+        const QPointF distance = centre(handle) - point;
+        return std::abs(distance.x()) <= kHandleReach && std::abs(distance.y()) <= kHandleReach;
+    });
+    return found == kHandles.end() ? std::nullopt : std::optional(*found);
+}
+
+void Selection::hover(QPointF point)
+{
+    if (!isEmpty() || isDragging())
+        return;
+    point = clamped(point, canvas());
+    const auto found = std::ranges::find_if(
+        m_windows, [&](const QRectF& window) { return window.contains(point); });
+    m_hoveredWindow = found == m_windows.end() ? std::nullopt : std::optional(*found);
+}
+
+void Selection::leave()
+{
+    if (!isDragging())
+        m_hoveredWindow.reset();
+}
+
+Selection::Press Selection::press(QPointF point, bool marksPresent)
+{
+    point = clamped(point, canvas());
+    if (isEmpty()) {
+        hover(point);
+        startSelecting(point);
+        return Press::selecting;
+    }
+    if (const auto handle = handleAt(point)) {
+        m_drag = drag::Resizing{*handle, m_rect};
+        return Press::resizing;
+    }
+    if (m_rect.contains(point))
+        return Press::inside;
+    if (marksPresent)
+        return Press::ignored;
+    startSelecting(point);
+    return Press::selecting;
+}
+
+void Selection::startSelecting(QPointF point)
+{
+    m_rect = {};
+    m_drag = drag::Selecting{point};
+}
+
+void Selection::startMoving(QPointF point)
+{
+    m_drag = drag::Moving{clamped(point, canvas())};
+}
+
+void Selection::dragTo(QPointF point)
+{
+    point = clamped(point, canvas());
+    std::visit(
+        Overloaded{
+            [](drag::None) {},
+            [&](const drag::Selecting& selecting) { m_rect = spanned(selecting.anchor, point); },
+            [&](drag::Moving& moving) {
+                m_rect = movedInside(m_rect, point - moving.last, m_canvas);
+                moving.last = point;
+            },
+            [&](const drag::Resizing& resizing) { m_rect = resized(resizing, point); },
+        },
+        m_drag);
+}
+
+QRectF Selection::settled(const QRectF& rect) const
+{
+    return QRectF(roundedOutward(rect)).intersected(canvas());
+}
+
+void Selection::release()
+{
+    if (!isDragging())
+        return;
+    m_drag = drag::None{};
+    m_rect = settled(m_rect);
+    if (m_rect.width() < kSmallestDrag || m_rect.height() < kSmallestDrag)
+        m_rect = m_hoveredWindow ? settled(*m_hoveredWindow) : QRectF();
+    if (!isEmpty())
+        m_hoveredWindow.reset();
+}
+
+void Selection::clear()
+{
+    m_rect = {};
+    m_drag = drag::None{};
+}
+
+} // namespace brindlecam

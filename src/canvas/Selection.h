@@ -1,0 +1,105 @@
+#pragma once
+
+#include <QPointF>
+#include <QRectF>
+#include <QSizeF>
+
+#include <array>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace brindlecam {
+
+/// A side or corner of the selection: −1 the left or top edge, 1 the right or bottom edge, 0 the
+/// middle.
+struct Handle {
+    int dx = 0;
+    int dy = 0;
+
+    bool operator==(const Handle&) const = default;
+};
+
+/// The eight handles in the order in which they are tried: from left to right, and from the lower
+/// edge up.
+inline constexpr std::array kHandles{Handle{-1, 1}, Handle{-1, 0}, Handle{-1, -1}, Handle{0, 1},
+                                     Handle{0, -1}, Handle{1, 1},  Handle{1, 0},   Handle{1, -1}};
+
+/// What the present mouse drag does to the selection.
+namespace drag {
+struct None {
+    bool operator==(const None&) const = default;
+};
+struct Selecting {
+    QPointF anchor;
+    bool operator==(const Selecting&) const = default;
+};
+struct Moving {
+    QPointF last;
+    bool operator==(const Moving&) const = default;
+};
+struct Resizing {
+    Handle handle;
+    QRectF original;
+    bool operator==(const Resizing&) const = default;
+};
+} // namespace drag
+using Drag = std::variant<drag::None, drag::Selecting, drag::Moving, drag::Resizing>;
+
+/// The chosen area of one screen as a pure state machine: hovering windows, dragging an area out,
+/// clicking a window, moving and resizing. Points of the canvas, origin top-left, y down; every
+/// place handed in is clamped to the canvas.
+class Selection final {
+public:
+    /// What a press came upon.
+    enum class Press {
+        selecting, ///< a new selection has begun
+        resizing,  ///< a handle was taken
+        inside,    ///< inside the selection: the caller decides (a mark, or startMoving)
+        ignored,   ///< outside, and marks would be lost
+    };
+
+    explicit Selection(QSizeF canvas);
+
+    /// Windows of this screen that a click may take, frontmost first.
+    void setWindows(std::vector<QRectF> windows);
+
+    /// The selected area; empty when nothing is selected.
+    [[nodiscard]] const QRectF& rect() const { return m_rect; }
+    [[nodiscard]] bool isEmpty() const { return m_rect.isEmpty(); }
+    [[nodiscard]] const std::optional<QRectF>& hoveredWindow() const { return m_hoveredWindow; }
+    [[nodiscard]] const Drag& drag() const { return m_drag; }
+    [[nodiscard]] bool isDragging() const { return !std::holds_alternative<drag::None>(m_drag); }
+    /// What is shown undimmed: the selection, else the hovered window, else nothing.
+    [[nodiscard]] QRectF hole() const;
+    [[nodiscard]] QRectF canvas() const { return {QPointF(), m_canvas}; }
+
+    /// The first handle whose centre is within 7 points of the place on both axes.
+    [[nodiscard]] std::optional<Handle> handleAt(QPointF point) const;
+    /// Centre of a handle of the present selection.
+    [[nodiscard]] QPointF centre(Handle handle) const;
+
+    void hover(QPointF point);
+    /// The pointer has left the screen.
+    void leave();
+    /// `marksPresent`: there are marks that a new selection would lose.
+    [[nodiscard]] Press press(QPointF point, bool marksPresent);
+    void startMoving(QPointF point);
+    void dragTo(QPointF point);
+    /// Ends the drag: whole points inside the canvas; under 3 points it was a click, which takes
+    /// the hovered window or nothing.
+    void release();
+    void clear();
+
+private:
+    void startSelecting(QPointF point);
+    [[nodiscard]] QRectF settled(const QRectF& rect) const;
+
+    QSizeF m_canvas;
+    std::vector<QRectF> m_windows;
+    QRectF m_rect;
+    std::optional<QRectF> m_hoveredWindow;
+    Drag m_drag;
+};
+
+} // namespace brindlecam

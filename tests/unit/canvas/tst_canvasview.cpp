@@ -1,0 +1,253 @@
+#include "app/Defaults.h"
+#include "app/Prefs.h"
+#include "canvas/CanvasView.h"
+#include "pictures/Dimming.h"
+#include "support/TestCase.h"
+
+#include <QBackingStore>
+#include <QTemporaryDir>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr QSize kPixels(400, 300);
+
+QImage gradient()
+{
+    QImage image(kPixels, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 256));
+    }
+    return image;
+}
+
+} // namespace
+
+/// A canvas over a picture whose every pixel is known.
+class TestCanvasView final : public test::TestCase {
+    Q_OBJECT
+
+private:
+    struct Fixture {
+        QTemporaryDir folder;
+        Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
+        Prefs prefs{defaults};
+        QImage image = gradient();
+        std::vector<Outcome> outcomes;
+        std::vector<Rendered> autoCopied;
+        std::unique_ptr<CanvasView> canvas;
+
+        explicit Fixture(QSizeF size = kPixels)
+        {
+            canvas = std::make_unique<CanvasView>(prefs, image, Dimming::dimmedCopy(image), size,
+                                                  nullptr);
+            canvas->resize(size.toSize());
+            canvas->onFinish = [this](const Outcome& outcome) { outcomes.push_back(outcome); };
+            canvas->onAutoCopy = [this](const Rendered& picture) { autoCopied.push_back(picture); };
+        }
+
+        void drag(QPoint from, QPoint to)
+        {
+            QTest::mouseMove(canvas.get(), from);
+            QTest::mousePress(canvas.get(), Qt::LeftButton, {}, from);
+            QTest::mouseMove(canvas.get(), (from + to) / 2);
+            QTest::mouseMove(canvas.get(), to);
+            QTest::mouseRelease(canvas.get(), Qt::LeftButton, {}, to);
+        }
+    };
+
+private Q_SLOTS:
+    void dragAndReturnYieldTheSelectedPixels()
+    {
+        Fixture f;
+        f.drag({50, 40}, {150, 110});
+        QTest::keyClick(f.canvas.get(), Qt::Key_Return);
+        QCOMPARE(f.outcomes.size(), 1U);
+        const auto& copy = std::get<outcome::Copy>(f.outcomes.front());
+        QCOMPARE(copy.picture.image, f.image.copy(50, 40, 100, 70));
+        QCOMPARE(copy.picture.pointSize, QSizeF(100, 70));
+    }
+
+    void threeByThreeSelectionIsAPictureOfNinePixels()
+    {
+        Fixture f;
+        f.drag({50, 40}, {53, 43});
+        QTest::keyClick(f.canvas.get(), Qt::Key_Enter, Qt::KeypadModifier);
+        const auto& copy = std::get<outcome::Copy>(f.outcomes.at(0));
+        QCOMPARE(copy.picture.image, f.image.copy(50, 40, 3, 3));
+    }
+
+    void keysEndTheSessionAsTheyPromise_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<int>("outcome");
+        const Qt::KeyboardModifiers none = Qt::NoModifier;
+        const Qt::KeyboardModifiers control = Qt::ControlModifier;
+        QTest::newRow("Return") << int(Qt::Key_Return) << none << 0;
+        QTest::newRow("keypad Enter")
+            << int(Qt::Key_Enter) << Qt::KeyboardModifiers(Qt::KeypadModifier) << 0;
+        QTest::newRow("standard copy") << int(Qt::Key_C) << control << 0;
+        QTest::newRow("copy with Shift") << int(Qt::Key_C) << (control | Qt::ShiftModifier) << 0;
+        QTest::newRow("standard save") << int(Qt::Key_S) << control << 1;
+        QTest::newRow("Escape") << int(Qt::Key_Escape) << none << 6;
+    }
+    void keysEndTheSessionAsTheyPromise()
+    {
+        QFETCH(int, key);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        Fixture f;
+        f.drag({50, 40}, {150, 110});
+        QTest::keyClick(f.canvas.get(), static_cast<Qt::Key>(key), modifiers);
+        QCOMPARE(f.outcomes.size(), 1U);
+        QTEST(int(f.outcomes.front().index()), "outcome");
+    }
+
+    void keysWithoutASelectionOnlyCancel()
+    {
+        Fixture f;
+        QTest::keyClick(f.canvas.get(), Qt::Key_Return);
+        QTest::keyClick(f.canvas.get(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(f.outcomes.empty());
+        QTest::keyClick(f.canvas.get(), Qt::Key_Escape);
+        QCOMPARE(f.outcomes.size(), 1U);
+    }
+
+    void repeatsOfAHeldKeyDoNothing()
+    {
+        Fixture f;
+        f.drag({50, 40}, {150, 110});
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+            QKeyEvent repeat(QEvent::KeyPress, key, Qt::NoModifier, {}, true);
+            QCoreApplication::sendEvent(f.canvas.get(), &repeat);
+        }
+        QVERIFY(f.outcomes.empty());
+    }
+
+    void everyFinishedDragIsCopiedWhileAutoCopyIsOn()
+    {
+        Fixture f;
+        f.drag({50, 40}, {150, 110});
+        QCOMPARE(f.autoCopied.size(), 1U);
+        QCOMPARE(f.autoCopied.back().image, f.image.copy(50, 40, 100, 70));
+        f.drag({100, 70}, {120, 90});
+        QCOMPARE(f.autoCopied.size(), 2U);
+        QCOMPARE(f.autoCopied.back().image, f.image.copy(70, 60, 100, 70));
+    }
+
+    void nothingIsCopiedByItselfWhenAutoCopyIsOff()
+    {
+        Fixture f;
+        f.defaults.setBoolean(QStringLiteral("autoCopy"), false);
+        f.drag({50, 40}, {150, 110});
+        QVERIFY(f.autoCopied.empty());
+    }
+
+    void aClickThatSelectsNothingCopiesNothing()
+    {
+        Fixture f;
+        f.drag({50, 40}, {51, 41});
+        QVERIFY(f.autoCopied.empty());
+    }
+
+    void returnAfterAnAutomaticCopyDeliversTheSamePicture()
+    {
+        Fixture f;
+        f.drag({50, 40}, {150, 110});
+        QTest::keyClick(f.canvas.get(), Qt::Key_Return);
+        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image.cacheKey(),
+                 f.autoCopied.at(0).image.cacheKey());
+    }
+
+    void dragToTheLastPixelTakesItIn()
+    {
+        Fixture f;
+        f.drag({200, 100}, {399, 299});
+        QTest::keyClick(f.canvas.get(), Qt::Key_Return);
+        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image,
+                 f.image.copy(200, 100, 200, 200));
+    }
+
+    void selectionAtScaleTwoYieldsAllItsPixels()
+    {
+        Fixture f(QSizeF(200, 150));
+        f.drag({10, 20}, {60, 50});
+        QTest::keyClick(f.canvas.get(), Qt::Key_Return);
+        const auto& copy = std::get<outcome::Copy>(f.outcomes.at(0));
+        QCOMPARE(copy.picture.image, f.image.copy(20, 40, 100, 60));
+        QCOMPARE(copy.picture.pointSize, QSizeF(50, 30));
+    }
+
+    void beginningASelectionIsReportedAtEveryNewOne()
+    {
+        Fixture f;
+        int begun = 0;
+        f.canvas->onBeginSelection = [&begun] { ++begun; };
+        f.drag({50, 40}, {150, 110});
+        QCOMPARE(begun, 1);
+        f.drag({100, 70}, {110, 80}); // moves
+        QCOMPARE(begun, 1);
+        f.drag({300, 200}, {350, 250});
+        QCOMPARE(begun, 2);
+    }
+
+    void onlyTheLeftButtonSelects()
+    {
+        Fixture f;
+        QTest::mousePress(f.canvas.get(), Qt::RightButton, {}, {50, 40});
+        QTest::mouseMove(f.canvas.get(), {150, 110});
+        QTest::mouseRelease(f.canvas.get(), Qt::RightButton, {}, {150, 110});
+        QVERIFY(f.canvas->selection().isEmpty());
+    }
+
+    void paintsTheSelectionBrightAndTheRestDimmed()
+    {
+        Fixture f;
+        f.defaults.setBoolean(QStringLiteral("showLoupe"), false);
+        const QImage dimmed = Dimming::dimmedCopy(f.image);
+        f.drag({50, 100}, {150, 170});
+        const QImage shown = f.canvas->grab().toImage();
+        QCOMPARE(shown.pixel(100, 120), f.image.pixel(100, 120));
+        QCOMPARE(shown.pixel(60, 120), f.image.pixel(60, 120));
+        QCOMPARE(shown.pixel(300, 250), dimmed.pixel(300, 250));
+        QCOMPARE(shown.pixel(20, 20), dimmed.pixel(20, 20));
+    }
+
+    // What partial repaints leave on the screen must equal one repaint of everything.
+    void partialRepaintsLeaveNothingStale()
+    {
+        Fixture f;
+        CanvasView& canvas = *f.canvas;
+        canvas.setWindowRects({QRectF(200, 20, 150, 200)});
+        canvas.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+        const auto compare = [&canvas] {
+            QCoreApplication::sendPostedEvents();
+            QCoreApplication::processEvents();
+            const auto* shown = dynamic_cast<QImage*>(canvas.backingStore()->paintDevice());
+            QVERIFY(shown);
+            QCOMPARE(shown->convertToFormat(QImage::Format_RGB32),
+                     canvas.grab().toImage().convertToFormat(QImage::Format_RGB32));
+        };
+        for (const QPoint to : {QPoint(250, 100), QPoint(60, 250), QPoint(350, 290)}) {
+            QTest::mouseMove(&canvas, to);
+            compare();
+        }
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, {300, 200});
+        for (const QPoint to :
+             {QPoint(280, 190), QPoint(100, 50), QPoint(120, 90), QPoint(390, 20)}) {
+            QTest::mouseMove(&canvas, to);
+            compare();
+        }
+        QTest::mouseRelease(&canvas, Qt::LeftButton, {}, {390, 20});
+        compare();
+    }
+};
+
+BRINDLECAM_TEST(TestCanvasView);
+
+} // namespace brindlecam
+
+#include "tst_canvasview.moc"

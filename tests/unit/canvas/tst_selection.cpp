@@ -1,0 +1,235 @@
+#include "canvas/CanvasCursor.h"
+#include "canvas/Selection.h"
+#include "support/TestCase.h"
+
+namespace brindlecam {
+
+namespace {
+
+constexpr QSizeF kCanvas(800, 600);
+
+void dragOut(Selection& selection, QPointF from, QPointF to)
+{
+    (void)selection.press(from, false);
+    selection.dragTo(to);
+    selection.release();
+}
+
+Selection selected(const QRectF& rect)
+{
+    Selection selection(kCanvas);
+    dragOut(selection, rect.topLeft(), rect.bottomRight());
+    return selection;
+}
+
+} // namespace
+
+class TestSelection final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsEmptyAndAtRest()
+    {
+        const Selection selection(kCanvas);
+        QVERIFY(selection.isEmpty());
+        QVERIFY(!selection.isDragging());
+        QVERIFY(!selection.hoveredWindow());
+        QCOMPARE(selection.hole(), QRectF());
+    }
+
+    void dragSelectsTheRectangleBetweenItsEnds_data()
+    {
+        QTest::addColumn<QPointF>("from");
+        QTest::addColumn<QPointF>("to");
+        QTest::addColumn<QRectF>("expected");
+        QTest::newRow("down and right")
+            << QPointF(10, 20) << QPointF(110, 70) << QRectF(10, 20, 100, 50);
+        QTest::newRow("up and left")
+            << QPointF(110, 70) << QPointF(10, 20) << QRectF(10, 20, 100, 50);
+        QTest::newRow("fractions grow to whole points")
+            << QPointF(10.4, 20.6) << QPointF(110.2, 70.1) << QRectF(10, 20, 101, 51);
+        QTest::newRow("beyond the screen stops at its edge")
+            << QPointF(700, 500) << QPointF(2000, 2000) << QRectF(700, 500, 100, 100);
+        QTest::newRow("exactly three points are a selection")
+            << QPointF(10, 10) << QPointF(13, 13) << QRectF(10, 10, 3, 3);
+    }
+    void dragSelectsTheRectangleBetweenItsEnds()
+    {
+        QFETCH(QPointF, from);
+        QFETCH(QPointF, to);
+        Selection selection(kCanvas);
+        dragOut(selection, from, to);
+        QTEST(selection.rect(), "expected");
+    }
+
+    void clickOnNothingLeavesNothingSelected()
+    {
+        Selection selection(kCanvas);
+        dragOut(selection, {100, 100}, {102, 102});
+        QVERIFY(selection.isEmpty());
+        QVERIFY(!selection.isDragging());
+    }
+
+    void dragThinnerThanThreePointsIsAClick()
+    {
+        Selection selection(kCanvas);
+        dragOut(selection, {100, 100}, {400, 102});
+        QVERIFY(selection.isEmpty());
+    }
+
+    void clickOnAWindowSelectsItClippedToTheScreen()
+    {
+        Selection selection(kCanvas);
+        selection.setWindows({QRectF(700, 500, 300, 300)});
+        selection.hover({750, 550});
+        dragOut(selection, {750, 550}, {750, 550});
+        QCOMPARE(selection.rect(), QRectF(700, 500, 100, 100));
+        QVERIFY(!selection.hoveredWindow());
+    }
+
+    void clickWithoutAPriorMoveFindsTheWindow()
+    {
+        Selection selection(kCanvas);
+        selection.setWindows({QRectF(100, 100, 200, 200)});
+        dragOut(selection, {150, 150}, {150, 150});
+        QCOMPARE(selection.rect(), QRectF(100, 100, 200, 200));
+    }
+
+    void theFrontmostWindowUnderThePointerIsHovered()
+    {
+        Selection selection(kCanvas);
+        const QRectF front(100, 100, 200, 200);
+        const QRectF back(50, 50, 500, 500);
+        selection.setWindows({front, back});
+        selection.hover({150, 150});
+        QCOMPARE(selection.hoveredWindow(), std::optional(front));
+        QCOMPARE(selection.hole(), front);
+        selection.hover({60, 60});
+        QCOMPARE(selection.hoveredWindow(), std::optional(back));
+        selection.hover({700, 10});
+        QVERIFY(!selection.hoveredWindow());
+        QCOMPARE(selection.hole(), QRectF());
+    }
+
+    void leavingTheScreenForgetsTheHoveredWindow()
+    {
+        Selection selection(kCanvas);
+        selection.setWindows({QRectF(0, 0, 800, 600)});
+        selection.hover({10, 10});
+        selection.leave();
+        QVERIFY(!selection.hoveredWindow());
+    }
+
+    void handlesAreTriedFromLeftToRightAndFromTheLowerEdgeUp()
+    {
+        // So small that the pointer is near several handles at once.
+        Selection selection = selected({100, 100, 4, 4});
+        QCOMPARE(selection.handleAt({102, 102}), std::optional(Handle{-1, 1}));
+        selection = selected({100, 100, 200, 4});
+        QCOMPARE(selection.handleAt({200, 102}), std::optional(Handle{0, 1}));
+        QCOMPARE(selection.handleAt({300, 102}), std::optional(Handle{1, 1}));
+    }
+
+    void handleReachesSevenPointsOnEachAxis()
+    {
+        const Selection selection = selected({100, 100, 200, 200});
+        QCOMPARE(selection.handleAt({93, 93}), std::optional(Handle{-1, -1}));
+        QCOMPARE(selection.handleAt({307, 207}), std::optional(Handle{1, 0}));
+        QVERIFY(!selection.handleAt({92.9, 100}));
+        QVERIFY(!selection.handleAt({200, 108}));
+    }
+
+    void resizingMovesOnlyTheEdgesOfItsHandle_data()
+    {
+        QTest::addColumn<QPointF>("handle");
+        QTest::addColumn<QPointF>("to");
+        QTest::addColumn<QRectF>("expected");
+        QTest::newRow("left edge")
+            << QPointF(100, 200) << QPointF(50, 10) << QRectF(50, 100, 250, 200);
+        QTest::newRow("top edge") << QPointF(200, 100) << QPointF(10, 80)
+                                  << QRectF(100, 80, 200, 220);
+        QTest::newRow("bottom right corner")
+            << QPointF(300, 300) << QPointF(350, 360) << QRectF(100, 100, 250, 260);
+        QTest::newRow("left edge past the right one flips")
+            << QPointF(100, 200) << QPointF(400, 200) << QRectF(300, 100, 100, 200);
+        QTest::newRow("bottom edge past the top one flips")
+            << QPointF(200, 300) << QPointF(200, 40) << QRectF(100, 40, 200, 60);
+    }
+    void resizingMovesOnlyTheEdgesOfItsHandle()
+    {
+        QFETCH(QPointF, handle);
+        QFETCH(QPointF, to);
+        Selection selection = selected({100, 100, 200, 200});
+        QCOMPARE(selection.press(handle, false), Selection::Press::resizing);
+        selection.dragTo(to);
+        selection.release();
+        QTEST(selection.rect(), "expected");
+    }
+
+    void movingStopsAtTheScreenEdgesAndMayTouchThem()
+    {
+        Selection selection = selected({100, 100, 200, 200});
+        QCOMPARE(selection.press({200, 200}, false), Selection::Press::inside);
+        selection.startMoving({200, 200});
+        selection.dragTo({0, 0});
+        QCOMPARE(selection.rect(), QRectF(0, 0, 200, 200));
+        selection.dragTo({799, 599});
+        selection.dragTo({5000, 5000});
+        selection.release();
+        QCOMPARE(selection.rect(), QRectF(600, 400, 200, 200));
+    }
+
+    void pressOutsideStartsAnewWithoutMarksAndIsIgnoredWithThem()
+    {
+        Selection selection = selected({100, 100, 200, 200});
+        QCOMPARE(selection.press({500, 500}, true), Selection::Press::ignored);
+        QCOMPARE(selection.rect(), QRectF(100, 100, 200, 200));
+        QVERIFY(!selection.isDragging());
+        QCOMPARE(selection.press({500, 500}, false), Selection::Press::selecting);
+        QVERIFY(selection.isEmpty());
+    }
+
+    void clearingForgetsSelectionAndDrag()
+    {
+        Selection selection = selected({100, 100, 200, 200});
+        (void)selection.press({200, 100}, false);
+        selection.clear();
+        QVERIFY(selection.isEmpty());
+        QVERIFY(!selection.isDragging());
+    }
+
+    void selectionOnAFractionalScreenReachesItsVeryEdge()
+    {
+        const QSizeF canvas(1366 / 1.5, 768 / 1.5);
+        Selection selection(canvas);
+        dragOut(selection, {0, 0}, {2000, 2000});
+        QCOMPARE(selection.rect(), QRectF(QPointF(), canvas));
+    }
+
+    void cursorTellsWhatAPressWouldDo_data()
+    {
+        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<Qt::CursorShape>("expected");
+        QTest::newRow("outside") << QPointF(500, 500) << Qt::CrossCursor;
+        QTest::newRow("inside") << QPointF(200, 200) << Qt::OpenHandCursor;
+        QTest::newRow("left edge") << QPointF(100, 200) << Qt::SizeHorCursor;
+        QTest::newRow("top edge") << QPointF(200, 100) << Qt::SizeVerCursor;
+        QTest::newRow("corner") << QPointF(300, 300) << Qt::CrossCursor;
+    }
+    void cursorTellsWhatAPressWouldDo()
+    {
+        QFETCH(QPointF, point);
+        QTEST(cursorAt(selected({100, 100, 200, 200}), point), "expected");
+    }
+
+    void cursorIsACrosshairWhileNothingIsSelected()
+    {
+        QCOMPARE(cursorAt(Selection(kCanvas), {10, 10}), Qt::CrossCursor);
+    }
+};
+
+BRINDLECAM_TEST(TestSelection);
+
+} // namespace brindlecam
+
+#include "tst_selection.moc"
