@@ -42,6 +42,8 @@ public:
     void resume();
 
 private:
+    void bringUp(QDialog& dialog);
+
     Panels& m_panels;
     std::vector<QPointer<QDialog>> m_open;
     bool m_suspended = false;

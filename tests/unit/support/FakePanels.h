@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <set>
 #include <vector>
 
 namespace brindlecam::test {
@@ -45,10 +46,12 @@ public:
     /// How many of the panels ever shown are visible now.
     [[nodiscard]] int visibleNow() const
     {
-        int count = 0;
-        for (const Shown& panel : shown)
-            count += panel.widget && panel.widget->isVisible() ? 1 : 0;
-        return count;
+        std::set<const QWidget*> visible;
+        for (const Shown& panel : shown) {
+            if (panel.widget && panel.widget->isVisible())
+                visible.insert(panel.widget);
+        }
+        return static_cast<int>(visible.size());
     }
 };
 

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/HotKeys.h"
+
+#include <map>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace brindlecam::test {
+
+/// A keyboard of the test's own: refuses what other programs hold, and a combination twice.
+class FakeHotKeys final : public HotKeys {
+public:
+    using Combination = std::pair<int, int>; ///< key code, modifiers
+
+    std::set<Combination> heldByOthers;
+    std::map<Combination, std::function<void()>> registered;
+    int duplicates = 0; ///< registrations of a combination that was registered already
+
+    [[nodiscard]] std::unique_ptr<HotKeyRegistration>
+    registerKey(int keyCode, int modifiers, std::function<void()> pressed) override
+    {
+        const Combination combination(keyCode, modifiers);
+        if (heldByOthers.contains(combination))
+            return nullptr;
+        if (!registered.emplace(combination, std::move(pressed)).second) {
+            ++duplicates;
+            return nullptr;
+        }
+        return std::make_unique<Registration>(*this, combination);
+    }
+
+    /// Presses the keys; nothing happens when nobody registered them.
+    void press(int keyCode, int modifiers)
+    {
+        const auto found = registered.find({keyCode, modifiers});
+        if (found != registered.end())
+            found->second();
+    }
+
+private:
+    class Registration final : public HotKeyRegistration {
+    public:
+        Registration(FakeHotKeys& keys, Combination combination)
+            : m_keys(keys)
+            , m_combination(std::move(combination))
+        {}
+        ~Registration() override { m_keys.registered.erase(m_combination); }
+
+    private:
+        FakeHotKeys& m_keys;
+        Combination m_combination;
+    };
+};
+
+} // namespace brindlecam::test
