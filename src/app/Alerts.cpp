@@ -134,4 +134,10 @@ void Alerts::resume()
     }
 }
 
+bool Alerts::visible() const
+{
+    return std::ranges::any_of(
+        m_open, [](const QPointer<QDialog>& dialog) { return dialog && dialog->isVisible(); });
+}
+
 } // namespace brindlecam

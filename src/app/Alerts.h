@@ -41,6 +41,9 @@ public:
     /// Brings them back.
     void resume();
 
+    /// Whether one is on a screen.
+    [[nodiscard]] bool visible() const;
+
 private:
     void bringUp(QDialog& dialog);
 
