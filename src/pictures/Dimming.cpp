@@ -23,10 +23,12 @@ std::uint32_t dimmedPixel(std::uint32_t pixel)
 void dimRows(const QImage& bright, uchar* dimmed, qsizetype dimmedBytesPerLine, int firstRow,
              int rows)
 {
+    // Read once: through the picture the compiler would have to ask again after each pixel.
+    const int width = bright.width();
     for (int y = firstRow; y < firstRow + rows; ++y) {
         const auto* source = reinterpret_cast<const std::uint32_t*>(bright.constScanLine(y));
         auto* target = reinterpret_cast<std::uint32_t*>(dimmed + y * dimmedBytesPerLine);
-        for (int x = 0; x < bright.width(); ++x)
+        for (int x = 0; x < width; ++x)
             target[x] = dimmedPixel(source[x]);
     }
 }
