@@ -1,0 +1,79 @@
+#!/usr/bin/env bash
+# Shows that each rule fails where it is broken: a small tree that keeps every rule, then one
+# violation at a time.
+set -euo pipefail
+rules=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+tree=$(mktemp -d)
+trap 'rm -rf "$tree"' EXIT
+failures=0
+
+# A tree that keeps all rules.
+plant() {
+    rm -rf "$tree"
+    mkdir -p "$tree"/{src/base,src/app,docs}
+    cp "$rules/../../.clang-format" "$tree/"
+    cat >"$tree/src/base/CMakeLists.txt" <<'TEXT'
+# base: the ground.
+# May include: nothing of ours. Qt Core only.
+brindlecam_room(base SOURCES Good.cpp Good.h)
+TEXT
+    cat >"$tree/src/app/CMakeLists.txt" <<'TEXT'
+# app: one floor up.
+# May include: base.
+brindlecam_room(app SOURCES Above.h)
+TEXT
+    echo '#pragma once' >"$tree/src/base/Good.h"
+    printf '#include "base/Good.h"\n\n#include <QString>\n' >"$tree/src/base/Good.cpp"
+    printf '#pragma once\n\n#include "base/Good.h"\n' >"$tree/src/app/Above.h"
+    printf 'See `src/base/Good.h`, `base/Good.cpp` and [more](docs/MORE.md), not `image/png`.\n' >"$tree/README.md"
+    echo '[back](../README.md)' >"$tree/docs/MORE.md"
+}
+
+passes() {
+    if ! "$rules/$1.sh" "$tree" >"$tree/.out" 2>&1; then
+        echo "$1 complains about a tree without fault:"
+        cat "$tree/.out"
+        failures=$((failures + 1))
+    fi
+}
+
+# catches RULE WHAT COMMAND: after the command, run inside a fresh tree, the rule must fail.
+catches() {
+    local rule=$1 what=$2
+    plant
+    (cd "$tree" && eval "$3")
+    if "$rules/$rule.sh" "$tree" >/dev/null 2>&1; then
+        echo "$rule does not see: $what"
+        failures=$((failures + 1))
+    fi
+}
+
+for rule in rooms system docs listed machine sizes format; do
+    plant
+    passes $rule
+done
+
+catches rooms "an include of a room above" 'echo "#include \"app/Above.h\"" >>src/base/Good.cpp'
+catches rooms "an include without its room" 'echo "#include \"Good.h\"" >>src/base/Good.cpp'
+catches rooms "a Qt header by its module" 'echo "#include <QtWidgets/QWidget>" >>src/base/Good.cpp'
+catches rooms "permission to include a room above" 'sed -i "2s/.*/# May include: app./" src/base/CMakeLists.txt'
+catches rooms "a room that does not say what it is for" 'sed -i 1d src/base/CMakeLists.txt'
+catches rooms "a room that does not say what it includes" 'sed -i 2d src/app/CMakeLists.txt'
+catches rooms "a room without a list" 'mkdir src/canvas'
+catches rooms "a room nobody knows" 'cp -r src/app src/attic; sed -i "1s/app/attic/" src/attic/CMakeLists.txt'
+catches system "a question when compiling" 'printf "#ifdef Q_OS_MACOS\n#endif\n" >>src/app/Above.h'
+catches system "a question with the compiler'\''s word" 'printf "#if defined(__linux__)\n#endif\n" >>src/base/Good.cpp'
+catches system "a question when running" 'echo "bool a = QGuiApplication::platformName().isEmpty();" >>src/base/Good.cpp'
+catches docs "a code span without a file" 'echo "\`src/base/Gone.h\`" >>README.md'
+catches docs "a file of a room that is gone" 'echo "\`base/Gone.cpp\`" >>docs/MORE.md'
+catches docs "a link to nowhere" 'echo "[x](GONE.md)" >>docs/MORE.md'
+catches docs "a missing README" 'rm README.md'
+catches listed "a file that nobody builds" 'echo "#pragma once" >src/base/Stray.h'
+catches listed "a file whose name only ends like a listed one" 'echo "#pragma once" >src/base/ood.h'
+catches machine "a path of one machine" 'echo "see /work""/notes.txt" >>docs/MORE.md'
+catches machine "a fixed name below /tmp" 'echo "touch /tmp""/lock" >run'
+catches sizes "a long file" 'seq 401 | sed "s|.*|//|" >>src/base/Good.cpp'
+catches format "a line out of form" 'echo "int   a;" >>src/base/Good.cpp'
+
+[ "$failures" -eq 0 ] || exit 1
+echo "every rule sees what it is for"
