@@ -1,0 +1,90 @@
+#include "platform/linux/x11/X11Events.h"
+
+#include "platform/linux/x11/X11.h"
+
+#include <QCoreApplication>
+
+#include <cstring>
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+/// Major opcode of the input extension, 0 when the server lacks it. Its events all look alike at
+/// the start, with their time in the third word.
+std::uint8_t inputExtension() {
+    constexpr char kName[] = "XInputExtension";
+    const auto cookie = xcb_query_extension(x11::connection(), sizeof(kName) - 1, kName);
+    const x11::Owned<xcb_query_extension_reply_t> reply(
+        xcb_query_extension_reply(x11::connection(), cookie, nullptr));
+    return reply && reply->present ? reply->major_opcode : std::uint8_t{0};
+}
+
+bool comesFromGrab(const xcb_generic_event_t& event) {
+    if (kindOf(event) != XCB_FOCUS_IN && kindOf(event) != XCB_FOCUS_OUT)
+        return false;
+    const auto mode = reinterpret_cast<const xcb_focus_in_event_t&>(event).mode;
+    return mode == XCB_NOTIFY_MODE_GRAB || mode == XCB_NOTIFY_MODE_UNGRAB;
+}
+
+} // namespace
+
+X11Events::X11Events()
+    : m_inputExtension(inputExtension()) {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11Events::~X11Events() {
+    if (QCoreApplication::instance())
+        QCoreApplication::instance()->removeNativeEventFilter(this);
+}
+
+X11Events::Subscription X11Events::listen(Listener listener) {
+    std::erase_if(m_listeners, [](const auto& known) { return known.expired(); });
+    auto subscription = std::make_shared<const Listener>(std::move(listener));
+    m_listeners.push_back(subscription);
+    return subscription;
+}
+
+bool X11Events::nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) {
+    Q_UNUSED(result);
+    if (kind != "xcb_generic_event_t")
+        return false;
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    noteTime(event);
+    if (comesFromGrab(event))
+        return true;
+    // By index and with a share of the listener: listeners come and go during a call.
+    for (std::size_t i = 0; i < m_listeners.size(); ++i) {
+        const Subscription listener = m_listeners[i].lock();
+        if (listener && (*listener)(event) == Verdict::swallow)
+            return true;
+    }
+    return false;
+}
+
+void X11Events::noteTime(const xcb_generic_event_t& event) {
+    switch (kindOf(event)) {
+    case XCB_KEY_PRESS:
+    case XCB_KEY_RELEASE:
+    case XCB_BUTTON_PRESS:
+    case XCB_BUTTON_RELEASE:
+    case XCB_MOTION_NOTIFY:
+    case XCB_ENTER_NOTIFY:
+    case XCB_LEAVE_NOTIFY:
+        m_lastTime = reinterpret_cast<const xcb_key_press_event_t&>(event).time;
+        break;
+    case XCB_PROPERTY_NOTIFY:
+        m_lastTime = reinterpret_cast<const xcb_property_notify_event_t&>(event).time;
+        break;
+    case XCB_GE_GENERIC: {
+        const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+        if (m_inputExtension != 0 && generic.extension == m_inputExtension)
+            std::memcpy(&m_lastTime, reinterpret_cast<const char*>(&event) + 12, 4);
+        break;
+    }
+    }
+}
+
+} // namespace brindlecam

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QAbstractNativeEventFilter>
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace brindlecam {
+
+/// Raw events of Qt's connection for the ports that need them, before Qt sees them. Main thread;
+/// there is one of these, installed as long as it lives, and the application object outlives it.
+///
+/// It also keeps from Qt the focus changes that a key grab makes (modes Grab and Ungrab): nothing
+/// really loses the focus then, but Qt would end text editing after a tenth of a second.
+class X11Events final : public QAbstractNativeEventFilter {
+public:
+    enum class Verdict { pass, swallow };
+    using Listener = std::function<Verdict(const xcb_generic_event_t&)>;
+    /// Keeps a listener subscribed; dropping it ends that, also from within the listener.
+    using Subscription = std::shared_ptr<const Listener>;
+
+    X11Events();
+    ~X11Events() override;
+    X11Events(const X11Events&) = delete;
+    X11Events& operator=(const X11Events&) = delete;
+
+    /// Calls `listener` for every event until the subscription is dropped. A swallowed event
+    /// reaches neither later listeners nor Qt.
+    [[nodiscard]] Subscription listen(Listener listener);
+
+    /// The server's time of the latest key, button, pointer or property event; XCB_CURRENT_TIME
+    /// when there was none yet.
+    [[nodiscard]] xcb_timestamp_t lastTime() const { return m_lastTime; }
+
+    /// For Qt.
+    bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
+
+private:
+    void noteTime(const xcb_generic_event_t& event);
+
+    std::vector<std::weak_ptr<const Listener>> m_listeners;
+    xcb_timestamp_t m_lastTime = XCB_CURRENT_TIME;
+    std::uint8_t m_inputExtension = 0;
+};
+
+/// The kind of an event without the bit that says a client sent it.
+[[nodiscard]] inline int kindOf(const xcb_generic_event_t& event) {
+    return event.response_type & 0x7f;
+}
+
+} // namespace brindlecam

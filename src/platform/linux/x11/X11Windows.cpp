@@ -1,0 +1,75 @@
+#include "platform/linux/x11/X11Windows.h"
+
+#include "platform/linux/x11/X11.h"
+
+#include <array>
+
+namespace brindlecam::x11 {
+
+bool isOurs(xcb_window_t window) {
+    const xcb_setup_t& setup = *xcb_get_setup(connection());
+    return (window & ~setup.resource_id_mask) == setup.resource_id_base;
+}
+
+bool isViewable(xcb_window_t window) {
+    const Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+        connection(), xcb_get_window_attributes(connection(), window), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+std::optional<QRect> rectOnRoot(xcb_window_t window) {
+    const auto sizeCookie = xcb_get_geometry(connection(), window);
+    const auto placeCookie = xcb_translate_coordinates(connection(), window, root(), 0, 0);
+    const Owned<xcb_get_geometry_reply_t> size(
+        xcb_get_geometry_reply(connection(), sizeCookie, nullptr));
+    const Owned<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(connection(), placeCookie, nullptr));
+    if (!size || !place)
+        return std::nullopt;
+    return QRect(place->dst_x, place->dst_y, size->width, size->height);
+}
+
+void configure(xcb_window_t window, const QRect& rect) {
+    const std::array<std::int32_t, 4> values{rect.x(), rect.y(), rect.width(), rect.height()};
+    xcb_configure_window(connection(), window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values.data());
+}
+
+void raise(xcb_window_t window) {
+    constexpr std::uint32_t kAbove = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_STACK_MODE, &kAbove);
+}
+
+bool setFocus(xcb_window_t window) {
+    // With the current time, not an event's: after a command from outside there is no event, and
+    // an older one would be refused without a word.
+    const auto cookie = xcb_set_input_focus_checked(connection(), XCB_INPUT_FOCUS_POINTER_ROOT,
+                                                    window, XCB_CURRENT_TIME);
+    const Owned<xcb_generic_error_t> error(xcb_request_check(connection(), cookie));
+    return !error;
+}
+
+void activate(xcb_window_t window, xcb_timestamp_t time) {
+    constexpr std::uint32_t kFromPager = 2;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = kFromPager;
+    message.data.data32[1] = time;
+    xcb_send_event(connection(), 0, root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(connection());
+}
+
+void setProperty32(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                   const std::vector<std::uint32_t>& values) {
+    xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, window, property, type, 32,
+                        static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+} // namespace brindlecam::x11

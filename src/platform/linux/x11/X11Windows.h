@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QRect>
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace brindlecam::x11 {
+
+/// Small requests about one window, ours or not. Main thread; sizes are native pixels.
+
+/// Whether a client of this connection made the window.
+[[nodiscard]] bool isOurs(xcb_window_t window);
+/// Whether the window and all its parents are mapped now; false when it is gone.
+[[nodiscard]] bool isViewable(xcb_window_t window);
+/// Where the window lies on the root window now, without its border; none when it is gone.
+[[nodiscard]] std::optional<QRect> rectOnRoot(xcb_window_t window);
+
+/// Moves and resizes the window.
+void configure(xcb_window_t window, const QRect& rect);
+void raise(xcb_window_t window);
+
+/// Gives the keyboard focus to a window, or to XCB_INPUT_FOCUS_POINTER_ROOT. False when it can't
+/// have it because it is gone or not viewable.
+bool setFocus(xcb_window_t window);
+
+/// Asks the window manager to activate a window as if the user had chosen it in a task list.
+void activate(xcb_window_t window, xcb_timestamp_t time);
+
+/// Replaces a property of 32-bit items.
+void setProperty32(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                   const std::vector<std::uint32_t>& values);
+
+} // namespace brindlecam::x11

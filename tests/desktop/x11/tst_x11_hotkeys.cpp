@@ -1,0 +1,212 @@
+#include "base/KeyCodes.h"
+#include "base/KeyCombo.h"
+#include "platform/linux/x11/X11.h"
+#include "platform/linux/x11/X11Events.h"
+#include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/x11/X11Keyboard.h"
+#include "platform/linux/x11/X11Windows.h"
+#include "support/TestCase.h"
+#include "x11/InputClient.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+
+namespace brindlecam {
+
+using test::InputClient;
+using test::run;
+using test::settle;
+using test::xdotool;
+
+namespace {
+
+constexpr int kKey9 = 25; ///< virtual code of the digit 9
+constexpr std::uint8_t kKey9Code = 18;
+constexpr int kControlShift = controlModifier | shiftModifier;
+constexpr int kPastRepeatMs = 1100; ///< the server repeats after 660 ms
+
+int statesGrabbableBy(InputClient& other, std::uint8_t code, std::uint16_t state) {
+    int grabbed = 0;
+    for (const std::uint16_t locks : x11::ModifierBits::read().lockStates())
+        grabbed += other.grabKey(code, state | locks) ? 1 : 0;
+    other.ungrabKeys();
+    return grabbed;
+}
+
+} // namespace
+
+class TestX11HotKeys final : public test::TestCase {
+    Q_OBJECT
+
+private:
+    std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
+    X11HotKeys m_hotKeys{m_events};
+    int m_presses = 0;
+
+    std::unique_ptr<HotKeyRegistration> take(int key, int modifiers) {
+        return m_hotKeys.registerKey(key, modifiers, [this] { ++m_presses; });
+    }
+
+private Q_SLOTS:
+    void init() {
+        TestCase::init();
+        m_presses = 0;
+    }
+    void cleanup() {
+        xdotool(QStringLiteral("keyup 9 keyup Escape keyup ctrl keyup shift"));
+        settle();
+    }
+
+    void heldKeyFiresOnce() {
+        const auto registration = take(kKey9, kControlShift);
+        QVERIFY(registration);
+        QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
+        QTRY_COMPARE(m_presses, 1);
+        QTest::qWait(kPastRepeatMs);
+        QCOMPARE(m_presses, 1);
+        QVERIFY(xdotool(QStringLiteral("keyup 9 keydown 9")));
+        QTRY_COMPARE(m_presses, 2);
+    }
+
+    void heldKeyDoesNotFireForARegistrationMadeMeanwhile() {
+        auto registration = take(kKey9, kControlShift);
+        QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
+        QTRY_COMPARE(m_presses, 1);
+        registration.reset();
+        registration = take(kKey9, kControlShift);
+        QTest::qWait(kPastRepeatMs);
+        QCOMPARE(m_presses, 1);
+    }
+
+    void keyHeldBeforeItsRegistrationDoesNotFireUntilPressedAgain() {
+        QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
+        auto registration = take(kKey9, kControlShift);
+        QTest::qWait(kPastRepeatMs);
+        QCOMPARE(m_presses, 0);
+        QVERIFY(xdotool(QStringLiteral("keyup 9 keydown 9")));
+        QTRY_COMPARE(m_presses, 1);
+    }
+
+    void firesWithLocksOn_data() {
+        QTest::addColumn<QString>("lock");
+        QTest::newRow("Num Lock") << QStringLiteral("Num_Lock");
+        QTest::newRow("Caps Lock") << QStringLiteral("Caps_Lock");
+    }
+    void firesWithLocksOn() {
+        QFETCH(QString, lock);
+        const auto registration = take(kKey9, kControlShift);
+        QVERIFY(xdotool(QStringLiteral("key ") + lock));
+        QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift key 9")));
+        QTRY_COMPARE(m_presses, 1);
+        QVERIFY(xdotool(QStringLiteral("keyup ctrl keyup shift key ") + lock));
+    }
+
+    void firesForEachModifier_data() {
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("Super") << int(commandModifier) << QStringLiteral("super");
+        QTest::newRow("Alt") << int(optionModifier) << QStringLiteral("alt");
+        QTest::newRow("Control") << int(controlModifier) << QStringLiteral("ctrl");
+    }
+    void firesForEachModifier() {
+        QFETCH(int, modifiers);
+        QFETCH(QString, keys);
+        const auto registration = take(kKey9, modifiers);
+        QVERIFY(registration);
+        QVERIFY(xdotool(QStringLiteral("key 9 key ctrl+shift+9")));
+        QVERIFY(
+            xdotool(QStringLiteral("keydown ") + keys + QStringLiteral(" key 9 keyup ") + keys));
+        QTRY_COMPARE(m_presses, 1);
+        settle();
+        QCOMPARE(m_presses, 1);
+    }
+
+    void refusedKeyIsNullAndLeavesNothingGrabbed() {
+        InputClient other(QRect(10, 10, 50, 50));
+        constexpr std::uint16_t kState = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
+        // One lock combination is enough.
+        QVERIFY(other.grabKey(kKey9Code, kState | XCB_MOD_MASK_LOCK));
+        QVERIFY(!take(kKey9, kControlShift));
+        other.ungrabKeys();
+        QCOMPARE(statesGrabbableBy(other, kKey9Code, kState),
+                 int(x11::ModifierBits::read().lockStates().size()));
+        QVERIFY(take(kKey9, kControlShift));
+    }
+
+    void destroyedRegistrationGivesTheKeyBack() {
+        InputClient other(QRect(10, 10, 50, 50));
+        constexpr std::uint16_t kState = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
+        auto registration = take(kKey9, kControlShift);
+        QCOMPARE(statesGrabbableBy(other, kKey9Code, kState), 0);
+        registration.reset();
+        QVERIFY(statesGrabbableBy(other, kKey9Code, kState) > 0);
+    }
+
+    void secondRegistrationOfACombinationSurvivesTheFirst() {
+        auto first = take(kKey9, kControlShift);
+        const auto second = take(kKey9, kControlShift);
+        first.reset();
+        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        QTRY_COMPARE(m_presses, 1);
+    }
+
+    void callbackMayDestroyItsRegistration() {
+        std::unique_ptr<HotKeyRegistration> registration;
+        registration = m_hotKeys.registerKey(kKey9, kControlShift, [&] {
+            registration.reset();
+            ++m_presses;
+        });
+        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        QTRY_COMPARE(m_presses, 1);
+        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        settle();
+        QCOMPARE(m_presses, 1);
+    }
+
+    void keysAreGrabbedAgainWhenTheModifiersMove() {
+        const auto bits = x11::ModifierBits::read();
+        QCOMPARE(bits.super, std::uint16_t(XCB_MOD_MASK_4));
+        const auto registration = take(kKey9, commandModifier);
+        QVERIFY(run(QStringLiteral("xmodmap"),
+                    {QStringLiteral("-e"), QStringLiteral("clear mod3"), QStringLiteral("-e"),
+                     QStringLiteral("clear mod4"), QStringLiteral("-e"),
+                     QStringLiteral("add mod3 = Super_L")}));
+        settle();
+        QCOMPARE(x11::ModifierBits::read().super, std::uint16_t(XCB_MOD_MASK_3));
+        InputClient other(QRect(10, 10, 50, 50));
+        QTRY_COMPARE(statesGrabbableBy(other, kKey9Code, XCB_MOD_MASK_3), 0);
+        QVERIFY(statesGrabbableBy(other, kKey9Code, XCB_MOD_MASK_4) > 0);
+        QVERIFY(xdotool(QStringLiteral("keydown super key 9 keyup super")));
+        QTRY_COMPARE(m_presses, 1);
+
+        QVERIFY(run(QStringLiteral("setxkbmap"), {QStringLiteral("us")}));
+        settle();
+        QTRY_COMPARE(statesGrabbableBy(other, kKey9Code, XCB_MOD_MASK_4), 0);
+    }
+
+    void escapeAloneCanBeTakenAndFiresOnce() {
+        QLineEdit field;
+        field.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&field));
+        QTRY_VERIFY(x11::setFocus(static_cast<xcb_window_t>(field.winId())));
+        QTRY_VERIFY(field.hasFocus());
+        const auto registration = take(KeyCodes::kEscape, 0);
+        QVERIFY(registration);
+        QSignalSpy ended(&field, &QLineEdit::editingFinished);
+        QVERIFY(xdotool(QStringLiteral("keydown Escape")));
+        QTRY_COMPARE(m_presses, 1);
+        QTest::qWait(kPastRepeatMs);
+        QVERIFY(xdotool(QStringLiteral("keyup Escape")));
+        settle();
+        QCOMPARE(m_presses, 1);
+        // The grab looked like a lost focus; Qt must not have believed it.
+        QCOMPARE(ended.count(), 0);
+        QVERIFY(field.hasFocus());
+    }
+};
+
+BRINDLECAM_TEST(TestX11HotKeys);
+
+} // namespace brindlecam
+
+#include "tst_x11_hotkeys.moc"
