@@ -12,7 +12,8 @@
 namespace brindlecam::test {
 
 InputClient::InputClient(const QRect& rect, Kind kind)
-    : m_connection(xcb_connect(nullptr, nullptr)) {
+    : m_connection(xcb_connect(nullptr, nullptr))
+{
     m_window = xcb_generate_id(m_connection);
     const std::array<std::uint32_t, 3> values{
         0x00336699, kind == Kind::overrideRedirect ? 1u : 0u,
@@ -34,15 +35,18 @@ InputClient::InputClient(const QRect& rect, Kind kind)
     sync();
 }
 
-InputClient::~InputClient() {
+InputClient::~InputClient()
+{
     xcb_disconnect(m_connection);
 }
 
-xcb_window_t InputClient::root() const {
+xcb_window_t InputClient::root() const
+{
     return xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
 }
 
-void InputClient::activate() {
+void InputClient::activate()
+{
     if (!QTest::qWaitFor([this] { return viewable(); }))
         return;
     if (x11::hasWindowManager()) {
@@ -53,56 +57,66 @@ void InputClient::activate() {
     sync();
 }
 
-bool InputClient::hasFocus() {
+bool InputClient::hasFocus()
+{
     return focusedWindow() == m_window;
 }
 
-xcb_window_t InputClient::focusedWindow() {
+xcb_window_t InputClient::focusedWindow()
+{
     const x11::Owned<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
     return reply ? reply->focus : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
-bool InputClient::grabKey(std::uint8_t keyCode, std::uint16_t state) {
+bool InputClient::grabKey(std::uint8_t keyCode, std::uint16_t state)
+{
     const x11::Owned<xcb_generic_error_t> error(xcb_request_check(
         m_connection, xcb_grab_key_checked(m_connection, 0, root(), state, keyCode,
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)));
     return !error;
 }
 
-void InputClient::ungrabKeys() {
+void InputClient::ungrabKeys()
+{
     xcb_ungrab_key(m_connection, XCB_GRAB_ANY, root(), XCB_MOD_MASK_ANY);
     sync();
 }
 
-bool InputClient::viewable() {
+bool InputClient::viewable()
+{
     const x11::Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
         m_connection, xcb_get_window_attributes(m_connection, m_window), nullptr));
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
-void InputClient::raise() {
+void InputClient::raise()
+{
     constexpr std::uint32_t kAbove = XCB_STACK_MODE_ABOVE;
     xcb_configure_window(m_connection, m_window, XCB_CONFIG_WINDOW_STACK_MODE, &kAbove);
     sync();
 }
 
-int InputClient::keyEvents() {
+int InputClient::keyEvents()
+{
     read();
     return m_keyEvents;
 }
 
-int InputClient::buttonPresses() {
+int InputClient::buttonPresses()
+{
     read();
     return m_buttonPresses;
 }
 
-int InputClient::focusGains() {
+int InputClient::focusGains()
+{
     read();
     return m_focusGains;
 }
 
-xcb_atom_t InputClient::atom(const char* name) {
+xcb_atom_t InputClient::atom(const char* name)
+{
     const x11::Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         m_connection,
         xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name),
@@ -110,12 +124,14 @@ xcb_atom_t InputClient::atom(const char* name) {
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
-void InputClient::sync() {
+void InputClient::sync()
+{
     const x11::Owned<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }
 
-void InputClient::read() {
+void InputClient::read()
+{
     sync();
     while (const x11::Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
         switch (event->response_type & 0x7f) {
@@ -133,7 +149,8 @@ void InputClient::read() {
     }
 }
 
-bool run(const QString& program, const QStringList& arguments) {
+bool run(const QString& program, const QStringList& arguments)
+{
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(program, arguments);
@@ -141,11 +158,13 @@ bool run(const QString& program, const QStringList& arguments) {
            process.exitCode() == 0;
 }
 
-bool xdotool(const QString& words) {
+bool xdotool(const QString& words)
+{
     return run(QStringLiteral("xdotool"), words.split(QLatin1Char(' ')));
 }
 
-void settle() {
+void settle()
+{
     for (int round = 0; round < 3; ++round) {
         const x11::Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
             x11::connection(), xcb_get_input_focus(x11::connection()), nullptr));

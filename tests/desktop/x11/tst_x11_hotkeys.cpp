@@ -25,7 +25,8 @@ constexpr std::uint8_t kKey9Code = 18;
 constexpr int kControlShift = controlModifier | shiftModifier;
 constexpr int kPastRepeatMs = 1100; ///< the server repeats after 660 ms
 
-int statesGrabbableBy(InputClient& other, std::uint8_t code, std::uint16_t state) {
+int statesGrabbableBy(InputClient& other, std::uint8_t code, std::uint16_t state)
+{
     int grabbed = 0;
     for (const std::uint16_t locks : x11::ModifierBits::read().lockStates())
         grabbed += other.grabKey(code, state | locks) ? 1 : 0;
@@ -43,21 +44,26 @@ private:
     X11HotKeys m_hotKeys{m_events};
     int m_presses = 0;
 
-    std::unique_ptr<HotKeyRegistration> take(int key, int modifiers) {
+    std::unique_ptr<HotKeyRegistration> take(int key, int modifiers)
+    {
         return m_hotKeys.registerKey(key, modifiers, [this] { ++m_presses; });
     }
 
 private Q_SLOTS:
-    void init() {
+    void init()
+    {
         TestCase::init();
         m_presses = 0;
     }
-    void cleanup() {
+    void cleanup()
+    {
         xdotool(QStringLiteral("keyup 9 keyup Escape keyup ctrl keyup shift"));
         settle();
+        m_presses = 0;
     }
 
-    void heldKeyFiresOnce() {
+    void heldKeyFiresOnce()
+    {
         const auto registration = take(kKey9, kControlShift);
         QVERIFY(registration);
         QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
@@ -68,7 +74,8 @@ private Q_SLOTS:
         QTRY_COMPARE(m_presses, 2);
     }
 
-    void heldKeyDoesNotFireForARegistrationMadeMeanwhile() {
+    void heldKeyDoesNotFireForARegistrationMadeMeanwhile()
+    {
         auto registration = take(kKey9, kControlShift);
         QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
         QTRY_COMPARE(m_presses, 1);
@@ -78,7 +85,8 @@ private Q_SLOTS:
         QCOMPARE(m_presses, 1);
     }
 
-    void keyHeldBeforeItsRegistrationDoesNotFireUntilPressedAgain() {
+    void keyHeldBeforeItsRegistrationDoesNotFireUntilPressedAgain()
+    {
         QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
         auto registration = take(kKey9, kControlShift);
         QTest::qWait(kPastRepeatMs);
@@ -87,12 +95,14 @@ private Q_SLOTS:
         QTRY_COMPARE(m_presses, 1);
     }
 
-    void firesWithLocksOn_data() {
+    void firesWithLocksOn_data()
+    {
         QTest::addColumn<QString>("lock");
         QTest::newRow("Num Lock") << QStringLiteral("Num_Lock");
         QTest::newRow("Caps Lock") << QStringLiteral("Caps_Lock");
     }
-    void firesWithLocksOn() {
+    void firesWithLocksOn()
+    {
         QFETCH(QString, lock);
         const auto registration = take(kKey9, kControlShift);
         QVERIFY(xdotool(QStringLiteral("key ") + lock));
@@ -101,14 +111,16 @@ private Q_SLOTS:
         QVERIFY(xdotool(QStringLiteral("keyup ctrl keyup shift key ") + lock));
     }
 
-    void firesForEachModifier_data() {
+    void firesForEachModifier_data()
+    {
         QTest::addColumn<int>("modifiers");
         QTest::addColumn<QString>("keys");
         QTest::newRow("Super") << int(commandModifier) << QStringLiteral("super");
         QTest::newRow("Alt") << int(optionModifier) << QStringLiteral("alt");
         QTest::newRow("Control") << int(controlModifier) << QStringLiteral("ctrl");
     }
-    void firesForEachModifier() {
+    void firesForEachModifier()
+    {
         QFETCH(int, modifiers);
         QFETCH(QString, keys);
         const auto registration = take(kKey9, modifiers);
@@ -121,7 +133,8 @@ private Q_SLOTS:
         QCOMPARE(m_presses, 1);
     }
 
-    void refusedKeyIsNullAndLeavesNothingGrabbed() {
+    void refusedKeyIsNullAndLeavesNothingGrabbed()
+    {
         InputClient other(QRect(10, 10, 50, 50));
         constexpr std::uint16_t kState = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
         // One lock combination is enough.
@@ -133,7 +146,8 @@ private Q_SLOTS:
         QVERIFY(take(kKey9, kControlShift));
     }
 
-    void destroyedRegistrationGivesTheKeyBack() {
+    void destroyedRegistrationGivesTheKeyBack()
+    {
         InputClient other(QRect(10, 10, 50, 50));
         constexpr std::uint16_t kState = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
         auto registration = take(kKey9, kControlShift);
@@ -142,7 +156,8 @@ private Q_SLOTS:
         QVERIFY(statesGrabbableBy(other, kKey9Code, kState) > 0);
     }
 
-    void secondRegistrationOfACombinationSurvivesTheFirst() {
+    void secondRegistrationOfACombinationSurvivesTheFirst()
+    {
         auto first = take(kKey9, kControlShift);
         const auto second = take(kKey9, kControlShift);
         first.reset();
@@ -150,7 +165,8 @@ private Q_SLOTS:
         QTRY_COMPARE(m_presses, 1);
     }
 
-    void callbackMayDestroyItsRegistration() {
+    void callbackMayDestroyItsRegistration()
+    {
         std::unique_ptr<HotKeyRegistration> registration;
         registration = m_hotKeys.registerKey(kKey9, kControlShift, [&] {
             registration.reset();
@@ -163,7 +179,8 @@ private Q_SLOTS:
         QCOMPARE(m_presses, 1);
     }
 
-    void keysAreGrabbedAgainWhenTheModifiersMove() {
+    void keysAreGrabbedAgainWhenTheModifiersMove()
+    {
         const auto bits = x11::ModifierBits::read();
         QCOMPARE(bits.super, std::uint16_t(XCB_MOD_MASK_4));
         const auto registration = take(kKey9, commandModifier);
@@ -184,7 +201,8 @@ private Q_SLOTS:
         QTRY_COMPARE(statesGrabbableBy(other, kKey9Code, XCB_MOD_MASK_4), 0);
     }
 
-    void escapeAloneCanBeTakenAndFiresOnce() {
+    void escapeAloneCanBeTakenAndFiresOnce()
+    {
         QLineEdit field;
         field.show();
         QVERIFY(QTest::qWaitForWindowExposed(&field));

@@ -7,9 +7,12 @@
 namespace brindlecam::x11 {
 
 KeyGrab::KeyGrab(Keys keys)
-    : m_keys(std::move(keys)) {}
+    : m_keys(std::move(keys))
+{
+}
 
-std::unique_ptr<KeyGrab> KeyGrab::take(Keys keys) {
+std::unique_ptr<KeyGrab> KeyGrab::take(Keys keys)
+{
     std::vector<xcb_void_cookie_t> asked;
     for (const std::uint8_t code : keys.codes) {
         for (const std::uint16_t state : keys.states) {
@@ -29,7 +32,8 @@ std::unique_ptr<KeyGrab> KeyGrab::take(Keys keys) {
     return grab;
 }
 
-KeyGrab::~KeyGrab() {
+KeyGrab::~KeyGrab()
+{
     for (const std::uint8_t code : m_keys.codes) {
         for (const std::uint16_t state : m_keys.states)
             xcb_ungrab_key(connection(), code, root(), state);

@@ -14,7 +14,8 @@ namespace {
 constexpr std::chrono::seconds kSafetyInterval{1};
 constexpr int kMostSeconds = 10;
 
-xcb_window_t makeWindow() {
+xcb_window_t makeWindow()
+{
     constexpr int kOutside = -10;
     const xcb_window_t window = xcb_generate_id(x11::connection());
     const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_KEY_PRESS |
@@ -34,7 +35,8 @@ KeySink::KeySink(std::shared_ptr<X11Events> events, const x11::KeySet& keys,
     , m_keys(keys)
     , m_keysUp(std::move(keysUp))
     , m_window(makeWindow())
-    , m_secondsLeft(kMostSeconds) {
+    , m_secondsLeft(kMostSeconds)
+{
     QObject::connect(&m_safety, &QTimer::timeout, &m_safety, [this] { lookAfterALongTime(); });
     m_safety.start(kSafetyInterval);
     m_subscription = m_events->listen([this](const auto& event) { return handle(event); });
@@ -43,13 +45,15 @@ KeySink::KeySink(std::shared_ptr<X11Events> events, const x11::KeySet& keys,
     QTimer::singleShot(0, &m_safety, [this] { look(); });
 }
 
-KeySink::~KeySink() {
+KeySink::~KeySink()
+{
     xcb_ungrab_keyboard(x11::connection(), XCB_CURRENT_TIME);
     xcb_destroy_window(x11::connection(), m_window);
     xcb_flush(x11::connection());
 }
 
-void KeySink::take() {
+void KeySink::take()
+{
     x11::setFocus(m_window);
     // The focus alone is not enough: the window manager hands it on when the session's windows go.
     // Refused while another program has the keyboard; then the keys don't reach the window below
@@ -60,7 +64,8 @@ void KeySink::take() {
         xcb_grab_keyboard_reply(x11::connection(), cookie, nullptr));
 }
 
-X11Events::Verdict KeySink::handle(const xcb_generic_event_t& event) {
+X11Events::Verdict KeySink::handle(const xcb_generic_event_t& event)
+{
     if (kindOf(event) != XCB_KEY_PRESS && kindOf(event) != XCB_KEY_RELEASE)
         return X11Events::Verdict::pass;
     if (reinterpret_cast<const xcb_key_press_event_t&>(event).event != m_window)
@@ -70,13 +75,15 @@ X11Events::Verdict KeySink::handle(const xcb_generic_event_t& event) {
     return X11Events::Verdict::swallow;
 }
 
-void KeySink::look() {
+void KeySink::look()
+{
     // A repeat's release leaves the key down.
     if ((x11::keysDown() & m_keys).none())
         finish();
 }
 
-void KeySink::lookAfterALongTime() {
+void KeySink::lookAfterALongTime()
+{
     --m_secondsLeft;
     if (m_secondsLeft <= 0)
         finish();
@@ -84,7 +91,8 @@ void KeySink::lookAfterALongTime() {
         look();
 }
 
-void KeySink::finish() {
+void KeySink::finish()
+{
     // The call may destroy this object, and with it the function.
     if (const auto keysUp = std::exchange(m_keysUp, nullptr))
         keysUp();

@@ -2,11 +2,13 @@
 
 namespace brindlecam::x11 {
 
-bool PressFilter::pressed(std::uint8_t code, xcb_timestamp_t time) const {
+bool PressFilter::pressed(std::uint8_t code, xcb_timestamp_t time) const
+{
     return m_released[code] != time;
 }
 
-void PressFilter::released(std::uint8_t code, xcb_timestamp_t time) {
+void PressFilter::released(std::uint8_t code, xcb_timestamp_t time)
+{
     m_released[code] = time;
 }
 

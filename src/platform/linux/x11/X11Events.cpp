@@ -13,7 +13,8 @@ namespace {
 
 /// Major opcode of the input extension, 0 when the server lacks it. Its events all look alike at
 /// the start, with their time in the third word.
-std::uint8_t inputExtension() {
+std::uint8_t inputExtension()
+{
     constexpr char kName[] = "XInputExtension";
     const auto cookie = xcb_query_extension(x11::connection(), sizeof(kName) - 1, kName);
     const x11::Owned<xcb_query_extension_reply_t> reply(
@@ -21,7 +22,8 @@ std::uint8_t inputExtension() {
     return reply && reply->present ? reply->major_opcode : std::uint8_t{0};
 }
 
-bool comesFromGrab(const xcb_generic_event_t& event) {
+bool comesFromGrab(const xcb_generic_event_t& event)
+{
     if (kindOf(event) != XCB_FOCUS_IN && kindOf(event) != XCB_FOCUS_OUT)
         return false;
     const auto mode = reinterpret_cast<const xcb_focus_in_event_t&>(event).mode;
@@ -31,23 +33,27 @@ bool comesFromGrab(const xcb_generic_event_t& event) {
 } // namespace
 
 X11Events::X11Events()
-    : m_inputExtension(inputExtension()) {
+    : m_inputExtension(inputExtension())
+{
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
-X11Events::~X11Events() {
+X11Events::~X11Events()
+{
     if (QCoreApplication::instance())
         QCoreApplication::instance()->removeNativeEventFilter(this);
 }
 
-X11Events::Subscription X11Events::listen(Listener listener) {
+X11Events::Subscription X11Events::listen(Listener listener)
+{
     std::erase_if(m_listeners, [](const auto& known) { return known.expired(); });
     auto subscription = std::make_shared<const Listener>(std::move(listener));
     m_listeners.push_back(subscription);
     return subscription;
 }
 
-bool X11Events::nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) {
+bool X11Events::nativeEventFilter(const QByteArray& kind, void* message, qintptr* result)
+{
     Q_UNUSED(result);
     if (kind != "xcb_generic_event_t")
         return false;
@@ -64,7 +70,8 @@ bool X11Events::nativeEventFilter(const QByteArray& kind, void* message, qintptr
     return false;
 }
 
-void X11Events::noteTime(const xcb_generic_event_t& event) {
+void X11Events::noteTime(const xcb_generic_event_t& event)
+{
     switch (kindOf(event)) {
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:

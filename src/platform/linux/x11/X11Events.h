@@ -48,7 +48,8 @@ private:
 };
 
 /// The kind of an event without the bit that says a client sent it.
-[[nodiscard]] inline int kindOf(const xcb_generic_event_t& event) {
+[[nodiscard]] inline int kindOf(const xcb_generic_event_t& event)
+{
     return event.response_type & 0x7f;
 }
 

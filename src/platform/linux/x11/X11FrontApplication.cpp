@@ -8,9 +8,12 @@
 namespace brindlecam {
 
 X11FrontApplication::X11FrontApplication(std::shared_ptr<X11Events> events)
-    : m_events(std::move(events)) {}
+    : m_events(std::move(events))
+{
+}
 
-void X11FrontApplication::remember() {
+void X11FrontApplication::remember()
+{
     m_givingBack = false;
     // A new session begins while the last one's keys are still held: whoever was in front before
     // that one gets the focus back after this one.
@@ -22,7 +25,8 @@ void X11FrontApplication::remember() {
         m_front = Front{};
 }
 
-std::optional<X11FrontApplication::Front> X11FrontApplication::foreignFront() {
+std::optional<X11FrontApplication::Front> X11FrontApplication::foreignFront()
+{
     Front front;
     if (x11::hasWindowManager()) {
         const auto active =
@@ -39,7 +43,8 @@ std::optional<X11FrontApplication::Front> X11FrontApplication::foreignFront() {
     return front;
 }
 
-void X11FrontApplication::giveBack() {
+void X11FrontApplication::giveBack()
+{
     if (!m_front || m_givingBack)
         return;
     m_givingBack = true;
@@ -55,13 +60,15 @@ void X11FrontApplication::giveBack() {
     m_sink = std::make_unique<KeySink>(m_events, keys, [this] { keysAreUp(); });
 }
 
-void X11FrontApplication::keysAreUp() {
+void X11FrontApplication::keysAreUp()
+{
     if (m_givingBack)
         handBack();
     m_sink.reset();
 }
 
-void X11FrontApplication::handBack() {
+void X11FrontApplication::handBack()
+{
     m_givingBack = false;
     const Front front = std::exchange(m_front, std::nullopt).value_or(Front{});
     if (front.active != XCB_WINDOW_NONE && x11::hasWindowManager())

@@ -17,7 +17,8 @@ namespace {
 
 constexpr int kFirstKeyCode = 8; ///< of X against evdev
 
-std::vector<std::uint8_t> keyCodes(int virtualKeyCode) {
+std::vector<std::uint8_t> keyCodes(int virtualKeyCode)
+{
     std::vector<std::uint8_t> codes;
     for (const int evdev : KeyCodes::toEvdev(virtualKeyCode))
         codes.push_back(static_cast<std::uint8_t>(evdev + kFirstKeyCode));
@@ -30,7 +31,9 @@ std::vector<std::uint8_t> keyCodes(int virtualKeyCode) {
 class X11HotKeys::Registration final : public HotKeyRegistration {
 public:
     explicit Registration(std::shared_ptr<Wish> wish)
-        : m_wish(std::move(wish)) {}
+        : m_wish(std::move(wish))
+    {
+    }
 
 private:
     std::shared_ptr<Wish> m_wish;
@@ -38,7 +41,8 @@ private:
 
 X11HotKeys::X11HotKeys(std::shared_ptr<X11Events> events)
     : m_events(std::move(events))
-    , m_bits(x11::ModifierBits::read()) {
+    , m_bits(x11::ModifierBits::read())
+{
     if (const auto* xkb = xcb_get_extension_data(x11::connection(), &xcb_xkb_id);
         xkb && xkb->present)
         m_xkbEvent = xkb->first_event;
@@ -51,7 +55,8 @@ X11HotKeys::X11HotKeys(std::shared_ptr<X11Events> events)
 X11HotKeys::~X11HotKeys() = default;
 
 std::unique_ptr<HotKeyRegistration> X11HotKeys::registerKey(int keyCode, int modifiers,
-                                                            std::function<void()> pressed) {
+                                                            std::function<void()> pressed)
+{
     auto wish =
         std::make_shared<Wish>(Wish{keyCodes(keyCode), modifiers, std::move(pressed), nullptr});
     wish->grab = grabFor(*wish);
@@ -62,7 +67,8 @@ std::unique_ptr<HotKeyRegistration> X11HotKeys::registerKey(int keyCode, int mod
     return std::make_unique<Registration>(std::move(wish));
 }
 
-std::shared_ptr<x11::KeyGrab> X11HotKeys::grabFor(const Wish& wish) const {
+std::shared_ptr<x11::KeyGrab> X11HotKeys::grabFor(const Wish& wish) const
+{
     x11::KeyGrab::Keys keys{wish.codes, m_bits.lockStates()};
     for (std::uint16_t& state : keys.states)
         state |= m_bits.stateOf(wish.modifiers);
@@ -74,7 +80,8 @@ std::shared_ptr<x11::KeyGrab> X11HotKeys::grabFor(const Wish& wish) const {
     return x11::KeyGrab::take(std::move(keys));
 }
 
-void X11HotKeys::grabAgain() {
+void X11HotKeys::grabAgain()
+{
     const auto bits = x11::ModifierBits::read();
     if (bits == m_bits)
         return;
@@ -89,7 +96,8 @@ void X11HotKeys::grabAgain() {
     }
 }
 
-X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event) {
+X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
+{
     if (changesKeyboard(event))
         m_regrab.start(0);
     if (kindOf(event) != XCB_KEY_PRESS && kindOf(event) != XCB_KEY_RELEASE)
@@ -106,7 +114,8 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event) {
     return ours ? X11Events::Verdict::swallow : X11Events::Verdict::pass;
 }
 
-void X11HotKeys::press(const xcb_key_press_event_t& event) {
+void X11HotKeys::press(const xcb_key_press_event_t& event)
+{
     for (std::size_t i = m_wishes.size(); i-- > 0;) {
         const auto wish = m_wishes[i].lock();
         if (!wish || !wish->grab ||
@@ -119,7 +128,8 @@ void X11HotKeys::press(const xcb_key_press_event_t& event) {
     }
 }
 
-bool X11HotKeys::changesKeyboard(const xcb_generic_event_t& event) const {
+bool X11HotKeys::changesKeyboard(const xcb_generic_event_t& event) const
+{
     if (kindOf(event) == XCB_MAPPING_NOTIFY)
         return true;
     if (m_xkbEvent == 0 || kindOf(event) != m_xkbEvent)

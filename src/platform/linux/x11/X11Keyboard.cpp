@@ -31,12 +31,14 @@ class ModifierMap final {
 public:
     ModifierMap()
         : m_reply(xcb_get_modifier_mapping_reply(connection(),
-                                                 xcb_get_modifier_mapping(connection()), nullptr)) {
+                                                 xcb_get_modifier_mapping(connection()), nullptr))
+    {
     }
 
     /// Calls `visit(modifier index, key code)` for every assigned key.
     template <typename Visit>
-    void eachKey(Visit visit) const {
+    void eachKey(Visit visit) const
+    {
         if (!m_reply)
             return;
         const xcb_keycode_t* codes = xcb_get_modifier_mapping_keycodes(m_reply.get());
@@ -53,7 +55,8 @@ private:
 };
 
 bool types(xcb_key_symbols_t* symbols, xcb_keycode_t code,
-           std::initializer_list<xcb_keysym_t> wanted) {
+           std::initializer_list<xcb_keysym_t> wanted)
+{
     constexpr int kColumns = 4;
     for (int column = 0; column < kColumns; ++column) {
         const auto symbol = xcb_key_symbols_get_keysym(symbols, code, column);
@@ -67,7 +70,8 @@ bool types(xcb_key_symbols_t* symbols, xcb_keycode_t code,
 
 } // namespace
 
-KeySet keysDown() {
+KeySet keysDown()
+{
     const Owned<xcb_query_keymap_reply_t> reply(
         xcb_query_keymap_reply(connection(), xcb_query_keymap(connection()), nullptr));
     KeySet keys;
@@ -78,13 +82,15 @@ KeySet keysDown() {
     return keys;
 }
 
-KeySet modifierKeys() {
+KeySet modifierKeys()
+{
     KeySet keys;
     ModifierMap().eachKey([&keys](int, xcb_keycode_t code) { keys.set(code); });
     return keys;
 }
 
-ModifierBits ModifierBits::read() {
+ModifierBits ModifierBits::read()
+{
     const KeySymbols symbols(xcb_key_symbols_alloc(connection()));
     ModifierBits bits;
     std::uint16_t locks = XCB_MOD_MASK_LOCK;
@@ -107,7 +113,8 @@ ModifierBits ModifierBits::read() {
     return bits;
 }
 
-std::uint16_t ModifierBits::stateOf(int modifiers) const {
+std::uint16_t ModifierBits::stateOf(int modifiers) const
+{
     std::uint16_t state = 0;
     if (modifiers & shiftModifier)
         state |= XCB_MOD_MASK_SHIFT;
@@ -120,11 +127,13 @@ std::uint16_t ModifierBits::stateOf(int modifiers) const {
     return state;
 }
 
-std::uint16_t ModifierBits::relevant(std::uint16_t state) const {
+std::uint16_t ModifierBits::relevant(std::uint16_t state) const
+{
     return state & kModifierBits & static_cast<std::uint16_t>(~locks);
 }
 
-std::vector<std::uint16_t> ModifierBits::lockStates() const {
+std::vector<std::uint16_t> ModifierBits::lockStates() const
+{
     // Counts through the subsets of `locks`.
     std::vector<std::uint16_t> states{0};
     for (std::uint16_t subset = locks & -locks; subset != 0; subset = (subset - locks) & locks)

@@ -6,18 +6,21 @@
 
 namespace brindlecam::x11 {
 
-bool isOurs(xcb_window_t window) {
+bool isOurs(xcb_window_t window)
+{
     const xcb_setup_t& setup = *xcb_get_setup(connection());
     return (window & ~setup.resource_id_mask) == setup.resource_id_base;
 }
 
-bool isViewable(xcb_window_t window) {
+bool isViewable(xcb_window_t window)
+{
     const Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
         connection(), xcb_get_window_attributes(connection(), window), nullptr));
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
-std::optional<QRect> rectOnRoot(xcb_window_t window) {
+std::optional<QRect> rectOnRoot(xcb_window_t window)
+{
     const auto sizeCookie = xcb_get_geometry(connection(), window);
     const auto placeCookie = xcb_translate_coordinates(connection(), window, root(), 0, 0);
     const Owned<xcb_get_geometry_reply_t> size(
@@ -29,7 +32,8 @@ std::optional<QRect> rectOnRoot(xcb_window_t window) {
     return QRect(place->dst_x, place->dst_y, size->width, size->height);
 }
 
-void configure(xcb_window_t window, const QRect& rect) {
+void configure(xcb_window_t window, const QRect& rect)
+{
     const std::array<std::int32_t, 4> values{rect.x(), rect.y(), rect.width(), rect.height()};
     xcb_configure_window(connection(), window,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
@@ -37,12 +41,14 @@ void configure(xcb_window_t window, const QRect& rect) {
                          values.data());
 }
 
-void raise(xcb_window_t window) {
+void raise(xcb_window_t window)
+{
     constexpr std::uint32_t kAbove = XCB_STACK_MODE_ABOVE;
     xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_STACK_MODE, &kAbove);
 }
 
-bool setFocus(xcb_window_t window) {
+bool setFocus(xcb_window_t window)
+{
     // With the current time, not an event's: after a command from outside there is no event, and
     // an older one would be refused without a word.
     const auto cookie = xcb_set_input_focus_checked(connection(), XCB_INPUT_FOCUS_POINTER_ROOT,
@@ -51,7 +57,8 @@ bool setFocus(xcb_window_t window) {
     return !error;
 }
 
-void activate(xcb_window_t window, xcb_timestamp_t time) {
+void activate(xcb_window_t window, xcb_timestamp_t time)
+{
     constexpr std::uint32_t kFromPager = 2;
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
@@ -67,7 +74,8 @@ void activate(xcb_window_t window, xcb_timestamp_t time) {
 }
 
 void setProperty32(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
-                   const std::vector<std::uint32_t>& values) {
+                   const std::vector<std::uint32_t>& values)
+{
     xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, window, property, type, 32,
                         static_cast<std::uint32_t>(values.size()), values.data());
 }

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "base/Executor.h"
+#include "platform/linux/x11/ClipboardContent.h"
+
+#include <QByteArray>
+
+#include <xcb/xcb.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace brindlecam::x11 {
+
+/// A ClipboardContent as one connection offers it: names became atoms, and what must be made is
+/// made when first asked for. The selection's thread; shared with the requests that wait for it.
+class OfferedContent final : public std::enable_shared_from_this<OfferedContent> {
+public:
+    enum class State { unknown, waiting, ready };
+
+    /// `pool` runs what makes bytes; `post` runs a task on the selection's thread.
+    OfferedContent(xcb_connection_t* connection, ClipboardContent content, Executor pool,
+                   Executor post);
+
+    /// Atoms of the formats in order.
+    [[nodiscard]] std::vector<xcb_atom_t> targets() const;
+    /// What a clipboard manager is asked to keep.
+    [[nodiscard]] const std::vector<xcb_atom_t>& kept() const { return m_kept; }
+
+    /// Whether the bytes of a target are there. Begins to make them when they are not; `madeReady`
+    /// is then called once, later, on the selection's thread.
+    [[nodiscard]] State prepare(xcb_atom_t target, const std::function<void()>& madeReady);
+
+    struct Bytes {
+        xcb_atom_t type = XCB_ATOM_NONE; ///< none: this target can't be had
+        QByteArray bytes;
+    };
+    [[nodiscard]] Bytes bytesOf(xcb_atom_t target) const;
+
+private:
+    struct Format {
+        xcb_atom_t target;
+        xcb_atom_t type;
+        QByteArray bytes;
+        std::function<QByteArray()> make;
+        State state;
+        bool failed = false;
+    };
+    [[nodiscard]] Format* find(xcb_atom_t target);
+
+    std::vector<Format> m_formats;
+    std::vector<xcb_atom_t> m_kept;
+    Executor m_pool;
+    Executor m_post;
+};
+
+} // namespace brindlecam::x11

@@ -1,0 +1,200 @@
+#include "platform/linux/x11/PanelWindow.h"
+
+#include "platform/linux/x11/X11.h"
+#include "platform/linux/x11/X11ServerTime.h"
+#include "platform/linux/x11/X11Windows.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr int kMostCorrections = 8; ///< per show(); more means somebody disagrees
+
+QRect nativeGeometry(const QScreen& screen)
+{
+    // Qt keeps a screen's origin in pixels and divides its size only.
+    return {screen.geometry().topLeft(),
+            (QSizeF(screen.geometry().size()) * screen.devicePixelRatio()).toSize()};
+}
+
+QScreen* screenOf(const QRect& native)
+{
+    for (QScreen* screen : QGuiApplication::screens()) {
+        if (nativeGeometry(*screen).contains(native.center()))
+            return screen;
+    }
+    return QGuiApplication::primaryScreen();
+}
+
+/// The nearest rectangle that Qt can express on that screen.
+QRect roundedPoints(const QRect& native, const QScreen& screen)
+{
+    const QPointF origin(screen.geometry().topLeft());
+    const qreal scale = screen.devicePixelRatio();
+    return {(origin + (QPointF(native.topLeft()) - origin) / scale).toPoint(),
+            (QSizeF(native.size()) / scale).toSize()};
+}
+
+} // namespace
+
+PanelWindow::PanelWindow(QWidget& widget, PanelRole role, std::shared_ptr<X11Events> events)
+    : m_widget(widget)
+    , m_role(role)
+    , m_traits(x11::PanelTraits::of(role))
+    , m_events(std::move(events))
+{
+    const bool dialog = role == PanelRole::dialog;
+    m_widget.setWindowFlags(dialog ? m_widget.windowFlags() | m_traits.flags : m_traits.flags);
+    m_widget.setAttribute(m_traits.type);
+    m_widget.setAttribute(Qt::WA_ShowWithoutActivating, !m_traits.activates);
+    m_widget.setAttribute(Qt::WA_TranslucentBackground, m_traits.blends);
+    if (!dialog)
+        m_widget.winId();
+    m_subscription = m_events->listen([this](const auto& event) { return handle(event); });
+}
+
+xcb_window_t PanelWindow::id() const
+{
+    return static_cast<xcb_window_t>(m_widget.internalWinId());
+}
+
+void PanelWindow::show(const QRect& native)
+{
+    m_native = native;
+    m_correctionsLeft = kMostCorrections;
+    // Dialogs come from hot keys and commands, of which Qt knows no time.
+    const xcb_timestamp_t now = m_traits.activates ? x11::serverTime() : XCB_CURRENT_TIME;
+    if (!native.isEmpty()) {
+        QScreen* screen = screenOf(native);
+        m_widget.setScreen(screen);
+        m_widget.setGeometry(roundedPoints(native, *screen));
+    }
+    m_widget.winId();
+    watchWindow();
+    setHints();
+    setUserTime(now);
+    place();
+    m_widget.show();
+    // Qt has written a user time of its own and may have placed the window by points again.
+    setUserTime(now);
+    place();
+    x11::raise(id());
+    xcb_flush(x11::connection());
+    if (m_traits.activates)
+        focus();
+}
+
+void PanelWindow::watchWindow()
+{
+    QWindow* window = m_widget.windowHandle();
+    if (m_role != PanelRole::overlay || m_watched == window)
+        return;
+    window->installEventFilter(this);
+    m_watched = window;
+}
+
+void PanelWindow::setHints()
+{
+    using x11::atom;
+    using x11::setProperty32;
+    constexpr std::uint32_t kNeverUnredirect = 2;
+    constexpr std::uint32_t kEveryDesktop = 0xffffffff;
+    if (m_role == PanelRole::dialog)
+        return;
+    setProperty32(id(), atom("_NET_WM_BYPASS_COMPOSITOR"), XCB_ATOM_CARDINAL, {kNeverUnredirect});
+    setProperty32(id(), atom("_COMPTON_SHADOW"), XCB_ATOM_CARDINAL, {0});
+    if (m_role == PanelRole::pin && !x11::isViewable(id())) {
+        setProperty32(id(), atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
+                      {atom("_NET_WM_STATE_ABOVE"), atom("_NET_WM_STATE_STICKY"),
+                       atom("_NET_WM_STATE_SKIP_TASKBAR"), atom("_NET_WM_STATE_SKIP_PAGER")});
+        setProperty32(id(), atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL, {kEveryDesktop});
+    }
+}
+
+void PanelWindow::setUserTime(xcb_timestamp_t time)
+{
+    if (time == XCB_CURRENT_TIME)
+        return;
+    const auto property = x11::atom("_NET_WM_USER_TIME");
+    x11::setProperty32(id(), property, XCB_ATOM_CARDINAL, {time});
+    const auto timeWindow =
+        x11::property32(id(), x11::atom("_NET_WM_USER_TIME_WINDOW"), XCB_ATOM_WINDOW);
+    if (!timeWindow.empty())
+        x11::setProperty32(timeWindow.front(), property, XCB_ATOM_CARDINAL, {time});
+}
+
+void PanelWindow::place()
+{
+    if (!m_native.isEmpty())
+        x11::configure(id(), m_native);
+}
+
+void PanelWindow::keepPlace(const QRect& actual)
+{
+    if (m_native.isEmpty() || m_correctionsLeft == 0)
+        return;
+    if (actual != m_native) {
+        --m_correctionsLeft;
+        place();
+        xcb_flush(x11::connection());
+    } else if (!m_traits.keepsPlace) {
+        m_correctionsLeft = 0;
+    }
+}
+
+void PanelWindow::focus()
+{
+    m_focusWhenMapped = !x11::isViewable(id());
+    if (!m_focusWhenMapped)
+        focusNow();
+}
+
+void PanelWindow::focusNow()
+{
+    m_focusWhenMapped = false;
+    if (m_traits.managed && x11::hasWindowManager()) {
+        x11::raise(id());
+        x11::activate(id(), x11::serverTime());
+    } else {
+        x11::setFocus(id());
+    }
+}
+
+X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
+{
+    if (kindOf(event) == XCB_CONFIGURE_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+        if (notify.window != id())
+            return X11Events::Verdict::pass;
+        if (!m_traits.managed)
+            keepPlace({notify.x, notify.y, notify.width, notify.height});
+        else if (const auto actual = x11::rectOnRoot(id()); actual && m_correctionsLeft > 0)
+            keepPlace(*actual);
+    } else if (kindOf(event) == XCB_MAP_NOTIFY) {
+        if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window != id())
+            return X11Events::Verdict::pass;
+        if (m_traits.managed) {
+            if (const auto actual = x11::rectOnRoot(id()))
+                keepPlace(*actual);
+        }
+        if (m_focusWhenMapped)
+            focusNow();
+    }
+    return X11Events::Verdict::pass;
+}
+
+bool PanelWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress && watched != QGuiApplication::focusWindow())
+        focus();
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace brindlecam

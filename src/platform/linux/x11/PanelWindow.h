@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/linux/x11/PanelTraits.h"
+#include "platform/linux/x11/X11Events.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QRect>
+#include <QWidget>
+
+#include <xcb/xcb.h>
+
+#include <memory>
+
+namespace brindlecam {
+
+/// One widget in its panel role: keeps its native window where it belongs and gives it the focus.
+/// Main thread; rectangles are native pixels. Lives as long as its widget.
+class PanelWindow final : public QObject {
+    Q_OBJECT
+
+public:
+    PanelWindow(QWidget& widget, PanelRole role, std::shared_ptr<X11Events> events);
+
+    void show(const QRect& native);
+    void focus();
+
+protected:
+    /// A press on an overlay gives it the focus before the press arrives.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    [[nodiscard]] xcb_window_t id() const;
+    void watchWindow();
+    void setHints();
+    void setUserTime(xcb_timestamp_t time);
+    void place();
+    void keepPlace(const QRect& actual);
+    void focusNow();
+    X11Events::Verdict handle(const xcb_generic_event_t& event);
+
+    QWidget& m_widget;
+    PanelRole m_role;
+    x11::PanelTraits m_traits;
+    std::shared_ptr<X11Events> m_events;
+    QRect m_native; ///< where it belongs; empty: wherever it is
+    int m_correctionsLeft = 0;
+    bool m_focusWhenMapped = false;
+    QPointer<QObject> m_watched;
+    X11Events::Subscription m_subscription;
+};
+
+} // namespace brindlecam

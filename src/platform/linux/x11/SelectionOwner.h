@@ -1,0 +1,89 @@
+#pragma once
+
+#include "base/Executor.h"
+#include "platform/linux/x11/IncrTransfer.h"
+#include "platform/linux/x11/OfferedContent.h"
+#include "platform/linux/x11/SelectionAtoms.h"
+
+#include <xcb/xcb.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace brindlecam::x11 {
+
+/// Owns CLIPBOARD on one connection and answers who asks for it. Everything happens on the
+/// selection's thread, which passes the events of the connection in.
+///
+/// What was asked for before a newer content came, or before another client took the selection, is
+/// still answered with what was there then.
+class SelectionOwner final {
+public:
+    /// `pool` runs what makes bytes; `post` runs a task on the selection's thread while this lives.
+    SelectionOwner(xcb_connection_t* connection, Executor pool, Executor post);
+    ~SelectionOwner();
+    SelectionOwner(const SelectionOwner&) = delete;
+    SelectionOwner& operator=(const SelectionOwner&) = delete;
+
+    /// Takes the selection for this content with a fresh time of the server. `taken` is called once
+    /// with what became of it.
+    void take(ClipboardContent content, std::function<void(bool)> taken);
+
+    /// Asks the clipboard manager to keep the content. `done` is called once: when it has, or at
+    /// once when there is none or the selection isn't ours.
+    void handOver(std::function<void()> done);
+
+    void handle(const xcb_generic_event_t& event);
+
+    /// When a silent requestor is to be given up; none while no transfer is under way.
+    [[nodiscard]] std::optional<IncrTransfer::Clock::time_point> deadline() const;
+    /// Gives up requestors that have been silent for too long.
+    void giveUpSilent();
+
+private:
+    using Content = std::shared_ptr<OfferedContent>;
+    struct Taking {
+        Content content;
+        std::function<void(bool)> taken;
+    };
+    struct Request {
+        xcb_selection_request_event_t event;
+        Content content;
+    };
+
+    void own(xcb_timestamp_t time);
+    void lose();
+    void propertyChanged(const xcb_property_notify_event_t& event);
+    void requested(const xcb_selection_request_event_t& event);
+
+    [[nodiscard]] bool isReady(const Request& request);
+    void answerWaiting();
+    void answer(const Request& request);
+    [[nodiscard]] bool answerOne(const Request& request, xcb_atom_t target, xcb_atom_t property);
+    [[nodiscard]] bool answerMultiple(const Request& request, xcb_atom_t property);
+    void deliver(const Request& request, xcb_atom_t property, OfferedContent::Bytes bytes);
+    void notify(const xcb_selection_request_event_t& event, xcb_atom_t property);
+    void write(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+               const std::vector<xcb_atom_t>& values);
+    [[nodiscard]] std::vector<xcb_atom_t> readAtoms(xcb_window_t window, xcb_atom_t property);
+    [[nodiscard]] xcb_window_t ownerOf(xcb_atom_t selection);
+
+    void watch(xcb_window_t requestor, std::uint32_t events);
+    void dropTransfersOf(xcb_window_t requestor);
+
+    xcb_connection_t* m_connection;
+    SelectionAtoms m_atoms;
+    Executor m_pool;
+    Executor m_post;
+    xcb_window_t m_window = XCB_WINDOW_NONE;
+    std::optional<Taking> m_taking; ///< waits for the server's time
+    Content m_content;              ///< null: the selection isn't ours
+    xcb_timestamp_t m_since = XCB_CURRENT_TIME;
+    std::vector<Request> m_waiting; ///< for bytes that are being made
+    std::vector<IncrTransfer> m_transfers;
+    std::function<void()> m_handedOver;
+};
+
+} // namespace brindlecam::x11

@@ -1,0 +1,87 @@
+#include "platform/linux/x11/SelectionThread.h"
+
+#include "platform/linux/x11/X11.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <utility>
+
+namespace brindlecam::x11 {
+
+namespace {
+
+struct Disconnect {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
+
+/// Milliseconds for poll(): -1 sleeps until something happens.
+int timeoutUntil(const std::optional<IncrTransfer::Clock::time_point>& deadline)
+{
+    if (!deadline)
+        return -1;
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(*deadline - IncrTransfer::Clock::now());
+    return static_cast<int>(std::max<std::chrono::milliseconds::rep>(0, left.count()));
+}
+
+/// Handles every event there is, those that came in while writing included, so that none waits in
+/// xcb's queue while we sleep on the socket.
+void handleAll(xcb_connection_t* connection, SelectionOwner& owner)
+{
+    bool handled = true;
+    while (handled) {
+        handled = false;
+        xcb_flush(connection);
+        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
+            owner.handle(*event);
+            handled = true;
+        }
+    }
+}
+
+} // namespace
+
+SelectionThread::SelectionThread(Executor pool)
+    : m_thread(QThread::create([this, pool = std::move(pool)] { run(pool); }))
+{
+    m_thread->setObjectName(QStringLiteral("clipboard"));
+    m_thread->start();
+}
+
+SelectionThread::~SelectionThread()
+{
+    m_mailbox->post([this] { m_quit = true; });
+    m_thread->wait();
+}
+
+bool SelectionThread::post(std::function<void(SelectionOwner&)> work)
+{
+    return m_mailbox->post([this, work = std::move(work)] { work(*m_owner); });
+}
+
+void SelectionThread::run(const Executor& pool)
+{
+    const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, nullptr));
+    if (!xcb_connection_has_error(connection.get())) {
+        SelectionOwner owner(connection.get(), pool,
+                             [mailbox = m_mailbox](auto task) { mailbox->post(std::move(task)); });
+        m_owner = &owner;
+        while (!m_quit && !xcb_connection_has_error(connection.get())) {
+            m_mailbox->runAll();
+            handleAll(connection.get(), owner);
+            owner.giveUpSilent();
+            if (m_quit)
+                break;
+            std::array<pollfd, 2> ready{
+                pollfd{xcb_get_file_descriptor(connection.get()), POLLIN, 0},
+                pollfd{m_mailbox->descriptor(), POLLIN, 0}};
+            ::poll(ready.data(), ready.size(), timeoutUntil(owner.deadline()));
+        }
+    }
+    m_mailbox->close();
+}
+
+} // namespace brindlecam::x11

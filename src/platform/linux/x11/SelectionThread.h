@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/Executor.h"
+#include "platform/linux/x11/Mailbox.h"
+#include "platform/linux/x11/SelectionOwner.h"
+
+#include <QThread>
+
+#include <functional>
+#include <memory>
+
+namespace brindlecam::x11 {
+
+/// The thread and connection that own the clipboard. It sleeps in poll() until somebody asks for
+/// something. Made, used and destroyed on the main thread; destroying it gives the clipboard up.
+class SelectionThread final {
+public:
+    /// `pool` runs what makes bytes.
+    explicit SelectionThread(Executor pool);
+    ~SelectionThread();
+    SelectionThread(const SelectionThread&) = delete;
+    SelectionThread& operator=(const SelectionThread&) = delete;
+
+    /// Runs a piece of work on the thread. False when the X server is gone.
+    bool post(std::function<void(SelectionOwner&)> work);
+
+private:
+    void run(const Executor& pool);
+
+    std::shared_ptr<Mailbox> m_mailbox = std::make_shared<Mailbox>();
+    SelectionOwner* m_owner = nullptr; ///< the thread's own; lives while it runs
+    bool m_quit = false;               ///< the thread's own
+    std::unique_ptr<QThread> m_thread;
+};
+
+} // namespace brindlecam::x11

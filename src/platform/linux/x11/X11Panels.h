@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Grabber.h"
+#include "platform/Panels.h"
+#include "platform/linux/x11/PanelWindow.h"
+#include "platform/linux/x11/X11Events.h"
+
+#include <memory>
+#include <unordered_map>
+
+namespace brindlecam {
+
+/// Panels as windows of X11, with or without a window manager and a compositor. Main thread. A
+/// widget that never took a role is shown as it is. Panels that blend get an alpha channel whether
+/// or not a compositor runs now, so that one which starts later finds it.
+class X11Panels final : public Panels {
+public:
+    /// `grabber` reads the backdrops and must live as long as this.
+    X11Panels(std::shared_ptr<X11Events> events, Grabber& grabber);
+    ~X11Panels() override;
+
+    void assume(QWidget& widget, PanelRole role) override;
+    void show(QWidget& widget, const QRect& native) override;
+    void focus(QWidget& widget) override;
+    [[nodiscard]] bool translucent() const override;
+    [[nodiscard]] QImage backdrop(const QRect& native) override;
+    void setOpacity(QWidget& widget, double opacity) override;
+
+private:
+    std::shared_ptr<X11Events> m_events;
+    Grabber& m_grabber;
+    std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
+    QObject m_context; ///< ends the connections to widgets that outlive this
+};
+
+} // namespace brindlecam
