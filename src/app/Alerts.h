@@ -16,9 +16,9 @@ class Panels;
 
 /// What an alert says and offers. The first button is the default.
 struct AlertContent {
-    QString message;     ///< bold
-    QString informative; ///< plain, below
-    QStringList buttons; ///< in order; empty: the one default button, "Aceptar"
+    QString message;          ///< bold
+    QString informative = {}; ///< plain, below
+    QStringList buttons = {}; ///< in order; empty: the one default button, "Aceptar"
 };
 
 /// Dialogs that stay on top without blocking the loop. While a capture runs they are hidden and

@@ -1,0 +1,107 @@
+#include "app/Commands.h"
+
+#include "base/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace brindlecam::Commands {
+
+namespace {
+
+/// Options of Qt's application classes, with one or two dashes.
+constexpr std::array<std::string_view, 15> kQtOptionsWithValue{"platform",
+                                                               "platformpluginpath",
+                                                               "platformtheme",
+                                                               "plugin",
+                                                               "qwindowgeometry",
+                                                               "qwindowicon",
+                                                               "qwindowtitle",
+                                                               "style",
+                                                               "stylesheet",
+                                                               "session",
+                                                               "display",
+                                                               "name",
+                                                               "title",
+                                                               "geometry",
+                                                               "icon"};
+constexpr std::array<std::string_view, 6> kQtSwitches{"reverse", "sync",        "nograb",
+                                                      "dograb",  "widgetcount", "testability"};
+
+template <typename List>
+bool holds(const List& names, const QString& name)
+{
+    return std::any_of(names.begin(), names.end(), [&name](std::string_view candidate) {
+        return name == QLatin1String(candidate.data(), static_cast<qsizetype>(candidate.size()));
+    });
+}
+
+/// The option's name without dashes and value; empty when the argument is no option.
+QString optionName(const QString& argument)
+{
+    if (!argument.startsWith(QLatin1Char('-')))
+        return {};
+    const qsizetype dashes = argument.startsWith(QLatin1String("--")) ? 2 : 1;
+    return argument.mid(dashes).section(QLatin1Char('='), 0, 0);
+}
+
+/// How many arguments from here on are Qt's.
+qsizetype qtArguments(const QString& argument)
+{
+    const QString name = optionName(argument);
+    if (holds(kQtSwitches, name))
+        return 1;
+    if (holds(kQtOptionsWithValue, name))
+        return argument.contains(QLatin1Char('=')) ? 1 : 2;
+    return 0;
+}
+
+} // namespace
+
+Command parse(const QStringList& arguments)
+{
+    Command command;
+    for (qsizetype i = 0; i < arguments.size();) {
+        const QString& argument = arguments.at(i);
+        if (const qsizetype skipped = qtArguments(argument)) {
+            i += skipped;
+            continue;
+        }
+        ++i;
+        if (argument == QLatin1String("--version"))
+            return {.kind = Command::Kind::version};
+        if (argument == QLatin1String("--help") || argument == QLatin1String("-h"))
+            return {.kind = Command::Kind::help};
+        if (argument == QLatin1String("--livetest")) {
+            command.liveTest = true;
+            continue;
+        }
+        const std::optional<CaptureAction> action = captureAction(argument);
+        if (!action || command.action)
+            return {.kind = Command::Kind::wrong, .wrongArgument = argument};
+        command.action = action;
+    }
+    return command;
+}
+
+QString usage()
+{
+    return text("Uso: brindlecam [area | fullScreen | recents] [opciones]\n"
+                "\n"
+                "Sin acción inicia Brindlecam; si ya está abierto, captura un área.\n"
+                "\n"
+                "  area          captura un área\n"
+                "  fullScreen    captura la pantalla completa\n"
+                "  recents       muestra u oculta las capturas recientes\n"
+                "  --livetest    las capturas que fallan no dicen nada\n"
+                "  --version     muestra la versión\n"
+                "  --help        muestra esta ayuda\n");
+}
+
+QString complaint(const QString& wrongArgument)
+{
+    return text("Brindlecam no entiende “%1”.").arg(wrongArgument);
+}
+
+} // namespace brindlecam::Commands

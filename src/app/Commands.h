@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/CaptureAction.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace brindlecam {
+
+/// What the program was started for.
+struct Command {
+    enum class Kind {
+        run,     ///< start, or hand over to the running copy; `action` says what for
+        version, ///< print the version and end
+        help,    ///< print how to use it and end
+        wrong,   ///< say that `wrongArgument` makes no sense and end
+    };
+
+    Kind kind = Kind::run;
+    std::optional<CaptureAction> action = std::nullopt; ///< none: just start, or reopen
+    bool liveTest = false;                              ///< failed captures stay silent
+    QString wrongArgument = {};
+
+    bool operator==(const Command&) const = default;
+};
+
+/// The command line. Needs no application object.
+namespace Commands {
+
+/// What the program ends with. Desktop scripts rely on them.
+enum ExitCode : int {
+    success = 0,
+    unanswered = 1,      ///< a running copy does not answer
+    noDisplay = 2,       ///< no graphical environment we can run in
+    notAvailable = 3,    ///< that action's room is not there
+    wrongArguments = 64, ///< the usual number for it
+};
+
+/// Reads the arguments without the program's name. Qt's own options are left to Qt.
+[[nodiscard]] Command parse(const QStringList& arguments);
+
+/// Several lines, for "--help" and after a wrong argument.
+[[nodiscard]] QString usage();
+/// One line for a wrong argument.
+[[nodiscard]] QString complaint(const QString& wrongArgument);
+
+} // namespace Commands
+
+} // namespace brindlecam
