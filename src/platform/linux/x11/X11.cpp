@@ -4,18 +4,31 @@
 #include <QHash>
 
 #include <cstring>
+#include <utility>
 
 namespace brindlecam::x11 {
 
 namespace {
 
-Owned<xcb_get_property_reply_t> propertyReply(xcb_window_t window, xcb_atom_t property,
-                                              xcb_atom_t type, std::uint32_t words)
+QHash<QByteArray, xcb_atom_t>& knownAtoms()
 {
-    const auto cookie =
-        xcb_get_property(connection(), 0, window, property, type, 0, words);
-    return Owned<xcb_get_property_reply_t>(
-        xcb_get_property_reply(connection(), cookie, nullptr));
+    static QHash<QByteArray, xcb_atom_t> atoms;
+    return atoms;
+}
+
+xcb_intern_atom_cookie_t requestAtom(const QByteArray& name)
+{
+    return xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(name.size()),
+                           name.constData());
+}
+
+xcb_atom_t receiveAtom(const QByteArray& name, xcb_intern_atom_cookie_t cookie)
+{
+    const Owned<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(connection(), cookie, nullptr));
+    const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+    knownAtoms().insert(name, atom);
+    return atom;
 }
 
 } // namespace
@@ -37,23 +50,39 @@ xcb_window_t root()
 
 xcb_atom_t atom(const char* name)
 {
-    static QHash<QByteArray, xcb_atom_t> known;
     const QByteArray key(name);
-    if (const auto found = known.constFind(key); found != known.constEnd())
+    if (const auto found = knownAtoms().constFind(key); found != knownAtoms().constEnd())
         return *found;
-    const auto cookie = xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(key.size()),
-                                        key.constData());
-    const Owned<xcb_intern_atom_reply_t> reply(
-        xcb_intern_atom_reply(connection(), cookie, nullptr));
-    const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    known.insert(key, atom);
-    return atom;
+    return receiveAtom(key, requestAtom(key));
+}
+
+void internAtoms(std::initializer_list<const char*> names)
+{
+    std::vector<std::pair<QByteArray, xcb_intern_atom_cookie_t>> asked;
+    for (const char* name : names) {
+        if (!knownAtoms().contains(QByteArray(name)))
+            asked.emplace_back(name, requestAtom(QByteArray(name)));
+    }
+    for (const auto& [name, cookie] : asked)
+        receiveAtom(name, cookie);
 }
 
 std::vector<std::uint32_t> property32(xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
 {
+    return receiveProperty32(requestProperty32(window, property, type));
+}
+
+xcb_get_property_cookie_t requestProperty32(xcb_window_t window, xcb_atom_t property,
+                                            xcb_atom_t type)
+{
     constexpr std::uint32_t kMostWords = 65536;
-    const auto reply = propertyReply(window, property, type, kMostWords);
+    return xcb_get_property(connection(), 0, window, property, type, 0, kMostWords);
+}
+
+std::vector<std::uint32_t> receiveProperty32(xcb_get_property_cookie_t cookie)
+{
+    const Owned<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection(), cookie, nullptr));
     if (!reply || reply->format != 32)
         return {};
     const auto count = static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) / 4;

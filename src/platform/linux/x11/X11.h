@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -26,10 +27,19 @@ using Owned = std::unique_ptr<T, FreeDeleter>;
 /// An atom by name, looked up once per name.
 [[nodiscard]] xcb_atom_t atom(const char* name);
 
+/// Looks several atoms up in one round trip, so that the first atom() of each costs none.
+void internAtoms(std::initializer_list<const char*> names);
+
 /// A whole property of 32-bit items (windows, atoms, numbers), empty when absent or of another
 /// type. `type` may be XCB_ATOM_ANY.
 [[nodiscard]] std::vector<std::uint32_t> property32(xcb_window_t window, xcb_atom_t property,
                                                     xcb_atom_t type);
+
+/// The two halves of property32, so that many requests share one round trip: every cookie that was
+/// asked for must be received once.
+[[nodiscard]] xcb_get_property_cookie_t requestProperty32(xcb_window_t window, xcb_atom_t property,
+                                                          xcb_atom_t type);
+[[nodiscard]] std::vector<std::uint32_t> receiveProperty32(xcb_get_property_cookie_t cookie);
 
 /// Whether a window manager that follows the EWMH runs now.
 [[nodiscard]] bool hasWindowManager();
