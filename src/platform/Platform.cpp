@@ -1,17 +1,17 @@
 #include "platform/Platform.h"
 
-#include "platform/null/NullPlatform.h"
+#include "platform/linux/LinuxPlatform.h"
 
 namespace brindlecam {
 
 std::optional<Error> preparePlatform()
 {
-    return std::nullopt;
+    return LinuxPlatform::prepare();
 }
 
 Platform makePlatform()
 {
-    return makeNullPlatform();
+    return LinuxPlatform::make();
 }
 
 } // namespace brindlecam

@@ -1,0 +1,83 @@
+#include "platform/linux/StatusNotifierHosts.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+const auto kWatcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
+const auto kWatcherPath = QStringLiteral("/StatusNotifierWatcher");
+
+/// Whether a session bus exists. Asking the library would start one when there is none.
+bool hasSessionBus()
+{
+    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
+} // namespace
+
+StatusNotifierHosts::StatusNotifierHosts()
+{
+    if (!hasSessionBus() || !QDBusConnection::sessionBus().isConnected())
+        return;
+    auto bus = QDBusConnection::sessionBus();
+    m_watcher.setConnection(bus);
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    connect(
+        &m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString&, const QString&, const QString& owner) { watcherChanged(owner); });
+    m_watcher.addWatchedService(kWatcherService);
+    // From any sender: naming the service would make the library look its owner up and wait.
+    for (const auto& signal : {QStringLiteral("StatusNotifierHostRegistered"),
+                               QStringLiteral("StatusNotifierHostUnregistered")})
+        bus.connect(QString(), kWatcherPath, kWatcherService, signal, this, SLOT(ask()));
+    ask();
+}
+
+void StatusNotifierHosts::setOnChange(std::function<void()> changed)
+{
+    m_changed = std::move(changed);
+}
+
+void StatusNotifierHosts::ask()
+{
+    auto call = QDBusMessage::createMethodCall(kWatcherService, kWatcherPath,
+                                               QStringLiteral("org.freedesktop.DBus.Properties"),
+                                               QStringLiteral("Get"));
+    call << kWatcherService << QStringLiteral("IsStatusNotifierHostRegistered");
+    call.setAutoStartService(false);
+    auto* const answer =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        const QDBusPendingReply<QDBusVariant> reply = *answer;
+        answer->deleteLater();
+        setAvailable(reply.isValid() && reply.value().variant().toBool());
+    });
+}
+
+void StatusNotifierHosts::watcherChanged(const QString& newOwner)
+{
+    // Items registered with the old watcher are lost, even when a new one is there already.
+    setAvailable(false);
+    if (!newOwner.isEmpty())
+        ask();
+}
+
+void StatusNotifierHosts::setAvailable(bool available)
+{
+    if (std::exchange(m_available, available) == available)
+        return;
+    if (m_changed)
+        m_changed();
+}
+
+} // namespace brindlecam

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/TrayHosts.h"
+
+#include <QDBusServiceWatcher>
+#include <QObject>
+
+namespace brindlecam {
+
+/// Tray hosts of the StatusNotifier kind, which register with a watcher on the session bus. Nothing
+/// here waits for another program: answers come through the main loop, so a host that is there from
+/// the start is told like one that comes later. Without a session bus there is never a host.
+class StatusNotifierHosts final : public QObject, public TrayHosts {
+    Q_OBJECT
+
+public:
+    StatusNotifierHosts();
+
+    [[nodiscard]] bool available() const override { return m_available; }
+    void setOnChange(std::function<void()> changed) override;
+
+private Q_SLOTS:
+    /// Asks the watcher whether a host is registered.
+    void ask();
+
+private:
+    void watcherChanged(const QString& newOwner);
+    void setAvailable(bool available);
+
+    std::function<void()> m_changed;
+    bool m_available = false;
+    QDBusServiceWatcher m_watcher;
+};
+
+} // namespace brindlecam
