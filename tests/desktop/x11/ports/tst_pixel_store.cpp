@@ -1,0 +1,78 @@
+#include "platform/linux/x11/PixelStore.h"
+#include "platform/linux/x11/X11.h"
+#include "support/TestCase.h"
+
+#include <thread>
+
+namespace brindlecam {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr QSize kSize(64, 32);
+constexpr std::size_t kBytes = 64 * 32 * 4;
+
+QImage picture(PixelStore& store)
+{
+    return store.wrap(store.take(PixelBuffer::Kind::plain, kBytes), kSize, 64 * 4,
+                      QImage::Format_RGB32);
+}
+
+} // namespace
+
+class TestPixelStore final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void onlyTheSameSizeIsReused()
+    {
+        PixelStore store(x11::connection());
+        picture(store) = {};
+        QCOMPARE(store.keptBytes(), kBytes);
+        const auto other = store.take(PixelBuffer::Kind::plain, kBytes / 2);
+        QVERIFY(other);
+        QCOMPARE(store.keptBytes(), kBytes);
+        const auto same = store.take(PixelBuffer::Kind::plain, kBytes);
+        QVERIFY(same);
+        QCOMPARE(store.keptBytes(), std::size_t(0));
+    }
+
+    void memoryThatWaitedIsFreed()
+    {
+        PixelStore store(x11::connection(), 20ms);
+        picture(store) = {};
+        QCOMPARE(store.keptBytes(), kBytes);
+        QTRY_COMPARE(store.keptBytes(), std::size_t(0));
+        picture(store) = {};
+        QCOMPARE(store.keptBytes(), kBytes);
+        QTRY_COMPARE(store.keptBytes(), std::size_t(0));
+    }
+
+    void memoryGivenBackOnAnotherThreadIsFreedToo()
+    {
+        PixelStore store(x11::connection(), 20ms);
+        std::thread([image = picture(store)]() mutable { image = {}; }).join();
+        QCOMPARE(store.keptBytes(), kBytes);
+        QTRY_COMPARE(store.keptBytes(), std::size_t(0));
+    }
+
+    void eachPieceWaitsItsOwnTime()
+    {
+        PixelStore store(x11::connection(), 200ms);
+        QImage first = picture(store);
+        QImage second = picture(store);
+        first = {};
+        QTest::qWait(100);
+        second = {};
+        QCOMPARE(store.keptBytes(), 2 * kBytes);
+        QTRY_COMPARE(store.keptBytes(), kBytes);
+        QTRY_COMPARE(store.keptBytes(), std::size_t(0));
+    }
+};
+
+BRINDLECAM_TEST(TestPixelStore);
+
+} // namespace brindlecam
+
+#include "tst_pixel_store.moc"
