@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace brindlecam {
+
+/// Private copies of the latest captures, one file each in a folder of their own, so that they can
+/// be shown and copied again after the clipboard has moved on. Nothing is kept in memory: every
+/// call lists the folder. Safe from any thread. File system errors are never reported: an entry
+/// that can't be written is not there, a folder that can't be listed is empty.
+class History final {
+public:
+    /// The wall clock, asked from the thread of each add().
+    using Clock = std::function<QDateTime()>;
+
+    /// The folder need not exist; the first add() makes it.
+    explicit History(QString folder, Clock clock = &QDateTime::currentDateTime);
+
+    /// "Brindlecam/Recientes" in the user's data folder; in the temporary folder when there is
+    /// none.
+    [[nodiscard]] static QString standardFolder();
+
+    [[nodiscard]] const QString& folder() const { return m_folder; }
+
+    /// Stores encoded bytes under the current time and removes the oldest entries beyond 20. An
+    /// entry of the same millisecond and extension ("png" or "gif") is overwritten. The entry
+    /// appears whole or not at all.
+    void add(const QByteArray& data, const QString& fileExtension) const;
+
+    /// Absolute paths of the entries, newest first.
+    [[nodiscard]] QStringList items() const;
+
+    /// Deletes every entry; returns how many were listed, even if some could not be deleted.
+    int clear() const;
+
+private:
+    [[nodiscard]] QStringList fileNames() const;
+    [[nodiscard]] QString path(const QString& name) const;
+
+    QString m_folder;
+    Clock m_clock;
+};
+
+} // namespace brindlecam
