@@ -1,0 +1,152 @@
+#include "app/AppDelegate.h"
+
+#include "app/AboutPanel.h"
+#include "app/Alerts.h"
+#include "app/Config.h"
+#include "app/Defaults.h"
+#include "app/Prefs.h"
+#include "app/StatusMenu.h"
+#include "base/Text.h"
+#include "platform/FileOpener.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTimer>
+
+namespace brindlecam {
+
+AppDelegate::AppDelegate(const Prefs& prefs, Alerts& alerts, FileOpener& opener)
+    : m_prefs(prefs)
+    , m_alerts(alerts)
+    , m_opener(opener)
+{}
+
+bool AppDelegate::isAvailable(CaptureAction action) const
+{
+    switch (action) {
+    case CaptureAction::area:
+        return bool(onArea);
+    case CaptureAction::fullScreen:
+        return bool(onFullScreen);
+    case CaptureAction::recents:
+        return bool(onRecents);
+    }
+    return false;
+}
+
+void AppDelegate::capture(CaptureAction action)
+{
+    QTimer::singleShot(Config::menuToCapture, Qt::PreciseTimer, this,
+                       [this, action] { perform(action); });
+}
+
+void AppDelegate::perform(CaptureAction action)
+{
+    if (!isAvailable(action))
+        return;
+    if (action != CaptureAction::recents && onHideRecents)
+        onHideRecents();
+    switch (action) {
+    case CaptureAction::area:
+        onArea();
+        break;
+    case CaptureAction::fullScreen:
+        onFullScreen();
+        break;
+    case CaptureAction::recents:
+        onRecents();
+        break;
+    }
+}
+
+void AppDelegate::captureFromMenu(const QString& representedObject)
+{
+    if (const std::optional<CaptureAction> action = captureAction(representedObject))
+        capture(*action);
+}
+
+void AppDelegate::captureDelayed(const QString& representedObject)
+{
+    static const QRegularExpression whole(QStringLiteral("^[+-]?[0-9]+$"));
+    const QStringList pieces = representedObject.split(QLatin1Char('|'), Qt::SkipEmptyParts);
+    if (pieces.size() != 2 || !whole.match(pieces.at(1)).hasMatch())
+        return;
+    const std::optional<CaptureAction> action = captureAction(pieces.at(0));
+    bool fits = false;
+    const int seconds = pieces.at(1).toInt(&fits);
+    if (action && fits && onCountdown)
+        onCountdown(*action, seconds);
+}
+
+void AppDelegate::reopen()
+{
+    capture(CaptureAction::area);
+}
+
+InstanceReply AppDelegate::answer(const InstanceRequest& request)
+{
+    if (!isAvailable(request.action.value_or(CaptureAction::area)))
+        return InstanceReply::unavailable;
+    if (!request.action) {
+        reopen();
+    } else {
+        // The other copy waits for the answer, not for the capture.
+        QTimer::singleShot(0, this, [this, action = *request.action] { perform(action); });
+    }
+    return InstanceReply::performed;
+}
+
+void AppDelegate::openCapturesFolder()
+{
+    const QString folder = m_prefs.saveFolder();
+    QDir().mkpath(folder);
+    m_opener.openFolder(folder);
+}
+
+void AppDelegate::showAbout()
+{
+    if (m_about) {
+        m_about->raise();
+        m_about->activateWindow();
+        return;
+    }
+    m_about = new AboutPanel;
+    m_alerts.show(m_about);
+}
+
+void AppDelegate::showWelcomeIfFirstRun()
+{
+    const QString key = QStringLiteral("didShowWelcome");
+    if (m_prefs.defaults().boolean(key).value_or(false))
+        return;
+    m_prefs.defaults().setBoolean(key, true);
+    m_alerts.show(
+        {.message = text("Brindlecam vive en la barra de menú 🍃"),
+         .informative = text("Presiona ⇧⌘9 para capturar un área o ⇧⌘8 para la pantalla completa; "
+                             "la captura queda lista para pegar. Puedes cambiar los atajos en "
+                             "Configuración….\n\nLa primera vez, macOS te pedirá el permiso de "
+                             "“Grabación de pantalla”. Actívalo y vuelve a abrir Brindlecam.")});
+}
+
+QString AppDelegate::updateTitle(const std::optional<QString>& newerVersion)
+{
+    return newerVersion ? text("Descargar Brindlecam %1…").arg(*newerVersion)
+                        : text("Buscar actualizaciones…");
+}
+
+void AppDelegate::wire(StatusMenu& menu)
+{
+    menu.onCapture = [this](const QString& object) { captureFromMenu(object); };
+    if (onCountdown)
+        menu.onCaptureDelayed = [this](const QString& object) { captureDelayed(object); };
+    menu.onOpenFolder = [this] { openCapturesFolder(); };
+    menu.onSettings = onShowSettings;
+    menu.onUpdate = onUpdate;
+    menu.onAbout = [this] { showAbout(); };
+    menu.onQuit = onQuit;
+    menu.isAvailable = [this](CaptureAction action) { return isAvailable(action); };
+    menu.setUpdateTitle(updateTitle(std::nullopt));
+    menu.refresh();
+}
+
+} // namespace brindlecam

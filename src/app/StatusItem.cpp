@@ -1,0 +1,46 @@
+#include "app/StatusItem.h"
+
+#include "app/Config.h"
+#include "app/StatusMenu.h"
+#include "app/Symbols.h"
+#include "platform/TrayHosts.h"
+
+#include <QCursor>
+#include <QSystemTrayIcon>
+
+namespace brindlecam {
+
+StatusItem::StatusItem(TrayHosts& hosts, StatusMenu& hosted, StatusMenu& own)
+    : m_hosts(hosts)
+    , m_hosted(hosted)
+    , m_own(own)
+{
+    m_hosts.setOnChange([this] { renew(); });
+    renew();
+}
+
+StatusItem::~StatusItem()
+{
+    m_hosts.setOnChange({});
+}
+
+void StatusItem::renew()
+{
+    m_icon.reset();
+    if (!m_hosts.available())
+        return;
+    m_icon = std::make_unique<QSystemTrayIcon>(
+        Symbols::icon(QStringLiteral("leaf.fill"), Config::leafGreen));
+    m_icon->setToolTip(QStringLiteral("Brindlecam"));
+    m_icon->setContextMenu(&m_hosted.menu());
+    QObject::connect(m_icon.get(), &QSystemTrayIcon::activated, m_icon.get(),
+                     [this](QSystemTrayIcon::ActivationReason reason) {
+                         if (reason == QSystemTrayIcon::Trigger)
+                             m_own.menu().popup(QCursor::pos());
+                     });
+    m_icon->show();
+    // Only now the menu knows who draws it.
+    m_hosted.refresh();
+}
+
+} // namespace brindlecam

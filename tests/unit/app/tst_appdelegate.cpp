@@ -1,0 +1,253 @@
+#include "app/AboutPanel.h"
+#include "app/Alerts.h"
+#include "app/AppDelegate.h"
+#include "app/Defaults.h"
+#include "app/Prefs.h"
+#include "app/StatusMenu.h"
+#include "support/FakeFileOpener.h"
+#include "support/FakePanels.h"
+#include "support/TestCase.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTemporaryDir>
+
+namespace brindlecam {
+
+namespace {
+
+/// A program all of whose rooms are there.
+struct Desk {
+    QTemporaryDir folder;
+    Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
+    Prefs prefs{defaults};
+    test::FakePanels panels;
+    Alerts alerts{panels};
+    test::FakeFileOpener opener;
+    AppDelegate delegate{prefs, alerts, opener};
+    QStringList done;
+
+    Desk()
+    {
+        delegate.onArea = [this] { done << QStringLiteral("area"); };
+        delegate.onFullScreen = [this] { done << QStringLiteral("full screen"); };
+        delegate.onRecents = [this] { done << QStringLiteral("recents"); };
+        delegate.onHideRecents = [this] { done << QStringLiteral("hide"); };
+        delegate.onCountdown = [this](CaptureAction action, int seconds) {
+            done << QStringLiteral("%1 in %2").arg(rawValue(action)).arg(seconds);
+        };
+    }
+    [[nodiscard]] QMessageBox* alert() const
+    {
+        return panels.shown.empty() ? nullptr
+                                    : qobject_cast<QMessageBox*>(panels.shown.back().widget.data());
+    }
+};
+
+} // namespace
+
+class TestAppDelegate final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void capturesHideTheDrawerFirstAndRecentsToggleIt()
+    {
+        Desk desk;
+        desk.delegate.perform(CaptureAction::area);
+        desk.delegate.perform(CaptureAction::fullScreen);
+        desk.delegate.perform(CaptureAction::recents);
+        desk.delegate.perform(CaptureAction::recents);
+        QCOMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("area"),
+                                         QStringLiteral("hide"), QStringLiteral("full screen"),
+                                         QStringLiteral("recents"), QStringLiteral("recents")}));
+    }
+
+    void whatComesFromTheMenuWaitsUntilItHasClosed()
+    {
+        Desk desk;
+        QElapsedTimer clock;
+        clock.start();
+        desk.delegate.captureFromMenu(QStringLiteral("fullScreen"));
+        QVERIFY(desk.done.isEmpty());
+        QTRY_VERIFY(!desk.done.isEmpty());
+        QVERIFY(clock.elapsed() >= 299);
+        QCOMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("full screen")}));
+    }
+
+    void severalQuickTriggersAllArrive()
+    {
+        Desk desk;
+        desk.delegate.capture(CaptureAction::recents);
+        desk.delegate.capture(CaptureAction::recents);
+        QTRY_COMPARE(desk.done.size(), 2);
+    }
+
+    void reopeningStartsAnAreaCaptureAfterAMoment()
+    {
+        Desk desk;
+        desk.delegate.reopen();
+        QVERIFY(desk.done.isEmpty());
+        QTRY_COMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("area")}));
+    }
+
+    void otherRepresentedObjectsAreIgnored()
+    {
+        Desk desk;
+        for (const char* object : {"", "Area", "area|3", "all"})
+            desk.delegate.captureFromMenu(QString::fromLatin1(object));
+        desk.delegate.capture(CaptureAction::recents);
+        QTRY_VERIFY(!desk.done.isEmpty());
+        QCOMPARE(desk.done, QStringList(QStringLiteral("recents")));
+    }
+
+    void delayedCapturesAreReadFromTheirObject_data()
+    {
+        QTest::addColumn<QString>("object");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* object, const char* expected) {
+            QTest::newRow(object) << QString::fromUtf8(object) << QString::fromUtf8(expected);
+        };
+        row("area|3", "area in 3");
+        row("fullScreen|5", "fullScreen in 5");
+        row("recents|12", "recents in 12");
+        row("|area||3|", "area in 3");
+        row("area|03", "area in 3");
+        row("area", "");
+        row("area|", "");
+        row("area|3|5", "");
+        row("selfie|3", "");
+        row("area|three", "");
+        row("area|3.5", "");
+        row("area| 3", "");
+        row("area|0x3", "");
+        row("area|99999999999999999999", "");
+        row("3|area", "");
+        row("", "");
+    }
+    void delayedCapturesAreReadFromTheirObject()
+    {
+        QFETCH(QString, object);
+        Desk desk;
+        desk.delegate.captureDelayed(object);
+        QTEST(desk.done.join(QLatin1Char(' ')), "expected");
+    }
+
+    void missingRoomsAreNotAvailableAndNothingHappens()
+    {
+        Desk desk;
+        desk.delegate.onArea = {};
+        QVERIFY(!desk.delegate.isAvailable(CaptureAction::area));
+        QVERIFY(desk.delegate.isAvailable(CaptureAction::fullScreen));
+        desk.delegate.perform(CaptureAction::area);
+        QVERIFY(desk.done.isEmpty());
+        QCOMPARE(desk.delegate.answer({}), InstanceReply::unavailable);
+        QCOMPARE(desk.delegate.answer({CaptureAction::area}), InstanceReply::unavailable);
+    }
+
+    void anotherCopyIsAnsweredBeforeTheActionIsDone()
+    {
+        Desk desk;
+        QCOMPARE(desk.delegate.answer({CaptureAction::fullScreen}), InstanceReply::performed);
+        QVERIFY(desk.done.isEmpty());
+        QTRY_COMPARE(desk.done,
+                     QStringList({QStringLiteral("hide"), QStringLiteral("full screen")}));
+        desk.done.clear();
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(desk.delegate.answer({}), InstanceReply::performed);
+        QTRY_COMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("area")}));
+        QVERIFY(clock.elapsed() >= 299);
+    }
+
+    void theCapturesFolderIsMadeAndOpened()
+    {
+        Desk desk;
+        const QString captures = desk.folder.filePath(QStringLiteral("mis/capturas"));
+        desk.defaults.setString(QStringLiteral("saveFolder"), captures);
+        desk.delegate.openCapturesFolder();
+        QVERIFY(QFileInfo(captures).isDir());
+        QCOMPARE(desk.opener.opened, QStringList(captures));
+    }
+
+    void aFolderThatCannotBeMadeIsOpenedAnyway()
+    {
+        Desk desk;
+        QFile file(desk.folder.filePath(QStringLiteral("file")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QString captures = file.fileName() + QStringLiteral("/capturas");
+        desk.defaults.setString(QStringLiteral("saveFolder"), captures);
+        desk.delegate.openCapturesFolder();
+        QCOMPARE(desk.opener.opened, QStringList(captures));
+    }
+
+    void theWelcomeIsShownOnceAndNeverAgain()
+    {
+        Desk desk;
+        desk.delegate.showWelcomeIfFirstRun();
+        QVERIFY(desk.alert());
+        QCOMPARE(desk.alert()->text(), QStringLiteral("Brindlecam vive en la barra de menú 🍃"));
+        QVERIFY(desk.alert()->informativeText().startsWith(
+            QStringLiteral("Presiona ⇧⌘9 para capturar un área o ⇧⌘8")));
+        QCOMPARE(desk.defaults.boolean(QStringLiteral("didShowWelcome")), std::optional(true));
+        desk.delegate.showWelcomeIfFirstRun();
+        QCOMPARE(desk.panels.shown.size(), std::size_t(1));
+    }
+
+    void theAboutPanelOpensOnceAndNamesTheCredits()
+    {
+        Desk desk;
+        desk.delegate.showAbout();
+        desk.delegate.showAbout();
+        QCOMPARE(desk.panels.shown.size(), std::size_t(1));
+        auto* about = qobject_cast<AboutPanel*>(desk.panels.shown.front().widget.data());
+        QVERIFY(about);
+        QVERIFY(!about->isModal());
+        QString credits;
+        for (const QLabel* label : about->findChildren<QLabel*>()) {
+            if (label->text().contains(QStringLiteral("Halvick"))) {
+                credits = label->text();
+                QCOMPARE(label->font().pixelSize(), 11);
+            }
+        }
+        QCOMPARE(credits, QStringLiteral("Capturas de pantalla rápidas con anotaciones.\n"
+                                         "Hecho con 💚 por Halvick."));
+        QTest::keyClick(about, Qt::Key_Escape);
+        QTRY_VERIFY(!desk.panels.shown.front().widget);
+        desk.delegate.showAbout();
+        QCOMPARE(desk.panels.shown.size(), std::size_t(2));
+    }
+
+    void theUpdateItemNamesTheNewerVersion()
+    {
+        QCOMPARE(AppDelegate::updateTitle(std::nullopt), QStringLiteral("Buscar actualizaciones…"));
+        QCOMPARE(AppDelegate::updateTitle(QStringLiteral("1.2")),
+                 QStringLiteral("Descargar Brindlecam 1.2…"));
+    }
+
+    void theMenuIsWiredToWhatIsThere()
+    {
+        Desk desk;
+        desk.delegate.onArea = {};
+        StatusMenu menu(desk.prefs, KeyNaming::words);
+        desk.delegate.wire(menu);
+        const QList<QAction*> items = menu.menu().actions();
+        QVERIFY(!items.at(0)->isEnabled());
+        QVERIFY(items.at(1)->isEnabled());
+        QVERIFY2(!items.at(6)->isEnabled(), "there are no settings yet");
+        QVERIFY2(!items.at(8)->isEnabled(), "and no updates");
+        items.at(4)->menu()->actions().at(3)->trigger();
+        QCOMPARE(desk.done, QStringList(QStringLiteral("fullScreen in 5")));
+        items.at(2)->trigger();
+        QTRY_COMPARE(desk.done.size(), 2);
+        QCOMPARE(desk.done.back(), QStringLiteral("recents"));
+    }
+};
+
+BRINDLECAM_TEST(TestAppDelegate);
+
+} // namespace brindlecam
+
+#include "tst_appdelegate.moc"
