@@ -1,0 +1,123 @@
+#include "capture/Countdown.h"
+
+#include "app/FloatingPanel.h"
+#include "app/InterfaceFont.h"
+#include "app/TextLine.h"
+#include "platform/Displays.h"
+
+#include <QPainter>
+
+#include <optional>
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+// Points.
+constexpr QSizeF kSize(120, 120);
+constexpr qreal kRadius = 28;
+constexpr qreal kAlpha = 0.85;
+constexpr qreal kDigitSize = 64;
+/// The digits hang from the top of this box, 18 points above the lower edge and 22 below the upper.
+constexpr QRectF kLabel(0, 22, 120, 80);
+
+/// The screen with the pointer, else the primary one, else none.
+std::optional<ScreenInfo> screenToCountOn(const Displays& displays)
+{
+    const std::vector<ScreenInfo> screens = displays.screens();
+    if (const std::optional<QPoint> pointer = displays.pointer()) {
+        for (const ScreenInfo& screen : screens) {
+            if (screen.native.contains(*pointer))
+                return screen;
+        }
+    }
+    return screens.empty() ? std::nullopt : std::optional(screens.front());
+}
+
+/// In the middle of the screen. Native pixels.
+QRect placeOn(const ScreenInfo& screen)
+{
+    const QSize size = (kSize * screen.scale).toSize();
+    return {screen.native.topLeft() + QPoint((screen.native.width() - size.width()) / 2,
+                                             (screen.native.height() - size.height()) / 2),
+            size};
+}
+
+void paint(QPainter& painter, int remaining)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Config::panelColor(kAlpha));
+    painter.drawRoundedRect(QRectF(QPointF(), kSize), kRadius, kRadius);
+
+    const TextLine digits{.text = QString::number(remaining),
+                          .font = InterfaceFont::semibold(kDigitSize),
+                          .evenDigits = true};
+    painter.setPen(Qt::white);
+    digits.draw(painter,
+                QPointF(kLabel.center().x() - digits.width() / 2, kLabel.top() + digits.ascent()));
+}
+
+} // namespace
+
+Countdown::Countdown(Displays& displays, Panels& panels)
+    : Countdown(displays, panels, Timing())
+{}
+
+Countdown::Countdown(Displays& displays, Panels& panels, Timing timing)
+    : m_displays(displays)
+    , m_panels(panels)
+    , m_timing(timing)
+{
+    m_ticks.setTimerType(Qt::PreciseTimer);
+    m_ticks.callOnTimeout([this] { tick(); });
+    m_handOff.setTimerType(Qt::PreciseTimer);
+    m_handOff.setSingleShot(true);
+    m_handOff.callOnTimeout([this] { std::exchange(m_action, {})(); });
+}
+
+Countdown::~Countdown() = default;
+
+void Countdown::run(int seconds, std::function<void()> action)
+{
+    cancel();
+    const std::optional<ScreenInfo> screen = screenToCountOn(m_displays);
+    if (!screen) {
+        action();
+        return;
+    }
+    m_remaining = seconds;
+    m_action = std::move(action);
+    m_panel = std::make_unique<FloatingPanel>(
+        m_panels, PanelRole::countdown,
+        FloatingContent{.size = kSize,
+                        .radius = kRadius,
+                        .paint = [this](QPainter& painter) { paint(painter, m_remaining); },
+                        .spoken = QString::number(seconds)});
+    m_panel->showAt(placeOn(*screen));
+    m_ticks.start(m_timing.tick);
+}
+
+void Countdown::cancel()
+{
+    m_ticks.stop();
+    m_handOff.stop();
+    m_action = {};
+    m_panel.reset();
+}
+
+void Countdown::tick()
+{
+    --m_remaining;
+    if (m_remaining >= 1) {
+        m_panel->setAccessibleName(QString::number(m_remaining));
+        m_panel->update();
+        return;
+    }
+    m_ticks.stop();
+    m_panel.reset();
+    m_handOff.start(m_timing.handOff);
+}
+
+} // namespace brindlecam

@@ -1,0 +1,184 @@
+#include "capture/Countdown.h"
+#include "support/FakeDisplays.h"
+#include "support/FakePanels.h"
+#include "support/TestCase.h"
+
+#include <QElapsedTimer>
+#include <QImage>
+
+namespace brindlecam {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+const ScreenInfo kPlain{QStringLiteral("A"), QRect(0, 0, 1920, 1080), 1, QRect(0, 0, 1920, 1040)};
+const ScreenInfo kDense{QStringLiteral("B"), QRect(1920, 0, 2880, 1800), 1.5,
+                        QRect(1920, 0, 2880, 1800)};
+
+/// Two screens and a countdown with short seconds.
+struct Desk {
+    test::FakeDisplays displays;
+    test::FakePanels panels;
+    Countdown countdown;
+    QStringList done;
+
+    explicit Desk(Countdown::Timing timing = {.tick = 60ms, .handOff = 30ms})
+        : countdown(displays, panels, timing)
+    {
+        displays.all = {kPlain, kDense};
+    }
+    void run(int seconds, const char* name = "done")
+    {
+        countdown.run(seconds, [this, name] { done << QString::fromLatin1(name); });
+    }
+};
+
+/// Waits until a countdown of two more seconds would have ended. For what must not happen.
+void outlastEverything()
+{
+    Desk later;
+    later.run(3);
+    QTRY_COMPARE(later.done.size(), 1);
+}
+
+} // namespace
+
+class TestCountdown final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void realSecondsAndAPauseForThePanelToGo()
+    {
+        const Countdown::Timing timing;
+        QCOMPARE(timing.tick.count(), 1000);
+        QCOMPARE(timing.handOff.count(), 150);
+    }
+
+    void countsEverySecondAndActsWhenThePanelIsGone()
+    {
+        Desk desk({.tick = 200ms, .handOff = 200ms});
+        QElapsedTimer clock;
+        clock.start();
+        desk.run(3);
+        QCOMPARE(desk.countdown.remaining(), 3);
+        QTRY_COMPARE(desk.countdown.remaining(), 2);
+        QTRY_COMPARE(desk.countdown.remaining(), 1);
+        QCOMPARE(desk.panels.visibleNow(), 1);
+        QTRY_COMPARE(desk.panels.visibleNow(), 0);
+        QVERIFY2(desk.done.isEmpty(), "the panel has time to go");
+        QTRY_COMPARE(desk.done.size(), 1);
+        QVERIFY2(clock.elapsed() >= 795, qPrintable(QString::number(clock.elapsed())));
+        outlastEverything();
+        QCOMPARE(desk.done.size(), 1);
+    }
+
+    void aSecondOneReplacesTheFirst()
+    {
+        Desk desk;
+        desk.run(2, "first");
+        desk.run(3, "second");
+        QCOMPARE(desk.panels.visibleNow(), 1);
+        QCOMPARE(desk.countdown.remaining(), 3);
+        QTRY_VERIFY(!desk.done.isEmpty());
+        QCOMPARE(desk.done, QStringList(QStringLiteral("second")));
+    }
+
+    void cancellingCountsWhileThePanelHasGoneToo()
+    {
+        Desk desk({.tick = 60ms, .handOff = 150ms});
+        desk.run(1, "first");
+        QTRY_COMPARE(desk.panels.visibleNow(), 0);
+        QVERIFY(desk.done.isEmpty());
+        desk.countdown.cancel();
+        outlastEverything();
+        QVERIFY(desk.done.isEmpty());
+    }
+
+    void cancelledOnesNeverAct()
+    {
+        Desk desk;
+        desk.run(1);
+        desk.countdown.cancel();
+        QCOMPARE(desk.panels.visibleNow(), 0);
+        outlastEverything();
+        QVERIFY(desk.done.isEmpty());
+    }
+
+    void theActionMayStartTheNextOne()
+    {
+        Desk desk;
+        desk.countdown.run(1, [&desk] { desk.run(1, "next"); });
+        QTRY_COMPARE(desk.done, QStringList(QStringLiteral("next")));
+    }
+
+    void noSecondsMeanTheFirstTick()
+    {
+        Desk desk;
+        desk.run(0);
+        QVERIFY(desk.done.isEmpty());
+        QTRY_COMPARE(desk.done.size(), 1);
+    }
+
+    void standsInTheMiddleOfTheScreenWithThePointer_data()
+    {
+        QTest::addColumn<bool>("known");
+        QTest::addColumn<QPoint>("pointer");
+        QTest::addColumn<QRect>("expected");
+        const QRect onPlain(900, 480, 120, 120);
+        QTest::newRow("primary") << true << QPoint(5, 5) << onPlain;
+        QTest::newRow("scaled") << true << QPoint(2000, 900) << QRect(3270, 810, 180, 180);
+        QTest::newRow("outside") << true << QPoint(-50, 5) << onPlain;
+        QTest::newRow("unknown") << false << QPoint() << onPlain;
+    }
+    void standsInTheMiddleOfTheScreenWithThePointer()
+    {
+        QFETCH(bool, known);
+        QFETCH(QPoint, pointer);
+        Desk desk;
+        if (known)
+            desk.displays.pointerAt = pointer;
+        desk.run(3);
+        QCOMPARE(desk.panels.roles, std::vector{PanelRole::countdown});
+        QTEST(desk.panels.shown.at(0).native, "expected");
+    }
+
+    void withoutAScreenItActsAtOnce()
+    {
+        Desk desk;
+        desk.displays.all.clear();
+        desk.run(3);
+        QCOMPARE(desk.done.size(), 1);
+        QVERIFY(desk.panels.shown.empty());
+    }
+
+    void thePanelIsDarkRoundedAndShowsTheCountInWhite()
+    {
+        Desk desk;
+        desk.panels.blends = false;
+        desk.panels.beneath = Qt::white;
+        desk.run(8);
+        const QImage image = desk.panels.shown.at(0).widget->grab().toImage();
+        QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+        QCOMPARE(image.pixelColor(119, 119), QColor(Qt::white));
+        // White 0.1 at alpha 0.85 over white.
+        const int dark = image.pixelColor(10, 60).red();
+        QVERIFY2(qAbs(dark - 60) <= 1, qPrintable(QString::number(dark)));
+        QRect white;
+        for (int y = 2; y < 118; ++y) {
+            for (int x = 30; x < 90; ++x) {
+                if (image.pixelColor(x, y).red() > 200)
+                    white |= QRect(x, y, 1, 1);
+            }
+        }
+        QVERIFY2(qAbs(white.center().x() - 60) <= 2, "centred");
+        QVERIFY2(white.height() >= 40 && white.height() <= 56, "64 points");
+        QVERIFY2(white.top() >= 22 && white.bottom() <= 102, "inside its box");
+    }
+};
+
+BRINDLECAM_TEST(TestCountdown);
+
+} // namespace brindlecam
+
+#include "tst_countdown.moc"
