@@ -1,6 +1,7 @@
 #include "app/AboutPanel.h"
 #include "app/Alerts.h"
 #include "app/AppDelegate.h"
+#include "app/Catalogues.h"
 #include "app/Defaults.h"
 #include "app/Prefs.h"
 #include "app/StatusMenu.h"
@@ -194,6 +195,21 @@ private Q_SLOTS:
         QCOMPARE(desk.defaults.boolean(QStringLiteral("didShowWelcome")), std::optional(true));
         desk.delegate.showWelcomeIfFirstRun();
         QCOMPARE(desk.panels.shown.size(), std::size_t(1));
+    }
+
+    void onLinuxTheWelcomeNamesPlacesAndKeysAsTheyAreCalledThere()
+    {
+        Catalogues catalogues;
+        catalogues.install(QStringLiteral(":/i18n/brindlecam_linux.qm"));
+        Desk desk;
+        desk.delegate.showWelcomeIfFirstRun();
+        QCOMPARE(desk.alert()->text(),
+                 QStringLiteral("Brindlecam vive en la bandeja del sistema 🍃"));
+        QCOMPARE(desk.alert()->informativeText(),
+                 QStringLiteral("Presiona Mayús+Super+9 para capturar un área o Mayús+Super+8 para "
+                                "la pantalla completa; la captura queda lista para pegar. Puedes "
+                                "cambiar los atajos en Configuración….\n\nSi tu escritorio pide "
+                                "permiso para capturar la pantalla, acéptalo."));
     }
 
     void theAboutPanelOpensOnceAndNamesTheCredits()

@@ -1,0 +1,28 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!-- Spanish texts that read differently on Linux: names of keys, places and programs. -->
+<TS version="2.1" language="es" sourcelanguage="es">
+<context>
+    <name>Brindlecam</name>
+    <message>
+        <source>Brindlecam vive en la barra de menú 🍃</source>
+        <translation>Brindlecam vive en la bandeja del sistema 🍃</translation>
+    </message>
+    <message>
+        <source>Presiona ⇧⌘9 para capturar un área o ⇧⌘8 para la pantalla completa; la captura queda lista para pegar. Puedes cambiar los atajos en Configuración….
+
+La primera vez, macOS te pedirá el permiso de “Grabación de pantalla”. Actívalo y vuelve a abrir Brindlecam.</source>
+        <translation>Presiona Mayús+Super+9 para capturar un área o Mayús+Super+8 para la pantalla completa; la captura queda lista para pegar. Puedes cambiar los atajos en Configuración….
+
+Si tu escritorio pide permiso para capturar la pantalla, acéptalo.</translation>
+    </message>
+    <message>
+        <source>Línea (⇧ para ángulos rectos)</source>
+        <translation>Línea (Mayús para ángulos rectos)</translation>
+    </message>
+    <message>
+        <source>Flecha (⇧ para ángulos rectos)</source>
+        <translation>Flecha (Mayús para ángulos rectos)</translation>
+    </message>
+</context>
+</TS>
