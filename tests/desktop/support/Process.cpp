@@ -32,7 +32,7 @@ QByteArray Process::awaitLine(const QByteArray& prefix)
 {
     while (m_process.canReadLine() || m_process.waitForReadyRead(kPatience)) {
         while (m_process.canReadLine()) {
-            const QByteArray line = m_process.readLine().trimmed();
+            QByteArray line = m_process.readLine().trimmed();
             if (line.startsWith(prefix))
                 return line;
         }

@@ -13,7 +13,7 @@ namespace {
 
 QString binary()
 {
-    const QString path = qEnvironmentVariable("BRINDLECAM_PROGRAM");
+    QString path = qEnvironmentVariable("BRINDLECAM_PROGRAM");
     if (!QFileInfo(path).isExecutable())
         qFatal("BRINDLECAM_PROGRAM names no program: \"%s\"", qPrintable(path));
     return path;
