@@ -77,7 +77,7 @@ brindlecam=$!
 children+=($brindlecam)
 has_socket() {
     kill -0 $brindlecam 2>/dev/null || fail "el programa se cierra al empezar"
-    [ -n "$(find "$XDG_RUNTIME_DIR" -type s)" ]
+    [ -S "$XDG_RUNTIME_DIR/brindlecam.socket" ]
 }
 await "el programa no responde" has_socket
 

@@ -34,6 +34,9 @@ void DesktopTest::cleanup()
 
 void DesktopTest::keepArtifacts() const
 {
+    const QString text = m_program->log();
+    if (!text.isEmpty())
+        qInfo("The program's log:\n%s", qPrintable(text));
     const QString root = qEnvironmentVariable("BRINDLECAM_ARTIFACTS");
     if (root.isEmpty() || !QDir().mkpath(root))
         return;
@@ -45,7 +48,7 @@ void DesktopTest::keepArtifacts() const
     m_screen->grab().save(folder.filePath(name + QLatin1String(".png")));
     QFile log(folder.filePath(name + QLatin1String(".log")));
     if (log.open(QIODevice::WriteOnly))
-        log.write(m_program->log().toUtf8());
+        log.write(text.toUtf8());
 }
 
 } // namespace brindlecam::desktop
