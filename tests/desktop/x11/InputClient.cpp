@@ -152,7 +152,7 @@ void InputClient::read()
 bool run(const QString& program, const QStringList& arguments)
 {
     QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(program, arguments);
     return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit &&
            process.exitCode() == 0;

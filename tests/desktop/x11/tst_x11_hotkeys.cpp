@@ -50,11 +50,6 @@ private:
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        TestCase::init();
-        m_presses = 0;
-    }
     void cleanup()
     {
         xdotool(QStringLiteral("keyup 9 keyup Escape keyup ctrl keyup shift"));

@@ -16,29 +16,27 @@ PanelTraits PanelTraits::of(PanelRole role)
 {
     switch (role) {
     case PanelRole::overlay:
-        return {.flags = kUnmanaged, .type = Qt::WA_X11NetWmWindowTypeDock, .keepsPlace = true};
+        return {.flags = kUnmanaged, .type = "_NET_WM_WINDOW_TYPE_DOCK", .keepsPlace = true};
     case PanelRole::toast:
     case PanelRole::countdown:
         return {.flags = kUntouchable,
-                .type = Qt::WA_X11NetWmWindowTypeNotification,
+                .type = "_NET_WM_WINDOW_TYPE_NOTIFICATION",
                 .blends = true,
                 .keepsPlace = true};
     case PanelRole::frame:
         return {.flags = kUntouchable,
-                .type = Qt::WA_X11NetWmWindowTypeDock,
+                .type = "_NET_WM_WINDOW_TYPE_DOCK",
                 .blends = true,
                 .keepsPlace = true};
     case PanelRole::sessionPanel:
     case PanelRole::drawer:
-        return {.flags = kUnmanaged, .type = Qt::WA_X11NetWmWindowTypeUtility, .blends = true};
+        return {.flags = kUnmanaged, .type = "_NET_WM_WINDOW_TYPE_UTILITY", .blends = true};
     case PanelRole::pin:
-        return {.flags = kBare,
-                .type = Qt::WA_X11NetWmWindowTypeUtility,
-                .managed = true,
-                .blends = true};
+        return {
+            .flags = kBare, .type = "_NET_WM_WINDOW_TYPE_UTILITY", .managed = true, .blends = true};
     case PanelRole::dialog:
         return {.flags = Qt::WindowStaysOnTopHint,
-                .type = Qt::WA_X11NetWmWindowTypeDialog,
+                .type = "_NET_WM_WINDOW_TYPE_DIALOG",
                 .managed = true,
                 .activates = true};
     }

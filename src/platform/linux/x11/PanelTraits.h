@@ -8,8 +8,8 @@ namespace brindlecam::x11 {
 
 /// What a panel role means on X11.
 struct PanelTraits {
-    Qt::WindowFlags flags; ///< dialogs: beside their own, which say what buttons they have
-    Qt::WidgetAttribute type = Qt::WA_X11NetWmWindowTypeDialog;
+    Qt::WindowFlags flags;   ///< dialogs: beside their own, which say what buttons they have
+    const char* type = "";   ///< name of the window type's atom
     bool managed = false;    ///< by the window manager
     bool blends = false;     ///< may have transparent parts
     bool activates = false;  ///< takes the focus when shown

@@ -10,6 +10,7 @@
 #include <QWindow>
 
 #include <utility>
+#include <vector>
 
 namespace brindlecam {
 
@@ -52,7 +53,6 @@ PanelWindow::PanelWindow(QWidget& widget, PanelRole role, std::shared_ptr<X11Eve
 {
     const bool dialog = role == PanelRole::dialog;
     m_widget.setWindowFlags(dialog ? m_widget.windowFlags() | m_traits.flags : m_traits.flags);
-    m_widget.setAttribute(m_traits.type);
     m_widget.setAttribute(Qt::WA_ShowWithoutActivating, !m_traits.activates);
     m_widget.setAttribute(Qt::WA_TranslucentBackground, m_traits.blends);
     if (!dialog)
@@ -106,6 +106,8 @@ void PanelWindow::setHints()
     using x11::setProperty32;
     constexpr std::uint32_t kNeverUnredirect = 2;
     constexpr std::uint32_t kEveryDesktop = 0xffffffff;
+    // Not through Qt, which would put a type of its own first.
+    setProperty32(id(), atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, {atom(m_traits.type)});
     if (m_role == PanelRole::dialog)
         return;
     setProperty32(id(), atom("_NET_WM_BYPASS_COMPOSITOR"), XCB_ATOM_CARDINAL, {kNeverUnredirect});
@@ -130,10 +132,25 @@ void PanelWindow::setUserTime(xcb_timestamp_t time)
         x11::setProperty32(timeWindow.front(), property, XCB_ATOM_CARDINAL, {time});
 }
 
+void PanelWindow::setSizeHints()
+{
+    // At a fractional scale Qt asks for sizes in steps of two pixels.
+    constexpr std::uint32_t kUserPlaceAndSize = 1 | 2;
+    constexpr std::uint32_t kHasGravity = 512;
+    constexpr std::size_t kGravityIndex = 17;
+    std::vector<std::uint32_t> hints(kGravityIndex + 1);
+    hints.front() = kUserPlaceAndSize | kHasGravity;
+    hints[kGravityIndex] = XCB_GRAVITY_STATIC;
+    x11::setProperty32(id(), XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, hints);
+}
+
 void PanelWindow::place()
 {
-    if (!m_native.isEmpty())
-        x11::configure(id(), m_native);
+    if (m_native.isEmpty())
+        return;
+    if (m_traits.managed)
+        setSizeHints();
+    x11::configure(id(), m_native);
 }
 
 void PanelWindow::keepPlace(const QRect& actual)

@@ -34,6 +34,7 @@ private:
     void watchWindow();
     void setHints();
     void setUserTime(xcb_timestamp_t time);
+    void setSizeHints();
     void place();
     void keepPlace(const QRect& actual);
     void focusNow();

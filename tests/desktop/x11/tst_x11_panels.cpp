@@ -1,0 +1,353 @@
+#include "platform/linux/x11/X11.h"
+#include "platform/linux/x11/X11Events.h"
+#include "platform/linux/x11/X11Panels.h"
+#include "platform/linux/x11/X11Windows.h"
+#include "support/TestCase.h"
+#include "x11/InputClient.h"
+
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cstring>
+
+namespace brindlecam {
+
+using test::InputClient;
+using test::run;
+using test::settle;
+using test::xdotool;
+
+namespace {
+
+constexpr QRect kScreen(0, 0, 1366, 768);
+
+xcb_window_t idOf(const QWidget& widget)
+{
+    return static_cast<xcb_window_t>(widget.internalWinId());
+}
+
+QImage rootImage(const QRect& rect)
+{
+    const x11::Owned<xcb_get_image_reply_t> reply(xcb_get_image_reply(
+        x11::connection(),
+        xcb_get_image(x11::connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, x11::root(),
+                      static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
+                      static_cast<std::uint16_t>(rect.width()),
+                      static_cast<std::uint16_t>(rect.height()), ~0u),
+        nullptr));
+    if (!reply)
+        return {};
+    return QImage(xcb_get_image_data(reply.get()), rect.width(), rect.height(),
+                  QImage::Format_RGB32)
+        .copy();
+}
+
+/// Grabs a picture that stands for the desktop.
+class PaintedGrabber final : public Grabber {
+public:
+    void grabScreens(const std::vector<ScreenInfo>&, GrabOptions, Done done) override
+    {
+        done(std::vector<GrabbedScreen>());
+    }
+    Result<QImage> grabRegion(const QRect& native) override
+    {
+        if (native.isEmpty())
+            return Error{QStringLiteral("empty")};
+        QImage image(native.size(), QImage::Format_RGB32);
+        image.fill(Qt::darkGreen);
+        return image;
+    }
+    void warmUp(const std::vector<ScreenInfo>&) override {}
+};
+
+/// Paints a one-pixel checkerboard in device pixels, as the frozen picture is painted.
+class Checkerboard final : public QWidget {
+public:
+    Checkerboard()
+        : image(kScreen.size(), QImage::Format_RGB32)
+    {
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                image.setPixel(x, y, (x + y) % 2 == 0 ? 0xffffffff : 0xff204060);
+        }
+    }
+
+    QImage image;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
+        painter.drawImage(0, 0, image);
+    }
+};
+
+} // namespace
+
+class TestX11Panels final : public test::TestCase {
+    Q_OBJECT
+
+private:
+    std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
+    PaintedGrabber m_grabber;
+    X11Panels m_panels{m_events, m_grabber};
+
+    static std::vector<std::uint32_t> atoms(const QWidget& widget, const char* property)
+    {
+        return x11::property32(idOf(widget), x11::atom(property), XCB_ATOM_ATOM);
+    }
+    static bool overridesRedirect(const QWidget& widget)
+    {
+        const x11::Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+            x11::connection(), xcb_get_window_attributes(x11::connection(), idOf(widget)),
+            nullptr));
+        return reply && reply->override_redirect;
+    }
+
+private Q_SLOTS:
+    void initTestCase() { QCOMPARE(QGuiApplication::primaryScreen()->devicePixelRatio(), 1.5); }
+    void cleanup() { settle(); }
+
+    void overlayCoversExactlyItsRectanglePixelForPixel()
+    {
+        Checkerboard overlay;
+        m_panels.assume(overlay, PanelRole::overlay);
+        for (int round = 0; round < 2; ++round) {
+            m_panels.show(overlay, kScreen);
+            QTRY_COMPARE(rootImage(kScreen), overlay.image);
+            settle();
+            QCOMPARE(x11::rectOnRoot(idOf(overlay)), kScreen);
+            overlay.hide();
+            settle();
+        }
+        QVERIFY(overridesRedirect(overlay));
+    }
+
+    void overlayStaysExactWhenQtPlacesItByPoints()
+    {
+        QWidget overlay;
+        m_panels.assume(overlay, PanelRole::overlay);
+        m_panels.show(overlay, kScreen);
+        settle();
+        overlay.resize(overlay.width() + 3, overlay.height() - 2);
+        QTRY_COMPARE(x11::rectOnRoot(idOf(overlay)), kScreen);
+    }
+
+    void rolesHaveTheirKind_data()
+    {
+        QTest::addColumn<PanelRole>("role");
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<bool>("managed");
+        QTest::newRow("overlay") << PanelRole::overlay << QByteArray("DOCK") << false;
+        QTest::newRow("toast") << PanelRole::toast << QByteArray("NOTIFICATION") << false;
+        QTest::newRow("countdown") << PanelRole::countdown << QByteArray("NOTIFICATION") << false;
+        QTest::newRow("frame") << PanelRole::frame << QByteArray("DOCK") << false;
+        QTest::newRow("session panel") << PanelRole::sessionPanel << QByteArray("UTILITY") << false;
+        QTest::newRow("drawer") << PanelRole::drawer << QByteArray("UTILITY") << false;
+        QTest::newRow("pin") << PanelRole::pin << QByteArray("UTILITY") << true;
+    }
+    void rolesHaveTheirKind()
+    {
+        QFETCH(PanelRole, role);
+        QFETCH(QByteArray, type);
+        QFETCH(bool, managed);
+        InputClient below(QRect(300, 300, 200, 200));
+        below.activate();
+        QTRY_VERIFY(below.hasFocus());
+        QWidget widget;
+        m_panels.assume(widget, role);
+        const QRect rect(101, 203, 307, 211);
+        m_panels.show(widget, rect);
+        QTRY_COMPARE(x11::rectOnRoot(idOf(widget)), rect);
+        const auto types = atoms(widget, "_NET_WM_WINDOW_TYPE");
+        QVERIFY(!types.empty());
+        QCOMPARE(types.size(), std::size_t(1));
+        QCOMPARE(types.front(), x11::atom(("_NET_WM_WINDOW_TYPE_" + type).constData()));
+        QCOMPARE(overridesRedirect(widget), !managed);
+        QCOMPARE(x11::property32(idOf(widget), x11::atom("_NET_WM_BYPASS_COMPOSITOR"),
+                                 XCB_ATOM_CARDINAL),
+                 std::vector<std::uint32_t>{2});
+        settle();
+        QVERIFY(below.hasFocus());
+    }
+
+    void pinLiesAboveOnEveryDesktop()
+    {
+        QWidget pin;
+        m_panels.assume(pin, PanelRole::pin);
+        for (int round = 0; round < 2; ++round) {
+            m_panels.show(pin, QRect(100, 120, 300, 200));
+            QVERIFY(QTest::qWaitForWindowExposed(&pin));
+            settle();
+            const auto states = atoms(pin, "_NET_WM_STATE");
+            for (const char* state :
+                 {"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"})
+                QVERIFY2(std::ranges::find(states, x11::atom(state)) != states.end(), state);
+            // Openbox says it this way and takes the sticky state away.
+            QCOMPARE(x11::property32(idOf(pin), x11::atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL),
+                     std::vector<std::uint32_t>{0xffffffff});
+            QCOMPARE(x11::rectOnRoot(idOf(pin)), QRect(100, 120, 300, 200));
+            pin.hide();
+            settle();
+        }
+    }
+
+    void pinGetsTheFocusOnDemand()
+    {
+        QWidget pin;
+        m_panels.assume(pin, PanelRole::pin);
+        m_panels.show(pin, QRect(100, 120, 300, 200));
+        m_panels.focus(pin); // most likely not mapped yet
+        QTRY_VERIFY(pin.isActiveWindow());
+    }
+
+    void overlayTakesTheFocusAndTyping()
+    {
+        QVERIFY(run(QStringLiteral("setxkbmap"), {QStringLiteral("es")}));
+        InputClient below(QRect(300, 300, 200, 200));
+        below.activate();
+        QTRY_VERIFY(below.hasFocus());
+        QWidget overlay;
+        QVBoxLayout layout(&overlay);
+        QLineEdit field;
+        layout.addWidget(&field);
+        m_panels.assume(overlay, PanelRole::overlay);
+        m_panels.show(overlay, kScreen);
+        m_panels.focus(overlay);
+        field.setFocus();
+        QTRY_VERIFY(field.hasFocus());
+        QVERIFY(xdotool(QStringLiteral("key a key b")));
+        QTRY_COMPARE(field.text(), QStringLiteral("ab"));
+        QVERIFY(xdotool(QStringLiteral("key dead_acute key e")));
+        QTRY_COMPARE(field.text(), QStringLiteral("abé"));
+        QCOMPARE(below.keyEvents(), 0);
+        QVERIFY(run(QStringLiteral("setxkbmap"), {QStringLiteral("us")}));
+    }
+
+    void focusAskedForBeforeTheMapComesWithIt()
+    {
+        QWidget panel;
+        m_panels.assume(panel, PanelRole::sessionPanel);
+        m_panels.focus(panel);
+        settle();
+        QVERIFY(!panel.isActiveWindow());
+        m_panels.show(panel, QRect(10, 10, 100, 100));
+        QTRY_VERIFY(panel.isActiveWindow());
+    }
+
+    void pressOnAnotherOverlayMovesTheFocusThere()
+    {
+        QWidget left;
+        QWidget right;
+        QVBoxLayout layout(&right);
+        QWidget child;
+        layout.addWidget(&child);
+        m_panels.assume(left, PanelRole::overlay);
+        m_panels.assume(right, PanelRole::overlay);
+        m_panels.show(left, QRect(0, 0, 683, 768));
+        m_panels.show(right, QRect(683, 0, 683, 768));
+        m_panels.focus(left);
+        QTRY_VERIFY(left.isActiveWindow());
+        QVERIFY(xdotool(QStringLiteral("mousemove 1000 400 click 1")));
+        QTRY_VERIFY(right.isActiveWindow());
+        QVERIFY(xdotool(QStringLiteral("mousemove 300 400 click 1")));
+        QTRY_VERIFY(left.isActiveWindow());
+    }
+
+    void untouchablePanelsLetClicksThrough_data()
+    {
+        QTest::addColumn<PanelRole>("role");
+        QTest::newRow("toast") << PanelRole::toast;
+        QTest::newRow("countdown") << PanelRole::countdown;
+        QTest::newRow("frame") << PanelRole::frame;
+    }
+    void untouchablePanelsLetClicksThrough()
+    {
+        QFETCH(PanelRole, role);
+        InputClient below(QRect(300, 300, 300, 300), InputClient::Kind::overrideRedirect);
+        QWidget toast;
+        m_panels.assume(toast, role);
+        m_panels.show(toast, QRect(350, 350, 200, 100));
+        QVERIFY(QTest::qWaitForWindowExposed(&toast));
+        QVERIFY(xdotool(QStringLiteral("mousemove 400 400 click 1")));
+        QTRY_COMPARE(below.buttonPresses(), 1);
+    }
+
+    void dialogIsActiveAndStaysOnTop()
+    {
+        InputClient below(QRect(100, 100, 900, 600));
+        below.activate();
+        QTRY_VERIFY(below.hasFocus());
+        QMessageBox alert(QMessageBox::Warning, QStringLiteral("Title"), QStringLiteral("Text"));
+        m_panels.assume(alert, PanelRole::dialog);
+        m_panels.show(alert, {});
+        QTRY_VERIFY(alert.isActiveWindow());
+        QVERIFY(!overridesRedirect(alert));
+        const auto state = atoms(alert, "_NET_WM_STATE");
+        QVERIFY(std::ranges::find(state, x11::atom("_NET_WM_STATE_ABOVE")) != state.end());
+        if (x11::hasWindowManager())
+            below.raise();
+        settle();
+        const auto rect = x11::rectOnRoot(idOf(alert));
+        QVERIFY(rect);
+        // What lies under the alert's middle is the alert, and not the window that was raised.
+        QVERIFY(rootImage(QRect(rect->center(), QSize(1, 1))).pixelColor(0, 0) !=
+                QColor(0x33, 0x66, 0x99));
+    }
+
+    void compositorIsSeenWhenItComesAndGoes()
+    {
+        QVERIFY(!m_panels.translucent());
+        {
+            InputClient compositor(QRect(0, 0, 1, 1), InputClient::Kind::overrideRedirect);
+            xcb_set_selection_owner(compositor.connection(), compositor.window(),
+                                    compositor.atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+            compositor.sync();
+            QVERIFY(m_panels.translucent());
+        }
+        QTRY_VERIFY(!m_panels.translucent());
+    }
+
+    void opacityIsToldToTheCompositor()
+    {
+        QWidget toast;
+        m_panels.assume(toast, PanelRole::toast);
+        m_panels.show(toast, QRect(10, 10, 100, 50));
+        m_panels.setOpacity(toast, 0.5);
+        const auto opacity =
+            x11::property32(idOf(toast), x11::atom("_NET_WM_WINDOW_OPACITY"), XCB_ATOM_CARDINAL);
+        QCOMPARE(opacity.size(), std::size_t(1));
+        QVERIFY(std::abs(opacity.front() / 4294967295.0 - 0.5) < 0.001);
+    }
+
+    void backdropIsWhatTheGrabberSeesOrNull()
+    {
+        QCOMPARE(m_panels.backdrop(QRect(0, 0, 20, 10)).size(), QSize(20, 10));
+        QVERIFY(m_panels.backdrop({}).isNull());
+    }
+
+    void widgetMayDieBeforeThePanels()
+    {
+        auto widget = std::make_unique<QWidget>();
+        m_panels.assume(*widget, PanelRole::toast);
+        m_panels.show(*widget, QRect(10, 10, 100, 50));
+        widget.reset();
+        settle();
+        QWidget next;
+        m_panels.assume(next, PanelRole::toast);
+        m_panels.show(next, QRect(10, 10, 100, 50));
+        QTRY_COMPARE(x11::rectOnRoot(idOf(next)), QRect(10, 10, 100, 50));
+    }
+};
+
+BRINDLECAM_TEST(TestX11Panels);
+
+} // namespace brindlecam
+
+#include "tst_x11_panels.moc"
