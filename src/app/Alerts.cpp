@@ -69,7 +69,8 @@ QList<QAbstractButton*> addButtons(QMessageBox& box, const QStringList& titles)
 
 Alerts::Alerts(Panels& panels)
     : m_panels(panels)
-{}
+{
+}
 
 Alerts::~Alerts()
 {
@@ -83,13 +84,14 @@ void Alerts::show(const AlertContent& content, std::function<void(std::optional<
     const QStringList titles =
         content.buttons.isEmpty() ? QStringList(text("Aceptar")) : content.buttons;
     const QList<QAbstractButton*> buttons = addButtons(*box, titles);
+    show(box);
+    // Connected last: `done` may bring dialogs back, and this one is no longer among them by then.
     if (done) {
         QObject::connect(box, &QDialog::finished, box, [box, buttons, done = std::move(done)] {
             const qsizetype index = buttons.indexOf(box->clickedButton());
             done(index < 0 ? std::nullopt : std::optional(static_cast<int>(index)));
         });
     }
-    show(box);
 }
 
 void Alerts::show(QDialog* dialog)

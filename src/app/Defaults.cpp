@@ -144,8 +144,10 @@ void Defaults::save()
     QSaveFile file(m_file);
     if (!file.open(QIODevice::WriteOnly))
         return;
-    file.write(QJsonDocument(values).toJson());
-    file.commit();
+    // A full disk shows as a short count and as nothing else; what was saved before stays.
+    const QByteArray json = QJsonDocument(values).toJson();
+    if (file.write(json) == json.size())
+        file.commit();
 }
 
 } // namespace brindlecam
