@@ -6,12 +6,18 @@
 #include "platform/linux/StatusNotifierHosts.h"
 #include "platform/linux/UnixQuitSignals.h"
 #include "platform/linux/x11/X11Displays.h"
+#include "platform/linux/x11/X11Events.h"
+#include "platform/linux/x11/X11FrontApplication.h"
 #include "platform/linux/x11/X11Grabber.h"
+#include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/x11/X11Panels.h"
+#include "platform/linux/x11/X11Pasteboard.h"
 #include "platform/linux/x11/X11WindowList.h"
 #include "platform/linux/x11/XEmbedTrayHosts.h"
 #include "platform/null/NullPlatform.h"
 
 #include <QGuiApplication>
+#include <QThreadPool>
 
 #include <xcb/xcb.h>
 
@@ -62,6 +68,12 @@ void addX11(Platform& platform)
     platform.displays = std::make_unique<X11Displays>();
     platform.grabber = std::make_unique<X11Grabber>();
     platform.windowList = std::make_unique<X11WindowList>();
+    const auto events = std::make_shared<X11Events>();
+    platform.hotKeys = std::make_unique<X11HotKeys>(events);
+    platform.frontApplication = std::make_unique<X11FrontApplication>(events);
+    platform.panels = std::make_unique<X11Panels>(events, *platform.grabber);
+    platform.pasteboard = std::make_unique<X11Pasteboard>(
+        [](std::function<void()> job) { QThreadPool::globalInstance()->start(std::move(job)); });
     platform.trayHosts = makeTrayHosts();
 }
 
