@@ -63,7 +63,8 @@ void paint(QPainter& painter, int remaining)
 
 Countdown::Countdown(Displays& displays, Panels& panels)
     : Countdown(displays, panels, Timing())
-{}
+{
+}
 
 Countdown::Countdown(Displays& displays, Panels& panels, Timing timing)
     : m_displays(displays)

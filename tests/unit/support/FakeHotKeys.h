@@ -35,8 +35,10 @@ public:
     void press(int keyCode, int modifiers)
     {
         const auto found = registered.find({keyCode, modifiers});
-        if (found != registered.end())
-            found->second();
+        if (found == registered.end())
+            return;
+        const auto pressed = found->second; // it may unregister itself
+        pressed();
     }
 
 private:
@@ -45,7 +47,8 @@ private:
         Registration(FakeHotKeys& keys, Combination combination)
             : m_keys(keys)
             , m_combination(std::move(combination))
-        {}
+        {
+        }
         ~Registration() override { m_keys.registered.erase(m_combination); }
 
     private:

@@ -15,7 +15,8 @@ class TestCase : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() {
+    void init()
+    {
         QTest::failOnWarning(
             QRegularExpression(QStringLiteral("^(?!This plugin does not support )")));
     }

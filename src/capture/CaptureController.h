@@ -1,0 +1,105 @@
+#pragma once
+
+#include "app/HotKey.h"
+#include "base/ScreenInfo.h"
+#include "canvas/Outcome.h"
+#include "capture/CaptureFailure.h"
+#include "capture/OverlaySet.h"
+#include "capture/ScreenGrabber.h"
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace brindlecam {
+
+class Activity;
+class Alerts;
+class CanvasView;
+class Output;
+class Prefs;
+class Toast;
+struct Platform;
+
+/// Runs one capture from trigger to result: freezes the screens, opens the overlays, acts on the
+/// outcome. One at a time; a start while another runs is dropped. Main thread.
+class CaptureController final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What the controller works with; all of it outlives the controller.
+    struct Services {
+        Platform& platform;
+        const Prefs& prefs;
+        Output& output;
+        Toast& toast;
+        Alerts& alerts;
+        Activity& activity;
+        CaptureFailure& failure;
+    };
+
+    explicit CaptureController(const Services& services);
+    ~CaptureController() override;
+
+    /// Rooms that may not be built: an outcome whose callback is empty ends the session without it.
+    std::function<void(const Rendered& picture, const QRect& nativeFrame)> onPin;
+    std::function<void(const QRect& nativeRect, const ScreenInfo& screen)> onScroll;
+    std::function<void(const QRect& nativeRect, const ScreenInfo& screen)> onGif;
+
+    /// Makes windows and buffers ready for the first capture.
+    void warmUp();
+
+    /// Starts an area capture.
+    void begin();
+    /// Captures the screen under the pointer.
+    void captureFullScreen();
+    /// Ends the area capture; harmless when none runs.
+    void finish(const Outcome& outcome);
+    /// Asks where a picture is to be saved and writes it there.
+    void save(const Rendered& picture, std::function<void()> closed = {});
+
+    [[nodiscard]] bool busy() const { return !std::holds_alternative<Idle>(m_state); }
+
+private:
+    struct Idle {};
+    /// From the trigger until the pictures are there.
+    struct Grabbing {
+        std::vector<ScreenInfo> screens;
+        std::vector<QRect> windowFrames; ///< native pixels, frontmost first
+        bool again = false;              ///< the displays changed once already
+    };
+    /// Overlays are up.
+    struct Overlay {
+        HotKey escapeKey;
+        std::optional<Rendered> lastAutoCopied;
+    };
+    /// The overlays are gone, the outcome is being acted on (a save panel may be open).
+    struct Delivering {};
+    using State = std::variant<Idle, Grabbing, Overlay, Delivering>;
+
+    [[nodiscard]] bool mayStart() const;
+    void start(std::function<void()> grab);
+    void grabAll();
+    void grabOne(const ScreenInfo& screen);
+    void present(const std::vector<Shot>& shots);
+    void wire(OverlayWindow& window);
+    void focusOverlayUnderPointer();
+    void deliverFullScreen(const Shot& shot);
+    void screensChanged();
+    void handleCaptureFailure(const Error& error);
+    void deliverArea(const Rendered& picture, const std::optional<ScreenInfo>& screen);
+    void startLater(const std::function<void(const QRect&, const ScreenInfo&)>& start,
+                    const QRect& nativeRect);
+    void end();
+    [[nodiscard]] std::optional<ScreenInfo> screenUnderPointer() const;
+    [[nodiscard]] std::optional<ScreenInfo> sessionScreen() const;
+
+    Services m_services;
+    OverlaySet m_overlays;
+    State m_state;
+};
+
+} // namespace brindlecam

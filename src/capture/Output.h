@@ -1,0 +1,74 @@
+#pragma once
+
+#include "base/Executor.h"
+#include "pictures/Rendered.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace brindlecam {
+
+class History;
+class Pasteboard;
+class Prefs;
+
+/// Turns finished pictures into their results: clipboard first, then the file, then the history,
+/// the completion last. Encoding and writing happen on the executor; the clipboard is only touched
+/// while no newer picture is on its way to it, and a newer one makes an older encode stop early.
+/// Main thread.
+class Output final : public QObject {
+    Q_OBJECT
+
+public:
+    /// What becomes of one picture.
+    struct Wishes {
+        bool copy = false;    ///< onto the clipboard
+        QString saveTo = {};  ///< full path of a PNG file to write, or empty
+        bool history = false; ///< into the history, if the user keeps one
+    };
+    /// Receives whether the file was written.
+    using Done = std::function<void(bool saved)>;
+
+    Output(Pasteboard& pasteboard, History& history, const Prefs& prefs, Executor executor);
+    ~Output() override;
+
+    void deliver(const Rendered& picture, const Wishes& wishes, Done done = {});
+
+    /// Writes the picture to a file of the user's choice; errors are dropped.
+    void writeFile(const Rendered& picture, const QString& path);
+
+    /// Forgets the bytes of the last clipboard picture, which are kept so that the same picture is
+    /// not encoded twice in a session.
+    void forgetLastCopy();
+
+    /// Waits until everything delivered so far has reached its place. For quitting.
+    void finishAll();
+
+private:
+    struct CopyEncode;
+    struct Delivery;
+
+    void startCopy(const std::shared_ptr<Delivery>& delivery);
+    void startFileEncode(const std::shared_ptr<Delivery>& delivery);
+    void copyEncoded(const std::shared_ptr<CopyEncode>& encode);
+    void publish(const Delivery& delivery, const QByteArray& png);
+    void advance(const std::shared_ptr<Delivery>& delivery);
+    void startWriting(const std::shared_ptr<Delivery>& delivery);
+    void finish(const std::shared_ptr<Delivery>& delivery);
+    [[nodiscard]] bool waitsForEarlier(const Delivery& delivery) const;
+    void onMainThread(std::function<void()> then);
+
+    Pasteboard& m_pasteboard;
+    History& m_history;
+    const Prefs& m_prefs;
+    const Executor m_executor;
+    qint64 m_generation = 0; ///< counts the deliveries that copy
+    std::shared_ptr<CopyEncode> m_lastCopy;
+    std::vector<std::shared_ptr<Delivery>> m_running; ///< in the order they were handed in
+};
+
+} // namespace brindlecam

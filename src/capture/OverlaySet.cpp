@@ -1,0 +1,81 @@
+#include "capture/OverlaySet.h"
+
+#include "canvas/CanvasView.h"
+#include "platform/Grabber.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr std::chrono::seconds kPixelsKept{5};
+
+} // namespace
+
+OverlaySet::OverlaySet(Panels& panels, const Prefs& prefs)
+    : m_panels(panels)
+    , m_prefs(prefs)
+{
+    m_releaseTimer.setSingleShot(true);
+    m_releaseTimer.setInterval(kPixelsKept);
+    QObject::connect(&m_releaseTimer, &QTimer::timeout, &m_releaseTimer,
+                     [this] { releasePixels(); });
+}
+
+OverlaySet::~OverlaySet() = default;
+
+OverlayWindow& OverlaySet::windowFor(const ScreenInfo& screen)
+{
+    const auto found = std::ranges::find_if(
+        m_windows, [&](const auto& window) { return window->coveredScreen().sameDisplay(screen); });
+    if (found != m_windows.end())
+        return **found;
+    return *m_windows.emplace_back(std::make_unique<OverlayWindow>(m_panels, m_prefs, screen));
+}
+
+void OverlaySet::prepare(const std::vector<ScreenInfo>& screens)
+{
+    std::erase_if(m_windows, [&](const auto& window) {
+        return std::ranges::find(m_session, window.get()) == m_session.end() &&
+               std::ranges::none_of(screens, [&](const ScreenInfo& screen) {
+                   return screen.sameDisplay(window->coveredScreen());
+               });
+    });
+    for (const ScreenInfo& screen : screens)
+        windowFor(screen).preparePixels();
+    m_releaseTimer.start();
+}
+
+OverlayWindow& OverlaySet::fill(const GrabbedScreen& shot)
+{
+    m_releaseTimer.stop();
+    OverlayWindow& window = windowFor(shot.screen);
+    window.makeContent(shot);
+    m_session.push_back(&window);
+    return window;
+}
+
+void OverlaySet::remove(OverlayWindow& window)
+{
+    std::erase(m_session, &window);
+    window.uncover();
+    if (m_session.empty())
+        m_releaseTimer.start();
+}
+
+void OverlaySet::removeAll()
+{
+    for (OverlayWindow* window : std::exchange(m_session, {}))
+        window->uncover();
+    m_releaseTimer.start();
+}
+
+void OverlaySet::releasePixels()
+{
+    for (const auto& window : m_windows)
+        window->releasePixels();
+}
+
+} // namespace brindlecam

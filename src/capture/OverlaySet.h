@@ -1,0 +1,51 @@
+#pragma once
+
+#include "base/ScreenInfo.h"
+#include "canvas/OverlayWindow.h"
+
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+namespace brindlecam {
+
+class Panels;
+class Prefs;
+struct GrabbedScreen;
+
+/// The overlay windows, one per screen, kept hidden between sessions so that opening one is only a
+/// map. Their pixels stay a few seconds after a session, for the next one soon after, and are then
+/// given back. Main thread.
+class OverlaySet final {
+public:
+    OverlaySet(Panels& panels, const Prefs& prefs);
+    ~OverlaySet();
+
+    /// Makes the windows for these screens, drops those of screens that are gone or changed, and
+    /// touches their pixels.
+    void prepare(const std::vector<ScreenInfo>& screens);
+
+    /// The window for this shot's screen, filled and part of the session, but not yet shown.
+    OverlayWindow& fill(const GrabbedScreen& shot);
+
+    /// Windows of the present session in the order they were filled; empty when idle.
+    [[nodiscard]] const std::vector<OverlayWindow*>& session() const { return m_session; }
+
+    /// Takes one window out of the session and off the screen.
+    void remove(OverlayWindow& window);
+    /// Ends the session: every window off the screen.
+    void removeAll();
+
+private:
+    OverlayWindow& windowFor(const ScreenInfo& screen);
+    void releasePixels();
+
+    Panels& m_panels;
+    const Prefs& m_prefs;
+    std::vector<std::unique_ptr<OverlayWindow>> m_windows;
+    std::vector<OverlayWindow*> m_session;
+    QTimer m_releaseTimer;
+};
+
+} // namespace brindlecam

@@ -1,0 +1,19 @@
+#include "capture/ScreenGrabber.h"
+
+#include "base/Text.h"
+
+namespace brindlecam::ScreenGrabber {
+
+void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens, GrabOptions options,
+             std::function<void(Result<std::vector<Shot>>)> done)
+{
+    grabber.grabScreens(screens, options,
+                        [done = std::move(done)](Result<std::vector<Shot>> grabbed) {
+                            if (grabbed && grabbed.value().empty())
+                                done(Error{text("No hay ninguna pantalla que capturar.")});
+                            else
+                                done(std::move(grabbed));
+                        });
+}
+
+} // namespace brindlecam::ScreenGrabber

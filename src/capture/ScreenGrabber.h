@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Grabber.h"
+
+#include <functional>
+#include <vector>
+
+namespace brindlecam {
+
+/// A screen and its whole picture in pixels.
+using Shot = GrabbedScreen;
+
+/// Freezes screens. Keeps no state: everything is asked anew at every call. Main thread.
+namespace ScreenGrabber {
+
+/// Pictures of these screens in this order; screens that are gone are left out. A list without a
+/// picture is a failure like any other.
+void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens, GrabOptions options,
+             std::function<void(Result<std::vector<Shot>>)> done);
+
+} // namespace ScreenGrabber
+
+} // namespace brindlecam

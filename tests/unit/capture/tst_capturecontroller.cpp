@@ -1,0 +1,428 @@
+#include "app/Activity.h"
+#include "app/Alerts.h"
+#include "app/Defaults.h"
+#include "app/Prefs.h"
+#include "app/Toast.h"
+#include "base/KeyCodes.h"
+#include "canvas/CanvasView.h"
+#include "capture/CaptureController.h"
+#include "capture/Output.h"
+#include "platform/null/NullPlatform.h"
+#include "recents/History.h"
+#include "support/FakeDisplays.h"
+#include "support/FakeFrontApplication.h"
+#include "support/FakeGrabber.h"
+#include "support/FakeHotKeys.h"
+#include "support/FakePanels.h"
+#include "support/FakePasteboard.h"
+#include "support/TestCase.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTemporaryDir>
+
+namespace brindlecam {
+
+namespace {
+
+const ScreenInfo kLeft{QStringLiteral("LEFT"), QRect(0, 0, 400, 300), 1, QRect(0, 0, 400, 300)};
+const ScreenInfo kRight{QStringLiteral("RIGHT"), QRect(400, 0, 300, 200), 1,
+                        QRect(400, 0, 300, 200)};
+
+template <typename Port, typename Base>
+Port& install(std::unique_ptr<Base>& place)
+{
+    auto port = std::make_unique<Port>();
+    Port& reference = *port;
+    place = std::move(port);
+    return reference;
+}
+
+Rendered picture(QColor colour)
+{
+    QImage image(40, 30, QImage::Format_RGB32);
+    image.fill(colour);
+    return {image, QSizeF(40, 30)};
+}
+
+} // namespace
+
+class TestCaptureController final : public test::TestCase {
+    Q_OBJECT
+
+private:
+    /// The controller in a world of fakes in which all work is done at once.
+    struct Fixture {
+        QTemporaryDir folder;
+        Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
+        Prefs prefs{defaults};
+        Platform platform = makeNullPlatform();
+        test::FakeDisplays& displays = install<test::FakeDisplays>(platform.displays);
+        test::FakeGrabber& grabber = install<test::FakeGrabber>(platform.grabber);
+        test::FakeHotKeys& hotKeys = install<test::FakeHotKeys>(platform.hotKeys);
+        test::FakePanels& panels = install<test::FakePanels>(platform.panels);
+        test::FakePasteboard& pasteboard = install<test::FakePasteboard>(platform.pasteboard);
+        test::FakeFrontApplication& front =
+            install<test::FakeFrontApplication>(platform.frontApplication);
+        History history{folder.filePath(QStringLiteral("historia"))};
+        Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
+        Toast toast{displays, panels};
+        Alerts alerts{panels};
+        Activity activity;
+        CaptureFailure failure{*platform.captureAccess, alerts, defaults,
+                               CaptureFailure::Voice::alerts};
+        CaptureController controller{{platform, prefs, output, toast, alerts, activity, failure}};
+
+        Fixture()
+        {
+            defaults.setString(QStringLiteral("saveFolder"),
+                               folder.filePath(QStringLiteral("capturas")));
+            displays.all = {kLeft, kRight};
+            displays.pointerAt = QPoint(450, 50);
+        }
+
+        [[nodiscard]] std::vector<OverlayWindow*> overlays() const
+        {
+            std::vector<OverlayWindow*> found;
+            for (QWidget* widget : QApplication::topLevelWidgets()) {
+                auto* overlay = qobject_cast<OverlayWindow*>(widget);
+                if (overlay && overlay->isVisible())
+                    found.push_back(overlay);
+            }
+            std::ranges::sort(found, {}, [](const OverlayWindow* window) {
+                return window->coveredScreen().native.x();
+            });
+            return found;
+        }
+        [[nodiscard]] CanvasView& canvas(std::size_t index) const
+        {
+            return *overlays().at(index)->canvas();
+        }
+        void drag(CanvasView& canvas, QPoint from, QPoint to)
+        {
+            QTest::mousePress(&canvas, Qt::LeftButton, {}, from);
+            QTest::mouseMove(&canvas, to);
+            QTest::mouseRelease(&canvas, Qt::LeftButton, {}, to);
+        }
+        [[nodiscard]] QStringList savedFiles() const
+        {
+            return QDir(prefs.saveFolder()).entryList(QDir::Files);
+        }
+        [[nodiscard]] qsizetype kept() const { return history.items().size(); }
+        void pressEscape() { hotKeys.press(KeyCodes::kEscape, 0); }
+    };
+
+private Q_SLOTS:
+    void areaCaptureCoversEveryScreenAndFocusesTheOneUnderThePointer()
+    {
+        Fixture f;
+        f.controller.begin();
+        const auto overlays = f.overlays();
+        QCOMPARE(overlays.size(), 2U);
+        QCOMPARE(f.panels.shown.at(0).native, kLeft.native);
+        QCOMPARE(f.panels.shown.at(1).native, kRight.native);
+        QCOMPARE(f.panels.focused.back().data(), static_cast<QWidget*>(overlays.at(1)));
+        QVERIFY(f.activity.capture);
+    }
+
+    void twoTriggersInQuickSuccessionOpenOneSession()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.controller.begin();
+        f.controller.captureFullScreen();
+        QCOMPARE(f.grabber.calls, 1);
+        QCOMPARE(f.overlays().size(), 2U);
+        QCOMPARE(f.front.remembered, 1);
+    }
+
+    void aTriggerWhileTheScreensAreBeingGrabbedIsDropped()
+    {
+        Fixture f;
+        f.grabber.waits = true;
+        f.controller.begin();
+        f.controller.begin();
+        f.grabber.answer();
+        QCOMPARE(f.grabber.calls, 1);
+        QCOMPARE(f.overlays().size(), 2U);
+    }
+
+    void nothingStartsWhileALongCaptureRuns()
+    {
+        Fixture f;
+        f.activity.scrollCapture = true;
+        f.controller.begin();
+        f.activity.scrollCapture = false;
+        f.activity.recording = true;
+        f.controller.captureFullScreen();
+        QCOMPARE(f.grabber.calls, 0);
+    }
+
+    void aSelectionOnOneScreenClearsThatOfTheOther()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.drag(f.canvas(0), {10, 10}, {100, 100});
+        QVERIFY(!f.canvas(0).selection().isEmpty());
+        f.drag(f.canvas(1), {10, 10}, {100, 100});
+        QVERIFY(f.canvas(0).selection().isEmpty());
+        QVERIFY(!f.canvas(1).selection().isEmpty());
+    }
+
+    void copyReachesClipboardFolderHistoryAndToast()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.drag(f.canvas(0), {10, 10}, {110, 60});
+        QTest::keyClick(&f.canvas(0), Qt::Key_Return);
+        QTRY_COMPARE(f.savedFiles().size(), 1);
+        QTRY_COMPARE(f.kept(), 1);
+        QCOMPARE(f.pasteboard.picture().size(), QSize(100, 50));
+        QVERIFY(f.overlays().empty());
+        QCOMPARE(f.front.givenBack, 1);
+        QTRY_VERIFY(f.toast.visible());
+        QVERIFY(!f.controller.busy());
+        QVERIFY(!f.activity.capture);
+    }
+
+    void copyWithoutAutoSaveWritesNoFile()
+    {
+        Fixture f;
+        f.defaults.setBoolean(QStringLiteral("autoSaveArea"), false);
+        f.controller.begin();
+        f.drag(f.canvas(0), {10, 10}, {110, 60});
+        QTest::keyClick(&f.canvas(0), Qt::Key_Return);
+        QTRY_COMPARE(f.kept(), 1);
+        QVERIFY(f.savedFiles().isEmpty());
+    }
+
+    void cancelAfterAutoCopyKeepsThePictureInTheHistory()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.drag(f.canvas(0), {10, 10}, {110, 60});
+        QTRY_COMPARE(f.pasteboard.changes, 1);
+        f.pressEscape();
+        QTRY_COMPARE(f.kept(), 1);
+        QCOMPARE(f.pasteboard.changes, 1);
+        QVERIFY(f.savedFiles().isEmpty());
+        QVERIFY(f.overlays().empty());
+        QCOMPARE(f.front.givenBack, 1);
+    }
+
+    void cancelWithoutAutoCopyKeepsNothing()
+    {
+        Fixture f;
+        f.defaults.setBoolean(QStringLiteral("autoCopy"), false);
+        f.controller.begin();
+        f.drag(f.canvas(0), {10, 10}, {110, 60});
+        f.pressEscape();
+        QCoreApplication::processEvents();
+        QCOMPARE(f.kept(), 0);
+        QCOMPARE(f.pasteboard.changes, 0);
+        QVERIFY(!f.controller.busy());
+    }
+
+    void escapeIsOnlyHeldDuringACapture()
+    {
+        Fixture f;
+        QVERIFY(f.hotKeys.registered.empty());
+        f.controller.begin();
+        QCOMPARE(f.hotKeys.registered.size(), 1U);
+        f.pressEscape();
+        QVERIFY(f.hotKeys.registered.empty());
+    }
+
+    void aSecondFinishIsHarmless()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.controller.finish(outcome::Cancel{});
+        f.controller.finish(outcome::Copy{picture(Qt::red)});
+        QCoreApplication::processEvents();
+        QCOMPARE(f.front.givenBack, 1);
+        QCOMPARE(f.pasteboard.changes, 0);
+    }
+
+    void recognisedTextGoesToTheClipboardAsText()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.controller.finish(outcome::Text{QStringLiteral("uno\ndos")});
+        QCOMPARE(f.pasteboard.plainText, std::optional(QStringLiteral("uno\ndos")));
+        QVERIFY(f.toast.visible());
+    }
+
+    void pinIsCopiedKeptAndHandedOn()
+    {
+        Fixture f;
+        std::optional<QRect> pinned;
+        f.controller.onPin = [&pinned](const Rendered&, const QRect& frame) { pinned = frame; };
+        f.controller.begin();
+        f.controller.finish(outcome::Pin{picture(Qt::red), QRect(5, 6, 40, 30)});
+        QCOMPARE(pinned, std::optional(QRect(5, 6, 40, 30)));
+        QTRY_COMPARE(f.kept(), 1);
+        QCOMPARE(f.pasteboard.changes, 1);
+        QVERIFY(f.savedFiles().isEmpty());
+    }
+
+    void longCapturesStartOnTheScreenOfTheSelection()
+    {
+        Fixture f;
+        std::optional<QString> screen;
+        f.controller.onScroll = [&screen](const QRect&, const ScreenInfo& on) { screen = on.id; };
+        f.controller.begin();
+        f.controller.finish(outcome::Scroll{QRect(450, 20, 100, 150)});
+        QVERIFY(!screen);
+        QTRY_COMPARE(screen, std::optional(kRight.id));
+        QCOMPARE(f.pasteboard.changes, 0);
+    }
+
+    void saveKeepsThePictureAndAsksWhere()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.drag(f.canvas(0), {10, 10}, {110, 60});
+        QTest::keyClick(&f.canvas(0), Qt::Key_S, Qt::ControlModifier);
+        QTRY_COMPARE(f.kept(), 1);
+        const auto panels = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(
+            panels, [](QWidget* widget) { return qobject_cast<QFileDialog*>(widget); });
+        QVERIFY(found != panels.end());
+        auto* panel = qobject_cast<QFileDialog*>(*found);
+        QVERIFY(panel->isVisible());
+        QVERIFY(f.controller.busy());
+        QCOMPARE(f.front.givenBack, 0);
+        QVERIFY(QDir(f.prefs.saveFolder()).exists());
+
+        const QString chosen = f.folder.filePath(QStringLiteral("elegida.png"));
+        panel->findChild<QLineEdit*>()->setText(chosen);
+        QMetaObject::invokeMethod(panel, "accept");
+        QVERIFY(!panel->isVisible());
+        QTRY_COMPARE(QImage(chosen).size(), QSize(100, 50));
+        QVERIFY(!f.controller.busy());
+        QCOMPARE(f.front.givenBack, 1);
+    }
+
+    void fullScreenTakesTheScreenUnderThePointer()
+    {
+        Fixture f;
+        f.controller.captureFullScreen();
+        QTRY_COMPARE(f.savedFiles().size(), 1);
+        QCOMPARE(f.pasteboard.picture().size(), kRight.native.size());
+        QTRY_COMPARE(f.kept(), 1);
+        QVERIFY(!f.controller.busy());
+        QCOMPARE(f.front.remembered, 0);
+    }
+
+    void fullScreenWithoutAKnownPointerTakesThePrimaryScreen()
+    {
+        Fixture f;
+        f.displays.pointerAt.reset();
+        f.controller.captureFullScreen();
+        QTRY_COMPARE(f.pasteboard.changes, 1);
+        QCOMPARE(f.pasteboard.picture().size(), kLeft.native.size());
+    }
+
+    void fullScreenWithoutScreensDoesNothing()
+    {
+        Fixture f;
+        f.displays.all.clear();
+        f.controller.captureFullScreen();
+        QCOMPARE(f.grabber.calls, 0);
+        QVERIFY(!f.controller.busy());
+    }
+
+    void aFailedGrabEndsTheCaptureAndSaysWhy()
+    {
+        Fixture f;
+        f.grabber.fails = Error{QStringLiteral("por algo")};
+        f.controller.begin();
+        QVERIFY(!f.controller.busy());
+        QVERIFY(f.alerts.visible());
+        QVERIFY(f.overlays().empty());
+    }
+
+    void grabWithoutAnyScreenIsAFailure()
+    {
+        Fixture f;
+        f.displays.all.clear();
+        f.controller.begin();
+        QVERIFY(!f.controller.busy());
+        QVERIFY(f.alerts.visible());
+    }
+
+    void displaysThatChangeDuringTheGrabAreGrabbedOnceMore()
+    {
+        Fixture f;
+        f.grabber.onGrab = [&f] { f.displays.all = {kLeft}; };
+        f.controller.begin();
+        QCOMPARE(f.grabber.calls, 2);
+        QCOMPARE(f.overlays().size(), 1U);
+    }
+
+    void aRemovedScreenClosesItsOverlayOnly()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.drag(f.canvas(0), {10, 10}, {110, 60});
+        f.displays.all = {kLeft};
+        f.displays.changed();
+        QCOMPARE(f.overlays().size(), 1U);
+        QTest::keyClick(&f.canvas(0), Qt::Key_Return);
+        QTRY_COMPARE(f.pasteboard.picture().size(), QSize(100, 50));
+    }
+
+    void removingTheScreenWithTheSelectionEndsTheSessionLikeCancel()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.drag(f.canvas(1), {10, 10}, {110, 60});
+        f.displays.all = {kLeft};
+        f.displays.changed();
+        QVERIFY(f.overlays().empty());
+        QVERIFY(!f.controller.busy());
+        QTRY_COMPARE(f.kept(), 1); // automatic copy was on
+    }
+
+    void anAddedScreenStaysLive()
+    {
+        Fixture f;
+        f.displays.all = {kLeft};
+        f.controller.begin();
+        f.displays.all = {kLeft, kRight};
+        f.displays.changed();
+        QCOMPARE(f.overlays().size(), 1U);
+        QVERIFY(f.controller.busy());
+    }
+
+    void alertsStepAsideForTheSessionAndComeBack()
+    {
+        Fixture f;
+        f.alerts.show({.message = QStringLiteral("Hola"), .informative = {}, .buttons = {}});
+        QVERIFY(f.alerts.visible());
+        f.controller.begin();
+        QVERIFY(!f.alerts.visible());
+        QTRY_COMPARE(f.overlays().size(), 2U); // the desktop repaints first
+        f.pressEscape();
+        QVERIFY(f.alerts.visible());
+    }
+
+    void aToastIsTakenAwayBeforeTheGrab()
+    {
+        Fixture f;
+        f.toast.show(QStringLiteral("Copiado"));
+        f.grabber.onGrab = [&f] { QVERIFY(!f.toast.visible()); };
+        f.controller.captureFullScreen();
+        QTRY_COMPARE(f.grabber.calls, 1);
+        QTRY_COMPARE(f.kept(), 1);
+    }
+};
+
+BRINDLECAM_TEST(TestCaptureController);
+
+} // namespace brindlecam
+
+#include "tst_capturecontroller.moc"

@@ -1,0 +1,247 @@
+#include "app/Defaults.h"
+#include "app/Prefs.h"
+#include "capture/Output.h"
+#include "recents/History.h"
+#include "support/FakePasteboard.h"
+#include "support/GatedExecutor.h"
+#include "support/TestCase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace brindlecam {
+
+namespace {
+
+Rendered picture(QColor colour, QSize pixels = {40, 30})
+{
+    QImage image(pixels, QImage::Format_RGB32);
+    image.fill(colour);
+    return {image, QSizeF(pixels) / 2};
+}
+
+QColor colourOf(const QImage& image)
+{
+    return image.isNull() ? QColor() : image.pixelColor(0, 0);
+}
+
+QColor colourOfFile(const QString& path)
+{
+    return colourOf(QImage(path));
+}
+
+} // namespace
+
+class TestOutput final : public test::TestCase {
+    Q_OBJECT
+
+private:
+    struct Fixture {
+        QTemporaryDir folder;
+        Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
+        Prefs prefs{defaults};
+        test::FakePasteboard pasteboard;
+        History history{folder.filePath(QStringLiteral("historia"))};
+        test::GatedExecutor gate;
+        Output output{pasteboard, history, prefs, gate.executor()};
+
+        QString file(const QString& name = QStringLiteral("a.png")) const
+        {
+            return folder.filePath(QStringLiteral("capturas/") + name);
+        }
+        // Lets everything run in the order it was handed in.
+        void settle()
+        {
+            do {
+                QCoreApplication::sendPostedEvents();
+                if (!gate.jobs.empty())
+                    gate.run(0);
+                QCoreApplication::sendPostedEvents();
+            } while (!gate.jobs.empty());
+        }
+        void runAndDeliver(std::size_t index)
+        {
+            gate.run(index);
+            QCoreApplication::sendPostedEvents();
+        }
+    };
+
+private Q_SLOTS:
+    void copyReachesTheClipboardAsPngAndTiff()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true});
+        f.settle();
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
+        const QImage png = QImage::fromData(*f.pasteboard.png, "PNG");
+        QCOMPARE(png.dotsPerMeterX(), 5669);
+        const QImage tiff = QImage::fromData(f.pasteboard.makeTiff(), "TIFF");
+        QCOMPARE(colourOf(tiff), QColor(Qt::red));
+        QCOMPARE(tiff.dotsPerMeterX(), 5669);
+    }
+
+    void theNewestPictureWinsEvenWhenTheOlderEncodeEndsLast()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true});
+        f.output.deliver(picture(Qt::blue), {.copy = true});
+        QCOMPARE(f.gate.jobs.size(), 2U);
+        f.runAndDeliver(1);
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
+        f.runAndDeliver(0);
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
+        QCOMPARE(f.pasteboard.changes, 1);
+    }
+
+    void anOlderPictureThatEndsFirstIsNotShownEither()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true});
+        f.output.deliver(picture(Qt::blue), {.copy = true});
+        f.runAndDeliver(0);
+        QCOMPARE(f.pasteboard.changes, 0);
+        f.settle();
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
+    }
+
+    void aDeliveryWithoutCopyNeitherTouchesNorOvertakesTheClipboard()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true});
+        f.output.deliver(picture(Qt::blue), {.copy = false, .saveTo = f.file()});
+        f.settle();
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
+        QCOMPARE(f.pasteboard.changes, 1);
+        QCOMPARE(colourOfFile(f.file()), QColor(Qt::blue));
+    }
+
+    void clipboardComesBeforeFileAndTheCompletionLast()
+    {
+        Fixture f;
+        std::optional<bool> saved;
+        f.output.deliver(picture(Qt::red), {.copy = true, .saveTo = f.file(), .history = true},
+                         [&saved](bool written) { saved = written; });
+        QCOMPARE(f.gate.jobs.size(), 2U);
+        f.runAndDeliver(1); // the file's bytes are ready first
+        QVERIFY(f.gate.jobs.size() == 1U);
+        QVERIFY(!QFile::exists(f.file()));
+        f.runAndDeliver(0); // the clipboard's
+        QCOMPARE(f.pasteboard.changes, 1);
+        QVERIFY(!QFile::exists(f.file()));
+        QVERIFY(!saved);
+        f.runAndDeliver(0); // writing
+        QCOMPARE(colourOfFile(f.file()), QColor(Qt::red));
+        QCOMPARE(f.history.items().size(), 1);
+        QCOMPARE(saved, std::optional(true));
+    }
+
+    void missingFolderIsMadeWithItsParents()
+    {
+        Fixture f;
+        const QString path = f.folder.filePath(QStringLiteral("una/dos/tres.png"));
+        f.output.deliver(picture(Qt::red), {.copy = false, .saveTo = path});
+        f.settle();
+        QCOMPARE(colourOfFile(path), QColor(Qt::red));
+    }
+
+    void aFileInTheFoldersPlaceFailsTheFileAndNothingElse()
+    {
+        Fixture f;
+        QFile obstacle(f.folder.filePath(QStringLiteral("capturas")));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        obstacle.close();
+        std::optional<bool> saved;
+        f.output.deliver(picture(Qt::red), {.copy = true, .saveTo = f.file(), .history = true},
+                         [&saved](bool written) { saved = written; });
+        f.settle();
+        QCOMPARE(saved, std::optional(false));
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
+        QCOMPARE(f.history.items().size(), 1);
+        QCOMPARE(obstacle.size(), 0);
+    }
+
+    void historyIsLeftAloneWhenTheUserKeepsNone()
+    {
+        Fixture f;
+        f.defaults.setBoolean(QStringLiteral("keepHistory"), false);
+        f.output.deliver(picture(Qt::red), {.copy = true, .history = true});
+        f.settle();
+        QVERIFY(f.history.items().isEmpty());
+        QCOMPARE(f.pasteboard.changes, 1);
+    }
+
+    void twoCapturesOfOneSecondLeaveTheLaterOne()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = false, .saveTo = f.file()});
+        f.output.deliver(picture(Qt::blue), {.copy = false, .saveTo = f.file()});
+        f.runAndDeliver(1); // the later one is encoded first
+        f.settle();
+        QCOMPARE(colourOfFile(f.file()), QColor(Qt::blue));
+        QCOMPARE(QDir(f.folder.filePath(QStringLiteral("capturas"))).count(), 3U); // . .. file
+    }
+
+    void theSamePictureIsEncodedOnceForTheClipboard()
+    {
+        Fixture f;
+        const Rendered shown = picture(Qt::red);
+        f.output.deliver(shown, {.copy = true});
+        f.settle();
+        f.output.deliver(shown, {.copy = true});
+        QVERIFY(f.gate.jobs.empty());
+        QCOMPARE(f.pasteboard.changes, 2);
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
+    }
+
+    void theSamePictureWhileItIsBeingEncodedWaitsForThatEncode()
+    {
+        Fixture f;
+        const Rendered shown = picture(Qt::red);
+        std::optional<bool> saved;
+        f.output.deliver(shown, {.copy = true});
+        f.output.deliver(shown, {.copy = true}, [&saved](bool written) { saved = written; });
+        QCOMPARE(f.gate.jobs.size(), 1U);
+        f.settle();
+        QCOMPARE(f.pasteboard.changes, 1);
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
+        QCOMPARE(saved, std::optional(false));
+    }
+
+    void forgettingTheLastCopyWhileItIsEncodedLosesNothing()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true});
+        f.output.forgetLastCopy();
+        f.settle();
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
+    }
+
+    void completionComesAfterTheCallEvenWithNothingToDo()
+    {
+        Fixture f;
+        bool completed = false;
+        f.output.deliver(picture(Qt::red), {}, [&completed](bool) { completed = true; });
+        QVERIFY(!completed);
+        f.settle();
+        QVERIFY(completed);
+    }
+
+    void aNullPictureLeavesNoFileAndSaysSo()
+    {
+        Fixture f;
+        std::optional<bool> saved;
+        f.output.deliver({}, {.copy = false, .saveTo = f.file(), .history = true},
+                         [&saved](bool written) { saved = written; });
+        f.settle();
+        QCOMPARE(saved, std::optional(false));
+        QVERIFY(!QFile::exists(f.file()));
+        QVERIFY(f.history.items().isEmpty());
+    }
+};
+
+BRINDLECAM_TEST(TestOutput);
+
+} // namespace brindlecam
+
+#include "tst_output.moc"

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "pictures/Dimming.h"
+#include "platform/Grabber.h"
+
+#include <utility>
+
+namespace brindlecam::test {
+
+/// Grabs pictures of one colour per call, at once or when the test says so.
+class FakeGrabber final : public Grabber {
+public:
+    bool waits = false;         ///< hold answers back until answer()
+    std::optional<Error> fails; ///< what the next grabs answer instead of pictures
+    QRgb colour = 0xff204060;   ///< of every pixel
+    int calls = 0;
+    std::function<void()> onGrab; ///< runs inside every grab
+
+    void grabScreens(const std::vector<ScreenInfo>& screens, GrabOptions options,
+                     Done done) override
+    {
+        ++calls;
+        if (onGrab)
+            onGrab();
+        auto answer = [this, screens, options, done = std::move(done)] {
+            if (fails) {
+                done(*fails);
+                return;
+            }
+            std::vector<GrabbedScreen> shots;
+            for (const ScreenInfo& screen : screens) {
+                QImage image(screen.native.size(), QImage::Format_RGB32);
+                image.fill(colour);
+                shots.push_back(
+                    {screen, image, options.dimmedCopy ? Dimming::dimmedCopy(image) : QImage()});
+            }
+            done(shots);
+        };
+        if (waits)
+            m_pending = std::move(answer);
+        else
+            answer();
+    }
+    [[nodiscard]] Result<QImage> grabRegion(const QRect&) override { return Error{}; }
+    void warmUp(const std::vector<ScreenInfo>&) override {}
+
+    void answer()
+    {
+        if (const auto pending = std::exchange(m_pending, {}))
+            pending();
+    }
+
+private:
+    std::function<void()> m_pending;
+};
+
+} // namespace brindlecam::test
