@@ -1,0 +1,67 @@
+#include "Program.h"
+
+#include <QCoreApplication>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <chrono>
+
+namespace brindlecam {
+
+namespace {
+
+// Idle threads of the pool wake once, to end; soon after the work, not half a minute later.
+constexpr std::chrono::milliseconds kIdleThreadLife{2000};
+
+void runInPool(std::function<void()> work)
+{
+    QThreadPool::globalInstance()->start(std::move(work));
+}
+
+} // namespace
+
+Program::Program(Platform platform, CaptureFailure::Voice voice)
+    : m_platform(std::move(platform))
+    , m_defaults(Defaults::standardFile())
+    , m_prefs(m_defaults)
+    , m_alerts(*m_platform.panels)
+    , m_toast(*m_platform.displays, *m_platform.panels)
+    , m_delegate(m_prefs, m_alerts, *m_platform.fileOpener)
+    , m_hotKeyCenter(*m_platform.hotKeys, m_prefs)
+    , m_hostedMenu(m_prefs, m_platform.keyNaming)
+    , m_ownMenu(m_prefs, m_platform.keyNaming)
+    , m_history(History::standardFolder())
+    , m_output(*m_platform.pasteboard, m_history, m_prefs, runInPool)
+    , m_captureFailure(*m_platform.captureAccess, m_alerts, m_defaults, voice)
+    , m_captureController(
+          {m_platform, m_prefs, m_output, m_toast, m_alerts, m_activity, m_captureFailure})
+    , m_countdown(*m_platform.displays, *m_platform.panels)
+{
+    QThreadPool::globalInstance()->setExpiryTimeout(static_cast<int>(kIdleThreadLife.count()));
+    wireCapture();
+    wireApp();
+}
+
+Program::~Program() = default;
+
+void Program::start(std::optional<CaptureAction> action)
+{
+    m_platform.quitSignals->setOnQuit([this] { quit(); });
+    m_statusItem.emplace(*m_platform.trayHosts, m_hostedMenu, m_ownMenu);
+    m_hotKeyCenter.reload();
+    if (action)
+        m_delegate.perform(*action);
+    else
+        m_captureController.warmUp();
+    m_delegate.showWelcomeIfFirstRun();
+}
+
+void Program::quit()
+{
+    m_statusItem.reset();
+    m_output.finishAll();
+    m_platform.pasteboard->handOver();
+    QCoreApplication::quit();
+}
+
+} // namespace brindlecam

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "app/Activity.h"
+#include "app/Alerts.h"
+#include "app/AppDelegate.h"
+#include "app/Defaults.h"
+#include "app/HotKeyCenter.h"
+#include "app/Prefs.h"
+#include "app/StatusItem.h"
+#include "app/StatusMenu.h"
+#include "app/Toast.h"
+#include "capture/CaptureController.h"
+#include "capture/CaptureFailure.h"
+#include "capture/Countdown.h"
+#include "capture/Output.h"
+#include "platform/Platform.h"
+#include "recents/History.h"
+
+#include <optional>
+
+namespace brindlecam {
+
+/// The composition root: makes one object of each controller on top of the platform and fills the
+/// callbacks through which the rooms meet, one Wire… file per room. Lives as long as the program.
+class Program final {
+public:
+    explicit Program(Platform platform, CaptureFailure::Voice voice);
+    ~Program();
+
+    /// Takes the hot keys, shows the status item, and performs what the program was started for;
+    /// the first-run message comes after that.
+    void start(std::optional<CaptureAction> action);
+
+    /// Ends the main loop once every capture has reached its place and the clipboard is handed on.
+    void quit();
+
+    [[nodiscard]] AppDelegate& delegate() { return m_delegate; }
+    [[nodiscard]] StatusMenu& menu() { return m_hostedMenu; }
+    [[nodiscard]] HotKeyCenter& hotKeyCenter() { return m_hotKeyCenter; }
+    [[nodiscard]] CaptureController& captureController() { return m_captureController; }
+
+private:
+    void wireApp();
+    void wireCapture();
+
+    Platform m_platform;
+    Defaults m_defaults;
+    Prefs m_prefs;
+    Activity m_activity;
+    Alerts m_alerts;
+    Toast m_toast;
+    AppDelegate m_delegate;
+    HotKeyCenter m_hotKeyCenter;
+    StatusMenu m_hostedMenu; ///< the tray host's
+    StatusMenu m_ownMenu;    ///< what a plain click on the status item opens
+    History m_history;
+    Output m_output;
+    CaptureFailure m_captureFailure;
+    CaptureController m_captureController;
+    Countdown m_countdown;
+    std::optional<StatusItem> m_statusItem;
+};
+
+} // namespace brindlecam
