@@ -11,8 +11,6 @@ namespace {
 
 // Small enough to be read again from the cache, large enough for the replies not to count.
 constexpr qsizetype kBandBytes = 512 * 1024;
-constexpr std::uint32_t kAllPlanes = ~0U;
-
 } // namespace
 
 BandedGrab::BandedGrab(const PixelBuffer& buffer, const QRect& native, qsizetype bytesPerLine)
@@ -23,7 +21,7 @@ BandedGrab::BandedGrab(const PixelBuffer& buffer, const QRect& native, qsizetype
         const auto cookie = xcb_shm_get_image(
             x11::connection(), x11::root(), static_cast<std::int16_t>(native.x()),
             static_cast<std::int16_t>(native.y() + row), static_cast<std::uint16_t>(native.width()),
-            static_cast<std::uint16_t>(rows), kAllPlanes, XCB_IMAGE_FORMAT_Z_PIXMAP,
+            static_cast<std::uint16_t>(rows), x11::kAllPlanes, XCB_IMAGE_FORMAT_Z_PIXMAP,
             buffer.segment(), static_cast<std::uint32_t>(row * bytesPerLine));
         m_requests.push_back({{row, rows}, cookie});
     }

@@ -18,6 +18,9 @@ struct FreeDeleter {
 template <typename T>
 using Owned = std::unique_ptr<T, FreeDeleter>;
 
+/// Every bit of a pixel, for requests that read pictures.
+inline constexpr std::uint32_t kAllPlanes = ~0U;
+
 /// Qt's own connection to the X server, alive as long as the application object. Main thread.
 [[nodiscard]] xcb_connection_t* connection();
 /// The screen of that connection; its root window is the desktop.

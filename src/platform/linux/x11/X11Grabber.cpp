@@ -11,8 +11,6 @@ namespace brindlecam {
 
 namespace {
 
-constexpr std::uint32_t kAllPlanes = ~0U;
-
 bool canShareMemory()
 {
     auto* const connection = x11::connection();
@@ -134,7 +132,7 @@ Result<QImage> X11Grabber::grabThroughConnection(const QRect& native) const
         xcb_get_image(x11::connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, x11::root(),
                       static_cast<std::int16_t>(native.x()), static_cast<std::int16_t>(native.y()),
                       static_cast<std::uint16_t>(native.width()),
-                      static_cast<std::uint16_t>(native.height()), kAllPlanes);
+                      static_cast<std::uint16_t>(native.height()), x11::kAllPlanes);
     xcb_generic_error_t* failure = nullptr;
     x11::Owned<xcb_get_image_reply_t> reply(
         xcb_get_image_reply(x11::connection(), cookie, &failure));
