@@ -12,6 +12,8 @@ namespace {
 
 constexpr int kBlendedFadeSteps = 15; // every 20 ms of a 0.3 s fade
 constexpr int kPaintedFadeSteps = 6;
+/// Native pixels: at a fractional scale Qt's window may be one larger than what was asked for.
+constexpr int kSpare = 2;
 
 /// The window's shape in points, one point wider than the content all around so that the softened
 /// edge is never cut.
@@ -41,7 +43,7 @@ FloatingPanel::FloatingPanel(Panels& panels, PanelRole role, FloatingContent con
 void FloatingPanel::showAt(const QRect& native)
 {
     if (!m_translucent) {
-        m_backdrop = m_panels.backdrop(native);
+        m_backdrop = m_panels.backdrop(native.adjusted(0, 0, kSpare, kSpare));
         setMask(shapeFor(m_content));
     }
     m_panels.show(*this, native);
