@@ -19,7 +19,8 @@ AppDelegate::AppDelegate(const Prefs& prefs, Alerts& alerts, FileOpener& opener)
     : m_prefs(prefs)
     , m_alerts(alerts)
     , m_opener(opener)
-{}
+{
+}
 
 bool AppDelegate::isAvailable(CaptureAction action) const
 {

@@ -9,7 +9,8 @@ namespace brindlecam {
 HotKeyCenter::HotKeyCenter(HotKeys& hotKeys, const Prefs& prefs)
     : m_hotKeys(hotKeys)
     , m_prefs(prefs)
-{}
+{
+}
 
 void HotKeyCenter::reload()
 {

@@ -30,7 +30,8 @@ QString comboKey(CaptureAction action)
 
 Prefs::Prefs(Defaults& defaults)
     : m_defaults(defaults)
-{}
+{
+}
 
 bool Prefs::isOn(const char* key) const
 {

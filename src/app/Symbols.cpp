@@ -63,7 +63,8 @@ public:
     SymbolEngine(QString name, QColor color)
         : m_name(std::move(name))
         , m_color(std::move(color))
-    {}
+    {
+    }
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {

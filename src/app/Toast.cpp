@@ -77,7 +77,8 @@ private:
 Toast::Toast(Displays& displays, Panels& panels)
     : m_displays(displays)
     , m_panels(panels)
-{}
+{
+}
 
 Toast::~Toast() = default;
 

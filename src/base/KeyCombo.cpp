@@ -22,10 +22,18 @@ constexpr std::array kFunctionKeys{122, 120, 99,  118, 96,  97,  98, 100, 101, 1
                                    103, 111, 105, 107, 113, 106, 64, 79,  80,  90};
 
 constexpr std::array kNamedKeys{
-    NamedKey{49, "Espacio", "Espacio"}, NamedKey{36, "↩", "Intro"},   NamedKey{48, "⇥", "Tab"},
-    NamedKey{123, "←", "←"},            NamedKey{124, "→", "→"},      NamedKey{126, "↑", "↑"},
-    NamedKey{125, "↓", "↓"},            NamedKey{115, "↖", "Inicio"}, NamedKey{119, "↘", "Fin"},
-    NamedKey{116, "⇞", "RePág"},        NamedKey{121, "⇟", "AvPág"},  NamedKey{117, "⌦", "Supr"},
+    NamedKey{49, "Espacio", "Espacio"},
+    NamedKey{36, "↩", "Intro"},
+    NamedKey{48, "⇥", "Tab"},
+    NamedKey{123, "←", "←"},
+    NamedKey{124, "→", "→"},
+    NamedKey{126, "↑", "↑"},
+    NamedKey{125, "↓", "↓"},
+    NamedKey{115, "↖", "Inicio"},
+    NamedKey{119, "↘", "Fin"},
+    NamedKey{116, "⇞", "RePág"},
+    NamedKey{121, "⇟", "AvPág"},
+    NamedKey{117, "⌦", "Supr"},
     NamedKey{114, "Insert", "Insert"},
 };
 

@@ -13,8 +13,9 @@ QImage croppedView(const QImage& picture, const QRect& pixels)
         return picture.copy(part);
     const uchar* first = picture.constScanLine(part.y()) + qsizetype(part.x()) * 4;
     auto* keptAlive = new QImage(picture);
-    return QImage(first, part.width(), part.height(), picture.bytesPerLine(), picture.format(),
-                  [](void* owner) { delete static_cast<QImage*>(owner); }, keptAlive);
+    return QImage(
+        first, part.width(), part.height(), picture.bytesPerLine(), picture.format(),
+        [](void* owner) { delete static_cast<QImage*>(owner); }, keptAlive);
 }
 
 } // namespace brindlecam

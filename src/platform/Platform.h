@@ -42,8 +42,8 @@ struct Platform {
 };
 
 /// Says why this program can't run in the present environment (no display, a display system we do
-/// not speak yet), in Spanish, or nothing. Also settles which of Qt's own back ends is used. Call it
-/// before the application object is made.
+/// not speak yet), in Spanish, or nothing. Also settles which of Qt's own back ends is used. Call
+/// it before the application object is made.
 [[nodiscard]] std::optional<Error> preparePlatform();
 
 /// The ports of the system we run on. The application object must exist.

@@ -23,7 +23,8 @@ class WindowList {
 public:
     virtual ~WindowList() = default;
 
-    /// Visible windows of the current desktop, frontmost first; empty when the system does not tell.
+    /// Visible windows of the current desktop, frontmost first; empty when the system does not
+    /// tell.
     [[nodiscard]] virtual std::vector<WindowEntry> frontToBack() const = 0;
 };
 

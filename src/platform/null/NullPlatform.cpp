@@ -37,8 +37,8 @@ public:
 
 class NullHotKeys final : public HotKeys {
 public:
-    [[nodiscard]] std::unique_ptr<HotKeyRegistration>
-    registerKey(int, int, std::function<void()>) override
+    [[nodiscard]] std::unique_ptr<HotKeyRegistration> registerKey(int, int,
+                                                                  std::function<void()>) override
     {
         return nullptr;
     }

@@ -94,13 +94,11 @@ std::vector<std::uint32_t> receiveProperty32(xcb_get_property_cookie_t cookie)
 
 bool hasWindowManager()
 {
-    const auto check =
-        property32(root(), atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
+    const auto check = property32(root(), atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
     if (check.empty())
         return false;
     // The property outlives a window manager that was killed; its check window does not.
-    const auto self =
-        property32(check.front(), atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
+    const auto self = property32(check.front(), atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
     return !self.empty() && self.front() == check.front();
 }
 
