@@ -19,7 +19,7 @@ const AlertContent kQuestion{
     .buttons = {QStringLiteral("Abrir Ajustes"), QStringLiteral("Cancelar")}};
 
 /// A desk with alerts, and the last answer.
-struct Desk {
+struct AlertDesk {
     test::FakePanels panels;
     Alerts alerts{panels};
     Choice answer;
@@ -56,7 +56,7 @@ class TestAlerts final : public test::TestCase {
 private Q_SLOTS:
     void opensOnTopWithoutBlockingTheLoop()
     {
-        Desk desk;
+        AlertDesk desk;
         desk.ask();
         QVERIFY(desk.box());
         QVERIFY(desk.box()->isVisible());
@@ -69,7 +69,7 @@ private Q_SLOTS:
 
     void saysItsTextsAsTheyStand()
     {
-        Desk desk;
+        AlertDesk desk;
         desk.ask();
         QCOMPARE(desk.box()->text(), kQuestion.message);
         QCOMPARE(desk.box()->informativeText(), kQuestion.informative);
@@ -81,7 +81,7 @@ private Q_SLOTS:
 
     void theMessageIsBoldAndTheRestIsNot()
     {
-        Desk desk;
+        AlertDesk desk;
         desk.ask();
         const auto* message = desk.box()->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
         const auto* rest =
@@ -92,7 +92,7 @@ private Q_SLOTS:
 
     void buttonsStandInTheOrderGivenAndTheFirstIsTheDefault()
     {
-        Desk desk;
+        AlertDesk desk;
         AlertContent three = kQuestion;
         three.buttons << QStringLiteral("Más tarde");
         desk.ask(three);
@@ -106,7 +106,7 @@ private Q_SLOTS:
 
     void withoutButtonsThereIsOneToAcceptIt()
     {
-        Desk desk;
+        AlertDesk desk;
         desk.ask({.message = QStringLiteral("Hola"), .informative = {}, .buttons = {}});
         QCOMPARE(buttonsOf(*desk.box()).size(), 1);
         QCOMPARE(buttonsOf(*desk.box()).first()->text(), QStringLiteral("Aceptar"));
@@ -121,7 +121,7 @@ private Q_SLOTS:
     void theChosenButtonIsTheAnswer()
     {
         QFETCH(int, index);
-        Desk desk;
+        AlertDesk desk;
         desk.ask();
         buttonsOf(*desk.box()).at(index)->click();
         QVERIFY(desk.answer);
@@ -131,7 +131,7 @@ private Q_SLOTS:
 
     void returnTakesTheFirstButton()
     {
-        Desk desk;
+        AlertDesk desk;
         desk.ask();
         QTest::keyClick(desk.box(), Qt::Key_Return);
         QVERIFY(desk.answer);
@@ -144,13 +144,13 @@ private Q_SLOTS:
             AlertContent content = kQuestion;
             if (single)
                 content.buttons.clear();
-            Desk escaped;
+            AlertDesk escaped;
             escaped.ask(content);
             QTest::keyClick(escaped.box(), Qt::Key_Escape);
             QVERIFY(escaped.answer);
             QCOMPARE(*escaped.answer, std::nullopt);
 
-            Desk closed;
+            AlertDesk closed;
             closed.ask(content);
             closed.box()->close();
             QVERIFY(closed.answer);
@@ -160,7 +160,7 @@ private Q_SLOTS:
 
     void aSessionHidesThemAndBringsThemBack()
     {
-        Desk desk;
+        AlertDesk desk;
         desk.ask();
         const QPointer<QMessageBox> first = desk.box();
         desk.alerts.suspend();
@@ -175,7 +175,7 @@ private Q_SLOTS:
 
     void closedOnesDoNotComeBack()
     {
-        Desk desk;
+        AlertDesk desk;
         desk.ask();
         desk.box()->close();
         desk.alerts.suspend();

@@ -21,7 +21,7 @@ namespace brindlecam {
 namespace {
 
 /// A program all of whose rooms are there.
-struct Desk {
+struct DelegateDesk {
     QTemporaryDir folder;
     Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
     Prefs prefs{defaults};
@@ -31,7 +31,7 @@ struct Desk {
     AppDelegate delegate{prefs, alerts, opener};
     QStringList done;
 
-    Desk()
+    DelegateDesk()
     {
         delegate.onArea = [this] { done << QStringLiteral("area"); };
         delegate.onFullScreen = [this] { done << QStringLiteral("full screen"); };
@@ -56,7 +56,7 @@ class TestAppDelegate final : public test::TestCase {
 private Q_SLOTS:
     void capturesHideTheDrawerFirstAndRecentsToggleIt()
     {
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.perform(CaptureAction::area);
         desk.delegate.perform(CaptureAction::fullScreen);
         desk.delegate.perform(CaptureAction::recents);
@@ -68,7 +68,7 @@ private Q_SLOTS:
 
     void whatComesFromTheMenuWaitsUntilItHasClosed()
     {
-        Desk desk;
+        DelegateDesk desk;
         QElapsedTimer clock;
         clock.start();
         desk.delegate.captureFromMenu(QStringLiteral("fullScreen"));
@@ -80,7 +80,7 @@ private Q_SLOTS:
 
     void severalQuickTriggersAllArrive()
     {
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.capture(CaptureAction::recents);
         desk.delegate.capture(CaptureAction::recents);
         QTRY_COMPARE(desk.done.size(), 2);
@@ -88,7 +88,7 @@ private Q_SLOTS:
 
     void reopeningStartsAnAreaCaptureAfterAMoment()
     {
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.reopen();
         QVERIFY(desk.done.isEmpty());
         QTRY_COMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("area")}));
@@ -96,7 +96,7 @@ private Q_SLOTS:
 
     void otherRepresentedObjectsAreIgnored()
     {
-        Desk desk;
+        DelegateDesk desk;
         for (const char* object : {"", "Area", "area|3", "all"})
             desk.delegate.captureFromMenu(QString::fromLatin1(object));
         desk.delegate.capture(CaptureAction::recents);
@@ -131,14 +131,14 @@ private Q_SLOTS:
     void delayedCapturesAreReadFromTheirObject()
     {
         QFETCH(QString, object);
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.captureDelayed(object);
         QTEST(desk.done.join(QLatin1Char(' ')), "expected");
     }
 
     void missingRoomsAreNotAvailableAndNothingHappens()
     {
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.onArea = {};
         QVERIFY(!desk.delegate.isAvailable(CaptureAction::area));
         QVERIFY(desk.delegate.isAvailable(CaptureAction::fullScreen));
@@ -150,7 +150,7 @@ private Q_SLOTS:
 
     void anotherCopyIsAnsweredBeforeTheActionIsDone()
     {
-        Desk desk;
+        DelegateDesk desk;
         QCOMPARE(desk.delegate.answer({CaptureAction::fullScreen}), InstanceReply::performed);
         QVERIFY(desk.done.isEmpty());
         QTRY_COMPARE(desk.done,
@@ -165,7 +165,7 @@ private Q_SLOTS:
 
     void theCapturesFolderIsMadeAndOpened()
     {
-        Desk desk;
+        DelegateDesk desk;
         const QString captures = desk.folder.filePath(QStringLiteral("mis/capturas"));
         desk.defaults.setString(QStringLiteral("saveFolder"), captures);
         desk.delegate.openCapturesFolder();
@@ -175,7 +175,7 @@ private Q_SLOTS:
 
     void aFolderThatCannotBeMadeIsOpenedAnyway()
     {
-        Desk desk;
+        DelegateDesk desk;
         QFile file(desk.folder.filePath(QStringLiteral("file")));
         QVERIFY(file.open(QIODevice::WriteOnly));
         const QString captures = file.fileName() + QStringLiteral("/capturas");
@@ -186,7 +186,7 @@ private Q_SLOTS:
 
     void theWelcomeIsShownOnceAndNeverAgain()
     {
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.showWelcomeIfFirstRun();
         QVERIFY(desk.alert());
         QCOMPARE(desk.alert()->text(), QStringLiteral("Brindlecam vive en la barra de menú 🍃"));
@@ -201,7 +201,7 @@ private Q_SLOTS:
     {
         Catalogues catalogues;
         catalogues.install(QStringLiteral(":/i18n/brindlecam_linux.qm"));
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.showWelcomeIfFirstRun();
         QCOMPARE(desk.alert()->text(),
                  QStringLiteral("Brindlecam vive en la bandeja del sistema 🍃"));
@@ -214,7 +214,7 @@ private Q_SLOTS:
 
     void theAboutPanelOpensOnceAndNamesTheCredits()
     {
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.showAbout();
         desk.delegate.showAbout();
         QCOMPARE(desk.panels.shown.size(), std::size_t(1));
@@ -245,7 +245,7 @@ private Q_SLOTS:
 
     void theMenuIsWiredToWhatIsThere()
     {
-        Desk desk;
+        DelegateDesk desk;
         desk.delegate.onArea = {};
         StatusMenu menu(desk.prefs, KeyNaming::words);
         desk.delegate.wire(menu);

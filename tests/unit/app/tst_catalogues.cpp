@@ -11,7 +11,7 @@ namespace brindlecam {
 
 namespace {
 
-const QString kLinux = QStringLiteral(":/i18n/brindlecam_linux.qm");
+const QString kLinuxCatalogue = QStringLiteral(":/i18n/brindlecam_linux.qm");
 
 } // namespace
 
@@ -24,7 +24,7 @@ private Q_SLOTS:
         QCOMPARE(tooltip(Tool::line), QStringLiteral("Línea (⇧ para ángulos rectos)"));
         {
             Catalogues catalogues;
-            catalogues.install(kLinux);
+            catalogues.install(kLinuxCatalogue);
             QCOMPARE(tooltip(Tool::line), QStringLiteral("Línea (Mayús para ángulos rectos)"));
             QCOMPARE(tooltip(Tool::arrow), QStringLiteral("Flecha (Mayús para ángulos rectos)"));
             QCOMPARE(text("Brindlecam vive en la barra de menú 🍃"),
@@ -36,7 +36,7 @@ private Q_SLOTS:
     void allOthersStandAsTheyAre()
     {
         Catalogues catalogues;
-        catalogues.install(kLinux);
+        catalogues.install(kLinuxCatalogue);
         QCOMPARE(tooltip(Tool::pen), QStringLiteral("Lápiz"));
         QCOMPARE(AppDelegate::updateTitle(QStringLiteral("2")),
                  QStringLiteral("Descargar Brindlecam 2…"));

@@ -13,7 +13,7 @@ namespace {
 constexpr int kShiftCommand = shiftModifier | commandModifier;
 
 /// Settings of a fresh installation, and a keyboard.
-struct Desk {
+struct KeyDesk {
     QTemporaryDir folder;
     Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
     Prefs prefs{defaults};
@@ -21,7 +21,7 @@ struct Desk {
     HotKeyCenter center{keyboard, prefs};
     std::vector<CaptureAction> performed;
 
-    Desk()
+    KeyDesk()
     {
         center.onPressed = [this](CaptureAction action) { performed.push_back(action); };
     }
@@ -35,7 +35,7 @@ class TestHotKeyCenter final : public test::TestCase {
 private Q_SLOTS:
     void everyActionIsPerformedByItsOwnKey()
     {
-        Desk desk;
+        KeyDesk desk;
         desk.center.reload();
         desk.keyboard.press(28, kShiftCommand);
         desk.keyboard.press(25, kShiftCommand);
@@ -48,7 +48,7 @@ private Q_SLOTS:
 
     void aKeyAnotherProgramHoldsFailsAloneAndTheOthersWork()
     {
-        Desk desk;
+        KeyDesk desk;
         desk.keyboard.heldByOthers.insert({28, kShiftCommand});
         desk.center.reload();
         QCOMPARE(desk.center.failed(), std::set{CaptureAction::fullScreen});
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
     void reloadingTwiceLeavesThreeRegistrations()
     {
-        Desk desk;
+        KeyDesk desk;
         desk.center.reload();
         desk.center.reload();
         QCOMPARE(desk.keyboard.registered.size(), std::size_t(3));
@@ -73,7 +73,7 @@ private Q_SLOTS:
 
     void clearedAndUnreadableShortcutsAreSkippedAndNoFailure()
     {
-        Desk desk;
+        KeyDesk desk;
         desk.prefs.setCombo(std::nullopt, CaptureAction::area);
         desk.defaults.setData(QStringLiteral("hotkey.recents"), QByteArray("{]"));
         desk.center.reload();
@@ -84,7 +84,7 @@ private Q_SLOTS:
 
     void aShortcutWithoutATextIsNone()
     {
-        Desk desk;
+        KeyDesk desk;
         desk.prefs.setCombo(KeyCombo{25, kShiftCommand, QString()}, CaptureAction::area);
         desk.center.reload();
         QVERIFY(!desk.center.keys().contains(CaptureAction::area));
@@ -93,7 +93,7 @@ private Q_SLOTS:
 
     void aFunctionKeyAloneIsRegistered()
     {
-        Desk desk;
+        KeyDesk desk;
         desk.prefs.setCombo(KeyCombo{105, 0, QStringLiteral("F13")}, CaptureAction::area);
         desk.center.reload();
         desk.keyboard.press(105, 0);
@@ -102,7 +102,7 @@ private Q_SLOTS:
 
     void actionsWhoseRoomIsMissingAreNotGrabbed()
     {
-        Desk desk;
+        KeyDesk desk;
         desk.center.isAvailable = [](CaptureAction action) {
             return action != CaptureAction::recents;
         };
@@ -114,7 +114,7 @@ private Q_SLOTS:
 
     void everythingIsGivenBackForARecorder()
     {
-        Desk desk;
+        KeyDesk desk;
         desk.center.reload();
         desk.center.releaseAll();
         QVERIFY(desk.keyboard.registered.empty());

@@ -11,14 +11,14 @@ namespace brindlecam {
 
 namespace {
 
-struct Desk {
+struct MenuDesk {
     QTemporaryDir folder;
     Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
     Prefs prefs{defaults};
     StatusMenu menu{prefs, KeyNaming::words};
     QStringList chosen;
 
-    Desk()
+    MenuDesk()
     {
         menu.onCapture = [this](const QString& object) { chosen << object; };
         menu.onCaptureDelayed = menu.onCapture;
@@ -55,7 +55,7 @@ class TestStatusMenu final : public test::TestCase {
 private Q_SLOTS:
     void hasExactlyItsItemsInOrder()
     {
-        Desk desk;
+        MenuDesk desk;
         QCOMPARE(titles(desk.menu.menu()),
                  QStringList(
                      {QStringLiteral("Capturar área"), QStringLiteral("Capturar pantalla completa"),
@@ -74,7 +74,7 @@ private Q_SLOTS:
 
     void everyItemReportsItself()
     {
-        Desk desk;
+        MenuDesk desk;
         for (QAction* item : desk.menu.menu().actions())
             item->trigger();
         for (QAction* item : desk.item(4).menu()->actions())
@@ -90,7 +90,7 @@ private Q_SLOTS:
 
     void itemsWhoseRoomIsMissingAreDisabled()
     {
-        Desk desk;
+        MenuDesk desk;
         desk.menu.onSettings = {};
         desk.menu.onUpdate = {};
         desk.menu.isAvailable = [](CaptureAction action) {
@@ -112,7 +112,7 @@ private Q_SLOTS:
 
     void shortcutsAreShownInWordsAndNeverLive()
     {
-        Desk desk;
+        MenuDesk desk;
         QCOMPARE(desk.shortcut(0), QStringLiteral("Mayús+Super+9"));
         QCOMPARE(desk.shortcut(1), QStringLiteral("Mayús+Super+8"));
         QCOMPARE(desk.shortcut(2), QStringLiteral("Mayús+Super+0"));
@@ -125,7 +125,7 @@ private Q_SLOTS:
 
     void shortcutsFollowTheSettingsWhenTheMenuOpens()
     {
-        Desk desk;
+        MenuDesk desk;
         desk.prefs.setCombo(KeyCombo{0, controlModifier | optionModifier, QStringLiteral("⌃⌥A")},
                             CaptureAction::area);
         QCOMPARE(desk.shortcut(0), QStringLiteral("Mayús+Super+9"));
@@ -148,7 +148,7 @@ private Q_SLOTS:
     void someShortcutsHaveNoSignInAMenu()
     {
         QFETCH(KeyCombo, combo);
-        Desk desk;
+        MenuDesk desk;
         desk.prefs.setCombo(combo, CaptureAction::area);
         desk.menu.refreshShortcuts();
         QCOMPARE(desk.item(0).text(), QStringLiteral("Capturar área"));
@@ -156,7 +156,7 @@ private Q_SLOTS:
 
     void aRecordThatCannotBeReadLeavesTheOthersAlone()
     {
-        Desk desk;
+        MenuDesk desk;
         desk.defaults.setData(QStringLiteral("hotkey.area"), QByteArray("]["));
         desk.menu.refreshShortcuts();
         QCOMPARE(desk.shortcut(0), QString());
@@ -171,7 +171,7 @@ private Q_SLOTS:
                                                "QPlatformNativeInterface::"
                                                "systemTrayWindowChanged(QScreen*)");
         }
-        Desk desk;
+        MenuDesk desk;
         test::FakeTrayHosts hosts;
         {
             const StatusItem item(hosts, desk.menu, desk.menu);

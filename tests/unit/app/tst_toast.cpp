@@ -13,9 +13,10 @@ namespace brindlecam {
 
 namespace {
 
-const ScreenInfo kPlain{QStringLiteral("A"), QRect(0, 0, 1920, 1080), 1, QRect(0, 0, 1920, 1040)};
-const ScreenInfo kDense{QStringLiteral("B"), QRect(1920, 100, 2880, 1800), 1.5,
-                        QRect(2000, 160, 2800, 1700)};
+const ScreenInfo kToastPlain{QStringLiteral("A"), QRect(0, 0, 1920, 1080), 1,
+                             QRect(0, 0, 1920, 1040)};
+const ScreenInfo kToastDense{QStringLiteral("B"), QRect(1920, 100, 2880, 1800), 1.5,
+                             QRect(2000, 160, 2800, 1700)};
 
 QColor pixel(QWidget& widget, QPoint place)
 {
@@ -31,7 +32,7 @@ private Q_SLOTS:
     void appearsOnThePrimaryScreenCentredAboveTheDock()
     {
         test::FakeDisplays displays;
-        displays.all = {kPlain, kDense};
+        displays.all = {kToastPlain, kToastDense};
         test::FakePanels panels;
         Toast toast(displays, panels);
         toast.show(QStringLiteral("Copiado"));
@@ -44,11 +45,11 @@ private Q_SLOTS:
     void pointsAreScaledAndTheWholeScreenCentresIt()
     {
         test::FakeDisplays displays;
-        displays.all = {kPlain, kDense};
+        displays.all = {kToastPlain, kToastDense};
         test::FakePanels panels;
         Toast toast(displays, panels);
-        toast.show(QStringLiteral("Copiado"), kPlain);
-        toast.show(QStringLiteral("Copiado"), kDense);
+        toast.show(QStringLiteral("Copiado"), kToastPlain);
+        toast.show(QStringLiteral("Copiado"), kToastDense);
         const QRect plain = panels.shown.at(0).native;
         const QRect dense = panels.shown.at(1).native;
         QVERIFY(qAbs(dense.width() - plain.width() * 1.5) <= 1);
@@ -70,7 +71,7 @@ private Q_SLOTS:
     void aSecondToastReplacesTheFirstAtOnceAndStaysItsFullTime()
     {
         test::FakeDisplays displays;
-        displays.all = {kPlain};
+        displays.all = {kToastPlain};
         test::FakePanels panels;
         Toast toast(displays, panels);
         toast.show(QStringLiteral("primero"));
@@ -94,7 +95,7 @@ private Q_SLOTS:
     void dismissTakesItOffAtOnce()
     {
         test::FakeDisplays displays;
-        displays.all = {kPlain};
+        displays.all = {kToastPlain};
         test::FakePanels panels;
         Toast toast(displays, panels);
         toast.show(QStringLiteral("Copiado"));
@@ -106,7 +107,7 @@ private Q_SLOTS:
     void whereNothingBlendsItPaintsItselfOverWhatLayBeneath()
     {
         test::FakeDisplays displays;
-        displays.all = {kPlain};
+        displays.all = {kToastPlain};
         test::FakePanels panels;
         panels.blends = false;
         panels.beneath = Qt::white;

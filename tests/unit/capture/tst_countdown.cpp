@@ -16,14 +16,16 @@ const ScreenInfo kPlain{QStringLiteral("A"), QRect(0, 0, 1920, 1080), 1, QRect(0
 const ScreenInfo kDense{QStringLiteral("B"), QRect(1920, 0, 2880, 1800), 1.5,
                         QRect(1920, 0, 2880, 1800)};
 
+} // namespace
+
 /// Two screens and a countdown with short seconds.
-struct Desk {
+struct CountdownDesk {
     test::FakeDisplays displays;
     test::FakePanels panels;
     Countdown countdown;
     QStringList done;
 
-    explicit Desk(Countdown::Timing timing = {.tick = 60ms, .handOff = 30ms})
+    explicit CountdownDesk(Countdown::Timing timing = {.tick = 60ms, .handOff = 30ms})
         : countdown(displays, panels, timing)
     {
         displays.all = {kPlain, kDense};
@@ -34,10 +36,12 @@ struct Desk {
     }
 };
 
+namespace {
+
 /// Waits until a countdown of two more seconds would have ended. For what must not happen.
 void outlastEverything()
 {
-    Desk later;
+    CountdownDesk later;
     later.run(3);
     QTRY_COMPARE(later.done.size(), 1);
 }
@@ -57,7 +61,7 @@ private Q_SLOTS:
 
     void countsEverySecondAndActsWhenThePanelIsGone()
     {
-        Desk desk({.tick = 200ms, .handOff = 200ms});
+        CountdownDesk desk({.tick = 200ms, .handOff = 200ms});
         QElapsedTimer clock;
         clock.start();
         desk.run(3);
@@ -75,7 +79,7 @@ private Q_SLOTS:
 
     void aSecondOneReplacesTheFirst()
     {
-        Desk desk;
+        CountdownDesk desk;
         desk.run(2, "first");
         desk.run(3, "second");
         QCOMPARE(desk.panels.visibleNow(), 1);
@@ -86,7 +90,7 @@ private Q_SLOTS:
 
     void cancellingCountsWhileThePanelHasGoneToo()
     {
-        Desk desk({.tick = 60ms, .handOff = 150ms});
+        CountdownDesk desk({.tick = 60ms, .handOff = 150ms});
         desk.run(1, "first");
         QTRY_COMPARE(desk.panels.visibleNow(), 0);
         QVERIFY(desk.done.isEmpty());
@@ -97,7 +101,7 @@ private Q_SLOTS:
 
     void cancelledOnesNeverAct()
     {
-        Desk desk;
+        CountdownDesk desk;
         desk.run(1);
         desk.countdown.cancel();
         QCOMPARE(desk.panels.visibleNow(), 0);
@@ -107,14 +111,14 @@ private Q_SLOTS:
 
     void theActionMayStartTheNextOne()
     {
-        Desk desk;
+        CountdownDesk desk;
         desk.countdown.run(1, [&desk] { desk.run(1, "next"); });
         QTRY_COMPARE(desk.done, QStringList(QStringLiteral("next")));
     }
 
     void noSecondsMeanTheFirstTick()
     {
-        Desk desk;
+        CountdownDesk desk;
         desk.run(0);
         QVERIFY(desk.done.isEmpty());
         QTRY_COMPARE(desk.done.size(), 1);
@@ -135,7 +139,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, known);
         QFETCH(QPoint, pointer);
-        Desk desk;
+        CountdownDesk desk;
         if (known)
             desk.displays.pointerAt = pointer;
         desk.run(3);
@@ -145,7 +149,7 @@ private Q_SLOTS:
 
     void withoutAScreenItActsAtOnce()
     {
-        Desk desk;
+        CountdownDesk desk;
         desk.displays.all.clear();
         desk.run(3);
         QCOMPARE(desk.done.size(), 1);
@@ -154,7 +158,7 @@ private Q_SLOTS:
 
     void thePanelIsDarkRoundedAndShowsTheCountInWhite()
     {
-        Desk desk;
+        CountdownDesk desk;
         desk.panels.blends = false;
         desk.panels.beneath = Qt::white;
         desk.run(8);
