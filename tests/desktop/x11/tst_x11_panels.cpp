@@ -47,24 +47,6 @@ QImage rootImage(const QRect& rect)
         .copy();
 }
 
-/// Grabs a picture that stands for the desktop.
-class PaintedGrabber final : public Grabber {
-public:
-    void grabScreens(const std::vector<ScreenInfo>&, GrabOptions, Done done) override
-    {
-        done(std::vector<GrabbedScreen>());
-    }
-    Result<QImage> grabRegion(const QRect& native) override
-    {
-        if (native.isEmpty())
-            return Error{QStringLiteral("empty")};
-        QImage image(native.size(), QImage::Format_RGB32);
-        image.fill(Qt::darkGreen);
-        return image;
-    }
-    void warmUp(const std::vector<ScreenInfo>&) override {}
-};
-
 /// Paints a one-pixel checkerboard in device pixels, as the frozen picture is painted.
 class Checkerboard final : public QWidget {
 public:
@@ -89,6 +71,24 @@ protected:
 };
 
 } // namespace
+
+/// Grabs a picture that stands for the desktop.
+class PaintedGrabber final : public Grabber {
+public:
+    void grabScreens(const std::vector<ScreenInfo>&, GrabOptions, Done done) override
+    {
+        done(std::vector<GrabbedScreen>());
+    }
+    Result<QImage> grabRegion(const QRect& native) override
+    {
+        if (native.isEmpty())
+            return Error{QStringLiteral("empty")};
+        QImage image(native.size(), QImage::Format_RGB32);
+        image.fill(Qt::darkGreen);
+        return image;
+    }
+    void warmUp(const std::vector<ScreenInfo>&) override {}
+};
 
 class TestX11Panels final : public test::TestCase {
     Q_OBJECT

@@ -13,10 +13,6 @@ namespace brindlecam::x11 {
 
 namespace {
 
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-
 /// Milliseconds for poll(): -1 sleeps until something happens.
 int timeoutUntil(const std::optional<IncrTransfer::Clock::time_point>& deadline)
 {
@@ -64,7 +60,7 @@ bool SelectionThread::post(std::function<void(SelectionOwner&)> work)
 
 void SelectionThread::run(const Executor& pool)
 {
-    const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, nullptr));
+    const OwnConnection connection(xcb_connect(nullptr, nullptr));
     if (!xcb_connection_has_error(connection.get())) {
         SelectionOwner owner(connection.get(), pool,
                              [mailbox = m_mailbox](auto task) { mailbox->post(std::move(task)); });

@@ -21,6 +21,13 @@ using Owned = std::unique_ptr<T, FreeDeleter>;
 /// Every bit of a pixel, for requests that read pictures.
 inline constexpr std::uint32_t kAllPlanes = ~0U;
 
+struct ConnectionDeleter {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
+
+/// Owns a connection beside Qt's.
+using OwnConnection = std::unique_ptr<xcb_connection_t, ConnectionDeleter>;
+
 /// Qt's own connection to the X server, alive as long as the application object. Main thread.
 [[nodiscard]] xcb_connection_t* connection();
 /// The screen of that connection; its root window is the desktop.

@@ -4,17 +4,9 @@
 
 namespace brindlecam::x11 {
 
-namespace {
-
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-
-} // namespace
-
 xcb_timestamp_t serverTime()
 {
-    const std::unique_ptr<xcb_connection_t, Disconnect> own(xcb_connect(nullptr, nullptr));
+    const OwnConnection own(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(own.get()))
         return XCB_CURRENT_TIME;
     const xcb_window_t window = xcb_generate_id(own.get());
