@@ -1,8 +1,10 @@
 #include "Program.h"
 #include "app/Catalogues.h"
 #include "app/Commands.h"
+#include "app/Config.h"
 #include "app/InterfaceFont.h"
 #include "app/SingleInstance.h"
+#include "app/Symbols.h"
 #include "base/Text.h"
 
 #include <QApplication>
@@ -35,6 +37,7 @@ int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance&
 
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(Symbols::icon(QStringLiteral("leaf.fill"), Config::leafGreen));
     QApplication::setDesktopFileName(QStringLiteral("io.halvick.Brindlecam"));
     Platform platform = makePlatform();
     Catalogues catalogues;

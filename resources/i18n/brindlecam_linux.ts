@@ -17,6 +17,10 @@ La primera vez, macOS te pedirá el permiso de “Grabación de pantalla”. Act
 Si tu escritorio pide permiso para capturar la pantalla, acéptalo.</translation>
     </message>
     <message>
+        <source>Actívalo en Ajustes del Sistema → Privacidad y seguridad → Grabación de pantalla y audio del sistema, y después vuelve a abrir Brindlecam.</source>
+        <translation>Actívalo en los ajustes de privacidad de tu escritorio y después vuelve a abrir Brindlecam.</translation>
+    </message>
+    <message>
         <source>Línea (⇧ para ángulos rectos)</source>
         <translation>Línea (Mayús para ángulos rectos)</translation>
     </message>
