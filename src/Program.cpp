@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <utility>
 
 namespace brindlecam {
 
@@ -58,7 +59,12 @@ void Program::start(std::optional<CaptureAction> action)
 
 void Program::quit()
 {
+    if (std::exchange(m_quitting, true))
+        return;
+    m_hotKeyCenter.releaseAll();
     m_statusItem.reset();
+    // What a session has copied so far belongs into the history, as after Esc.
+    m_captureController.finish(outcome::Cancel{});
     m_output.finishAll();
     m_platform.pasteboard->handOver();
     QCoreApplication::quit();

@@ -59,6 +59,7 @@ private:
     CaptureController m_captureController;
     Countdown m_countdown;
     std::optional<StatusItem> m_statusItem;
+    bool m_quitting = false;
 };
 
 } // namespace brindlecam
