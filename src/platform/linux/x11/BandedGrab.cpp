@@ -15,6 +15,8 @@ constexpr qsizetype kBandBytes = 512 * 1024;
 
 BandedGrab::BandedGrab(const PixelBuffer& buffer, const QRect& native, qsizetype bytesPerLine)
 {
+    // Nobody else may draw between two bands: the picture is of one moment.
+    xcb_grab_server(x11::connection());
     const int bandRows = static_cast<int>(std::max<qsizetype>(1, kBandBytes / bytesPerLine));
     for (int row = 0; row < native.height(); row += bandRows) {
         const int rows = std::min(bandRows, native.height() - row);
@@ -25,6 +27,7 @@ BandedGrab::BandedGrab(const PixelBuffer& buffer, const QRect& native, qsizetype
             buffer.segment(), static_cast<std::uint32_t>(row * bytesPerLine));
         m_requests.push_back({{row, rows}, cookie});
     }
+    xcb_ungrab_server(x11::connection());
     xcb_flush(x11::connection());
 }
 
