@@ -1,118 +1,17 @@
-#include "app/Activity.h"
-#include "app/Alerts.h"
-#include "app/Defaults.h"
-#include "app/Prefs.h"
-#include "app/Toast.h"
-#include "base/KeyCodes.h"
-#include "canvas/CanvasView.h"
-#include "capture/CaptureController.h"
-#include "capture/Output.h"
-#include "platform/null/NullPlatform.h"
-#include "recents/History.h"
-#include "support/FakeDisplays.h"
-#include "support/FakeFrontApplication.h"
-#include "support/FakeGrabber.h"
-#include "support/FakeHotKeys.h"
-#include "support/FakePanels.h"
-#include "support/FakePasteboard.h"
+#include "capture/CaptureFixture.h"
 #include "support/TestCase.h"
 
-#include <QApplication>
-#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QTemporaryDir>
 
 namespace brindlecam {
 
-namespace {
-
-const ScreenInfo kLeft{QStringLiteral("LEFT"), QRect(0, 0, 400, 300), 1, QRect(0, 0, 400, 300)};
-const ScreenInfo kRight{QStringLiteral("RIGHT"), QRect(400, 0, 300, 200), 1,
-                        QRect(400, 0, 300, 200)};
-
-template <typename Port, typename Base>
-Port& install(std::unique_ptr<Base>& place)
-{
-    auto port = std::make_unique<Port>();
-    Port& reference = *port;
-    place = std::move(port);
-    return reference;
-}
-
-Rendered picture(QColor colour)
-{
-    QImage image(40, 30, QImage::Format_RGB32);
-    image.fill(colour);
-    return {image, QSizeF(40, 30)};
-}
-
-} // namespace
+using Fixture = test::CaptureFixture;
+using test::kLeft;
+using test::kRight;
 
 class TestCaptureController final : public test::TestCase {
     Q_OBJECT
-
-private:
-    /// The controller in a world of fakes in which all work is done at once.
-    struct Fixture {
-        QTemporaryDir folder;
-        Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
-        Prefs prefs{defaults};
-        Platform platform = makeNullPlatform();
-        test::FakeDisplays& displays = install<test::FakeDisplays>(platform.displays);
-        test::FakeGrabber& grabber = install<test::FakeGrabber>(platform.grabber);
-        test::FakeHotKeys& hotKeys = install<test::FakeHotKeys>(platform.hotKeys);
-        test::FakePanels& panels = install<test::FakePanels>(platform.panels);
-        test::FakePasteboard& pasteboard = install<test::FakePasteboard>(platform.pasteboard);
-        test::FakeFrontApplication& front =
-            install<test::FakeFrontApplication>(platform.frontApplication);
-        History history{folder.filePath(QStringLiteral("historia"))};
-        Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
-        Toast toast{displays, panels};
-        Alerts alerts{panels};
-        Activity activity;
-        CaptureFailure failure{*platform.captureAccess, alerts, defaults,
-                               CaptureFailure::Voice::alerts};
-        CaptureController controller{{platform, prefs, output, toast, alerts, activity, failure}};
-
-        Fixture()
-        {
-            defaults.setString(QStringLiteral("saveFolder"),
-                               folder.filePath(QStringLiteral("capturas")));
-            displays.all = {kLeft, kRight};
-            displays.pointerAt = QPoint(450, 50);
-        }
-
-        [[nodiscard]] std::vector<OverlayWindow*> overlays() const
-        {
-            std::vector<OverlayWindow*> found;
-            for (QWidget* widget : QApplication::topLevelWidgets()) {
-                auto* overlay = qobject_cast<OverlayWindow*>(widget);
-                if (overlay && overlay->isVisible())
-                    found.push_back(overlay);
-            }
-            std::ranges::sort(found, {}, [](const OverlayWindow* window) {
-                return window->coveredScreen().native.x();
-            });
-            return found;
-        }
-        [[nodiscard]] CanvasView& canvas(std::size_t index) const
-        {
-            return *overlays().at(index)->canvas();
-        }
-        void drag(CanvasView& canvas, QPoint from, QPoint to)
-        {
-            QTest::mousePress(&canvas, Qt::LeftButton, {}, from);
-            QTest::mouseMove(&canvas, to);
-            QTest::mouseRelease(&canvas, Qt::LeftButton, {}, to);
-        }
-        [[nodiscard]] QStringList savedFiles() const
-        {
-            return QDir(prefs.saveFolder()).entryList(QDir::Files);
-        }
-        [[nodiscard]] qsizetype kept() const { return history.items().size(); }
-        void pressEscape() { hotKeys.press(KeyCodes::kEscape, 0); }
-    };
 
 private Q_SLOTS:
     void areaCaptureCoversEveryScreenAndFocusesTheOneUnderThePointer()
@@ -240,7 +139,7 @@ private Q_SLOTS:
         Fixture f;
         f.controller.begin();
         f.controller.finish(outcome::Cancel{});
-        f.controller.finish(outcome::Copy{picture(Qt::red)});
+        f.controller.finish(outcome::Copy{test::onePicture(Qt::red)});
         QCoreApplication::processEvents();
         QCOMPARE(f.front.givenBack, 1);
         QCOMPARE(f.pasteboard.changes, 0);
@@ -261,7 +160,7 @@ private Q_SLOTS:
         std::optional<QRect> pinned;
         f.controller.onPin = [&pinned](const Rendered&, const QRect& frame) { pinned = frame; };
         f.controller.begin();
-        f.controller.finish(outcome::Pin{picture(Qt::red), QRect(5, 6, 40, 30)});
+        f.controller.finish(outcome::Pin{test::onePicture(Qt::red), QRect(5, 6, 40, 30)});
         QCOMPARE(pinned, std::optional(QRect(5, 6, 40, 30)));
         QTRY_COMPARE(f.kept(), 1);
         QCOMPARE(f.pasteboard.changes, 1);

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "app/Activity.h"
+#include "app/Alerts.h"
+#include "app/Defaults.h"
+#include "app/Prefs.h"
+#include "app/Toast.h"
+#include "base/KeyCodes.h"
+#include "canvas/CanvasView.h"
+#include "capture/CaptureController.h"
+#include "capture/Output.h"
+#include "platform/null/NullPlatform.h"
+#include "recents/History.h"
+#include "support/FakeDisplays.h"
+#include "support/FakeFrontApplication.h"
+#include "support/FakeGrabber.h"
+#include "support/FakeHotKeys.h"
+#include "support/FakePanels.h"
+#include "support/FakePasteboard.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace brindlecam::test {
+
+// Two screens side by side, the primary one on the left.
+inline const ScreenInfo kLeft{QStringLiteral("LEFT"), QRect(0, 0, 400, 300), 1,
+                              QRect(0, 0, 400, 300)};
+inline const ScreenInfo kRight{QStringLiteral("RIGHT"), QRect(400, 0, 300, 200), 1,
+                               QRect(400, 0, 300, 200)};
+
+template <typename Port, typename Base>
+Port& install(std::unique_ptr<Base>& place)
+{
+    auto port = std::make_unique<Port>();
+    Port& reference = *port;
+    place = std::move(port);
+    return reference;
+}
+
+inline Rendered onePicture(QColor colour)
+{
+    QImage image(40, 30, QImage::Format_RGB32);
+    image.fill(colour);
+    return {image, QSizeF(40, 30)};
+}
+
+/// The controller in a world of fakes in which all work is done at once.
+struct CaptureFixture {
+    QTemporaryDir folder;
+    Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
+    Prefs prefs{defaults};
+    Platform platform = makeNullPlatform();
+    test::FakeDisplays& displays = install<test::FakeDisplays>(platform.displays);
+    test::FakeGrabber& grabber = install<test::FakeGrabber>(platform.grabber);
+    test::FakeHotKeys& hotKeys = install<test::FakeHotKeys>(platform.hotKeys);
+    test::FakePanels& panels = install<test::FakePanels>(platform.panels);
+    test::FakePasteboard& pasteboard = install<test::FakePasteboard>(platform.pasteboard);
+    test::FakeFrontApplication& front =
+        install<test::FakeFrontApplication>(platform.frontApplication);
+    History history{folder.filePath(QStringLiteral("historia"))};
+    Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
+    Toast toast{displays, panels};
+    Alerts alerts{panels};
+    Activity activity;
+    CaptureFailure failure{*platform.captureAccess, alerts, defaults,
+                           CaptureFailure::Voice::alerts};
+    CaptureController controller{{platform, prefs, output, toast, alerts, activity, failure}};
+
+    CaptureFixture()
+    {
+        defaults.setString(QStringLiteral("saveFolder"),
+                           folder.filePath(QStringLiteral("capturas")));
+        displays.all = {kLeft, kRight};
+        displays.pointerAt = QPoint(450, 50);
+    }
+
+    [[nodiscard]] std::vector<OverlayWindow*> overlays() const
+    {
+        std::vector<OverlayWindow*> found;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* overlay = qobject_cast<OverlayWindow*>(widget);
+            if (overlay && overlay->isVisible())
+                found.push_back(overlay);
+        }
+        std::ranges::sort(found, {}, [](const OverlayWindow* window) {
+            return window->coveredScreen().native.x();
+        });
+        return found;
+    }
+    [[nodiscard]] CanvasView& canvas(std::size_t index) const
+    {
+        return *overlays().at(index)->canvas();
+    }
+    void drag(CanvasView& canvas, QPoint from, QPoint to)
+    {
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, from);
+        QTest::mouseMove(&canvas, to);
+        QTest::mouseRelease(&canvas, Qt::LeftButton, {}, to);
+    }
+    [[nodiscard]] QStringList savedFiles() const
+    {
+        return QDir(prefs.saveFolder()).entryList(QDir::Files);
+    }
+    [[nodiscard]] qsizetype kept() const { return history.items().size(); }
+    void pressEscape() { hotKeys.press(KeyCodes::kEscape, 0); }
+};
+
+} // namespace brindlecam::test
