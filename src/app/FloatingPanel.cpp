@@ -37,6 +37,7 @@ FloatingPanel::FloatingPanel(Panels& panels, PanelRole role, FloatingContent con
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
     setAccessibleName(m_content.spoken);
+    setWindowTitle(m_content.spoken);
     m_panels.assume(*this, role);
 }
 
