@@ -94,15 +94,22 @@ xcb_keysym_t Connection::keysym(xcb_keycode_t code) const
 
 bool Connection::isKeyGrabbedByOther(xcb_keysym_t keysym, std::uint16_t modifiers) const
 {
+    // Trying is the only way to ask. Nobody else gets a word in meanwhile: a program that wants the
+    // key right now would be refused because of us.
+    xcb_grab_server(m_connection);
+    bool grabbed = false;
     for (const xcb_keycode_t code : keycodes(keysym)) {
         const auto cookie = xcb_grab_key_checked(m_connection, 1, root(), modifiers, code,
                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        if (const Owned<xcb_generic_error_t> error(xcb_request_check(m_connection, cookie)); error)
-            return error->error_code == XCB_ACCESS;
-        xcb_ungrab_key(m_connection, code, root(), modifiers);
-        sync();
+        const Owned<xcb_generic_error_t> error(xcb_request_check(m_connection, cookie));
+        if (error)
+            grabbed = grabbed || error->error_code == XCB_ACCESS;
+        else
+            xcb_ungrab_key(m_connection, code, root(), modifiers);
     }
-    return false;
+    xcb_ungrab_server(m_connection);
+    sync();
+    return grabbed;
 }
 
 bool Connection::hasWindowManager() const
