@@ -1,10 +1,11 @@
 #include "app/Defaults.h"
 
+#include "base/WholeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <cmath>
@@ -141,13 +142,7 @@ void Defaults::save()
         values = m_values;
     }
     QDir().mkpath(QFileInfo(m_file).path());
-    QSaveFile file(m_file);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    // A full disk shows as a short count and as nothing else; what was saved before stays.
-    const QByteArray json = QJsonDocument(values).toJson();
-    if (file.write(json) == json.size())
-        file.commit();
+    (void)writeWhole(m_file, QJsonDocument(values).toJson());
 }
 
 } // namespace brindlecam

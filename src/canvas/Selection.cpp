@@ -1,6 +1,7 @@
 #include "canvas/Selection.h"
 
 #include "base/Geometry.h"
+#include "base/Overloaded.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,13 +12,6 @@ namespace {
 
 constexpr qreal kHandleReach = 7;  // points from a handle's centre, on each axis
 constexpr qreal kSmallestDrag = 3; // points; anything smaller is a click
-
-template <typename... Branches>
-struct Overloaded : Branches... {
-    using Branches::operator()...;
-};
-template <typename... Branches>
-Overloaded(Branches...) -> Overloaded<Branches...>;
 
 struct Range {
     qreal from;
@@ -32,6 +26,17 @@ Range resized(int side, qreal pointer, qreal minimum, qreal maximum)
     if (side > 0)
         return {minimum, pointer};
     return {minimum, maximum};
+}
+
+// Neighbours share an edge, and only one of them holds it; but the canvas's own far edge belongs to
+// whatever reaches it.
+bool holds(const QRectF& rect, QPointF point, const QRectF& canvas)
+{
+    const auto before = [](qreal value, qreal end, qreal canvasEnd) {
+        return value < end || (value == end && end >= canvasEnd);
+    };
+    return rect.left() <= point.x() && before(point.x(), rect.right(), canvas.right()) &&
+           rect.top() <= point.y() && before(point.y(), rect.bottom(), canvas.bottom());
 }
 
 QRectF resized(const drag::Resizing& drag, QPointF point)
@@ -92,7 +97,7 @@ void Selection::hover(QPointF point)
         return;
     point = clamped(point, canvas());
     const auto found = std::ranges::find_if(
-        m_windows, [&](const QRectF& window) { return window.contains(point); });
+        m_windows, [&](const QRectF& window) { return holds(window, point, canvas()); });
     m_hoveredWindow = found == m_windows.end() ? std::nullopt : std::optional(*found);
 }
 
@@ -102,7 +107,7 @@ void Selection::leave()
         m_hoveredWindow.reset();
 }
 
-Selection::Press Selection::press(QPointF point, bool marksPresent)
+Selection::Press Selection::press(QPointF point, Marks marks)
 {
     point = clamped(point, canvas());
     if (isEmpty()) {
@@ -116,7 +121,7 @@ Selection::Press Selection::press(QPointF point, bool marksPresent)
     }
     if (m_rect.contains(point))
         return Press::inside;
-    if (marksPresent)
+    if (marks == Marks::present)
         return Press::ignored;
     startSelecting(point);
     return Press::selecting;

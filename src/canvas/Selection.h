@@ -59,6 +59,9 @@ public:
         ignored,   ///< outside, and marks would be lost
     };
 
+    /// Whether there are marks that a new selection would lose.
+    enum class Marks { none, present };
+
     explicit Selection(QSizeF canvas);
 
     /// Windows of this screen that a click may take, frontmost first.
@@ -82,8 +85,7 @@ public:
     void hover(QPointF point);
     /// The pointer has left the screen.
     void leave();
-    /// `marksPresent`: there are marks that a new selection would lose.
-    [[nodiscard]] Press press(QPointF point, bool marksPresent);
+    [[nodiscard]] Press press(QPointF point, Marks marks);
     void startMoving(QPointF point);
     void dragTo(QPointF point);
     /// Ends the drag: whole points inside the canvas; under 3 points it was a click, which takes

@@ -1,31 +1,13 @@
 #include "recents/History.h"
 
+#include "base/WholeFile.h"
 #include "recents/HistoryNames.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace brindlecam {
-
-namespace {
-
-/// A file beside the final one takes the bytes and is renamed when all are there: a full disk
-/// leaves nothing behind, and nobody lists half an entry.
-void writeWhole(const QString& path, const QByteArray& data)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    // Where the disk fills up in the middle, write() only says how far it came: no error is set
-    // that commit() would mind.
-    if (file.write(data) != data.size())
-        file.cancelWriting();
-    file.commit();
-}
-
-} // namespace
 
 History::History(QString folder, Clock clock)
     : m_folder(std::move(folder))
@@ -46,7 +28,7 @@ void History::add(const QByteArray& data, const QString& fileExtension) const
     if (data.isEmpty())
         return;
     QDir().mkpath(m_folder);
-    writeWhole(path(HistoryNames::nameFor(m_clock(), fileExtension)), data);
+    (void)writeWhole(path(HistoryNames::nameFor(m_clock(), fileExtension)), data);
     // Another thread may be pruning too: removing what is gone already fails and harms nobody.
     for (const QString& name : HistoryNames::surplus(HistoryNames::entries(fileNames())))
         QFile::remove(path(name));

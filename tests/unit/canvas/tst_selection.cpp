@@ -10,7 +10,7 @@ constexpr QSizeF kCanvas(800, 600);
 
 void dragOut(Selection& selection, QPointF from, QPointF to)
 {
-    (void)selection.press(from, false);
+    (void)selection.press(from, Selection::Marks::none);
     selection.dragTo(to);
     selection.release();
 }
@@ -111,6 +111,20 @@ private Q_SLOTS:
         QCOMPARE(selection.hole(), QRectF());
     }
 
+    void ofTwoNeighboursTheOneHoldingThePixelIsTaken()
+    {
+        const QRectF left(0, 0, 100, 600);
+        const QRectF right(100, 0, 700, 600);
+        Selection selection(kCanvas);
+        selection.setWindows({left, right});
+        selection.hover({99.5, 10});
+        QCOMPARE(selection.hoveredWindow(), std::optional(left));
+        selection.hover({100, 10});
+        QCOMPARE(selection.hoveredWindow(), std::optional(right));
+        selection.hover({800, 600}); // the far corner of the canvas
+        QCOMPARE(selection.hoveredWindow(), std::optional(right));
+    }
+
     void leavingTheScreenForgetsTheHoveredWindow()
     {
         Selection selection(kCanvas);
@@ -160,7 +174,7 @@ private Q_SLOTS:
         QFETCH(QPointF, handle);
         QFETCH(QPointF, to);
         Selection selection = selected({100, 100, 200, 200});
-        QCOMPARE(selection.press(handle, false), Selection::Press::resizing);
+        QCOMPARE(selection.press(handle, Selection::Marks::none), Selection::Press::resizing);
         selection.dragTo(to);
         selection.release();
         QTEST(selection.rect(), "expected");
@@ -169,7 +183,7 @@ private Q_SLOTS:
     void movingStopsAtTheScreenEdgesAndMayTouchThem()
     {
         Selection selection = selected({100, 100, 200, 200});
-        QCOMPARE(selection.press({200, 200}, false), Selection::Press::inside);
+        QCOMPARE(selection.press({200, 200}, Selection::Marks::none), Selection::Press::inside);
         selection.startMoving({200, 200});
         selection.dragTo({0, 0});
         QCOMPARE(selection.rect(), QRectF(0, 0, 200, 200));
@@ -182,17 +196,17 @@ private Q_SLOTS:
     void pressOutsideStartsAnewWithoutMarksAndIsIgnoredWithThem()
     {
         Selection selection = selected({100, 100, 200, 200});
-        QCOMPARE(selection.press({500, 500}, true), Selection::Press::ignored);
+        QCOMPARE(selection.press({500, 500}, Selection::Marks::present), Selection::Press::ignored);
         QCOMPARE(selection.rect(), QRectF(100, 100, 200, 200));
         QVERIFY(!selection.isDragging());
-        QCOMPARE(selection.press({500, 500}, false), Selection::Press::selecting);
+        QCOMPARE(selection.press({500, 500}, Selection::Marks::none), Selection::Press::selecting);
         QVERIFY(selection.isEmpty());
     }
 
     void clearingForgetsSelectionAndDrag()
     {
         Selection selection = selected({100, 100, 200, 200});
-        (void)selection.press({200, 100}, false);
+        (void)selection.press({200, 100}, Selection::Marks::none);
         selection.clear();
         QVERIFY(selection.isEmpty());
         QVERIFY(!selection.isDragging());
