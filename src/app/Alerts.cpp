@@ -107,21 +107,28 @@ void Alerts::show(QDialog* dialog)
         std::erase_if(m_open, [dialog](const auto& open) { return !open || open == dialog; });
     });
     if (!m_suspended)
-        bringUp(*dialog);
+        bringForward(*dialog);
 }
 
-void Alerts::bringUp(QDialog& dialog)
+void Alerts::bringForward(QDialog& dialog)
 {
-    m_panels.show(dialog, {});
+    if (!dialog.isVisible()) {
+        dialog.setAttribute(Qt::WA_ShowWithoutActivating, false);
+        m_panels.show(dialog, {});
+    }
     m_panels.focus(dialog);
 }
 
 void Alerts::suspend()
 {
     m_suspended = true;
+    m_active.clear();
     for (const QPointer<QDialog>& dialog : m_open) {
-        if (dialog)
-            dialog->hide();
+        if (!dialog)
+            continue;
+        if (dialog->isActiveWindow())
+            m_active = dialog;
+        dialog->hide();
     }
 }
 
@@ -131,8 +138,15 @@ void Alerts::resume()
     // A copy: showing a dialog may run code that opens another.
     const std::vector<QPointer<QDialog>> open = m_open;
     for (const QPointer<QDialog>& dialog : open) {
-        if (dialog && !dialog->isVisible())
-            bringUp(*dialog);
+        if (!dialog || dialog->isVisible())
+            continue;
+        const bool isNew = !dialog->testAttribute(Qt::WA_WState_ExplicitShowHide);
+        if (isNew || dialog == m_active) {
+            bringForward(*dialog);
+        } else {
+            dialog->setAttribute(Qt::WA_ShowWithoutActivating);
+            m_panels.show(*dialog, {});
+        }
     }
 }
 

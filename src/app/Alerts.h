@@ -38,17 +38,19 @@ public:
 
     /// Hides every open dialog for the time of a session.
     void suspend();
-    /// Brings them back.
+    /// Brings them back, with the focus only the one that had it.
     void resume();
+
+    /// Brings an open dialog to the front with the focus, as the user has just asked for it.
+    void bringForward(QDialog& dialog);
 
     /// Whether one is on a screen.
     [[nodiscard]] bool visible() const;
 
 private:
-    void bringUp(QDialog& dialog);
-
     Panels& m_panels;
     std::vector<QPointer<QDialog>> m_open;
+    QPointer<QDialog> m_active; ///< had the focus when the session began
     bool m_suspended = false;
 };
 

@@ -107,8 +107,7 @@ void AppDelegate::openCapturesFolder()
 void AppDelegate::showAbout()
 {
     if (m_about) {
-        m_about->raise();
-        m_about->activateWindow();
+        m_alerts.bringForward(*m_about);
         return;
     }
     m_about = new AboutPanel;

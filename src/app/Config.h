@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QColor>
+#include <QUrl>
 
 #include <array>
 #include <chrono>
+#include <optional>
 
 namespace brindlecam::Config {
 
@@ -24,6 +26,9 @@ inline constexpr std::chrono::milliseconds countdownTick{1000};
 inline constexpr std::chrono::milliseconds countdownHandOff{150};
 inline constexpr std::chrono::milliseconds toastShown{1000};
 inline constexpr std::chrono::milliseconds toastFade{300};
+
+/// Where new versions are announced; none when the program was built without a web host.
+[[nodiscard]] std::optional<QUrl> updateFeedUrl();
 
 /// The dark of messages and labels; alpha is each surface's own.
 inline QColor panelColor(double alpha)

@@ -41,15 +41,31 @@ FloatingPanel::FloatingPanel(Panels& panels, PanelRole role, FloatingContent con
     m_panels.assume(*this, role);
 }
 
-void FloatingPanel::showAt(const QRect& native)
+void FloatingPanel::showAt(const QRect& native, const FloatingPanel* replaced)
 {
     if (!m_translucent) {
-        m_backdrop = m_panels.backdrop(native.adjusted(0, 0, kSpare, kSpare));
+        m_native = native.adjusted(0, 0, kSpare, kSpare);
+        m_backdrop = m_panels.backdrop(m_native);
+        if (replaced && !m_backdrop.isNull())
+            takeOverBackdrop(*replaced);
         setMask(shapeFor(m_content));
     }
     m_panels.show(*this, native);
     QAccessibleEvent spoken(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&spoken);
+}
+
+// The windows below have not painted yet what the replaced panel covered.
+void FloatingPanel::takeOverBackdrop(const FloatingPanel& replaced)
+{
+    const QRect shared = m_native.intersected(replaced.m_native);
+    if (shared.isEmpty() || replaced.m_backdrop.isNull())
+        return;
+    QImage source = replaced.m_backdrop;
+    source.setDevicePixelRatio(1);
+    QPainter painter(&m_backdrop);
+    painter.drawImage(shared.topLeft() - m_native.topLeft(), source,
+                      shared.translated(-replaced.m_native.topLeft()));
 }
 
 void FloatingPanel::setStrength(double strength)

@@ -30,8 +30,9 @@ public:
     FloatingPanel(Panels& panels, PanelRole role, FloatingContent content);
 
     /// Shows it with its top-left corner in the corner of `native` (pixels of the global desktop),
-    /// which should be the content's size at the screen's scale.
-    void showAt(const QRect& native);
+    /// which should be the content's size at the screen's scale. What `replaced`, which is still on
+    /// the screen, covers is taken from its own backdrop.
+    void showAt(const QRect& native, const FloatingPanel* replaced = nullptr);
 
     /// 1: as it is; 0: invisible.
     void setStrength(double strength);
@@ -43,12 +44,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void takeOverBackdrop(const FloatingPanel& replaced);
     void paintOverBackdrop(QPainter& painter);
 
     Panels& m_panels;
     const FloatingContent m_content;
     const bool m_translucent;
     double m_strength = 1;
+    QRect m_native;    ///< where m_backdrop lies, pixels of the global desktop
     QImage m_backdrop; ///< native pixels; null when windows blend or it could not be read
 };
 

@@ -29,6 +29,8 @@ void HotKeyCenter::reload()
         else
             m_failed.insert(action);
     }
+    if (onReloaded)
+        onReloaded();
 }
 
 void HotKeyCenter::releaseAll()

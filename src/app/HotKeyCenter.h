@@ -23,6 +23,9 @@ public:
     /// failure.
     std::function<bool(CaptureAction)> isAvailable;
 
+    /// The registrations are new: menus that show shortcuts follow.
+    std::function<void()> onReloaded;
+
     /// Registers everything anew from the settings.
     void reload();
     /// Gives every combination back until the next reload(), so that typed keys reach a recorder.

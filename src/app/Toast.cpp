@@ -47,13 +47,14 @@ FloatingContent contentOf(const Pill& pill)
 /// One toast from its appearance to the end of its fade.
 class ToastPanel final : public QObject {
 public:
+    /// `replaced` is still on the screen; null when none is.
     ToastPanel(Panels& panels, const Pill& pill, const ScreenInfo& screen,
-               std::function<void()> done)
+               const ToastPanel* replaced, std::function<void()> done)
         : m_panel(panels, PanelRole::toast, contentOf(pill))
         , m_done(std::move(done))
     {
-        m_panel.showAt(placeOn(screen, pill.size()));
-        QTimer::singleShot(Config::toastShown, Qt::PreciseTimer, this, [this] { fade(1); });
+        m_panel.showAt(placeOn(screen, pill.size()), replaced ? &replaced->m_panel : nullptr);
+        QTimer::singleShot(Config::toastShown, Qt::PreciseTimer, this, [this] { fade(0); });
     }
 
 private:
@@ -91,18 +92,30 @@ void Toast::show(const QString& text, const std::optional<ScreenInfo>& screen)
             return;
         place = screens.front();
     }
-    dismiss();
+    if (m_suspended) {
+        m_held = Held{text, *place};
+        return;
+    }
     const Pill pill{.text = text,
                     .font = InterfaceFont::medium(kFontSize),
                     .paddingX = kPaddingX,
                     .paddingY = kPaddingY,
                     .alpha = kAlpha};
-    m_current = std::make_unique<ToastPanel>(m_panels, pill, *place, [this] { dismiss(); });
+    m_current = std::make_unique<ToastPanel>(m_panels, pill, *place, m_current.get(),
+                                             [this] { m_current.reset(); });
 }
 
-void Toast::dismiss()
+void Toast::suspend()
 {
+    m_suspended = true;
     m_current.reset();
+}
+
+void Toast::resume()
+{
+    m_suspended = false;
+    if (const std::optional<Held> held = std::exchange(m_held, std::nullopt))
+        show(held->text, held->screen);
 }
 
 } // namespace brindlecam

@@ -23,16 +23,26 @@ public:
     /// Shows `text` on a screen; without one, on the primary screen. Nothing happens without any.
     void show(const QString& text, const std::optional<ScreenInfo>& screen = std::nullopt);
 
-    /// Takes the current toast off the screen without a fade, before a grab.
-    void dismiss();
+    /// Takes the current toast off the screen without a fade and holds later ones back: nothing of
+    /// ours may lie over a frozen screen or in its picture.
+    void suspend();
+    /// Shows the last of those that were held back.
+    void resume();
 
     /// Whether a toast is on a screen, fading included.
     [[nodiscard]] bool visible() const { return m_current != nullptr; }
 
 private:
+    struct Held {
+        QString text;
+        ScreenInfo screen;
+    };
+
     Displays& m_displays;
     Panels& m_panels;
     std::unique_ptr<ToastPanel> m_current;
+    bool m_suspended = false;
+    std::optional<Held> m_held;
 };
 
 } // namespace brindlecam

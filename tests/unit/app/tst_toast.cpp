@@ -86,20 +86,38 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!panels.opacities.empty(), 3000);
         QVERIFY2(clock.elapsed() >= 990, "fades after a full second only");
         QTRY_VERIFY_WITH_TIMEOUT(!toast.visible(), 3000);
-        QVERIFY2(clock.elapsed() >= 1270, "and takes its time for it");
+        QVERIFY2(clock.elapsed() >= 1295, "and takes its time for it");
         QCOMPARE(panels.visibleNow(), 0);
         QVERIFY(std::is_sorted(panels.opacities.rbegin(), panels.opacities.rend()));
         QCOMPARE(panels.opacities.back(), 0.0);
     }
 
-    void dismissTakesItOffAtOnce()
+    void suspendedToastsWaitAndTheLastOneAppearsAfterwards()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kToastPlain};
+        test::FakePanels panels;
+        Toast toast(displays, panels);
+        toast.suspend();
+        toast.show(QStringLiteral("uno"));
+        toast.show(QStringLiteral("dos"));
+        QVERIFY(!toast.visible());
+        toast.resume();
+        QVERIFY(toast.visible());
+        QCOMPARE(panels.shown.size(), 1U);
+        QCOMPARE(panels.shown.at(0).widget->accessibleName(), QStringLiteral("dos"));
+        toast.resume();
+        QCOMPARE(panels.shown.size(), 1U);
+    }
+
+    void suspendTakesItOffAtOnce()
     {
         test::FakeDisplays displays;
         displays.all = {kToastPlain};
         test::FakePanels panels;
         Toast toast(displays, panels);
         toast.show(QStringLiteral("Copiado"));
-        toast.dismiss();
+        toast.suspend();
         QCOMPARE(panels.visibleNow(), 0);
         QVERIFY(panels.opacities.empty());
     }

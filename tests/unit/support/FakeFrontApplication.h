@@ -2,6 +2,8 @@
 
 #include "platform/FrontApplication.h"
 
+#include <functional>
+
 namespace brindlecam::test {
 
 /// Counts who asked for the focus to be remembered and given back.
@@ -9,9 +11,15 @@ class FakeFrontApplication final : public FrontApplication {
 public:
     int remembered = 0;
     int givenBack = 0;
+    std::function<void()> onGiveBack; ///< runs inside giveBack()
 
     void remember() override { ++remembered; }
-    void giveBack() override { ++givenBack; }
+    void giveBack() override
+    {
+        ++givenBack;
+        if (onGiveBack)
+            onGiveBack();
+    }
 };
 
 } // namespace brindlecam::test

@@ -70,7 +70,9 @@ void PanelWindow::show(const QRect& native)
     m_native = native;
     m_correctionsLeft = kMostCorrections;
     // Dialogs come from hot keys and commands, of which Qt knows no time.
-    const xcb_timestamp_t now = m_traits.activates ? x11::serverTime() : XCB_CURRENT_TIME;
+    const bool activates =
+        m_traits.activates && !m_widget.testAttribute(Qt::WA_ShowWithoutActivating);
+    const xcb_timestamp_t now = activates ? x11::serverTime() : XCB_CURRENT_TIME;
     if (!native.isEmpty()) {
         QScreen* screen = screenOf(native);
         m_widget.setScreen(screen);
@@ -87,7 +89,7 @@ void PanelWindow::show(const QRect& native)
     place();
     x11::raise(id());
     xcb_flush(x11::connection());
-    if (m_traits.activates)
+    if (activates)
         focus();
 }
 
