@@ -25,4 +25,7 @@ public:
     virtual void setOnChange(std::function<void()> changed) = 0;
 };
 
+/// The screen with the pointer, else the primary one; none when there are no screens.
+[[nodiscard]] std::optional<ScreenInfo> screenUnderPointer(const Displays& displays);
+
 } // namespace brindlecam

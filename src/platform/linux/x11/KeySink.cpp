@@ -12,7 +12,7 @@ namespace brindlecam {
 namespace {
 
 constexpr std::chrono::seconds kSafetyInterval{1};
-constexpr int kMostSeconds = 10;
+constexpr int kMostSeconds = 3;
 
 xcb_window_t makeWindow()
 {

@@ -23,9 +23,12 @@ struct Candidate {
     xcb_get_property_cookie_t whole;
 };
 
-Candidate request(xcb_window_t window, bool managed)
+/// Who places a window.
+enum class Owner { windowManager, itself };
+
+Candidate request(xcb_window_t window, Owner owner)
 {
-    return {managed, xcb_get_window_attributes(x11::connection(), window),
+    return {owner == Owner::windowManager, xcb_get_window_attributes(x11::connection(), window),
             x11::requestProperty32(window, x11::atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM),
             x11::requestProperty32(window, x11::atom("_NET_WM_STRUT_PARTIAL"), XCB_ATOM_CARDINAL),
             x11::requestProperty32(window, x11::atom("_NET_WM_STRUT"), XCB_ATOM_CARDINAL)};
@@ -117,13 +120,13 @@ std::vector<Strut> read()
 
     std::vector<Candidate> candidates;
     for (const xcb_window_t window : clients)
-        candidates.push_back(request(window, true));
+        candidates.push_back(request(window, Owner::windowManager));
     if (tree) {
         const auto* const first = xcb_query_tree_children(tree.get());
         std::for_each(first, first + xcb_query_tree_children_length(tree.get()),
                       [&](xcb_window_t window) {
                           if (std::find(clients.begin(), clients.end(), window) == clients.end())
-                              candidates.push_back(request(window, false));
+                              candidates.push_back(request(window, Owner::itself));
                       });
     }
     std::vector<Strut> struts;

@@ -62,9 +62,24 @@ void X11FrontApplication::giveBack()
 
 void X11FrontApplication::keysAreUp()
 {
-    if (m_givingBack)
+    if (m_givingBack && userMovedOn()) {
+        m_givingBack = false;
+        m_front.reset();
+    } else if (m_givingBack) {
         handBack();
+    }
     m_sink.reset();
+}
+
+// While the keys were held the user has chosen another window.
+bool X11FrontApplication::userMovedOn() const
+{
+    if (!m_front || !x11::hasWindowManager())
+        return false;
+    const auto active =
+        x11::property32(x11::root(), x11::atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
+    return !active.empty() && active.front() != XCB_WINDOW_NONE &&
+           active.front() != m_front->active && !x11::isOurs(active.front());
 }
 
 void X11FrontApplication::handBack()

@@ -28,6 +28,7 @@ private:
     [[nodiscard]] static std::optional<Front> foreignFront();
 
     void keysAreUp();
+    [[nodiscard]] bool userMovedOn() const;
     void handBack();
 
     std::shared_ptr<X11Events> m_events;

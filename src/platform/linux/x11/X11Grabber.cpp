@@ -80,15 +80,18 @@ Result<X11Grabber::Picture> X11Grabber::grab(const QRect& native, GrabOptions op
 {
     if (m_format.format == QImage::Format_Invalid)
         return Error{text("La pantalla usa un formato de color desconocido.")};
-    if (auto picture = grabShared(native, options))
-        return *std::move(picture);
-    auto image = grabThroughConnection(native);
-    if (!image)
-        return image.error();
-    Picture picture{converted(std::move(image).value()), {}};
-    if (options.dimmedCopy)
-        picture.dimmed = dimmedCopy(picture.image);
-    return picture;
+    auto picture = grabShared(native, options);
+    if (!picture) {
+        auto image = grabThroughConnection(native);
+        if (!image)
+            return image.error();
+        picture = Picture{converted(std::move(image).value()), {}};
+        if (options.dimmedCopy)
+            picture->dimmed = dimmedCopy(picture->image);
+    }
+    if (picture->image.isNull() || (options.dimmedCopy && picture->dimmed.isNull()))
+        return Error{text("No hay memoria suficiente para la captura.")};
+    return *std::move(picture);
 }
 
 std::optional<X11Grabber::Picture> X11Grabber::grabShared(const QRect& native, GrabOptions options)
