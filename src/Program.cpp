@@ -34,8 +34,9 @@ Program::Program(Platform platform, CaptureFailure::Voice voice)
     , m_history(History::standardFolder())
     , m_output(*m_platform.pasteboard, m_history, m_prefs, runInPool)
     , m_captureFailure(*m_platform.captureAccess, m_alerts, m_defaults, voice)
+    , m_captureResults(m_prefs, m_output, m_toast, m_alerts)
     , m_captureController(
-          {m_platform, m_prefs, m_output, m_toast, m_alerts, m_activity, m_captureFailure})
+          {m_platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity, m_captureFailure})
     , m_countdown(*m_platform.displays, *m_platform.panels)
 {
     QThreadPool::globalInstance()->setExpiryTimeout(static_cast<int>(kIdleThreadLife.count()));
@@ -43,7 +44,11 @@ Program::Program(Platform platform, CaptureFailure::Voice voice)
     wireApp();
 }
 
-Program::~Program() = default;
+Program::~Program()
+{
+    // The session's end leaves the main loop without asking; nothing is lost then either.
+    quit();
+}
 
 void Program::start(std::optional<CaptureAction> action)
 {
@@ -61,7 +66,12 @@ void Program::quit()
 {
     if (std::exchange(m_quitting, true))
         return;
+    // From here on nothing new begins, whoever asks.
     m_hotKeyCenter.releaseAll();
+    m_countdown.cancel();
+    m_delegate.onArea = {};
+    m_delegate.onFullScreen = {};
+    m_delegate.onCountdown = {};
     m_statusItem.reset();
     // What a session has copied so far belongs into the history, as after Esc.
     m_captureController.finish(outcome::Cancel{});

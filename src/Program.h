@@ -11,6 +11,7 @@
 #include "app/Toast.h"
 #include "capture/CaptureController.h"
 #include "capture/CaptureFailure.h"
+#include "capture/CaptureResults.h"
 #include "capture/Countdown.h"
 #include "capture/Output.h"
 #include "platform/Platform.h"
@@ -56,6 +57,7 @@ private:
     History m_history;
     Output m_output;
     CaptureFailure m_captureFailure;
+    CaptureResults m_captureResults;
     CaptureController m_captureController;
     Countdown m_countdown;
     std::optional<StatusItem> m_statusItem;

@@ -9,6 +9,10 @@ void Program::wireApp()
     m_hotKeyCenter.isAvailable = [this](CaptureAction action) {
         return m_delegate.isAvailable(action);
     };
+    m_hotKeyCenter.onReloaded = [this] {
+        m_hostedMenu.refreshShortcuts();
+        m_ownMenu.refreshShortcuts();
+    };
     m_delegate.wire(m_hostedMenu);
     m_delegate.wire(m_ownMenu);
 }

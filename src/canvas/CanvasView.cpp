@@ -16,6 +16,16 @@
 
 namespace brindlecam {
 
+namespace {
+
+void call(const std::function<void()>& callback)
+{
+    if (callback)
+        callback();
+}
+
+} // namespace
+
 CanvasView::CanvasView(const Prefs& prefs, const QImage& image, const QImage& dimmed, QSizeF size,
                        QWidget* parent)
     : QWidget(parent)
@@ -188,7 +198,7 @@ void CanvasView::mousePressEvent(QMouseEvent* event)
         return;
     const QPointF point = event->position();
     m_mouse = clamped(point, m_selection.canvas());
-    switch (m_selection.press(reach(point), false)) {
+    switch (m_selection.press(reach(point), Selection::Marks::none)) {
     case Selection::Press::selecting:
         if (onBeginSelection)
             onBeginSelection();
@@ -250,12 +260,14 @@ void CanvasView::keyPressEvent(QKeyEvent* event)
     // A held key acts once: its repeats may be those of the press that began the session.
     if (event->isAutoRepeat())
         return;
-    if (copies)
-        copy();
-    else if (saves)
-        saveDocument();
-    else
+    if (cancels)
         cancel();
+    else if (m_selection.isEmpty())
+        call(copies ? onCopyElsewhere : onSaveElsewhere);
+    else if (copies)
+        copy();
+    else
+        saveDocument();
 }
 
 } // namespace brindlecam

@@ -29,6 +29,9 @@ public:
     std::function<void()> onBeginSelection;
     /// The user has ended the session.
     std::function<void(const Outcome&)> onFinish;
+    /// Keys that end the session came here, but nothing is selected here.
+    std::function<void()> onCopyElsewhere;
+    std::function<void()> onSaveElsewhere;
     /// A new picture for the clipboard, while the session goes on.
     std::function<void(const Rendered&)> onAutoCopy;
 

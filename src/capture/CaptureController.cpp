@@ -2,18 +2,15 @@
 
 #include "app/Activity.h"
 #include "app/Alerts.h"
-#include "app/Prefs.h"
 #include "app/Toast.h"
 #include "base/KeyCodes.h"
+#include "base/Overloaded.h"
 #include "canvas/CanvasView.h"
-#include "capture/Output.h"
-#include "capture/ResultToast.h"
-#include "capture/SavePanel.h"
+#include "capture/CaptureResults.h"
 #include "capture/WindowFinder.h"
 #include "platform/Platform.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QTimer>
 
 #include <algorithm>
@@ -28,21 +25,9 @@ constexpr std::chrono::milliseconds kDesktopRepaint{50};
 // From the end of the session to a long capture: the overlays must be off the screen.
 constexpr std::chrono::milliseconds kLongCaptureDelay{250};
 
-template <typename... Branches>
-struct Overloaded : Branches... {
-    using Branches::operator()...;
-};
-template <typename... Branches>
-Overloaded(Branches...) -> Overloaded<Branches...>;
-
 bool sameDisplays(const std::vector<ScreenInfo>& a, const std::vector<ScreenInfo>& b)
 {
     return std::ranges::equal(a, b, &ScreenInfo::sameDisplay);
-}
-
-QString pathInFolder(const Prefs& prefs)
-{
-    return QDir(prefs.saveFolder()).filePath(Prefs::newFileName());
 }
 
 } // namespace
@@ -76,7 +61,7 @@ void CaptureController::start(std::function<void()> grab)
     m_services.activity.capture = true;
     m_state = Grabbing{};
     const bool covered = m_services.toast.visible() || m_services.alerts.visible();
-    m_services.toast.dismiss();
+    m_services.toast.suspend();
     m_services.alerts.suspend();
     if (covered)
         QTimer::singleShot(kDesktopRepaint, this, std::move(grab));
@@ -144,13 +129,22 @@ void CaptureController::wire(OverlayWindow& window)
                 other->canvas()->clearSelection();
         }
     };
+    // Keys act on the session, whichever overlay has the focus.
+    canvas->onCopyElsewhere = [this] {
+        if (CanvasView* selected = canvasWithSelection())
+            selected->copy();
+    };
+    canvas->onSaveElsewhere = [this] {
+        if (CanvasView* selected = canvasWithSelection())
+            selected->saveDocument();
+    };
     canvas->onFinish = [this](const Outcome& outcome) { finish(outcome); };
     canvas->onAutoCopy = [this](const Rendered& picture) {
         auto* overlay = std::get_if<Overlay>(&m_state);
         if (!overlay)
             return;
         overlay->lastAutoCopied = picture;
-        m_services.output.deliver(picture, {.copy = true});
+        m_services.results.live(picture);
     };
 }
 
@@ -166,6 +160,15 @@ void CaptureController::focusOverlayUnderPointer()
     OverlayWindow& chosen = found == session.end() ? *session.front() : **found;
     m_services.platform.panels->focus(chosen);
     chosen.canvas()->setFocus();
+}
+
+CanvasView* CaptureController::canvasWithSelection() const
+{
+    for (OverlayWindow* window : m_overlays.session()) {
+        if (!window->canvas()->selection().isEmpty())
+            return window->canvas();
+    }
+    return nullptr;
 }
 
 std::optional<ScreenInfo> CaptureController::sessionScreen() const
@@ -189,29 +192,36 @@ void CaptureController::finish(const Outcome& outcome)
     const Outcome kept = outcome; // the canvas that reports it is about to go
     const std::optional<ScreenInfo> screen = sessionScreen();
     const std::optional<Rendered> lastAutoCopied = std::move(overlay->lastAutoCopied);
-    const bool saves = std::holds_alternative<outcome::Save>(kept);
-    if (!saves)
+    const auto* saving = std::get_if<outcome::Save>(&kept);
+    // Before the overlays go, so that the key which ended the session is caught. With a save panel
+    // the focus goes back when that closes.
+    if (!saving)
         m_services.platform.frontApplication->giveBack();
     m_overlays.removeAll();
     m_state = Delivering{};
+    act(kept, lastAutoCopied, screen);
+    m_services.results.sessionEnded();
+    if (!saving) {
+        end();
+        return;
+    }
+    m_services.alerts.resume(); // the panel is one of them
+    m_services.results.save(saving->picture, [this] {
+        m_services.platform.frontApplication->giveBack();
+        end();
+    });
+}
 
-    Output& output = m_services.output;
+void CaptureController::act(const Outcome& outcome, const std::optional<Rendered>& lastAutoCopied,
+                            const std::optional<ScreenInfo>& screen)
+{
+    CaptureResults& results = m_services.results;
     std::visit(Overloaded{
-                   [&](const outcome::Copy& copy) { deliverArea(copy.picture, screen); },
-                   [&](const outcome::Save& saving) {
-                       output.deliver(saving.picture, {.copy = false, .history = true});
-                       m_services.alerts.resume(); // the panel is one of them
-                       save(saving.picture, [this] {
-                           m_services.platform.frontApplication->giveBack();
-                           end();
-                       });
-                   },
-                   [&](const outcome::Text& recognised) {
-                       m_services.platform.pasteboard->setText(recognised.text);
-                       m_services.toast.show(ResultToast::textMessage(recognised.text), screen);
-                   },
+                   [&](const outcome::Copy& copy) { results.area(copy.picture, screen); },
+                   [&](const outcome::Save& save) { results.keep(save.picture); },
+                   [&](const outcome::Text& recognised) { results.text(recognised.text, screen); },
                    [&](const outcome::Pin& pin) {
-                       output.deliver(pin.picture, {.copy = true, .history = true});
+                       results.pinned(pin.picture);
                        if (onPin)
                            onPin(pin.picture, pin.frame);
                    },
@@ -219,45 +229,18 @@ void CaptureController::finish(const Outcome& outcome)
                    [&](const outcome::Gif& gif) { startLater(onGif, gif.rect); },
                    [&](outcome::Cancel) {
                        if (lastAutoCopied)
-                           output.deliver(*lastAutoCopied, {.copy = false, .history = true});
+                           results.keep(*lastAutoCopied);
                    },
                },
-               kept);
-    output.forgetLastCopy();
-    if (!saves)
-        end();
+               outcome);
 }
 
 void CaptureController::end()
 {
     m_state = Idle{};
     m_services.activity.capture = false;
+    m_services.toast.resume();
     m_services.alerts.resume();
-}
-
-void CaptureController::deliverArea(const Rendered& picture,
-                                    const std::optional<ScreenInfo>& screen)
-{
-    const QString saveTo =
-        m_services.prefs.autoSaveArea() ? pathInFolder(m_services.prefs) : QString();
-    m_services.output.deliver(
-        picture, {.copy = true, .saveTo = saveTo, .history = true},
-        [this, screen, requested = !saveTo.isEmpty()](bool saved) {
-            m_services.toast.show(ResultToast::message(ResultToast::Kind::area,
-                                                       {.requested = requested, .saved = saved}),
-                                  screen);
-        });
-}
-
-void CaptureController::save(const Rendered& picture, std::function<void()> closed)
-{
-    SavePanel::open(m_services.alerts, m_services.prefs.saveFolder(), Prefs::newFileName(),
-                    [this, picture, closed = std::move(closed)](std::optional<QString> path) {
-                        if (path)
-                            m_services.output.writeFile(picture, *path);
-                        if (closed)
-                            closed();
-                    });
 }
 
 void CaptureController::startLater(
@@ -273,23 +256,11 @@ void CaptureController::startLater(
                        [start, nativeRect, screen = *screen] { start(nativeRect, screen); });
 }
 
-std::optional<ScreenInfo> CaptureController::screenUnderPointer() const
-{
-    const auto screens = m_services.platform.displays->screens();
-    if (screens.empty())
-        return std::nullopt;
-    const auto pointer = m_services.platform.displays->pointer();
-    const auto found = std::ranges::find_if(screens, [&](const ScreenInfo& screen) {
-        return pointer && screen.native.contains(*pointer);
-    });
-    return found == screens.end() ? screens.front() : *found;
-}
-
 void CaptureController::captureFullScreen()
 {
     if (!mayStart())
         return;
-    const auto screen = screenUnderPointer();
+    const auto screen = screenUnderPointer(*m_services.platform.displays);
     if (!screen)
         return;
     start([this, screen = *screen] { grabOne(screen); });
@@ -299,27 +270,13 @@ void CaptureController::grabOne(const ScreenInfo& screen)
 {
     ScreenGrabber::capture(*m_services.platform.grabber, {screen}, {},
                            [this](Result<std::vector<Shot>> grabbed) {
-                               if (grabbed)
-                                   deliverFullScreen(grabbed.value().front());
-                               else
+                               if (!grabbed) {
                                    handleCaptureFailure(grabbed.error());
+                                   return;
+                               }
+                               m_services.results.fullScreen(grabbed.value().front());
+                               end();
                            });
-}
-
-void CaptureController::deliverFullScreen(const Shot& shot)
-{
-    const QString saveTo =
-        m_services.prefs.autoSaveFullScreen() ? pathInFolder(m_services.prefs) : QString();
-    m_services.output.deliver(
-        {.image = shot.image, .pointSize = shot.screen.size()},
-        {.copy = true, .saveTo = saveTo, .history = true},
-        [this, screen = shot.screen, requested = !saveTo.isEmpty()](bool saved) {
-            m_services.toast.show(ResultToast::message(ResultToast::Kind::fullScreen,
-                                                       {.requested = requested, .saved = saved}),
-                                  screen);
-        });
-    m_services.output.forgetLastCopy();
-    end();
 }
 
 void CaptureController::handleCaptureFailure(const Error& error)
@@ -342,8 +299,11 @@ void CaptureController::screensChanged()
             if (!held)
                 m_overlays.remove(*window);
         }
-        if (held || m_overlays.session().empty())
+        const auto& session = m_overlays.session();
+        if (held || session.empty())
             finish(outcome::Cancel{});
+        else if (std::ranges::none_of(session, &OverlayWindow::isActiveWindow))
+            focusOverlayUnderPointer(); // the one that had the keys is gone
     }
     m_overlays.prepare(screens);
 }

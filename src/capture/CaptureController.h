@@ -19,7 +19,7 @@ namespace brindlecam {
 class Activity;
 class Alerts;
 class CanvasView;
-class Output;
+class CaptureResults;
 class Prefs;
 class Toast;
 struct Platform;
@@ -34,7 +34,7 @@ public:
     struct Services {
         Platform& platform;
         const Prefs& prefs;
-        Output& output;
+        CaptureResults& results;
         Toast& toast;
         Alerts& alerts;
         Activity& activity;
@@ -58,8 +58,6 @@ public:
     void captureFullScreen();
     /// Ends the area capture; harmless when none runs.
     void finish(const Outcome& outcome);
-    /// Asks where a picture is to be saved and writes it there.
-    void save(const Rendered& picture, std::function<void()> closed = {});
 
     [[nodiscard]] bool busy() const { return !std::holds_alternative<Idle>(m_state); }
 
@@ -87,14 +85,14 @@ private:
     void present(const std::vector<Shot>& shots);
     void wire(OverlayWindow& window);
     void focusOverlayUnderPointer();
-    void deliverFullScreen(const Shot& shot);
     void screensChanged();
     void handleCaptureFailure(const Error& error);
-    void deliverArea(const Rendered& picture, const std::optional<ScreenInfo>& screen);
+    void act(const Outcome& outcome, const std::optional<Rendered>& lastAutoCopied,
+             const std::optional<ScreenInfo>& screen);
     void startLater(const std::function<void(const QRect&, const ScreenInfo&)>& start,
                     const QRect& nativeRect);
     void end();
-    [[nodiscard]] std::optional<ScreenInfo> screenUnderPointer() const;
+    [[nodiscard]] CanvasView* canvasWithSelection() const;
     [[nodiscard]] std::optional<ScreenInfo> sessionScreen() const;
 
     Services m_services;

@@ -1,9 +1,10 @@
 #include "capture/CaptureFailure.h"
 
-#include "app/Alerts.h"
 #include "app/Defaults.h"
 #include "base/Text.h"
 #include "platform/CaptureAccess.h"
+
+#include <utility>
 
 namespace brindlecam {
 
@@ -44,23 +45,34 @@ void CaptureFailure::handle(const Error& error)
         showPermissionAlert(error.message);
 }
 
+void CaptureFailure::show(AlertContent content, std::function<void(std::optional<int>)> done)
+{
+    if (std::exchange(m_alertOpen, true))
+        return;
+    m_alerts.show(content, [this, done = std::move(done)](std::optional<int> chosen) {
+        m_alertOpen = false;
+        if (done)
+            done(chosen);
+    });
+}
+
 void CaptureFailure::showPermissionAlert(const QString& detail)
 {
     const QString informative =
         text("Actívalo en Ajustes del Sistema → Privacidad y seguridad → Grabación de pantalla y "
              "audio del sistema, y después vuelve a abrir Brindlecam.");
-    m_alerts.show({.message = text("Brindlecam necesita permiso para capturar la pantalla"),
-                   .informative = withDetail(informative, detail),
-                   .buttons = {text("Abrir Ajustes"), text("Cancelar")}},
-                  [this](std::optional<int> chosen) {
-                      if (chosen == 0)
-                          m_access.openSettings();
-                  });
+    show({.message = text("Brindlecam necesita permiso para capturar la pantalla"),
+          .informative = withDetail(informative, detail),
+          .buttons = {text("Abrir Ajustes"), text("Cancelar")}},
+         [this](std::optional<int> chosen) {
+             if (chosen == 0)
+                 m_access.openSettings();
+         });
 }
 
 void CaptureFailure::showGrabAlert(const QString& detail)
 {
-    m_alerts.show(
+    show(
         {.message = text("No se pudo capturar la pantalla"), .informative = detail, .buttons = {}});
 }
 

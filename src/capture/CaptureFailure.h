@@ -1,12 +1,15 @@
 #pragma once
 
+#include "app/Alerts.h"
 #include "base/Error.h"
 
 #include <QString>
 
+#include <functional>
+#include <optional>
+
 namespace brindlecam {
 
-class Alerts;
 class CaptureAccess;
 class Defaults;
 
@@ -25,6 +28,7 @@ public:
     void handle(const Error& error);
 
 private:
+    void show(AlertContent content, std::function<void(std::optional<int>)> done = {});
     void showPermissionAlert(const QString& detail);
     void showGrabAlert(const QString& detail);
 
@@ -32,6 +36,7 @@ private:
     Alerts& m_alerts;
     Defaults& m_defaults;
     const Voice m_voice;
+    bool m_alertOpen = false; ///< one is enough, however often the key is pressed
 };
 
 } // namespace brindlecam

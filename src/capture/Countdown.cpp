@@ -22,19 +22,6 @@ constexpr qreal kDigitSize = 64;
 /// The digits hang from the top of this box, 18 points above the lower edge and 22 below the upper.
 constexpr QRectF kLabel(0, 22, 120, 80);
 
-/// The screen with the pointer, else the primary one, else none.
-std::optional<ScreenInfo> screenToCountOn(const Displays& displays)
-{
-    const std::vector<ScreenInfo> screens = displays.screens();
-    if (const std::optional<QPoint> pointer = displays.pointer()) {
-        for (const ScreenInfo& screen : screens) {
-            if (screen.native.contains(*pointer))
-                return screen;
-        }
-    }
-    return screens.empty() ? std::nullopt : std::optional(screens.front());
-}
-
 /// In the middle of the screen. Native pixels.
 QRect placeOn(const ScreenInfo& screen)
 {
@@ -83,7 +70,7 @@ Countdown::~Countdown() = default;
 void Countdown::run(int seconds, std::function<void()> action)
 {
     cancel();
-    const std::optional<ScreenInfo> screen = screenToCountOn(m_displays);
+    const std::optional<ScreenInfo> screen = screenUnderPointer(m_displays);
     if (!screen) {
         action();
         return;

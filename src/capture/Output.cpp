@@ -1,6 +1,7 @@
 #include "capture/Output.h"
 
 #include "app/Prefs.h"
+#include "base/WholeFile.h"
 #include "pictures/PngWriter.h"
 #include "pictures/TiffWriter.h"
 #include "platform/Pasteboard.h"
@@ -9,7 +10,6 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <atomic>
@@ -25,12 +25,10 @@ QByteArray encodeForFile(const Rendered& picture)
                                              .cancelled = {}});
 }
 
-// Whole or not at all: a full disk leaves neither half a file nor an empty one.
-bool writeWhole(const QString& path, const QByteArray& bytes)
+bool writePicture(const QString& path, const QByteArray& png)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    return writeWhole(path, png);
 }
 
 // Made from the PNG, so that an idle clipboard keeps some compressed bytes and not a whole screen.
@@ -50,21 +48,28 @@ struct Output::CopyEncode {
     qint64 imageKey = 0;
     QSizeF pointSize;
     std::atomic<bool> cancelled = false;
-    bool ended = false;
+    enum class Stage { encoding, ended } stage = Stage::encoding;
+    enum class After { kept, forgotten } after = After::kept;
     QByteArray png;
     std::vector<std::shared_ptr<Delivery>> waiting;
 };
 
+/// One picture on its way. Clipboard and file are made ready beside each other; what is written
+/// waits for both.
 struct Output::Delivery {
+    enum class Part { wanted, over };
+    enum class Stage { preparing, writing };
+
     Rendered picture;
     Wishes wishes;
     Done done;
-    qint64 token = 0;          ///< the generation it was handed in with
-    bool clipboardOver = true; ///< published, overtaken, or not wanted
-    bool fileEncoded = true;
+    qint64 token = 0;            ///< the generation it was handed in with
+    Part clipboard = Part::over; ///< over: published, overtaken, or not asked for
+    Part fileBytes = Part::over; ///< over: encoded, or not asked for
+    Stage stage = Stage::preparing;
     QByteArray filePng;
-    bool writing = false;
-    bool saved = false;
+
+    [[nodiscard]] bool writes() const { return !wishes.saveTo.isEmpty() || wishes.history; }
 };
 
 Output::Output(Pasteboard& pasteboard, History& history, const Prefs& prefs, Executor executor)
@@ -75,7 +80,11 @@ Output::Output(Pasteboard& pasteboard, History& history, const Prefs& prefs, Exe
 {
 }
 
-Output::~Output() = default;
+Output::~Output()
+{
+    // Jobs that are still under way report here.
+    finishAll();
+}
 
 void Output::onMainThread(std::function<void()> then)
 {
@@ -87,6 +96,7 @@ void Output::deliver(const Rendered& picture, const Wishes& wishes, Done done)
     auto delivery = std::make_shared<Delivery>();
     delivery->picture = picture;
     delivery->wishes = wishes;
+    delivery->wishes.history = wishes.history && m_prefs.keepHistory();
     delivery->done = std::move(done);
     m_running.push_back(delivery);
     if (wishes.copy)
@@ -94,10 +104,24 @@ void Output::deliver(const Rendered& picture, const Wishes& wishes, Done done)
     delivery->token = m_generation;
     if (wishes.copy)
         startCopy(delivery);
-    if (!wishes.saveTo.isEmpty() || wishes.history)
+    if (delivery->writes())
         startFileEncode(delivery);
     // Never before the caller has its call behind it.
     onMainThread([this, delivery] { advance(delivery); });
+}
+
+void Output::copyText(const QString& text)
+{
+    ++m_generation;
+    overtakeCopies();
+    m_pasteboard.setText(text);
+}
+
+void Output::overtakeCopies()
+{
+    if (m_lastCopy)
+        m_lastCopy->cancelled = true;
+    m_lastCopy.reset();
 }
 
 void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
@@ -105,17 +129,16 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
     const qint64 key = delivery->picture.image.cacheKey();
     if (m_lastCopy && m_lastCopy->imageKey == key &&
         m_lastCopy->pointSize == delivery->picture.pointSize) {
-        if (m_lastCopy->ended) {
+        if (m_lastCopy->stage == CopyEncode::Stage::ended) {
             publish(*delivery, m_lastCopy->png);
         } else {
-            delivery->clipboardOver = false;
+            delivery->clipboard = Delivery::Part::wanted;
             m_lastCopy->waiting.push_back(delivery);
         }
         return;
     }
-    if (m_lastCopy)
-        m_lastCopy->cancelled = true;
-    delivery->clipboardOver = false;
+    overtakeCopies();
+    delivery->clipboard = Delivery::Part::wanted;
     const auto encode = std::make_shared<CopyEncode>();
     encode->imageKey = key;
     encode->pointSize = delivery->picture.pointSize;
@@ -132,10 +155,14 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
 
 void Output::copyEncoded(const std::shared_ptr<CopyEncode>& encode)
 {
-    encode->ended = true;
+    encode->stage = CopyEncode::Stage::ended;
+    if (encode->cancelled && encode->png.isEmpty())
+        ++m_stoppedEncodes;
+    if (encode == m_lastCopy && encode->after == CopyEncode::After::forgotten)
+        m_lastCopy.reset();
     for (const auto& delivery : std::exchange(encode->waiting, {})) {
         publish(*delivery, encode->png);
-        delivery->clipboardOver = true;
+        delivery->clipboard = Delivery::Part::over;
         advance(delivery);
     }
 }
@@ -148,12 +175,12 @@ void Output::publish(const Delivery& delivery, const QByteArray& png)
 
 void Output::startFileEncode(const std::shared_ptr<Delivery>& delivery)
 {
-    delivery->fileEncoded = false;
+    delivery->fileBytes = Delivery::Part::wanted;
     m_executor([this, delivery] {
         QByteArray png = encodeForFile(delivery->picture);
         onMainThread([this, delivery, png = std::move(png)] {
             delivery->filePng = png;
-            delivery->fileEncoded = true;
+            delivery->fileBytes = Delivery::Part::over;
             advance(delivery);
         });
     });
@@ -172,36 +199,38 @@ bool Output::waitsForEarlier(const Delivery& delivery) const
 
 void Output::advance(const std::shared_ptr<Delivery>& delivery)
 {
-    if (delivery->writing || !delivery->clipboardOver || !delivery->fileEncoded ||
-        waitsForEarlier(*delivery))
+    if (delivery->stage != Delivery::Stage::preparing ||
+        delivery->clipboard != Delivery::Part::over ||
+        delivery->fileBytes != Delivery::Part::over || waitsForEarlier(*delivery))
         return;
-    if (!delivery->wishes.saveTo.isEmpty() || delivery->wishes.history)
+    if (delivery->writes())
         startWriting(delivery);
     else
-        finish(delivery);
+        finish(delivery, false);
 }
 
 void Output::startWriting(const std::shared_ptr<Delivery>& delivery)
 {
-    delivery->writing = true;
+    delivery->stage = Delivery::Stage::writing;
     m_executor([this, delivery] {
         const QByteArray& png = delivery->filePng;
+        bool saved = false;
         if (!png.isEmpty()) {
             if (!delivery->wishes.saveTo.isEmpty())
-                delivery->saved = writeWhole(delivery->wishes.saveTo, png);
+                saved = writePicture(delivery->wishes.saveTo, png);
             if (delivery->wishes.history && m_prefs.keepHistory())
                 m_history.add(png, QStringLiteral("png"));
         }
-        onMainThread([this, delivery] { finish(delivery); });
+        onMainThread([this, delivery, saved] { finish(delivery, saved); });
     });
 }
 
-void Output::finish(const std::shared_ptr<Delivery>& delivery)
+void Output::finish(const std::shared_ptr<Delivery>& delivery, bool saved)
 {
     if (std::erase(m_running, delivery) == 0)
         return;
     if (delivery->done)
-        delivery->done(delivery->saved);
+        delivery->done(saved);
     for (const auto& other : std::vector(m_running))
         advance(other);
 }
@@ -213,7 +242,12 @@ void Output::writeFile(const Rendered& picture, const QString& path)
 
 void Output::forgetLastCopy()
 {
-    m_lastCopy.reset();
+    if (!m_lastCopy)
+        return;
+    if (m_lastCopy->stage == CopyEncode::Stage::ended)
+        m_lastCopy.reset();
+    else
+        m_lastCopy->after = CopyEncode::After::forgotten;
 }
 
 void Output::finishAll()

@@ -18,8 +18,8 @@ class Prefs;
 
 /// Turns finished pictures into their results: clipboard first, then the file, then the history,
 /// the completion last. Encoding and writing happen on the executor; the clipboard is only touched
-/// while no newer picture is on its way to it, and a newer one makes an older encode stop early.
-/// Main thread.
+/// while nothing newer is on its way to it, and a newer picture makes an older encode stop early.
+/// Main thread; destroying it waits for what was delivered.
 class Output final : public QObject {
     Q_OBJECT
 
@@ -38,14 +38,20 @@ public:
 
     void deliver(const Rendered& picture, const Wishes& wishes, Done done = {});
 
+    /// Puts text on the clipboard in place of any picture that is on its way there.
+    void copyText(const QString& text);
+
     /// Writes the picture to a file of the user's choice; errors are dropped.
     void writeFile(const Rendered& picture, const QString& path);
 
     /// Forgets the bytes of the last clipboard picture, which are kept so that the same picture is
-    /// not encoded twice in a session.
+    /// not encoded twice in a session; not before they have reached the clipboard.
     void forgetLastCopy();
 
-    /// Waits until everything delivered so far has reached its place. For quitting.
+    /// Encodes for the clipboard that ended early because something newer was on its way.
+    [[nodiscard]] int stoppedEncodes() const { return m_stoppedEncodes; }
+
+    /// Waits until everything delivered so far has reached its place.
     void finishAll();
 
 private:
@@ -58,15 +64,17 @@ private:
     void publish(const Delivery& delivery, const QByteArray& png);
     void advance(const std::shared_ptr<Delivery>& delivery);
     void startWriting(const std::shared_ptr<Delivery>& delivery);
-    void finish(const std::shared_ptr<Delivery>& delivery);
+    void finish(const std::shared_ptr<Delivery>& delivery, bool saved);
     [[nodiscard]] bool waitsForEarlier(const Delivery& delivery) const;
+    void overtakeCopies();
     void onMainThread(std::function<void()> then);
 
     Pasteboard& m_pasteboard;
     History& m_history;
     const Prefs& m_prefs;
     const Executor m_executor;
-    qint64 m_generation = 0; ///< counts the deliveries that copy
+    qint64 m_generation = 0; ///< counts what was put on its way to the clipboard
+    int m_stoppedEncodes = 0;
     std::shared_ptr<CopyEncode> m_lastCopy;
     std::vector<std::shared_ptr<Delivery>> m_running; ///< in the order they were handed in
 };

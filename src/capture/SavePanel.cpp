@@ -13,6 +13,8 @@ void open(Alerts& alerts, const QString& folder, const QString& fileName,
 {
     QDir().mkpath(folder);
     auto* panel = new QFileDialog(nullptr, text("Guardar captura"), folder);
+    // Ours, not the desktop's: it has to stay on top, step aside for a capture and come back.
+    panel->setOption(QFileDialog::DontUseNativeDialog);
     panel->setAcceptMode(QFileDialog::AcceptSave);
     panel->setFileMode(QFileDialog::AnyFile);
     panel->setNameFilter(text("Imágenes PNG") + QStringLiteral(" (*.png)"));

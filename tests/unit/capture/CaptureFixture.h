@@ -8,6 +8,7 @@
 #include "base/KeyCodes.h"
 #include "canvas/CanvasView.h"
 #include "capture/CaptureController.h"
+#include "capture/CaptureResults.h"
 #include "capture/Output.h"
 #include "platform/null/NullPlatform.h"
 #include "recents/History.h"
@@ -67,7 +68,8 @@ struct CaptureFixture {
     Activity activity;
     CaptureFailure failure{*platform.captureAccess, alerts, defaults,
                            CaptureFailure::Voice::alerts};
-    CaptureController controller{{platform, prefs, output, toast, alerts, activity, failure}};
+    CaptureResults results{prefs, output, toast, alerts};
+    CaptureController controller{{platform, prefs, results, toast, alerts, activity, failure}};
 
     CaptureFixture()
     {

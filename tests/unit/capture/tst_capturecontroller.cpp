@@ -70,6 +70,51 @@ private Q_SLOTS:
         QVERIFY(!f.canvas(1).selection().isEmpty());
     }
 
+    void keysActOnTheSelectionWhicheverOverlayHasTheFocus()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.drag(f.canvas(0), {10, 10}, {110, 60});
+        QTest::keyClick(&f.canvas(1), Qt::Key_Return);
+        QTRY_COMPARE(f.kept(), 1);
+        QCOMPARE(f.pasteboard.picture().size(), QSize(100, 50));
+    }
+
+    void theFocusIsGivenBackBeforeTheOverlaysGo()
+    {
+        Fixture f;
+        f.controller.begin();
+        std::size_t overlaysThen = 0;
+        f.front.onGiveBack = [&] { overlaysThen = f.overlays().size(); };
+        f.pressEscape();
+        QCOMPARE(overlaysThen, 2U);
+        QVERIFY(f.overlays().empty());
+    }
+
+    void outcomesOfRoomsThatAreNotThereJustEndTheSession()
+    {
+        Fixture f;
+        const QRect rect(10, 10, 200, 200);
+        const std::vector<Outcome> outcomes{outcome::Pin{test::onePicture(Qt::red), rect},
+                                            outcome::Scroll{rect}, outcome::Gif{rect}};
+        for (const Outcome& outcome : outcomes) {
+            f.controller.begin();
+            f.controller.finish(outcome);
+            QVERIFY(!f.controller.busy());
+            QVERIFY(f.overlays().empty());
+        }
+    }
+
+    void toastsOfEarlierCapturesWaitForTheEndOfTheSession()
+    {
+        Fixture f;
+        f.controller.begin();
+        f.toast.show(QStringLiteral("Copiado"));
+        QVERIFY(!f.toast.visible());
+        f.pressEscape();
+        QVERIFY(f.toast.visible());
+    }
+
     void copyReachesClipboardFolderHistoryAndToast()
     {
         Fixture f;
@@ -295,6 +340,21 @@ private Q_SLOTS:
         f.displays.changed();
         QCOMPARE(f.overlays().size(), 1U);
         QVERIFY(f.controller.busy());
+    }
+
+    void alertsComeBackWithoutTakingTheFocus()
+    {
+        Fixture f;
+        f.alerts.show({.message = QStringLiteral("Hola"), .informative = {}, .buttons = {}});
+        QWidget other; // what the user works in meanwhile
+        other.show();
+        other.activateWindow();
+        QTRY_VERIFY(other.isActiveWindow());
+        const std::size_t focusedBefore = f.panels.focused.size();
+        f.controller.captureFullScreen();
+        QTRY_COMPARE(f.pasteboard.changes, 1);
+        QVERIFY(f.alerts.visible());
+        QCOMPARE(f.panels.focused.size(), focusedBefore);
     }
 
     void alertsStepAsideForTheSessionAndComeBack()

@@ -112,6 +112,18 @@ private Q_SLOTS:
         QCOMPARE(f.access.requests, 0);
     }
 
+    void oneAlertIsEnoughHoweverOftenItFails()
+    {
+        Fixture f;
+        f.access.needed = false;
+        f.fail();
+        f.fail();
+        QCOMPARE(f.panels.visibleNow(), 1);
+        shownAlert()->buttons().at(0)->click();
+        f.fail();
+        QVERIFY(shownAlert());
+    }
+
     void liveTestsStaySilentAndTouchNothing()
     {
         Fixture f(CaptureFailure::Voice::silent);

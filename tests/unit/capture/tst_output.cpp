@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QThreadPool>
 
 namespace brindlecam {
 
@@ -45,6 +46,8 @@ private:
         History history{folder.filePath(QStringLiteral("historia"))};
         test::GatedExecutor gate;
         Output output{pasteboard, history, prefs, gate.executor()};
+
+        ~Fixture() { settle(); }
 
         QString file(const QString& name = QStringLiteral("a.png")) const
         {
@@ -206,6 +209,50 @@ private Q_SLOTS:
         QCOMPARE(f.pasteboard.changes, 1);
         QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
         QCOMPARE(saved, std::optional(false));
+    }
+
+    void aNewerPictureMakesAnOlderEncodeStopEarly()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red, QSize(4000, 3000)), {.copy = true});
+        f.output.forgetLastCopy(); // the session it belonged to is over
+        f.output.deliver(picture(Qt::blue), {.copy = true});
+        f.gate.run(1);
+        // What runs to its end asks whether it is still wanted and finds that it is not.
+        f.gate.run(0);
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(f.pasteboard.changes, 1);
+        QCOMPARE(f.output.stoppedEncodes(), 1);
+    }
+
+    void textOvertakesAPictureOnItsWay()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true});
+        f.output.copyText(QStringLiteral("hola"));
+        f.settle();
+        QCOMPARE(f.pasteboard.plainText, std::optional(QStringLiteral("hola")));
+        QCOMPARE(f.pasteboard.changes, 1);
+    }
+
+    void destroyingItWaitsForWhatWasDelivered()
+    {
+        QTemporaryDir folder;
+        Defaults defaults(folder.filePath(QStringLiteral("settings.json")));
+        const Prefs prefs(defaults);
+        test::FakePasteboard pasteboard;
+        History history(folder.filePath(QStringLiteral("historia")));
+        const QString file = folder.filePath(QStringLiteral("a.png"));
+        {
+            Output output(pasteboard, history, prefs, [](std::function<void()> job) {
+                QThreadPool::globalInstance()->start(std::move(job));
+            });
+            output.deliver(picture(Qt::red, QSize(1000, 800)),
+                           {.copy = true, .saveTo = file, .history = true});
+        }
+        QCOMPARE(colourOfFile(file), QColor(Qt::red));
+        QCOMPARE(history.items().size(), 1);
+        QCOMPARE(pasteboard.changes, 1);
     }
 
     void forgettingTheLastCopyWhileItIsEncodedLosesNothing()

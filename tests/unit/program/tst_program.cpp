@@ -38,6 +38,7 @@ private Q_SLOTS:
         const HotKeyCenter& keys = program.hotKeyCenter();
         QVERIFY(keys.onPressed);
         QVERIFY(keys.isAvailable);
+        QVERIFY(keys.onReloaded);
     }
 
     void actionsAreAvailableExactlyWhenTheirRoomIsBuilt()
