@@ -1,22 +1,35 @@
 #include "PaintedWindow.h"
 
+#include "WindowFrame.h"
+
 #include <QPainter>
 
 #include <utility>
 
 namespace brindlecam::sample {
 
-PaintedWindow::PaintedWindow(Scene scene)
+PaintedWindow::PaintedWindow(const QRect& place, Scene scene)
     : m_scene(std::move(scene))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setWindowFlag(Qt::FramelessWindowHint);
+    setGeometry(place);
+}
+
+void PaintedWindow::coverWith(const PaintedWindow& other)
+{
+    m_above.append(other.geometry().translated(-geometry().topLeft()));
 }
 
 void PaintedWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.save();
     m_scene(painter, size());
+    painter.restore();
+    for (const QRect& window : m_above)
+        paintShadow(painter, window);
 }
 
 } // namespace brindlecam::sample

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QRect>
 #include <QWidget>
 
 #include <functional>
@@ -9,16 +11,21 @@ namespace brindlecam::sample {
 /// Paints a scene of `size` points.
 using Scene = std::function<void(QPainter& painter, QSize size)>;
 
-/// A window that shows one painted scene.
+/// A frameless window that shows one painted scene, with the shadows of the windows above it:
+/// nothing on this desktop blends windows together.
 class PaintedWindow final : public QWidget {
 public:
-    explicit PaintedWindow(Scene scene);
+    PaintedWindow(const QRect& place, Scene scene);
+
+    /// Another window will lie over this one.
+    void coverWith(const PaintedWindow& other);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     Scene m_scene;
+    QList<QRect> m_above; ///< in this window's points
 };
 
 } // namespace brindlecam::sample
