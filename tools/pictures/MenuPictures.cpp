@@ -1,0 +1,41 @@
+#include "MenuPictures.h"
+
+#include "Photographer.h"
+#include "app/StatusMenu.h"
+#include "platform/Platform.h"
+
+#include <QAction>
+
+namespace brindlecam::pictures {
+
+void takeMenuPictures(Photographer& photographer, const Prefs& prefs)
+{
+    StatusMenu status(prefs, photographer.platform().keyNaming);
+    status.onCapture = [](const QString&) {};
+    status.onCaptureDelayed = [](const QString&) {};
+    status.onOpenFolder = [] {};
+    status.onAbout = [] {};
+    status.onQuit = [] {};
+    // Without the drawer, as long as there is none; settings and updates likewise.
+    status.isAvailable = [](CaptureAction action) { return action != CaptureAction::recents; };
+
+    QMenu& menu = status.menu();
+    menu.popup(QPoint(40, 40));
+    photographer.take(QStringLiteral("menu"));
+    menu.setActiveAction(menu.actions().first());
+    photographer.take(QStringLiteral("menu-active"));
+    for (QAction* action : menu.actions()) {
+        if (action->menu()) {
+            menu.setActiveAction(action);
+            const QRect place = menu.actionGeometry(action);
+            action->menu()->popup(menu.mapToGlobal(place.topRight()));
+            action->menu()->setActiveAction(action->menu()->actions().first());
+            photographer.take(QStringLiteral("menu-delayed"));
+            action->menu()->close();
+        }
+    }
+    menu.close();
+    photographer.rest();
+}
+
+} // namespace brindlecam::pictures

@@ -1,0 +1,16 @@
+#pragma once
+
+namespace brindlecam {
+
+class Prefs;
+
+namespace pictures {
+
+class Photographer;
+
+/// The session on a frozen screen: hint, hovered window, selections, loupe.
+void takeOverlayPictures(Photographer& photographer, const Prefs& prefs);
+
+} // namespace pictures
+
+} // namespace brindlecam

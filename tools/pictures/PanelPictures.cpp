@@ -1,0 +1,53 @@
+#include "PanelPictures.h"
+
+#include "Photographer.h"
+#include "app/Toast.h"
+#include "capture/Countdown.h"
+#include "capture/ResultToast.h"
+#include "platform/Platform.h"
+
+namespace brindlecam::pictures {
+
+namespace {
+
+void takeToasts(Photographer& photographer)
+{
+    Platform& platform = photographer.platform();
+    Toast toast(*platform.displays, *platform.panels);
+    const auto message = [](bool saved) {
+        return ResultToast::message(ResultToast::Kind::area, {.requested = true, .saved = saved});
+    };
+    toast.show(message(true));
+    photographer.take(QStringLiteral("toast-short"));
+    toast.show(message(false));
+    photographer.take(QStringLiteral("toast-long"));
+    toast.dismiss();
+    photographer.rest();
+}
+
+void takeCountdown(Photographer& photographer)
+{
+    Platform& platform = photographer.platform();
+    // Slow enough for the camera.
+    Countdown countdown(*platform.displays, *platform.panels,
+                        {.tick = std::chrono::seconds(3), .handOff = std::chrono::seconds(0)});
+    bool done = false;
+    countdown.run(3, [&done] { done = true; });
+    for (int seconds = 3; seconds >= 1; --seconds) {
+        photographer.await(QStringLiteral("the countdown"),
+                           [&] { return countdown.remaining() <= seconds; });
+        photographer.take(QStringLiteral("countdown-%1").arg(seconds));
+    }
+    photographer.await(QStringLiteral("the end of the countdown"), [&] { return done; });
+    photographer.rest();
+}
+
+} // namespace
+
+void takePanelPictures(Photographer& photographer)
+{
+    takeToasts(photographer);
+    takeCountdown(photographer);
+}
+
+} // namespace brindlecam::pictures

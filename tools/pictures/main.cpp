@@ -1,0 +1,47 @@
+#include "DialogPictures.h"
+#include "IconPictures.h"
+#include "MenuPictures.h"
+#include "OverlayPictures.h"
+#include "PanelPictures.h"
+#include "Photographer.h"
+#include "app/Catalogues.h"
+#include "app/Defaults.h"
+#include "app/InterfaceFont.h"
+#include "app/Prefs.h"
+#include "platform/Platform.h"
+
+#include <QApplication>
+
+using namespace brindlecam;
+
+/// Usage: surface_pictures FOLDER plain|blended. The second says whether there is a compositor,
+/// which is then waited for. The settings are those of the environment: give it a private one.
+int main(int argc, char* argv[])
+{
+    if (argc != 3)
+        qFatal("usage: surface_pictures FOLDER plain|blended");
+    QCoreApplication::setApplicationName(QStringLiteral("brindlecam"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(BRINDLECAM_VERSION));
+    if (const auto error = preparePlatform())
+        qFatal("%s", qPrintable(error->message));
+
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    Platform platform = makePlatform();
+    Catalogues catalogues;
+    catalogues.install(platform.textCatalogue);
+    InterfaceFont::install(platform.interfaceFont);
+
+    Defaults defaults(Defaults::standardFile());
+    Prefs prefs(defaults);
+    pictures::Photographer photographer(platform, QString::fromLocal8Bit(argv[1]));
+    const bool blended = QLatin1String(argv[2]) == QLatin1String("blended");
+    photographer.await(QStringLiteral("the compositor"),
+                       [&] { return platform.panels->translucent() == blended; });
+    pictures::takeIconPictures(photographer);
+    pictures::takeOverlayPictures(photographer, prefs);
+    pictures::takePanelPictures(photographer);
+    pictures::takeMenuPictures(photographer, prefs);
+    pictures::takeDialogPictures(photographer, prefs);
+    return 0;
+}
