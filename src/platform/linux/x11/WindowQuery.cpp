@@ -5,6 +5,7 @@
 #include <QMargins>
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace brindlecam {
@@ -23,10 +24,24 @@ bool contains(const Values& values, const char* atom)
     return std::find(values.begin(), values.end(), x11::atom(atom)) != values.end();
 }
 
+constexpr std::initializer_list<const char*> kTypes{
+    "_NET_WM_WINDOW_TYPE_NORMAL",      "_NET_WM_WINDOW_TYPE_DIALOG",  "_NET_WM_WINDOW_TYPE_DESKTOP",
+    "_NET_WM_WINDOW_TYPE_DOCK",        "_NET_WM_WINDOW_TYPE_TOOLBAR", "_NET_WM_WINDOW_TYPE_MENU",
+    "_NET_WM_WINDOW_TYPE_UTILITY",     "_NET_WM_WINDOW_TYPE_SPLASH",  "_NET_WM_WINDOW_TYPE_TOOLTIP",
+    "_NET_WM_WINDOW_TYPE_NOTIFICATION"};
+constexpr std::ptrdiff_t kOrdinaryTypes = 2; ///< the first of them
+
+/// A window names its types in order of preference, often with the normal one at the end for window
+/// managers that do not know the others: the first that is known counts.
 bool isOrdinary(const Values& types)
 {
-    return types.empty() || contains(types, "_NET_WM_WINDOW_TYPE_NORMAL") ||
-           contains(types, "_NET_WM_WINDOW_TYPE_DIALOG");
+    for (const std::uint32_t type : types) {
+        const auto* const known = std::ranges::find_if(
+            kTypes, [type](const char* name) { return x11::atom(name) == type; });
+        if (known != kTypes.end())
+            return known - kTypes.begin() < kOrdinaryTypes;
+    }
+    return types.empty();
 }
 
 bool isOnDesktop(const Values& desktop, std::optional<std::uint32_t> current)
@@ -50,10 +65,10 @@ QMargins margins(const Values& extents)
 void WindowQuery::internAtoms()
 {
     x11::internAtoms({"_NET_CLIENT_LIST_STACKING", "_NET_SUPPORTING_WM_CHECK",
-                      "_NET_CURRENT_DESKTOP", "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_NORMAL",
-                      "_NET_WM_WINDOW_TYPE_DIALOG", "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN",
-                      "_NET_WM_DESKTOP", "_NET_WM_WINDOW_OPACITY", "_NET_WM_PID",
-                      "_NET_FRAME_EXTENTS", "_GTK_FRAME_EXTENTS"});
+                      "_NET_CURRENT_DESKTOP", "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE",
+                      "_NET_WM_STATE_HIDDEN", "_NET_WM_DESKTOP", "_NET_WM_WINDOW_OPACITY",
+                      "_NET_WM_PID", "_NET_FRAME_EXTENTS", "_GTK_FRAME_EXTENTS"});
+    x11::internAtoms(kTypes);
 }
 
 WindowQuery::WindowQuery(xcb_window_t window)

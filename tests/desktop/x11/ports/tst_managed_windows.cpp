@@ -97,6 +97,24 @@ private Q_SLOTS:
         QTEST(find(41)->layer == 0, "isOrdinary");
     }
 
+    void firstKnownTypeCounts()
+    {
+        test::Client client;
+        const auto window = show(client, 42, {.type = "_NET_WM_WINDOW_TYPE_DESKTOP"});
+        client.setNumbers(window, "_NET_WM_WINDOW_TYPE",
+                          {client.atom("_KDE_NET_WM_WINDOW_TYPE_OVERRIDE"),
+                           client.atom("_NET_WM_WINDOW_TYPE_DESKTOP"),
+                           client.atom("_NET_WM_WINDOW_TYPE_NORMAL")},
+                          XCB_ATOM_ATOM);
+        QVERIFY(find(42)->layer != 0);
+        client.setNumbers(window, "_NET_WM_WINDOW_TYPE",
+                          {client.atom("_KDE_NET_WM_WINDOW_TYPE_OVERRIDE"),
+                           client.atom("_NET_WM_WINDOW_TYPE_NORMAL"),
+                           client.atom("_NET_WM_WINDOW_TYPE_DOCK")},
+                          XCB_ATOM_ATOM);
+        QVERIFY(find(42)->layer == 0);
+    }
+
     void opacityIsTold()
     {
         test::Client client;
