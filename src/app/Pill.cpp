@@ -1,10 +1,12 @@
 #include "app/Pill.h"
 
 #include "app/Config.h"
+#include "app/DevicePixels.h"
 #include "app/TextLine.h"
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace brindlecam {
@@ -33,13 +35,20 @@ void Pill::paint(QPainter& painter, QPointF topLeft) const
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(Config::panelColor(alpha));
-    painter.drawRoundedRect(QRectF(topLeft, size()), cornerRadius(), cornerRadius());
-
+    QPointF origin = topLeft;
+    {
+        // Its edges on whole pixels, and the text moved along.
+        const DevicePixels pixels(painter);
+        const QRect ground = pixels.nearest(QRectF(topLeft, size()));
+        const qreal round = std::min(pixels.length(cornerRadius()), ground.height() / 2.0);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Config::panelColor(alpha));
+        painter.drawRoundedRect(ground, round, round);
+        origin = QPointF(ground.topLeft()) / pixels.length(1);
+    }
     const TextLine line = lineOf(*this);
     painter.setPen(Qt::white);
-    line.draw(painter, topLeft + QPointF(paddingX, paddingY + line.ascent()));
+    line.draw(painter, origin + QPointF(paddingX, paddingY + line.ascent()));
     painter.restore();
 }
 

@@ -1,6 +1,7 @@
 #include "canvas/Loupe.h"
 
 #include "app/Config.h"
+#include "app/DevicePixels.h"
 #include "app/InterfaceFont.h"
 #include "app/Pill.h"
 #include "base/Geometry.h"
@@ -12,9 +13,8 @@ namespace brindlecam::Loupe {
 
 namespace {
 
-constexpr qreal kSide = 125; // points
-constexpr int kPixels = 25;  // picture pixels across
-constexpr qreal kCell = kSide / kPixels;
+constexpr qreal kSide = 125;  // points
+constexpr int kPixels = 25;   // picture pixels across
 constexpr qreal kOffset = 20; // from the pointer
 constexpr qreal kRightMargin = 4;
 constexpr qreal kBottomMargin = 24; // room for the label
@@ -25,30 +25,77 @@ constexpr qreal kLabelFontSize = 10.5; // points
 constexpr qreal kCoveredX = 6;
 constexpr qreal kCoveredY = 26;
 
-void paintPixels(QPainter& painter, const QRectF& loupe, QPoint pixel, const QImage& image)
+/// The loupe in device pixels; its cells need not be whole ones.
+struct Glass {
+    QRect outline;
+    qreal cell = 1;
+    QRect centreCell;
+
+    Glass(const DevicePixels& pixels, const QRectF& loupe)
+        : outline((loupe.topLeft() * pixels.length(1)).toPoint(),
+                  QSize(qRound(pixels.length(kSide)), qRound(pixels.length(kSide))))
+        , cell(outline.width() / static_cast<qreal>(kPixels))
+        , centreCell(edge(kPixels / 2), edge(kPixels / 2 + 1) - QPoint(1, 1))
+    {
+    }
+    /// The upper left corner of the cell in this row and column.
+    [[nodiscard]] QPoint edge(int index) const
+    {
+        return outline.topLeft() + QPoint(qRound(index * cell), qRound(index * cell));
+    }
+};
+
+void paintPixels(QPainter& painter, const Glass& glass, QPoint pixel, const QImage& image)
 {
     const QRect wanted = source(pixel);
     const QRect visible = wanted.intersected(image.rect());
-    painter.fillRect(loupe, Qt::black);
+    painter.fillRect(glass.outline, Qt::black);
     if (visible.isEmpty())
         return;
-    const QPointF offset = QPointF(visible.topLeft() - wanted.topLeft()) * kCell;
-    const QRectF target(loupe.topLeft() + offset, QSizeF(visible.size()) * kCell);
+    const QPointF offset = QPointF(visible.topLeft() - wanted.topLeft()) * glass.cell;
+    const QRectF target(glass.outline.topLeft() + offset, QSizeF(visible.size()) * glass.cell);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
     painter.drawImage(target, image, QRectF(visible));
 }
 
-void paintCrosshair(QPainter& painter, const QRectF& loupe, const QRectF& centreCell)
+void paintCrosshair(QPainter& painter, const DevicePixels& pixels, const Glass& glass)
 {
-    const QPointF middle = loupe.center();
-    painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.35F), 1));
-    painter.drawLine(QPointF(loupe.left(), middle.y()), QPointF(centreCell.left(), middle.y()));
-    painter.drawLine(QPointF(centreCell.right(), middle.y()), QPointF(loupe.right(), middle.y()));
-    painter.drawLine(QPointF(middle.x(), loupe.top()), QPointF(middle.x(), centreCell.top()));
-    painter.drawLine(QPointF(middle.x(), centreCell.bottom()), QPointF(middle.x(), loupe.bottom()));
-    painter.setPen(QPen(Config::leafGreen, kBorderWidth));
+    const QColor faint = QColor::fromRgbF(1, 1, 1, 0.35F);
+    const int width = pixels.lineWidth(1);
+    const QRect& outline = glass.outline;
+    const QRect& cell = glass.centreCell;
+    QRect across(outline.left(), cell.top() + (cell.height() - width) / 2, outline.width(), width);
+    QRect down(cell.left() + (cell.width() - width) / 2, outline.top(), width, outline.height());
+    for (const QRect& line : (QRegion(across) + down) - cell)
+        painter.fillRect(line, faint);
+
+    const int border = pixels.lineWidth(kBorderWidth);
+    const int outside = (border + 1) / 2;
+    const QRect outer = cell.adjusted(-outside, -outside, outside, outside);
+    const QRect inner = outer.adjusted(border, border, -border, -border);
+    for (const QRect& side : QRegion(outer) - inner)
+        painter.fillRect(side, Config::leafGreen);
+}
+
+void paintGlass(QPainter& painter, const QRectF& loupe, QPoint pixel, const QImage& image)
+{
+    const DevicePixels pixels(painter);
+    const Glass glass(pixels, loupe);
+    const qreal radius = pixels.length(kRadius);
+    QPainterPath shape;
+    shape.addRoundedRect(glass.outline, radius, radius);
+    painter.save();
+    painter.setClipPath(shape, Qt::IntersectClip);
+    paintPixels(painter, glass, pixel, image);
+    paintCrosshair(painter, pixels, glass);
+    painter.restore();
+
+    const int border = pixels.lineWidth(kBorderWidth);
+    const qreal half = border / 2.0;
+    painter.setPen(QPen(Qt::white, border));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRect(centreCell);
+    painter.drawRoundedRect(QRectF(glass.outline).adjusted(half, half, -half, -half), radius - half,
+                            radius - half);
 }
 
 void paintLabel(QPainter& painter, const QRectF& loupe, QPoint pixel)
@@ -94,22 +141,10 @@ void paint(QPainter& painter, QPointF pointer, const QImage& image, QSizeF canva
 {
     const QRectF loupe = rect(pointer, canvas);
     const QPoint pixel = pixelAt(pointer, canvas, image.size());
-    const QRectF centreCell(loupe.topLeft() + QPointF(kPixels / 2, kPixels / 2) * kCell,
-                            QSizeF(kCell, kCell));
 
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    QPainterPath outline;
-    outline.addRoundedRect(loupe, kRadius, kRadius);
-    painter.save();
-    painter.setClipPath(outline, Qt::IntersectClip);
-    paintPixels(painter, loupe, pixel, image);
-    paintCrosshair(painter, loupe, centreCell);
-    painter.restore();
-
-    painter.setPen(QPen(Qt::white, kBorderWidth));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(loupe.adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+    paintGlass(painter, loupe, pixel, image);
     paintLabel(painter, loupe, pixel);
     painter.restore();
 }

@@ -1,6 +1,7 @@
 #include "canvas/SelectionFrame.h"
 
 #include "app/Config.h"
+#include "app/DevicePixels.h"
 #include "canvas/RepaintArea.h"
 #include "canvas/Selection.h"
 
@@ -10,18 +11,20 @@ namespace brindlecam::SelectionFrame {
 
 namespace {
 
-constexpr qreal kBorderOutset = 0.5;
-constexpr qreal kHandleSide = 7;
-constexpr qreal kHoverInset = 1;
-constexpr qreal kHoverWidth = 2;
+// Points.
+constexpr qreal kBorderWidth = 1;
+constexpr qreal kDash = 5;
+constexpr qreal kGap = 4;
+constexpr qreal kHandleSide = 7;                       // to the middle of its line
+constexpr qreal kHoverWidth = 2;                       // inside the window's edges
 constexpr qreal kCoveredReach = kHandleSide / 2 + 1.5; // half a handle and its line
 
-QPen linePen(const QColor& color, qreal width)
+/// Fills the band of this width along the inside of the edges.
+void fillBand(QPainter& painter, const QRect& outer, int width, const QColor& color)
 {
-    QPen pen(color, width);
-    pen.setJoinStyle(Qt::MiterJoin);
-    pen.setCapStyle(Qt::FlatCap);
-    return pen;
+    const QRect inner = outer.adjusted(width, width, -width, -width);
+    for (const QRect& side : QRegion(outer) - inner)
+        painter.fillRect(side, color);
 }
 
 } // namespace
@@ -43,33 +46,42 @@ QRegion covered(const QRectF& selection, qreal scale)
 
 void paintBorder(QPainter& painter, const QRectF& selection)
 {
-    const QRectF line =
-        selection.adjusted(-kBorderOutset, -kBorderOutset, kBorderOutset, kBorderOutset);
+    const DevicePixels pixels(painter);
+    // Outside of the selection, whose pixels are those of the picture.
+    const int width = pixels.lineWidth(kBorderWidth);
+    const QRect outer = pixels.outward(selection).adjusted(-width, -width, width, width);
+    fillBand(painter, outer, width, Qt::white);
+
+    QPen dashes(Config::leafGreen, width);
+    dashes.setJoinStyle(Qt::MiterJoin);
+    dashes.setCapStyle(Qt::FlatCap);
+    // The pattern counts in widths of the line.
+    dashes.setDashPattern({static_cast<qreal>(pixels.lineWidth(kDash)) / width,
+                           static_cast<qreal>(pixels.lineWidth(kGap)) / width});
+    const qreal half = width / 2.0;
+    painter.setRenderHint(QPainter::Antialiasing, false); // dashes may end within a pixel
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(linePen(Qt::white, 1));
-    painter.drawRect(line);
-    QPen dashes = linePen(Config::leafGreen, 1);
-    dashes.setDashPattern({5, 4});
     painter.setPen(dashes);
-    painter.drawRect(line);
+    painter.drawRect(QRectF(outer).adjusted(half, half, -half, -half));
 }
 
 void paintHandles(QPainter& painter, const Selection& selection)
 {
-    painter.setPen(linePen(Config::leafGreen, 1));
-    painter.setBrush(Qt::white);
+    const DevicePixels pixels(painter);
+    const int width = pixels.lineWidth(kBorderWidth);
     for (const Handle handle : kHandles) {
-        QRectF square(0, 0, kHandleSide, kHandleSide);
+        QRectF square(0, 0, kHandleSide + kBorderWidth, kHandleSide + kBorderWidth);
         square.moveCenter(selection.centre(handle));
-        painter.drawRect(square);
+        const QRect outer = pixels.nearest(square);
+        painter.fillRect(outer, Qt::white);
+        fillBand(painter, outer, width, Config::leafGreen);
     }
 }
 
 void paintHoveredWindow(QPainter& painter, const QRectF& window)
 {
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(linePen(Config::leafGreen, kHoverWidth));
-    painter.drawRect(window.adjusted(kHoverInset, kHoverInset, -kHoverInset, -kHoverInset));
+    const DevicePixels pixels(painter);
+    fillBand(painter, pixels.outward(window), pixels.lineWidth(kHoverWidth), Config::leafGreen);
 }
 
 } // namespace brindlecam::SelectionFrame
