@@ -1,10 +1,8 @@
 #include "Program.h"
+#include "app/Appearance.h"
 #include "app/Catalogues.h"
 #include "app/Commands.h"
-#include "app/Config.h"
-#include "app/InterfaceFont.h"
 #include "app/SingleInstance.h"
-#include "app/Symbols.h"
 #include "base/Text.h"
 
 #include <QApplication>
@@ -37,12 +35,11 @@ int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance&
 
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(Symbols::icon(QStringLiteral("leaf.fill"), Config::leafGreen));
     QApplication::setDesktopFileName(QStringLiteral("io.halvick.Brindlecam"));
     Platform platform = makePlatform();
     Catalogues catalogues;
     catalogues.install(platform.textCatalogue);
-    InterfaceFont::install(platform.interfaceFont);
+    Appearance::install(platform.interfaceFont);
 
     Program program(std::move(platform), command.liveTest ? CaptureFailure::Voice::silent
                                                           : CaptureFailure::Voice::alerts);

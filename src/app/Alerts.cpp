@@ -19,12 +19,18 @@ namespace brindlecam {
 
 namespace {
 
-constexpr int kIconPoints = 48;
+constexpr int kIconPoints = 64;
+constexpr int kTextWidth = 340; // points; Qt would break lines much earlier
 
 // Desktops order buttons by their role, each in its own way. Ours stand as they were given: one
 // role for all, in the one layout that keeps their order. The message is bold, the rest is not.
 const char* const kStyle = "QDialogButtonBox { button-layout: 0; }"
-                           "QLabel#qt_msgbox_label { font-weight: bold; }";
+                           "QLabel#qt_msgbox_label { font-weight: bold; font-size: 15px; }";
+
+// Nothing to minimise or to maximise: there is no way back from the tray.
+constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
+                                         Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                                         Qt::WindowStaysOnTopHint;
 
 /// Esc and the window's close button choose nothing. QMessageBox takes them for one of its buttons,
 /// or refuses to close when none fits.
@@ -51,8 +57,10 @@ QMessageBox* makeBox(const AlertContent& content)
     box->setText(content.message);
     box->setInformativeText(content.informative);
     // Made by the line above; it would take a detail with angle brackets for markup.
-    if (auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
+    if (auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
         label->setTextFormat(Qt::PlainText);
+        label->setMinimumWidth(kTextWidth);
+    }
     return box;
 }
 
@@ -98,7 +106,7 @@ void Alerts::show(QDialog* dialog)
 {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowModality(Qt::NonModal);
-    dialog->setWindowFlag(Qt::WindowStaysOnTopHint);
+    dialog->setWindowFlags(kDialogFlags);
     m_panels.assume(*dialog, PanelRole::dialog);
     m_open.emplace_back(dialog);
     // Not when it is deleted: that is a turn of the loop later, and it must not come back till
