@@ -156,12 +156,14 @@ constexpr Scene kScenes[] = {
 void takeOverlayPictures(Photographer& photographer, const Prefs& prefs)
 {
     for (const Scene& scene : kScenes) {
-        Session session(photographer, prefs);
-        Hand hand(session.canvas());
-        scene.act(hand, photographer.screen().size());
-        photographer.take(QStringLiteral("overlay-") + QLatin1String(scene.name));
+        {
+            Session session(photographer, prefs);
+            Hand hand(session.canvas());
+            scene.act(hand, photographer.screen().size());
+            photographer.take(QStringLiteral("overlay-") + QLatin1String(scene.name));
+        }
+        photographer.rest(); // without the overlay
     }
-    photographer.rest();
 }
 
 } // namespace brindlecam::pictures

@@ -4,9 +4,9 @@
 #include "OverlayPictures.h"
 #include "PanelPictures.h"
 #include "Photographer.h"
+#include "app/Appearance.h"
 #include "app/Catalogues.h"
 #include "app/Defaults.h"
-#include "app/InterfaceFont.h"
 #include "app/Prefs.h"
 #include "platform/Platform.h"
 
@@ -30,7 +30,7 @@ int main(int argc, char* argv[])
     Platform platform = makePlatform();
     Catalogues catalogues;
     catalogues.install(platform.textCatalogue);
-    InterfaceFont::install(platform.interfaceFont);
+    Appearance::install(platform.interfaceFont);
 
     Defaults defaults(Defaults::standardFile());
     Prefs prefs(defaults);

@@ -21,6 +21,13 @@ void PaintedWindow::coverWith(const PaintedWindow& other)
     m_above.append(other.geometry().translated(-geometry().topLeft()));
 }
 
+void PaintedWindow::setKind(Qt::WidgetAttribute kind)
+{
+    // Qt forgets the kind of a frameless window while making the native one.
+    winId();
+    setAttribute(kind);
+}
+
 void PaintedWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

@@ -20,6 +20,9 @@ public:
     /// Another window will lie over this one.
     void coverWith(const PaintedWindow& other);
 
+    /// Tells the desktop what this window is (one of Qt's WA_X11NetWmWindowType… attributes).
+    void setKind(Qt::WidgetAttribute kind);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

@@ -44,7 +44,7 @@ int main(int argc, char* argv[])
     const QRect free = screen.adjusted(0, kTopBarHeight, 0, 0);
 
     PaintedWindow wallpaper(screen, theme.night ? paintNight : paintDawn);
-    wallpaper.setAttribute(Qt::WA_X11NetWmWindowTypeDesktop);
+    wallpaper.setKind(Qt::WA_X11NetWmWindowTypeDesktop);
     PaintedWindow photo(part(free, 0.53, 0.1, 0.42, 0.52),
                         [&](QPainter& painter, QSize size) { paintPhoto(painter, size, theme); });
     photo.setWindowTitle(QStringLiteral("playa.jpg"));
@@ -55,7 +55,7 @@ int main(int argc, char* argv[])
     report.setWindowTitle(QStringLiteral("Informe de visitas"));
     PaintedWindow topBar(QRect(screen.topLeft(), QSize(screen.width(), kTopBarHeight)),
                          paintTopBar);
-    topBar.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+    topBar.setKind(Qt::WA_X11NetWmWindowTypeDock);
 
     // From the bottom up; each casts its shadow on all below.
     PaintedWindow* const order[] = {&wallpaper, &photo, &terminal, &report};
