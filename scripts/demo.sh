@@ -99,12 +99,17 @@ is_dimmed() { [ "$(probe)" != "$before" ]; }
 # Return after the drag is what ends a session; the pointer goes in steps, as a hand would.
 xdotool key super+shift+9
 await "Mayús+Super+9 no abre la captura de área" is_dimmed
-xdotool mousemove 118 212 mousedown 1
+xdotool mousemove 228 206 mousedown 1
 for step in $(seq 1 20); do
-    xdotool mousemove $((118 + 30 * step)) $((212 + 23 * step))
+    xdotool mousemove $((228 + 22 * step)) $((206 + 19 * step))
 done
-sleep 0.3 # lets the last move be painted, for the screenshot's sake only
-import -window root "$results/session.png"
+# Two equal screenshots in a row: the last move is painted.
+is_at_rest() {
+    mv -f "$results/session.png" "$work/earlier.png" 2>/dev/null || true
+    import -window root -define png:exclude-chunks=date,time "$results/session.png"
+    cmp -s "$results/session.png" "$work/earlier.png"
+}
+await "la pantalla no se queda quieta" is_at_rest
 xdotool mouseup 1 key Return
 await "no aparece la captura de área" has_pictures 2
 await "la captura de área no está en el portapapeles" offers_png
