@@ -3,6 +3,7 @@
 #include "platform/linux/x11/Struts.h"
 #include "platform/linux/x11/X11.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHash>
 #include <QScreen>
@@ -95,7 +96,13 @@ X11Displays::X11Displays()
                      [this] { noteChange(); });
     for (QScreen* screen : QGuiApplication::screens())
         watch(screen);
+    const auto* const randr = xcb_get_extension_data(x11::connection(), &xcb_randr_id);
+    if (randr && randr->present)
+        m_randrEvent = randr->first_event;
+    QCoreApplication::instance()->installNativeEventFilter(this);
 }
+
+X11Displays::~X11Displays() = default;
 
 std::vector<ScreenInfo> X11Displays::screens() const
 {
@@ -134,6 +141,26 @@ std::optional<QPoint> X11Displays::pointer() const
 void X11Displays::setOnChange(std::function<void()> changed)
 {
     m_changed = std::move(changed);
+    m_told = screens();
+}
+
+bool X11Displays::nativeEventFilter(const QByteArray&, void* message, qintptr*)
+{
+    // RandR also tells of brightness and the like.
+    if (mayMeanAChange(*static_cast<const xcb_generic_event_t*>(message)) &&
+        !std::ranges::equal(screens(), m_told, &ScreenInfo::sameDisplay))
+        noteChange();
+    return false;
+}
+
+bool X11Displays::mayMeanAChange(const xcb_generic_event_t& event) const
+{
+    const int kind = event.response_type & 0x7f;
+    // All that the server sends when only the list of monitors changes.
+    if (kind == XCB_CONFIGURE_NOTIFY)
+        return reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == x11::root();
+    return m_randrEvent != 0 && (kind == m_randrEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
+                                 kind == m_randrEvent + XCB_RANDR_NOTIFY);
 }
 
 void X11Displays::watch(QScreen* screen)
@@ -147,14 +174,17 @@ void X11Displays::noteChange()
 {
     if (std::exchange(m_changeNoted, true))
         return;
+    // Later, so that Qt has seen the event, too.
     QMetaObject::invokeMethod(
-        &m_context,
-        [this] {
-            m_changeNoted = false;
-            if (m_changed)
-                m_changed();
-        },
-        Qt::QueuedConnection);
+        &m_context, [this] { tellChange(); }, Qt::QueuedConnection);
+}
+
+void X11Displays::tellChange()
+{
+    m_changeNoted = false;
+    m_told = screens();
+    if (m_changed)
+        m_changed();
 }
 
 } // namespace brindlecam

@@ -2,27 +2,41 @@
 
 #include "platform/Displays.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QObject>
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
 
 class QScreen;
 
 namespace brindlecam {
 
-/// The monitors that RandR reports, with the scale of the QScreen of the same name.
-class X11Displays final : public Displays {
+/// The monitors that RandR reports, with the scale of the QScreen of the same name. Listens to
+/// RandR itself, too: Qt 6.4 says nothing when a monitor is replaced by one of the same name.
+class X11Displays final : public Displays, private QAbstractNativeEventFilter {
 public:
     X11Displays();
+    ~X11Displays() override;
+    X11Displays(const X11Displays&) = delete;
+    X11Displays& operator=(const X11Displays&) = delete;
 
     [[nodiscard]] std::vector<ScreenInfo> screens() const override;
     [[nodiscard]] std::optional<QPoint> pointer() const override;
     void setOnChange(std::function<void()> changed) override;
 
 private:
+    bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
+    [[nodiscard]] bool mayMeanAChange(const xcb_generic_event_t& event) const;
     void watch(QScreen* screen);
     /// Notes a change; a burst of them is told once.
     void noteChange();
+    void tellChange();
 
     std::function<void()> m_changed;
+    std::vector<ScreenInfo> m_told; ///< what the listener knows
+    std::uint8_t m_randrEvent = 0;  ///< number of RandR's first event; 0 without RandR
     bool m_changeNoted = false;
     QObject m_context; ///< ends the connections with us
 };
