@@ -46,7 +46,8 @@ Answer ask(const QString& path, const InstanceRequest& request)
 } // namespace
 
 SingleInstance::SingleInstance(const QString& folder)
-    : m_socket(folder + QStringLiteral("/brindlecam.socket"))
+    : m_hasFolder(!folder.isEmpty())
+    , m_socket(folder + QStringLiteral("/brindlecam.socket"))
     , m_lock(folder + QStringLiteral("/brindlecam.lock"))
 {
     // A lock is stale when its process is gone, never for its age.
@@ -62,7 +63,7 @@ QString SingleInstance::runtimeFolder()
 
 bool SingleInstance::takeLock()
 {
-    if (m_lock.tryLock())
+    if (!m_hasFolder || m_lock.tryLock())
         return true;
     // Better two copies than none where no lock can be made at all.
     return m_lock.error() != QLockFile::LockFailedError;
@@ -86,6 +87,8 @@ SingleInstance::Outcome SingleInstance::handOver(const InstanceRequest& request)
 
 bool SingleInstance::listen(InstanceServer::Handler handler)
 {
+    if (!m_hasFolder)
+        return false;
     m_server = std::make_unique<InstanceServer>(std::move(handler));
     return m_server->listen(m_socket);
 }

@@ -15,7 +15,8 @@ namespace brindlecam {
 /// behind is taken over at once. Keep the object as long as the program runs. Main thread.
 class SingleInstance final {
 public:
-    /// Meets the other copies in `folder`, which only the user may enter.
+    /// Meets the other copies in `folder`, which only the user may enter; without one (empty) there
+    /// are none to meet.
     explicit SingleInstance(const QString& folder = runtimeFolder());
     ~SingleInstance();
 
@@ -40,6 +41,7 @@ public:
 private:
     [[nodiscard]] bool takeLock();
 
+    const bool m_hasFolder;
     const QString m_socket;
     QLockFile m_lock;
     std::unique_ptr<InstanceServer> m_server;
