@@ -17,11 +17,12 @@ void DesktopTest::cleanup()
 {
     if (!m_desktop)
         return;
+    // Before the program takes its windows off the screen.
+    if (QTest::currentTestFailed())
+        keepArtifacts();
     if (m_program->isRunning() && m_program->quit() != 0) {
         keepArtifacts();
         QTest::qFail("the program does not quit cleanly", __FILE__, __LINE__);
-    } else if (QTest::currentTestFailed()) {
-        keepArtifacts();
     }
     m_input.reset();
     m_screen.reset();

@@ -84,7 +84,19 @@ void ProgramUnderTest::launch(const QStringList& arguments)
     if (!QFileInfo::exists(m_folders.settingsFile()))
         writeSettings({});
     m_earlierLog = log();
-    m_process = std::make_unique<Process>(binary(), arguments, m_environment);
+    m_process = another(arguments);
+}
+
+std::unique_ptr<Process> ProgramUnderTest::another(const QStringList& arguments) const
+{
+    QStringList words = commandLine(arguments);
+    const QString first = words.takeFirst();
+    return std::make_unique<Process>(first, words, m_environment);
+}
+
+QStringList ProgramUnderTest::commandLine(const QStringList& arguments) const
+{
+    return m_launcher + QStringList(binary()) + arguments;
 }
 
 bool ProgramUnderTest::isReady() const
@@ -99,7 +111,9 @@ CommandResult ProgramUnderTest::command(const QStringList& arguments) const
 {
     QProcess process;
     process.setProcessEnvironment(m_environment);
-    process.start(binary(), arguments);
+    QStringList words = commandLine(arguments);
+    const QString first = words.takeFirst();
+    process.start(first, words);
     CommandResult result;
     if (!process.waitForFinished(kPatience))
         process.kill();

@@ -34,6 +34,10 @@ public:
     /// settings.json as it stands.
     [[nodiscard]] QJsonObject settings() const;
 
+    /// A command that every copy is started through from now on, as in {"setpriv", "--…"}: it must
+    /// become the program, which is appended with its arguments.
+    void setLauncher(const QStringList& command) { m_launcher = command; }
+
     /// Starts the program and waits until it answers other copies.
     void start(const QStringList& arguments = {});
     /// Starts it without waiting for anything.
@@ -45,6 +49,8 @@ public:
 
     /// Runs a second copy with these arguments to its end, in the same folders.
     [[nodiscard]] CommandResult command(const QStringList& arguments) const;
+    /// Starts a copy that nobody waits for.
+    [[nodiscard]] std::unique_ptr<Process> another(const QStringList& arguments) const;
 
     /// Asks it to quit (SIGTERM) and returns its exit code; -1 when it had to be killed.
     int quit();
@@ -57,8 +63,11 @@ public:
     [[nodiscard]] QString log() const;
 
 private:
+    [[nodiscard]] QStringList commandLine(const QStringList& arguments) const;
+
     PrivateFolders m_folders;
     QProcessEnvironment m_environment;
+    QStringList m_launcher;
     std::unique_ptr<Process> m_process;
     QString m_earlierLog;
 };

@@ -32,8 +32,17 @@ public:
     [[nodiscard]] const QString& display() const { return m_display; }
     /// Makes these the monitors, removing all others. At least one.
     void setMonitors(const std::vector<Monitor>& monitors);
+    /// Plugs one more in, or gives one of several another place or size in one go.
+    void setMonitor(const Monitor& monitor);
+    /// Unplugs one of several.
+    void removeMonitor(const QString& name);
+
+    /// Gives the only output, and with it the whole screen, another size; it can only shrink.
+    void setMode(QSize pixels) const;
 
 private:
+    void setMonitor(const Monitor& monitor, const QString& output);
+    void replaceMonitor(const Monitor& monitor, QSize millimetres) const;
     void xrandr(const QStringList& arguments) const;
 
     std::unique_ptr<Process> m_process;

@@ -1,0 +1,250 @@
+#include "desktop/support/ClipboardKeeper.h"
+#include "desktop/support/FaultTest.h"
+#include "desktop/support/Launchers.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+
+#include <array>
+
+namespace brindlecam::desktop {
+
+namespace {
+
+enum class Runtime { missing, unset, locked, file };
+
+/// Takes an encoder its time.
+QImage noise(QSize pixels)
+{
+    QRandomGenerator random(1);
+    QImage picture(pixels, QImage::Format_RGB32);
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x)
+            picture.setPixel(x, y, random.generate() | 0xff000000);
+    }
+    return picture;
+}
+
+} // namespace
+
+/// Runs of the program that begin at once, end in the middle, or have nowhere to meet.
+class TestFaultsRuns final : public FaultTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void copiesStartedAtOnceAllActAndOneStays()
+    {
+        useSmallDesktop();
+        program().writeSettings({});
+        for (int round = 0; round < 3; ++round) {
+            const qsizetype before = history().size();
+            std::array<std::unique_ptr<Process>, 2> copies;
+            for (auto& copy : copies)
+                copy = program().another({QStringLiteral("fullScreen")});
+            QVERIFY(waitUntil([&] { return history().size() == before + 2; }));
+            QVERIFY(waitUntil([&] { return copies[0]->isRunning() != copies[1]->isRunning(); }));
+            Process& stayed = copies[0]->isRunning() ? *copies[0] : *copies[1];
+            const Process& left = copies[0]->isRunning() ? *copies[1] : *copies[0];
+            QCOMPARE(left.exitCode(), 0);
+            QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
+            QVERIFY(waitUntil([&] { return history().size() == before + 3; }));
+            QVERIFY(stayed.end());
+            QCOMPARE(stayed.exitCode(), 0);
+        }
+    }
+
+    void killedInASessionNothingStays_data()
+    {
+        QTest::addColumn<WindowManager>("windowManager");
+        QTest::addColumn<bool>("inADrag");
+        QTest::newRow("managed, at rest") << WindowManager::openbox << false;
+        QTest::newRow("managed, in a drag") << WindowManager::openbox << true;
+        QTest::newRow("unmanaged, at rest") << WindowManager::none << false;
+        QTest::newRow("unmanaged, in a drag") << WindowManager::none << true;
+    }
+    void killedInASessionNothingStays()
+    {
+        QFETCH(WindowManager, windowManager);
+        QFETCH(bool, inADrag);
+        useDesktop({.server = {.pixels = {640, 480}}, .windowManager = windowManager});
+        ClientWindow window(display(), {.pixels = QRect(100, 100, 300, 200)});
+        window.takeFocus();
+        program().start();
+        QVERIFY(awaitHotKeys());
+        const QPoint inWindow = window.pixels().center();
+        input().moveTo(inWindow);
+        pressAreaKey();
+        QVERIFY(awaitSession());
+        if (inADrag) {
+            input().press(Button::left);
+            input().glideTo(inWindow + QPoint(40, 30));
+        }
+
+        const qint64 pid = program().pid();
+        program().kill();
+        if (inADrag)
+            input().release(Button::left);
+        const Connection& connection = desktop().connection();
+        QVERIFY(waitUntil([&] {
+            const auto windows = visibleWindows(connection);
+            return std::ranges::count(windows, pid, &VisibleWindow::pid) == 0;
+        }));
+        for (const auto& [key, modifiers] :
+             {std::pair(XK_Escape, 0), std::pair(XK_9, kHotKey), std::pair(XK_8, kHotKey)}) {
+            QVERIFY(!connection.isKeyGrabbedByOther(xcb_keysym_t(key),
+                                                    static_cast<std::uint16_t>(modifiers)));
+        }
+        window.forget();
+        input().click(inWindow);
+        input().tap(XK_a);
+        QVERIFY(waitUntil([&] { return window.clicks().size() == 1; }));
+        QVERIFY(waitUntil([&] { return window.keys().size() == 1; }));
+
+        program().start();
+        QVERIFY(awaitHotKeys());
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        QVERIFY(awaitSession());
+        input().tap(XK_Escape);
+        QVERIFY(awaitSessionEnd());
+    }
+
+    void quittingDuringAnEncodeLosesNothing_data()
+    {
+        QTest::addColumn<bool>("area");
+        QTest::newRow("area") << true;
+        QTest::newRow("full screen") << false;
+    }
+    void quittingDuringAnEncodeLosesNothing()
+    {
+        QFETCH(bool, area);
+        const QSize size(1600, 1200);
+        useDesktop({.server = {.pixels = size}, .windowManager = WindowManager::none});
+        const QImage picture = noise(size);
+        const ClientWindow window(display(), {.pixels = QRect({}, size), .picture = picture});
+        QVERIFY(waitUntil([&] { return screen().grab() == picture; }));
+        // Nothing of the picture is made before Return.
+        program().writeSettings({{QStringLiteral("autoCopy"), false}});
+        program().start();
+        QVERIFY(awaitHotKeys());
+        ClipboardKeeper keeper(display());
+        if (area) {
+            pressAreaKey();
+            QVERIFY(awaitSession());
+            select(QRect({}, size));
+            input().tap(XK_Return);
+            QVERIFY(waitUntil([this] { return overlays().empty(); }));
+        } else {
+            QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
+        }
+        QCOMPARE(program().quit(), 0);
+        const auto kept = keeper.kept();
+        QVERIFY(kept.has_value());
+        const QImage expected =
+            area ? picture.copy(0, 0, size.width() - 1, size.height() - 1) : picture;
+        const QImage pasted = QImage::fromData(*kept, "PNG");
+        const QRect inner(QPoint(), pasted.size());
+        QVERIFY(pasted.width() >= expected.width() && pasted.height() >= expected.height());
+        QVERIFY(samePixels(pasted, picture.copy(inner)));
+        QVERIFY(samePixels(onlyPictureIn(program().folders().captures()), pasted));
+        QVERIFY(samePixels(onlyPictureIn(program().folders().history()), pasted));
+    }
+
+    void quittingInASessionKeepsTheLiveCopyInTheHistory()
+    {
+        useSmallDesktop();
+        const auto window = showSample(QRect(100, 100, 300, 200));
+        program().start();
+        QVERIFY(awaitHotKeys());
+        ClipboardKeeper keeper(display());
+        const QRect area(120, 120, 200, 100);
+        const QImage before = screen().grab(area);
+        pressAreaKey();
+        QVERIFY(awaitSession());
+        select(area);
+        QVERIFY(waitUntil([&] { return samePixels(pastedPicture(), before); }));
+        QCOMPARE(program().quit(), 0);
+        const auto kept = keeper.kept();
+        QVERIFY(kept.has_value());
+        QVERIFY(samePixels(QImage::fromData(*kept, "PNG"), before));
+        QVERIFY(samePixels(onlyPictureIn(program().folders().history()), before));
+    }
+
+    void copiesFindEachOtherWithoutARuntimeFolder_data()
+    {
+        QTest::addColumn<Runtime>("runtime");
+        QTest::newRow("missing") << Runtime::missing;
+        QTest::newRow("not set") << Runtime::unset;
+        QTest::newRow("unwritable") << Runtime::locked;
+        QTest::newRow("a file in its place") << Runtime::file;
+    }
+    void copiesFindEachOtherWithoutARuntimeFolder()
+    {
+        QFETCH(Runtime, runtime);
+        useSmallDesktop();
+        program().setLauncher(Launchers::withoutPrivileges());
+        const QString temporary = program().folders().home() + QStringLiteral("/tmp");
+        QDir().mkpath(temporary);
+        program().environment().insert(QStringLiteral("TMPDIR"), temporary);
+        spoil(runtime);
+        program().launch();
+        QVERIFY(awaitHotKeys());
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        QVERIFY(awaitSession());
+        input().tap(XK_Escape);
+        QVERIFY(awaitSessionEnd());
+        QVERIFY(program().isRunning());
+    }
+
+    void programWithoutAnyPlaceToMeetWorksAlone()
+    {
+        useSmallDesktop();
+        const QString nowhere = program().folders().home() + QStringLiteral("/no/such/folder");
+        program().environment().insert(QStringLiteral("XDG_RUNTIME_DIR"), nowhere);
+        program().environment().insert(QStringLiteral("TMPDIR"), nowhere);
+        program().launch();
+        QVERIFY(awaitHotKeys());
+        pressFullScreenKey();
+        QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
+        QVERIFY(!QFile::exists(QStringLiteral("/brindlecam.lock")));
+    }
+
+private:
+    static constexpr int kHotKey = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
+
+    void useSmallDesktop()
+    {
+        useDesktop({.server = {.pixels = {640, 480}}, .windowManager = WindowManager::none});
+    }
+
+    void spoil(Runtime runtime)
+    {
+        const QString name = QStringLiteral("XDG_RUNTIME_DIR");
+        const QString inHome = program().folders().home() + QStringLiteral("/no/such/folder");
+        switch (runtime) {
+        case Runtime::missing:
+            program().environment().insert(name, inHome);
+            return;
+        case Runtime::unset:
+            program().environment().remove(name);
+            return;
+        case Runtime::locked:
+            QFile::setPermissions(program().folders().runtime(),
+                                  QFile::ReadOwner | QFile::ExeOwner);
+            return;
+        case Runtime::file: {
+            const QString path = program().folders().home() + QStringLiteral("/file");
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            program().environment().insert(name, path);
+            return;
+        }
+        }
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestFaultsRuns)
+
+#include "tst_faults_runs.moc"

@@ -1,0 +1,192 @@
+#include "desktop/support/FaultTest.h"
+
+#include <atomic>
+#include <thread>
+
+namespace brindlecam::desktop {
+
+namespace {
+
+/// A client that fills a window with one colour after the other and never rests.
+class RestlessPainter final {
+public:
+    RestlessPainter(const QString& display, const ClientWindow& window)
+        : m_thread([this, display, id = window.id(), size = window.pixels().size()] {
+            paint(display, id, size);
+        })
+    {
+    }
+    ~RestlessPainter()
+    {
+        m_stop = true;
+        m_thread.join();
+    }
+
+private:
+    void paint(const QString& display, xcb_window_t window, QSize size) const
+    {
+        const Connection connection(display);
+        const xcb_gcontext_t context = xcb_generate_id(connection.raw());
+        xcb_create_gc(connection.raw(), context, window, 0, nullptr);
+        const xcb_rectangle_t all{0, 0, static_cast<std::uint16_t>(size.width()),
+                                  static_cast<std::uint16_t>(size.height())};
+        for (std::uint32_t colour = 0x400000; !m_stop; colour = (colour + 0x10507) & 0xffffff) {
+            xcb_change_gc(connection.raw(), context, XCB_GC_FOREGROUND, &colour);
+            xcb_poly_fill_rectangle(connection.raw(), window, context, 1, &all);
+            connection.sync();
+        }
+    }
+
+    std::atomic<bool> m_stop = false;
+    std::thread m_thread;
+};
+
+} // namespace
+
+/// Parts of a desktop that are not there, or that are in the way: everything but that part works.
+class TestFaultsSurroundings final : public FaultTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void capturesWorkWithoutEachPartOfADesktop_data()
+    {
+        QTest::addColumn<WindowManager>("windowManager");
+        QTest::addColumn<Compositor>("compositor");
+        QTest::addColumn<MessageBus>("bus");
+        QTest::addColumn<Tray>("tray");
+        QTest::newRow("everything there")
+            << WindowManager::openbox << Compositor::picom << MessageBus::session << Tray::tint2;
+        QTest::newRow("no tray host")
+            << WindowManager::openbox << Compositor::picom << MessageBus::session << Tray::none;
+        QTest::newRow("no window manager")
+            << WindowManager::none << Compositor::picom << MessageBus::session << Tray::trayer;
+        QTest::newRow("no message bus")
+            << WindowManager::openbox << Compositor::picom << MessageBus::none << Tray::tint2;
+        QTest::newRow("no compositor")
+            << WindowManager::openbox << Compositor::none << MessageBus::session << Tray::tint2;
+        QTest::newRow("none of them")
+            << WindowManager::none << Compositor::none << MessageBus::none << Tray::none;
+    }
+    void capturesWorkWithoutEachPartOfADesktop()
+    {
+        QFETCH(WindowManager, windowManager);
+        QFETCH(Compositor, compositor);
+        QFETCH(MessageBus, bus);
+        QFETCH(Tray, tray);
+        useDesktop(
+            {.windowManager = windowManager, .compositor = compositor, .bus = bus, .tray = tray});
+        const auto window = showSample(QRect(200, 150, 500, 400));
+        window->takeFocus();
+        program().start();
+        QVERIFY(awaitHotKeys());
+
+        pressAreaKey();
+        verifyAreaCapture(*window, QRect(40, 30, 300, 200));
+        if (QTest::currentTestFailed())
+            return;
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        verifyAreaCapture(*window, QRect(7, 9, 123, 45));
+        if (QTest::currentTestFailed())
+            return;
+
+        pressFullScreenKey();
+        verifyFullScreenCapture(*window);
+        if (QTest::currentTestFailed())
+            return;
+        QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
+        verifyFullScreenCapture(*window);
+    }
+
+    void shortcutHeldByAnotherClientLeavesTheOthersWorking()
+    {
+        useDesktop({.windowManager = WindowManager::none});
+        const Connection other(display());
+        for (const xcb_keycode_t code : other.keycodes(XK_9))
+            xcb_grab_key(other.raw(), 1, other.root(), XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT, code,
+                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        other.sync();
+        const auto window = showSample(QRect(200, 150, 500, 400));
+        window->takeFocus();
+        program().start();
+        QVERIFY(awaitHotKeys());
+
+        pressAreaKey();
+        pressFullScreenKey();
+        verifyFullScreenCapture(*window);
+        QVERIFY(overlays().empty());
+        // Only the key is lost, not what it stands for.
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        verifyAreaCapture(*window, QRect(10, 10, 50, 50));
+    }
+
+    void overlayStaysAboveAClientThatDrawsAllTheTime_data()
+    {
+        QTest::addColumn<Compositor>("compositor");
+        QTest::newRow("composited") << Compositor::picom;
+        QTest::newRow("not composited") << Compositor::none;
+    }
+    void overlayStaysAboveAClientThatDrawsAllTheTime()
+    {
+        QFETCH(Compositor, compositor);
+        useDesktop({.compositor = compositor});
+        const QRect place(300, 200, 256, 192);
+        const ClientWindow window(display(), {.pixels = place, .kind = WindowKind::unmanaged});
+        const RestlessPainter painter(display(), window);
+        QVERIFY(waitUntil([&] { return screen().pixel(place.center()) != QColor(Qt::blue); }));
+        program().start();
+        QVERIFY(awaitHotKeys());
+
+        pressAreaKey();
+        QVERIFY(awaitSession());
+        select(place);
+        input().tap(XK_Return);
+        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
+        const QImage pasted = pastedPicture();
+        QCOMPARE(pasted.size(), place.size());
+
+        // The desktop is frozen: the painter goes on below and is not seen.
+        pressAreaKey();
+        QVERIFY(awaitSession());
+        select(place);
+        // Handles and frame lie on the edges.
+        const QRect inner = place.adjusted(20, 20, -20, -20);
+        const auto shownAsPasted = [&] {
+            const QImage live = pastedPicture().copy(inner.translated(-place.topLeft()));
+            return samePixels(screen().grab(inner), live);
+        };
+        QVERIFY(waitUntil(shownAsPasted));
+        for (int look = 0; look < 5; ++look)
+            QVERIFY(shownAsPasted());
+        input().tap(XK_Escape);
+        QVERIFY(awaitSessionEnd());
+    }
+
+private:
+    /// An area session is open or about to: takes a part of the window, in its own pixels.
+    void verifyAreaCapture(const ClientWindow& window, const QRect& part)
+    {
+        const QRect pixels = part.translated(window.pixels().topLeft());
+        QVERIFY(awaitSession());
+        select(pixels);
+        input().tap(XK_Return);
+        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
+        QVERIFY(awaitSessionEnd());
+        QVERIFY(samePixels(pastedPicture(), screen().grab(pixels)));
+        QVERIFY(waitUntil([&] { return window.hasFocus(); }));
+    }
+
+    void verifyFullScreenCapture(const ClientWindow& window)
+    {
+        QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
+        const QImage pasted = pastedPicture();
+        QCOMPARE(pasted.size(), screen().pixels().size());
+        const QRect pixels = window.pixels();
+        QVERIFY(samePixels(pasted.copy(pixels), screen().grab(pixels)));
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestFaultsSurroundings)
+
+#include "tst_faults_surroundings.moc"
