@@ -18,7 +18,7 @@ ClientWindow::ClientWindow(const QString& display, const ClientWindowOptions& op
         picture = QImage(1, 1, QImage::Format_RGB32);
         picture.fill(options.colour);
     }
-    const xcb_pixmap_t background = uploaded(picture);
+    const xcb_pixmap_t background = uploaded(m_connection, picture);
     const std::uint32_t values[] = {background, options.kind == WindowKind::unmanaged ? 1U : 0U,
                                     XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_BUTTON_PRESS |
                                         XCB_EVENT_MASK_STRUCTURE_NOTIFY};
@@ -62,6 +62,17 @@ void ClientWindow::takeFocus()
 {
     xcb_set_input_focus(m_connection.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, m_window,
                         XCB_CURRENT_TIME);
+    m_connection.sync();
+}
+
+void ClientWindow::paint(QColor colour)
+{
+    QImage picture(1, 1, QImage::Format_RGB32);
+    picture.fill(colour);
+    const xcb_pixmap_t background = uploaded(m_connection, picture);
+    xcb_change_window_attributes(m_connection.raw(), m_window, XCB_CW_BACK_PIXMAP, &background);
+    xcb_clear_area(m_connection.raw(), 0, m_window, 0, 0, 0, 0);
+    xcb_free_pixmap(m_connection.raw(), background);
     m_connection.sync();
 }
 
@@ -128,26 +139,6 @@ void ClientWindow::setAtom(const QByteArray& property, const QByteArray& value) 
                         m_connection.atom(property), XCB_ATOM_ATOM, 32, 1, &atom);
 }
 
-xcb_pixmap_t ClientWindow::uploaded(const QImage& picture) const
-{
-    const std::uint8_t depth = m_connection.screen().root_depth;
-    const QImage pixels =
-        picture.convertToFormat(depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);
-    const auto width = static_cast<std::uint16_t>(pixels.width());
-    const xcb_pixmap_t pixmap = xcb_generate_id(m_connection.raw());
-    xcb_create_pixmap(m_connection.raw(), depth, pixmap, m_connection.root(), width,
-                      static_cast<std::uint16_t>(pixels.height()));
-    const xcb_gcontext_t context = xcb_generate_id(m_connection.raw());
-    xcb_create_gc(m_connection.raw(), context, pixmap, 0, nullptr);
-    // Row by row stays below the longest request at every size.
-    for (int y = 0; y < pixels.height(); ++y)
-        xcb_put_image(m_connection.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context, width, 1, 0,
-                      static_cast<std::int16_t>(y), 0, depth,
-                      static_cast<std::uint32_t>(pixels.bytesPerLine()), pixels.constScanLine(y));
-    xcb_free_gc(m_connection.raw(), context);
-    return pixmap;
-}
-
 bool ClientWindow::isViewable() const
 {
     const Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
@@ -168,16 +159,6 @@ void ClientWindow::collect()
             m_clicks.push_back({QPoint(press.event_x, press.event_y), press.detail});
         }
     }
-}
-
-QImage checkerboard(QSize pixels, int square, QColor first, QColor second)
-{
-    QImage board(pixels, QImage::Format_RGB32);
-    for (int y = 0; y < pixels.height(); ++y) {
-        for (int x = 0; x < pixels.width(); ++x)
-            board.setPixelColor(x, y, (x / square + y / square) % 2 == 0 ? first : second);
-    }
-    return board;
 }
 
 } // namespace brindlecam::desktop

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/support/Connection.h"
+#include "desktop/support/Pictures.h"
 
 #include <QColor>
 #include <QImage>
@@ -8,6 +8,7 @@
 #include <QRect>
 #include <QString>
 
+#include <cstdint>
 #include <vector>
 
 namespace brindlecam::desktop {
@@ -51,6 +52,8 @@ public:
     [[nodiscard]] bool hasFocus() const;
     /// Takes the keyboard focus without asking the window manager.
     void takeFocus();
+    /// Repaints the whole window in one colour.
+    void paint(QColor colour);
     /// Waits until a key or click could have arrived and forgets all before.
     void forget();
 
@@ -61,7 +64,6 @@ public:
 private:
     void announce(const ClientWindowOptions& options) const;
     void setAtom(const QByteArray& property, const QByteArray& value) const;
-    [[nodiscard]] xcb_pixmap_t uploaded(const QImage& picture) const;
     [[nodiscard]] bool isViewable() const;
     void collect();
 
@@ -70,8 +72,5 @@ private:
     std::vector<KeyPress> m_keys;
     std::vector<Click> m_clicks;
 };
-
-/// A board of one-pixel or larger squares in two colours, for telling scaled from sharp.
-[[nodiscard]] QImage checkerboard(QSize pixels, int square, QColor first, QColor second);
 
 } // namespace brindlecam::desktop

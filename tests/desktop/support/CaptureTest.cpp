@@ -1,0 +1,141 @@
+#include "desktop/support/CaptureTest.h"
+
+#include <QDir>
+
+namespace brindlecam::desktop {
+
+namespace {
+
+constexpr auto kOverlay = "_NET_WM_WINDOW_TYPE_DOCK";
+constexpr auto kToast = "_NET_WM_WINDOW_TYPE_NOTIFICATION";
+constexpr auto kDialog = "_NET_WM_WINDOW_TYPE_DIALOG";
+constexpr std::uint16_t kShiftSuper = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4;
+
+QStringList picturesIn(const QString& folder)
+{
+    QStringList paths;
+    for (const QFileInfo& file :
+         QDir(folder).entryInfoList({QStringLiteral("*.png")}, QDir::Files, QDir::Name))
+        paths << file.filePath();
+    return paths;
+}
+
+bool isOnly(const QStringList& paths, const QImage& expected)
+{
+    return paths.size() == 1 && samePixels(QImage(paths.front()), expected);
+}
+
+} // namespace
+
+void CaptureTest::usePatternedDesktop(const DesktopOptions& options)
+{
+    useDesktop(options);
+    m_windows = std::make_unique<ProgramWindows>(display());
+    hangWallpaper(desktop().connection(), pattern(screen().pixels().size()));
+}
+
+void CaptureTest::startProgram(const QStringList& arguments)
+{
+    program().start(arguments);
+    const auto owned = [this](xcb_keysym_t key) {
+        return desktop().connection().isKeyGrabbedByOther(key, kShiftSuper);
+    };
+    if (!waitUntil([&] { return owned(kAreaKey) && owned(kFullScreenKey); }))
+        qFatal("the hot keys are never taken:\n%s", qPrintable(program().log()));
+}
+
+void CaptureTest::pressHotKey(xcb_keysym_t key)
+{
+    input().chord({XK_Shift_L, XK_Super_L, key});
+}
+
+bool CaptureTest::openArea()
+{
+    pressHotKey(kAreaKey);
+    return sessionIsReady();
+}
+
+bool CaptureTest::sessionIsReady(std::size_t overlayCount)
+{
+    const auto ready = [&] {
+        return overlays().size() == overlayCount && windows().hasKeyboard(program().pid());
+    };
+    if (!waitUntil(ready))
+        return false;
+    // A window without a background shows what lies beneath until it is painted.
+    const QImage beneath = pattern(screen().pixels().size());
+    const auto painted = [&] {
+        const QImage now = screen().grab();
+        const auto all = overlays();
+        return std::all_of(all.begin(), all.end(), [&](const SeenWindow& overlay) {
+            const QPoint corner = overlay.pixels.bottomLeft();
+            return now.pixelColor(corner) != beneath.pixelColor(corner);
+        });
+    };
+    return waitUntil(painted);
+}
+
+bool CaptureTest::sessionIsOver()
+{
+    return waitUntil([this] { return overlays().empty(); });
+}
+
+std::vector<SeenWindow> CaptureTest::overlays()
+{
+    return windows().shown(program().pid(), kOverlay);
+}
+
+std::vector<SeenWindow> CaptureTest::toasts()
+{
+    return windows().shown(program().pid(), kToast);
+}
+
+std::vector<SeenWindow> CaptureTest::dialogs()
+{
+    return windows().shown(program().pid(), kDialog);
+}
+
+bool CaptureTest::toastIsGone()
+{
+    return waitUntil([this] { return !toastIsShown(); });
+}
+
+QImage CaptureTest::pasted()
+{
+    ClipboardReader reader(display());
+    if (reader.owner() == 0)
+        return {};
+    return QImage::fromData(reader.read("image/png").value_or(QByteArray()), "PNG");
+}
+
+bool CaptureTest::isPasted(const QImage& expected)
+{
+    return waitUntil([&] { return samePixels(pasted(), expected); });
+}
+
+bool CaptureTest::clipboardIsTaken()
+{
+    return ClipboardReader(display()).owner() != 0;
+}
+
+QStringList CaptureTest::captures()
+{
+    return picturesIn(program().folders().captures());
+}
+
+QStringList CaptureTest::history()
+{
+    return picturesIn(program().folders().history());
+}
+
+bool CaptureTest::isOnlyCapture(const QImage& expected)
+{
+    return waitUntil([&] { return isOnly(captures(), expected); });
+}
+
+bool CaptureTest::isOnlyInHistory(const QImage& expected)
+{
+    return waitUntil([&] { return isOnly(history(), expected); });
+}
+
+} // namespace brindlecam::desktop

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "desktop/support/ClientWindow.h"
+#include "desktop/support/ClipboardReader.h"
+#include "desktop/support/DesktopTest.h"
+#include "desktop/support/Pictures.h"
+#include "desktop/support/ProgramWindows.h"
+
+#include <QImage>
+#include <QStringList>
+
+#include <vector>
+
+namespace brindlecam::desktop {
+
+/// Base of the tests that take pictures with the real program: its hot keys, its overlays and where
+/// its pictures go. Rectangles are native pixels of the whole screen.
+class CaptureTest : public DesktopTest {
+    Q_OBJECT
+
+protected:
+    static constexpr xcb_keysym_t kAreaKey = XK_9;
+    static constexpr xcb_keysym_t kFullScreenKey = XK_8;
+
+    /// A desktop with a wallpaper on which every shift by a pixel shows.
+    void usePatternedDesktop(const DesktopOptions& options = {});
+
+    /// Starts the program and waits until both capture hot keys are its own.
+    void startProgram(const QStringList& arguments = {});
+    /// Presses and lets go of Shift, Super and this key.
+    void pressHotKey(xcb_keysym_t key);
+
+    /// Presses the area hot key and waits until the session is ready; false when it never was.
+    [[nodiscard]] bool openArea();
+    /// Waits until so many overlays are painted and one of them has the keyboard.
+    [[nodiscard]] bool sessionIsReady(std::size_t overlayCount = 1);
+    /// Waits until no overlay can be seen.
+    [[nodiscard]] bool sessionIsOver();
+    [[nodiscard]] std::vector<SeenWindow> overlays();
+    [[nodiscard]] std::vector<SeenWindow> toasts();
+    [[nodiscard]] std::vector<SeenWindow> dialogs();
+    /// Toasts and the countdown are of one kind.
+    [[nodiscard]] bool toastIsShown() { return !toasts().empty(); }
+    /// Waits until no toast can be seen.
+    [[nodiscard]] bool toastIsGone();
+    [[nodiscard]] ProgramWindows& windows() { return *m_windows; }
+
+    /// The clipboard's PNG, null when there is none.
+    [[nodiscard]] QImage pasted();
+    /// Waits until exactly this picture is on the clipboard.
+    [[nodiscard]] bool isPasted(const QImage& expected);
+    /// Whether somebody offers anything on the clipboard.
+    [[nodiscard]] bool clipboardIsTaken();
+
+    /// Full paths of the files in the captures folder and in the history, oldest name first.
+    [[nodiscard]] QStringList captures();
+    [[nodiscard]] QStringList history();
+    /// Waits until the folder holds exactly one picture, and that is this one.
+    [[nodiscard]] bool isOnlyCapture(const QImage& expected);
+    [[nodiscard]] bool isOnlyInHistory(const QImage& expected);
+
+private:
+    std::unique_ptr<ProgramWindows> m_windows;
+};
+
+} // namespace brindlecam::desktop
