@@ -1,0 +1,145 @@
+#include "desktop/support/CaptureTest.h"
+
+#include <QDir>
+
+namespace brindlecam::desktop {
+
+/// Saving a selection under a name: the panel, the keyboard, and what follows.
+class TestSave final : public CaptureTest {
+    Q_OBJECT
+
+private:
+    static constexpr QRect kDragged{300, 250, 200, 150};
+
+    /// A session whose save panel is open and has the keyboard.
+    void openPanel(bool windowManager)
+    {
+        usePatternedDesktop(
+            {.windowManager = windowManager ? WindowManager::openbox : WindowManager::none});
+        m_below = std::make_unique<ClientWindow>(
+            display(), ClientWindowOptions{.pixels = QRect(100, 100, 300, 300)});
+        if (!windowManager)
+            m_below->takeFocus();
+        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        program().writeSettings({{QStringLiteral("autoCopy"), false}});
+        startProgram();
+        m_picture = screen().grabAtRest().copy(kDragged);
+        QVERIFY(openArea());
+        input().drag(kDragged.topLeft(), kDragged.topLeft() + QPoint(200, 150));
+        input().chord({XK_Control_L, XK_s});
+        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(overlays().empty());
+        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        m_below->forget();
+    }
+
+    static QStringList filesIn(const QString& folder)
+    {
+        return QDir(folder).entryList(QDir::Files | QDir::NoDotAndDotDot);
+    }
+
+    std::unique_ptr<ClientWindow> m_below;
+    QImage m_picture;
+
+private Q_SLOTS:
+    void cleanup() { m_below.reset(); }
+
+    void typedNameIsSaved_data()
+    {
+        QTest::addColumn<bool>("windowManager");
+        QTest::newRow("window manager") << true;
+        QTest::newRow("bare") << false;
+    }
+    void typedNameIsSaved()
+    {
+        QFETCH(bool, windowManager);
+        openPanel(windowManager);
+        input().type("mi captura");
+        input().tap(XK_Return);
+        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(isOnlyCapture(m_picture));
+        QCOMPARE(filesIn(program().folders().captures()),
+                 QStringList(QStringLiteral("mi captura.png")));
+        QVERIFY(isOnlyInHistory(m_picture));
+        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(!clipboardIsTaken());
+        QVERIFY(!toastIsShown());
+        input().tap(XK_z);
+        QVERIFY(waitUntil([this] { return !m_below->keys().empty(); }));
+        QCOMPARE(m_below->keys().size(), std::size_t(1));
+        QVERIFY(openArea());
+    }
+
+    void proposedNameIsSaved()
+    {
+        openPanel(true);
+        input().tap(XK_Return);
+        QVERIFY(isOnlyCapture(m_picture));
+        static const QRegularExpression name(
+            QStringLiteral("^Brindlecam \\d{4}-\\d\\d-\\d\\d \\d\\d\\.\\d\\d\\.\\d\\d\\.png$"));
+        QVERIFY(name.match(filesIn(program().folders().captures()).front()).hasMatch());
+    }
+
+    void cancelledPanelLeavesTheHistoryOnly_data()
+    {
+        QTest::addColumn<bool>("windowManager");
+        QTest::newRow("window manager") << true;
+        QTest::newRow("bare") << false;
+    }
+    void cancelledPanelLeavesTheHistoryOnly()
+    {
+        QFETCH(bool, windowManager);
+        openPanel(windowManager);
+        input().tap(XK_Escape);
+        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(isOnlyInHistory(m_picture));
+        QVERIFY(filesIn(program().folders().captures()).isEmpty());
+        QVERIFY(!clipboardIsTaken());
+        QVERIFY(openArea());
+        QVERIFY(program().isRunning());
+    }
+
+    void otherCapturesWaitForThePanelToClose()
+    {
+        openPanel(true);
+        pressHotKey(kAreaKey);
+        pressHotKey(kFullScreenKey);
+        QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
+        QCOMPARE(dialogs().size(), std::size_t(1));
+        input().tap(XK_Escape);
+        QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
+        QVERIFY(openArea());
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        QCOMPARE(program().quit(), 0);
+        QCOMPARE(history().size(), 1);
+    }
+
+    void heldShortcutNeverReachesTheWindowBelow()
+    {
+        usePatternedDesktop();
+        m_below = std::make_unique<ClientWindow>(display(), ClientWindowOptions{});
+        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        startProgram();
+        QVERIFY(openArea());
+        input().drag(kDragged.topLeft(), kDragged.topLeft() + QPoint(200, 150));
+        m_below->forget();
+        input().press(XK_Control_L);
+        input().press(XK_s);
+        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QTest::qWait(1500); // the server repeats after 0.66 s
+        input().release(XK_s);
+        input().release(XK_Control_L);
+        QCOMPARE(dialogs().size(), std::size_t(1));
+        QVERIFY(m_below->keys().empty());
+        input().tap(XK_Escape);
+        QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestSave)
+
+#include "tst_save.moc"
