@@ -174,11 +174,20 @@ void CanvasView::paintEvent(QPaintEvent* event)
 }
 
 // A pointer names whole pixels, so the last one would leave the picture's last line out of reach.
+// Half a pixel more, because a third of a point is no exact number.
 QPointF CanvasView::reach(QPointF point) const
 {
+    constexpr qreal kLastPixel = 1.5;
     const PixelsPerPoint ratio = pixelsPerPoint(m_size, m_dimView.image().size());
-    return {point.x() >= m_size.width() - 1 / ratio.x ? m_size.width() : point.x(),
-            point.y() >= m_size.height() - 1 / ratio.y ? m_size.height() : point.y()};
+    return {point.x() > m_size.width() - kLastPixel / ratio.x ? m_size.width() : point.x(),
+            point.y() > m_size.height() - kLastPixel / ratio.y ? m_size.height() : point.y()};
+}
+
+// Qt rounds the position to whole points on its way to a child widget, which at fractional scales
+// is not the pixel under the pointer. The window's position is exact.
+QPointF CanvasView::exactPosition(const QMouseEvent& event) const
+{
+    return event.scenePosition() - QPointF(mapTo(window(), QPoint()));
 }
 
 void CanvasView::pointerMoved(QPointF point)
@@ -196,7 +205,7 @@ void CanvasView::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || m_selection.isDragging())
         return;
-    const QPointF point = event->position();
+    const QPointF point = exactPosition(*event);
     m_mouse = clamped(point, m_selection.canvas());
     switch (m_selection.press(reach(point), Selection::Marks::none)) {
     case Selection::Press::selecting:
@@ -215,14 +224,14 @@ void CanvasView::mousePressEvent(QMouseEvent* event)
 
 void CanvasView::mouseMoveEvent(QMouseEvent* event)
 {
-    pointerMoved(event->position());
+    pointerMoved(exactPosition(*event));
 }
 
 void CanvasView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || !m_selection.isDragging())
         return;
-    pointerMoved(event->position());
+    pointerMoved(exactPosition(*event));
     m_selection.release();
     setCursor(cursorAt(m_selection, *m_mouse));
     refresh();

@@ -75,6 +75,7 @@ private:
     [[nodiscard]] QRegion difference(const Scene& before, const Scene& after) const;
     [[nodiscard]] bool showsLoupe() const;
     [[nodiscard]] QSize pixels(const QRectF& selection) const;
+    [[nodiscard]] QPointF exactPosition(const QMouseEvent& event) const;
     [[nodiscard]] QPointF reach(QPointF point) const;
     void pointerMoved(QPointF point);
     void refresh();

@@ -5,6 +5,7 @@
 #include "support/TestCase.h"
 
 #include <QBackingStore>
+#include <QMouseEvent>
 #include <QTemporaryDir>
 
 namespace brindlecam {
@@ -168,6 +169,24 @@ private Q_SLOTS:
         QTest::keyClick(f.canvas.get(), Qt::Key_Return);
         QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image,
                  f.image.copy(200, 100, 200, 200));
+    }
+
+    void dragToTheLastPixelAtAFractionalScaleTakesItInThoughQtRounds()
+    {
+        const qreal scale = 1.75;
+        Fixture f(QSizeF(kPixels) / scale);
+        const auto send = [&](QEvent::Type type, QPointF exact, Qt::MouseButtons buttons) {
+            QMouseEvent event(type, exact.toPoint(), exact, exact, Qt::LeftButton, buttons, {});
+            QCoreApplication::sendEvent(f.canvas.get(), &event);
+        };
+        send(QEvent::MouseButtonPress, QPointF(140, 70) / scale, Qt::LeftButton);
+        send(QEvent::MouseMove, QPointF(399, 298) / scale, Qt::LeftButton);
+        QCOMPARE(f.canvas->selection().rect().bottom(), 298 / scale);
+        send(QEvent::MouseMove, QPointF(399, 299) / scale, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, QPointF(399, 299) / scale, Qt::NoButton);
+        QTest::keyClick(f.canvas.get(), Qt::Key_Return);
+        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image,
+                 f.image.copy(140, 70, 260, 230));
     }
 
     void selectionAtScaleTwoYieldsAllItsPixels()
