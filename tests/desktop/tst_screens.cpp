@@ -1,0 +1,276 @@
+#include "desktop/support/CaptureTest.h"
+
+#include <QRegion>
+
+namespace brindlecam::desktop {
+
+/// Sessions on several screens and at fractional scales: one pixel of the screen is one pixel of
+/// the overlay and of the picture.
+class TestScreens final : public CaptureTest {
+    Q_OBJECT
+
+private:
+    static constexpr QRect kLeft{0, 0, 800, 600};
+    static constexpr QRect kRight{800, 0, 1366, 768};
+
+    /// Two screens side by side at scales 1 and 1.5.
+    void useTwoScreens()
+    {
+        usePatternedDesktop({.server = {.pixels = {2166, 768},
+                                        .monitors = {{QStringLiteral("LEFT"), kLeft},
+                                                     {QStringLiteral("RIGHT"), kRight}}}});
+        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
+                                       QStringLiteral("LEFT=1;RIGHT=1.5"));
+        program().writeSettings({{QStringLiteral("showLoupe"), false}});
+        startProgram();
+        input().moveTo({400, 500});
+        m_before = screen().grabAtRest();
+    }
+
+    bool openBoth()
+    {
+        pressHotKey(kAreaKey);
+        return sessionIsReady(2);
+    }
+
+    /// The focused window's screen, null when the program has not got the keyboard.
+    QRect screenWithKeyboard()
+    {
+        for (const SeenWindow& overlay : overlays()) {
+            if (overlay.id == windows().focused())
+                return overlay.pixels;
+        }
+        return {};
+    }
+
+    bool isBright(const QRect& pixels)
+    {
+        return waitUntil([&] { return difference(screen().grab(), m_before, pixels) == 0; });
+    }
+
+    QImage m_before;
+
+private Q_SLOTS:
+    void everyPixelIsSharpAtEveryScale_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QString>("scale");
+        for (const QSize size : {QSize(1366, 768), QSize(1920, 1080)}) {
+            for (const char* scale : {"1", "1.25", "1.5", "1.75", "2"}) {
+                QTest::addRow("%d x %d at %s", size.width(), size.height(), scale)
+                    << size << QString::fromLatin1(scale);
+            }
+        }
+    }
+    void everyPixelIsSharpAtEveryScale()
+    {
+        QFETCH(QSize, size);
+        QFETCH(QString, scale);
+        usePatternedDesktop({.server = {.pixels = size}});
+        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
+        program().writeSettings({{QStringLiteral("showLoupe"), false}});
+        startProgram();
+        const QImage board = checkerboard(size, 1, QColor(40, 40, 40), QColor(220, 220, 220));
+        hangWallpaper(desktop().connection(), board);
+        QVERIFY(waitUntil([&] { return samePixels(screen().grab(), board); }));
+        QVERIFY(openArea());
+        QCOMPARE(overlays().front().pixels, QRect(QPoint(), size));
+        const QImage dark = dimmed(board);
+        const QRegion belowTheHint(0, 200, size.width(), size.height() - 200);
+        QVERIFY(waitUntil([&] { return difference(screen().grab(), dark, belowTheHint) <= 1; }));
+
+        // Up to the last pixel, which Qt's rounded points do not name.
+        const QPoint from(300, 300);
+        input().drag(from, {size.width() - 1, size.height() - 1}, 3);
+        const QRegion inside(320, 320, size.width() - 340, size.height() - 340);
+        const QRegion beside(0, 200, 280, size.height() - 200);
+        const auto sharp = [&] {
+            const QImage now = screen().grab();
+            return difference(now, board, inside) == 0 && difference(now, dark, beside) <= 1;
+        };
+        QVERIFY(waitUntil(sharp));
+        input().tap(XK_Return);
+        QVERIFY(sessionIsOver());
+        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        const QImage picture = pasted();
+        // Whole points: at most a point more than was dragged.
+        const QRect taken(QPoint(size.width() - picture.width(), size.height() - picture.height()),
+                          picture.size());
+        QVERIFY(taken.x() > from.x() - 2 * scale.toDouble() && taken.x() <= from.x());
+        QVERIFY(taken.y() > from.y() - 2 * scale.toDouble() && taken.y() <= from.y());
+        QVERIFY(samePixels(picture, board.copy(taken)));
+        QVERIFY(isOnlyInHistory(picture));
+    }
+
+    void overlaysCoverBothScreens()
+    {
+        useTwoScreens();
+        QVERIFY(openBoth());
+        const auto all = overlays();
+        QVERIFY(std::any_of(all.begin(), all.end(),
+                            [](const SeenWindow& overlay) { return overlay.pixels == kLeft; }));
+        QVERIFY(std::any_of(all.begin(), all.end(),
+                            [](const SeenWindow& overlay) { return overlay.pixels == kRight; }));
+        const QImage dark = dimmed(m_before);
+        const QRegion belowTheHints = QRegion(0, 200, 800, 400) | QRegion(800, 200, 1366, 568);
+        QVERIFY(waitUntil([&] { return difference(screen().grab(), dark, belowTheHints) <= 1; }));
+    }
+
+    void overlayUnderThePointerHasTheKeyboard_data()
+    {
+        QTest::addColumn<QPoint>("pointer");
+        QTest::addColumn<QRect>("native");
+        QTest::newRow("left") << QPoint(799, 300) << kLeft;
+        QTest::newRow("right") << QPoint(800, 300) << kRight;
+        QTest::newRow("far right") << QPoint(2165, 767) << kRight;
+    }
+    void overlayUnderThePointerHasTheKeyboard()
+    {
+        QFETCH(QPoint, pointer);
+        QFETCH(QRect, native);
+        useTwoScreens();
+        input().moveTo(pointer);
+        QVERIFY(openBoth());
+        QVERIFY(waitUntil([&] { return screenWithKeyboard() == native; }));
+    }
+
+    void selectionOnOneScreenClearsTheOthers()
+    {
+        useTwoScreens();
+        QVERIFY(openBoth());
+        input().drag({100, 200}, {400, 500});
+        const QRect onLeft(100, 200, 300, 300);
+        QVERIFY(isBright(onLeft.adjusted(6, 6, -6, -6)));
+        QVERIFY(isPasted(m_before.copy(onLeft)));
+
+        // At 1.5 these are whole points.
+        const QRect onRight(800 + 300, 300, 600, 330);
+        input().drag(onRight.topLeft(), onRight.topLeft() + QPoint(600, 330));
+        QVERIFY(isPasted(m_before.copy(onRight)));
+        QVERIFY(isBright(onRight.adjusted(9, 9, -9, -9)));
+        const QImage dark = dimmed(m_before);
+        QVERIFY(waitUntil([&] {
+            return difference(screen().grab(), dark, onLeft.adjusted(-8, -40, 8, 8)) <= 1;
+        }));
+        QCOMPARE(screenWithKeyboard(), kRight);
+        input().tap(XK_Return);
+        QVERIFY(sessionIsOver());
+        QVERIFY(isPasted(m_before.copy(onRight)));
+        QVERIFY(isOnlyCapture(m_before.copy(onRight)));
+        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(kRight.contains(toasts().front().pixels));
+    }
+
+    void keysActOnTheSelectionFromEitherOverlay()
+    {
+        useTwoScreens();
+        QVERIFY(openBoth());
+        const QRect onRight(800 + 300, 300, 600, 330);
+        input().drag(onRight.topLeft(), onRight.topLeft() + QPoint(600, 330));
+        QVERIFY(isPasted(m_before.copy(onRight)));
+        // Another overlay takes the keyboard without any press, as a window manager may do.
+        for (const SeenWindow& overlay : overlays()) {
+            if (overlay.pixels == kLeft)
+                xcb_set_input_focus(desktop().connection().raw(), XCB_INPUT_FOCUS_POINTER_ROOT,
+                                    overlay.id, XCB_CURRENT_TIME);
+        }
+        desktop().connection().sync();
+        QVERIFY(waitUntil([this] { return screenWithKeyboard() == kLeft; }));
+        input().tap(XK_Return);
+        QVERIFY(sessionIsOver());
+        QVERIFY(isOnlyCapture(m_before.copy(onRight)));
+    }
+
+    void escapeEndsTheSessionFromEitherScreen_data()
+    {
+        QTest::addColumn<QPoint>("press");
+        QTest::newRow("left") << QPoint(100, 300);
+        QTest::newRow("right") << QPoint(1500, 300);
+    }
+    void escapeEndsTheSessionFromEitherScreen()
+    {
+        QFETCH(QPoint, press);
+        useTwoScreens();
+        QVERIFY(openBoth());
+        input().drag(press, press + QPoint(60, 60));
+        QVERIFY(waitUntil([&] { return screenWithKeyboard().contains(press); }));
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        QVERIFY(waitUntil([this] { return samePixels(screen().grab(), m_before); }));
+    }
+
+    void windowAcrossBothScreensIsTakenToTheEdge()
+    {
+        useTwoScreens();
+        const ClientWindow window(
+            display(),
+            {.pixels = QRect(600, 250, 500, 200), .kind = WindowKind::normal, .colour = Qt::red});
+        const auto extents = desktop().connection().property32(window.id(), "_NET_FRAME_EXTENTS");
+        QCOMPARE(extents.size(), std::size_t(4));
+        const auto side = [&](std::size_t i) { return static_cast<int>(extents[i]); };
+        const QRect frame = window.pixels().adjusted(-side(0), -side(2), side(1), side(3));
+        m_before = screen().grabAtRest();
+        QVERIFY(openBoth());
+        input().click({700, 300});
+        QVERIFY(isPasted(m_before.copy(frame & kLeft)));
+        input().click({1000, 300});
+        // Rounded outward to whole points of that screen.
+        const auto taken = [&] {
+            const QImage picture = pasted();
+            const QRect part = frame & kRight;
+            return picture.height() >= part.height() && picture.height() <= part.height() + 3 &&
+                   picture.width() >= part.width() && picture.width() <= part.width() + 2;
+        };
+        QVERIFY(waitUntil(taken));
+    }
+
+    void screenThatGoesEndsTheSessionThatWasOnIt_data()
+    {
+        QTest::addColumn<QPoint>("press");
+        QTest::addColumn<std::size_t>("left");
+        QTest::newRow("selection on the one that goes") << QPoint(1500, 300) << std::size_t(0);
+        QTest::newRow("selection on the other") << QPoint(100, 300) << std::size_t(1);
+    }
+    void screenThatGoesEndsTheSessionThatWasOnIt()
+    {
+        QFETCH(QPoint, press);
+        QFETCH(std::size_t, left);
+        useTwoScreens();
+        QVERIFY(openBoth());
+        input().drag(press, press + QPoint(90, 90));
+        QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
+        desktop().server().setMonitors({{QStringLiteral("LEFT"), kLeft}});
+        QTRY_COMPARE(overlays().size(), left);
+        if (left > 0) {
+            input().tap(XK_Return);
+            QVERIFY(sessionIsOver());
+            QVERIFY(isOnlyCapture(m_before.copy(QRect(press, QSize(90, 90)))));
+        }
+        input().moveTo({400, 400});
+        pressHotKey(kAreaKey);
+        QVERIFY(sessionIsReady(1));
+        QCOMPARE(overlays().front().pixels, kLeft);
+    }
+
+    void screenThatComesIsCoveredNextTime()
+    {
+        usePatternedDesktop(
+            {.server = {.pixels = {2166, 768}, .monitors = {{QStringLiteral("LEFT"), kLeft}}}});
+        startProgram();
+        QVERIFY(openArea());
+        desktop().server().setMonitors(
+            {{QStringLiteral("LEFT"), kLeft}, {QStringLiteral("RIGHT"), kRight}});
+        input().drag({100, 200}, {400, 500});
+        QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
+        QCOMPARE(overlays().size(), std::size_t(1));
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        QVERIFY(openBoth());
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestScreens)
+
+#include "tst_screens.moc"
