@@ -1,4 +1,5 @@
 #include "desktop/support/CaptureTest.h"
+#include "desktop/support/ClipboardManager.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -206,6 +207,31 @@ private Q_SLOTS:
         // Without a clipboard manager the picture goes with its owner.
         QVERIFY(!clipboardIsTaken());
         QVERIFY(overlays().empty());
+    }
+
+    void clipboardManagerKeepsThePicture_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::newRow("SIGTERM") << SIGTERM;
+        QTest::newRow("SIGINT") << SIGINT;
+    }
+    void clipboardManagerKeepsThePicture()
+    {
+        QFETCH(int, signal);
+        usePatternedDesktop();
+        ClipboardManager manager(display());
+        startProgram();
+        const QImage before = screen().grabAtRest();
+        pressHotKey(kFullScreenKey);
+        QVERIFY(isPasted(before));
+        QCOMPARE(::kill(static_cast<pid_t>(program().pid()), signal), 0);
+        QVERIFY(waitUntil([&] {
+            manager.serve();
+            return !program().isRunning();
+        }));
+        QCOMPARE(program().exitCode(), 0);
+        QVERIFY(samePixels(QImage::fromData(manager.kept(), "PNG"), before));
+        QVERIFY(clipboardIsTaken()); // by the manager now
     }
 
     void captureUnderWayIsFinishedBeforeQuitting()

@@ -1,0 +1,99 @@
+#include "desktop/TrayHost.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QVariantMap>
+
+namespace brindlecam::desktop {
+
+namespace {
+
+const auto kConnection = QStringLiteral("tray host");
+const auto kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+const auto kMenu = QStringLiteral("com.canonical.dbusmenu");
+
+// (ia{sv}av): number, properties, and the entries below, each in a variant.
+MenuEntry readEntry(const QDBusArgument& argument)
+{
+    MenuEntry entry;
+    QVariantMap properties;
+    argument.beginStructure();
+    argument >> entry.id >> properties;
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        QDBusVariant below;
+        argument >> below;
+        entry.entries.push_back(readEntry(below.variant().value<QDBusArgument>()));
+    }
+    argument.endArray();
+    argument.endStructure();
+    entry.title = properties.value(QStringLiteral("label")).toString();
+    entry.separator = properties.value(QStringLiteral("type")) == QStringLiteral("separator");
+    entry.enabled = properties.value(QStringLiteral("enabled"), true).toBool();
+    return entry;
+}
+
+} // namespace
+
+TrayHost::TrayHost(const QString& busAddress)
+    : m_bus(QDBusConnection::connectToBus(busAddress, kConnection))
+{
+    if (!m_bus.isConnected() ||
+        !m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
+                              QDBusConnection::ExportAllContents) ||
+        !m_bus.registerService(kWatcher))
+        qFatal("the bus takes no tray host");
+}
+
+TrayHost::~TrayHost()
+{
+    m_bus.unregisterService(kWatcher);
+    QDBusConnection::disconnectFromBus(kConnection);
+}
+
+void TrayHost::RegisterStatusNotifierItem(const QString& service)
+{
+    // A path stands for whoever sends it.
+    m_items.append(service.startsWith(QLatin1Char('/')) ? message().service() : service);
+    Q_EMIT StatusNotifierItemRegistered(m_items.back());
+}
+
+void TrayHost::RegisterStatusNotifierHost(const QString&) {}
+
+QVariant TrayHost::itemProperty(const QString& item, const QString& name) const
+{
+    auto call = QDBusMessage::createMethodCall(item, QStringLiteral("/StatusNotifierItem"),
+                                               QStringLiteral("org.freedesktop.DBus.Properties"),
+                                               QStringLiteral("Get"));
+    call << QStringLiteral("org.kde.StatusNotifierItem") << name;
+    const QDBusMessage reply = m_bus.call(call);
+    const QVariantList values = reply.arguments();
+    return reply.type() == QDBusMessage::ReplyMessage && !values.isEmpty()
+               ? values.front().value<QDBusVariant>().variant()
+               : QVariant();
+}
+
+QString TrayHost::menuPath(const QString& item) const
+{
+    return itemProperty(item, QStringLiteral("Menu")).value<QDBusObjectPath>().path();
+}
+
+MenuEntry TrayHost::menu(const QString& item) const
+{
+    auto call =
+        QDBusMessage::createMethodCall(item, menuPath(item), kMenu, QStringLiteral("GetLayout"));
+    call << 0 << -1 << QStringList();
+    const QVariantList values = m_bus.call(call).arguments();
+    return values.size() == 2 ? readEntry(values.at(1).value<QDBusArgument>()) : MenuEntry();
+}
+
+void TrayHost::choose(const QString& item, const MenuEntry& entry)
+{
+    auto call =
+        QDBusMessage::createMethodCall(item, menuPath(item), kMenu, QStringLiteral("Event"));
+    call << entry.id << QStringLiteral("clicked") << QVariant::fromValue(QDBusVariant(0)) << 0U;
+    m_bus.call(call);
+}
+
+} // namespace brindlecam::desktop

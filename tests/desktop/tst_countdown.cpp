@@ -1,0 +1,102 @@
+#include "desktop/TrayHost.h"
+#include "desktop/support/CaptureTest.h"
+
+#include <QElapsedTimer>
+
+namespace brindlecam::desktop {
+
+/// Delayed captures, chosen from the menu of a tray host.
+class TestCountdown final : public CaptureTest {
+    Q_OBJECT
+
+private:
+    static constexpr std::size_t kDelayed = 4; ///< place of the submenu
+    enum Choice : std::size_t { areaIn3, areaIn5, fullScreenIn3, fullScreenIn5 };
+
+    void useMenu()
+    {
+        usePatternedDesktop({.bus = MessageBus::session});
+        m_host = std::make_unique<TrayHost>(
+            desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")));
+        startProgram();
+        QVERIFY(waitUntil([this] { return m_host->items().size() == 1; }));
+    }
+
+    void choose(Choice choice)
+    {
+        const QString item = m_host->items().front();
+        m_host->choose(item, m_host->menu(item).entries[kDelayed].entries[choice]);
+    }
+
+    std::unique_ptr<TrayHost> m_host;
+
+private Q_SLOTS:
+    void cleanup() { m_host.reset(); }
+
+    void countsDownInTheMiddleOfTheScreenAndThenCaptures()
+    {
+        useMenu();
+        const QImage before = screen().grabAtRest();
+        QElapsedTimer sinceTheChoice;
+        sinceTheChoice.start();
+        choose(fullScreenIn3);
+        QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
+        const QRect panel = toasts().front().pixels;
+        QCOMPARE(panel, QRect(580, 340, 120, 120));
+        // Three different digits, one after the other, and never the desktop again in between.
+        QList<QImage> digits;
+        const auto watched = [&] {
+            const bool shown = toastIsShown();
+            const QImage now = screen().grab(panel);
+            if (shown && toastIsShown() && now != before.copy(panel) && !digits.contains(now))
+                digits.append(now);
+            return !shown;
+        };
+        QVERIFY(waitUntil(watched));
+        QVERIFY(digits.size() >= 3);
+        QVERIFY(history().isEmpty());
+        QVERIFY(isPasted(before));
+        QVERIFY(sinceTheChoice.elapsed() >= 3100);
+        QVERIFY(isOnlyInHistory(before));
+    }
+
+    void laterChoiceReplacesTheRunningOne()
+    {
+        useMenu();
+        choose(fullScreenIn3);
+        QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
+        choose(areaIn3);
+        QVERIFY(sessionIsReady());
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        QCOMPARE(program().quit(), 0);
+        QVERIFY(history().isEmpty());
+    }
+
+    void openMenusOfOtherProgramsAreCaptured()
+    {
+        useMenu();
+        choose(fullScreenIn3);
+        QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
+        // What a menu does: a window of its own, keyboard and pointer taken.
+        const ClientWindow menu(display(), {.pixels = QRect(100, 100, 150, 200),
+                                            .kind = WindowKind::unmanaged,
+                                            .colour = Qt::red});
+        const Connection owner(display());
+        xcb_grab_keyboard(owner.raw(), 1, owner.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                          XCB_GRAB_MODE_ASYNC);
+        xcb_grab_pointer(owner.raw(), 1, owner.root(), XCB_EVENT_MASK_BUTTON_PRESS,
+                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_WINDOW_NONE, XCB_CURSOR_NONE,
+                         XCB_CURRENT_TIME);
+        owner.sync();
+        QVERIFY(waitUntil([this] { return pasted().size() == screen().pixels().size(); }));
+        QCOMPARE(pasted().convertToFormat(QImage::Format_RGB32).pixelColor(150, 200),
+                 QColor(Qt::red));
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestCountdown)
+
+#include "tst_countdown.moc"

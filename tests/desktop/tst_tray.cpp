@@ -1,0 +1,197 @@
+#include "desktop/TrayHost.h"
+#include "desktop/support/CaptureTest.h"
+
+namespace brindlecam::desktop {
+
+/// The status item with every kind of tray, and without any.
+class TestTray final : public CaptureTest {
+    Q_OBJECT
+
+private:
+    /// The status item's window inside an XEmbed tray; an empty rectangle while there is none.
+    QRect itemInTray()
+    {
+        for (const SeenWindow& window : windows().shown(program().pid())) {
+            if (window.type != "_NET_WM_WINDOW_TYPE_DIALOG")
+                return window.pixels;
+        }
+        return {};
+    }
+
+    bool itemComes()
+    {
+        return waitUntil([this] { return !itemInTray().isEmpty(); });
+    }
+
+    bool itemGoes()
+    {
+        return waitUntil([this] { return itemInTray().isEmpty(); });
+    }
+
+    QString busAddress()
+    {
+        return desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    }
+
+    static QStringList titles(const MenuEntry& menu)
+    {
+        QStringList all;
+        for (const MenuEntry& entry : menu.entries)
+            all << (entry.separator ? QStringLiteral("-") : entry.title);
+        return all;
+    }
+
+private Q_SLOTS:
+    void itemIsInTheTray_data()
+    {
+        QTest::addColumn<bool>("tint2");
+        QTest::newRow("tint2") << true;
+        QTest::newRow("trayer") << false;
+    }
+    void itemIsInTheTray()
+    {
+        QFETCH(bool, tint2);
+        const Tray tray = tint2 ? Tray::tint2 : Tray::trayer;
+        usePatternedDesktop({.tray = tray});
+        startProgram();
+        QVERIFY(itemComes());
+        // Neither a tray that goes nor one that comes takes anything with it.
+        desktop().endTray();
+        QVERIFY(itemGoes());
+        QVERIFY(openArea());
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        desktop().startTray(tray);
+        QVERIFY(itemComes());
+        QVERIFY(program().isRunning());
+    }
+
+    void trayThatComesLaterGetsTheItem_data() { itemIsInTheTray_data(); }
+    void trayThatComesLaterGetsTheItem()
+    {
+        QFETCH(bool, tint2);
+        usePatternedDesktop();
+        startProgram();
+        QVERIFY(itemInTray().isEmpty());
+        desktop().startTray(tint2 ? Tray::tint2 : Tray::trayer);
+        QVERIFY(itemComes());
+    }
+
+    void clickOnTheItemOpensItsMenu_data()
+    {
+        QTest::addColumn<int>("button");
+        QTest::newRow("left") << int(Button::left);
+        QTest::newRow("right") << int(Button::right);
+    }
+    void clickOnTheItemOpensItsMenu()
+    {
+        QFETCH(int, button);
+        usePatternedDesktop({.tray = Tray::trayer});
+        startProgram();
+        QVERIFY(itemComes());
+        const std::size_t before = windows().shown(program().pid()).size();
+        input().click(itemInTray().center(), static_cast<Button>(button));
+        QVERIFY(waitUntil([&] { return windows().shown(program().pid()).size() == before + 1; }));
+        QVERIFY(!screen().grabAtRest().isNull());
+        // The first entry is the area capture; it waits until the menu is gone.
+        input().tap(XK_Down);
+        input().tap(XK_Return);
+        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(waitUntil([this] {
+            const auto all = overlays();
+            return std::any_of(all.begin(), all.end(), [this](const SeenWindow& window) {
+                return window.pixels == screen().pixels();
+            });
+        }));
+        input().drag({300, 200}, {500, 400});
+        QVERIFY(isPasted(pattern({1280, 800}).copy(300, 200, 200, 200)));
+    }
+
+    void menuIsReadByAHostOnTheBus()
+    {
+        usePatternedDesktop({.bus = MessageBus::session});
+        const TrayHost host(busAddress());
+        startProgram();
+        QVERIFY(waitUntil([&] { return host.items().size() == 1; }));
+        const QString item = host.items().front();
+        QCOMPARE(host.itemProperty(item, QStringLiteral("Category")).toString(),
+                 QStringLiteral("ApplicationStatus"));
+        const MenuEntry menu = host.menu(item);
+        QCOMPARE(titles(menu),
+                 QStringList(
+                     {QStringLiteral("Capturar área"), QStringLiteral("Capturar pantalla completa"),
+                      QStringLiteral("Capturas recientes"), QStringLiteral("-"),
+                      QStringLiteral("Capturar con retraso"),
+                      QStringLiteral("Abrir carpeta de capturas"), QStringLiteral("Configuración…"),
+                      QStringLiteral("-"), QStringLiteral("Buscar actualizaciones…"),
+                      QStringLiteral("Acerca de Brindlecam"), QStringLiteral("-"),
+                      QStringLiteral("Salir")}));
+        QCOMPARE(
+            titles(menu.entries[4]),
+            QStringList({QStringLiteral("Área en 3 segundos"), QStringLiteral("Área en 5 segundos"),
+                         QStringLiteral("Pantalla completa en 3 segundos"),
+                         QStringLiteral("Pantalla completa en 5 segundos")}));
+        QVERIFY(menu.entries[0].enabled);
+        QVERIFY(menu.entries[1].enabled);
+    }
+
+    void hostThatComesLaterAndAgainGetsTheItem()
+    {
+        usePatternedDesktop({.bus = MessageBus::session});
+        startProgram();
+        {
+            const TrayHost late(busAddress());
+            QVERIFY(waitUntil([&] { return !late.items().isEmpty(); }));
+        }
+        const TrayHost again(busAddress());
+        QVERIFY(waitUntil([&] { return !again.items().isEmpty(); }));
+        QCOMPARE(titles(again.menu(again.items().back())).size(), 12);
+    }
+
+    void entriesOfTheMenuAct()
+    {
+        usePatternedDesktop({.bus = MessageBus::session});
+        TrayHost host(busAddress());
+        startProgram();
+        QVERIFY(waitUntil([&] { return host.items().size() == 1; }));
+        const QString item = host.items().front();
+        const MenuEntry menu = host.menu(item);
+        const QImage before = screen().grabAtRest();
+        host.choose(item, menu.entries[1]);
+        QVERIFY(isPasted(before));
+        QVERIFY(toastIsGone());
+
+        host.choose(item, menu.entries[9]); // about
+        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        input().tap(XK_Escape);
+        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+
+        host.choose(item, menu.entries[0]);
+        QVERIFY(sessionIsReady());
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+
+        host.choose(item, menu.entries[11]); // quit
+        QVERIFY(program().waitForEnd());
+        QCOMPARE(program().exitCode(), 0);
+    }
+
+    void closingAnAlertWithoutATrayEndsNothing()
+    {
+        usePatternedDesktop();
+        program().writeSettings({{QStringLiteral("didShowWelcome"), false}});
+        startProgram();
+        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        input().tap(XK_Escape);
+        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(openArea());
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestTray)
+
+#include "tst_tray.moc"
