@@ -161,11 +161,19 @@ private Q_SLOTS:
                  qPrintable(QString::number(clock.elapsed())));
     }
 
+    void aFolderThatCannotHoldALockStopsNobody_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("missing") << QStringLiteral("/proc/no-such-folder");
+        QTest::newRow("none at all") << QString();
+    }
     void aFolderThatCannotHoldALockStopsNobody()
     {
-        SingleInstance instance(QStringLiteral("/proc/no-such-folder"));
+        QFETCH(QString, folder);
+        SingleInstance instance(folder);
         QCOMPARE(instance.handOver({}), SingleInstance::Outcome::first);
         QVERIFY(!instance.listen([](const InstanceRequest&) { return InstanceReply::performed; }));
+        QVERIFY(!QFile::exists(QStringLiteral("/brindlecam.lock")));
     }
 };
 
