@@ -121,10 +121,4 @@ std::unique_ptr<ClientWindow> FaultTest::showSample(const QRect& pixels, WindowK
     return window;
 }
 
-bool samePixels(const QImage& a, const QImage& b)
-{
-    return !a.isNull() &&
-           a.convertToFormat(QImage::Format_RGB32) == b.convertToFormat(QImage::Format_RGB32);
-}
-
 } // namespace brindlecam::desktop

@@ -2,6 +2,7 @@
 
 #include "desktop/support/ClientWindow.h"
 #include "desktop/support/DesktopTest.h"
+#include "desktop/support/Pictures.h"
 #include "desktop/support/VisibleWindows.h"
 
 #include <QImage>
@@ -56,8 +57,5 @@ protected:
 private:
     std::pair<quint32, xcb_window_t> m_lastToast; ///< process and window
 };
-
-/// Whether two pictures show the same colours, whatever their formats.
-[[nodiscard]] bool samePixels(const QImage& a, const QImage& b);
 
 } // namespace brindlecam::desktop

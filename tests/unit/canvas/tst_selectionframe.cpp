@@ -39,7 +39,7 @@ std::set<QRgb> colors(const QImage& image)
 Selection selected(QPointF from, QPointF to)
 {
     Selection selection(kCanvas);
-    (void)selection.press(from, false);
+    (void)selection.press(from, Selection::Marks::none);
     selection.dragTo(to);
     selection.release();
     return selection;

@@ -61,13 +61,13 @@ struct CaptureFixture {
     test::FakePasteboard& pasteboard = install<test::FakePasteboard>(platform.pasteboard);
     test::FakeFrontApplication& front =
         install<test::FakeFrontApplication>(platform.frontApplication);
-    History history{folder.filePath(QStringLiteral("historia"))};
-    Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
     Toast toast{displays, panels};
     Alerts alerts{panels};
     Activity activity;
     CaptureFailure failure{*platform.captureAccess, alerts, defaults,
                            CaptureFailure::Voice::alerts};
+    History history{folder.filePath(QStringLiteral("historia"))};
+    Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
     CaptureResults results{prefs, output, toast, alerts};
     CaptureController controller{{platform, prefs, results, toast, alerts, activity, failure}};
 
