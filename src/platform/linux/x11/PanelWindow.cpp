@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <chrono>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,10 @@ namespace brindlecam {
 
 namespace {
 
+// A window manager that hears late of a window's end hands its focus to another one, although an
+// overlay has got the keyboard meanwhile.
+constexpr std::chrono::seconds kInsistence{1};
+constexpr int kMostInsistences = 3;
 constexpr int kMostCorrections = 8; ///< per show(); more means somebody disagrees
 
 QRect nativeGeometry(const QScreen& screen)
@@ -178,12 +183,29 @@ void PanelWindow::focus()
 void PanelWindow::focusNow()
 {
     m_focusWhenMapped = false;
+    if (m_role == PanelRole::overlay) {
+        m_insists.setRemainingTime(kInsistence);
+        m_insistencesLeft = kMostInsistences;
+    }
     if (m_traits.managed && x11::hasWindowManager()) {
         x11::raise(id());
         x11::activate(id(), x11::serverTime());
     } else {
         x11::setFocus(id());
     }
+}
+
+void PanelWindow::insistOnFocus(const xcb_focus_out_event_t& event)
+{
+    if (event.event != id() || m_insistencesLeft == 0 || m_insists.hasExpired() ||
+        !x11::isViewable(id()))
+        return;
+    const x11::Owned<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(
+        x11::connection(), xcb_get_input_focus(x11::connection()), nullptr));
+    if (!focus || x11::isOurs(focus->focus))
+        return;
+    --m_insistencesLeft;
+    x11::setFocus(id());
 }
 
 X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
@@ -205,6 +227,8 @@ X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
         }
         if (m_focusWhenMapped)
             focusNow();
+    } else if (kindOf(event) == XCB_FOCUS_OUT) {
+        insistOnFocus(reinterpret_cast<const xcb_focus_out_event_t&>(event));
     }
     return X11Events::Verdict::pass;
 }

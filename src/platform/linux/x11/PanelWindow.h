@@ -3,6 +3,7 @@
 #include "platform/linux/x11/PanelTraits.h"
 #include "platform/linux/x11/X11Events.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
 #include <QRect>
@@ -38,6 +39,7 @@ private:
     void place();
     void keepPlace(const QRect& actual);
     void focusNow();
+    void insistOnFocus(const xcb_focus_out_event_t& event);
     X11Events::Verdict handle(const xcb_generic_event_t& event);
 
     QWidget& m_widget;
@@ -47,6 +49,8 @@ private:
     QRect m_native; ///< where it belongs; empty: wherever it is
     int m_correctionsLeft = 0;
     bool m_focusWhenMapped = false;
+    QDeadlineTimer m_insists{0}; ///< how long an overlay takes a lost focus back
+    int m_insistencesLeft = 0;
     QPointer<QObject> m_watched;
     X11Events::Subscription m_subscription;
 };
