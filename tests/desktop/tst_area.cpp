@@ -189,6 +189,7 @@ private Q_SLOTS:
         const ClientWindow window(display(),
                                   {.pixels = QRect(420, 260, 300, 200),
                                    .picture = checkerboard({64, 64}, 1, Qt::yellow, Qt::black)});
+        QVERIFY(becomesActive(window));
         const auto extents = desktop().connection().property32(window.id(), "_NET_FRAME_EXTENTS");
         QCOMPARE(extents.size(), std::size_t(4));
         QVERIFY(extents[2] > 0); // a title bar

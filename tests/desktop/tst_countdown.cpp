@@ -16,6 +16,7 @@ private:
     void useMenu()
     {
         usePatternedDesktop({.bus = MessageBus::session});
+        m_host.reset(); // its name on the bus is one for all
         m_host = std::make_unique<TrayHost>(
             desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")));
         startProgram();
@@ -31,8 +32,6 @@ private:
     std::unique_ptr<TrayHost> m_host;
 
 private Q_SLOTS:
-    void cleanup() { m_host.reset(); }
-
     void countsDownInTheMiddleOfTheScreenAndThenCaptures()
     {
         useMenu();

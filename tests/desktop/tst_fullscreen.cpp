@@ -40,6 +40,7 @@ private Q_SLOTS:
         const ClientWindow board(display(),
                                  {.pixels = QRect(200, 150, 500, 400),
                                   .picture = checkerboard({64, 64}, 1, Qt::black, Qt::white)});
+        QVERIFY(becomesActive(board));
         startProgram();
         input().moveTo(board.pixels().center()); // it must not be in the picture
         const QImage before = screen().grabAtRest();

@@ -205,6 +205,7 @@ private Q_SLOTS:
         const ClientWindow window(
             display(),
             {.pixels = QRect(600, 250, 500, 200), .kind = WindowKind::normal, .colour = Qt::red});
+        QVERIFY(becomesActive(window));
         const auto extents = desktop().connection().property32(window.id(), "_NET_FRAME_EXTENTS");
         QCOMPARE(extents.size(), std::size_t(4));
         const auto side = [&](std::size_t i) { return static_cast<int>(extents[i]); };

@@ -37,15 +37,35 @@ void CaptureTest::usePatternedDesktop(const DesktopOptions& options)
 void CaptureTest::startProgram(const QStringList& arguments)
 {
     program().start(arguments);
+    // The overlays are made ready after the hot keys. Looking at the keys before would mean to take
+    // them for a moment, and the program could find them taken.
+    const auto ready = [this] {
+        return windows().exists(program().pid(), QRect(10, 10, 300, 200));
+    };
     const auto owned = [this](xcb_keysym_t key) {
         return desktop().connection().isKeyGrabbedByOther(key, kShiftSuper);
     };
-    if (!waitUntil([&] { return owned(kAreaKey) && owned(kFullScreenKey); }))
-        qFatal("the hot keys are never taken:\n%s", qPrintable(program().log()));
+    if (!waitUntil(ready) || !owned(kAreaKey) || !owned(kFullScreenKey))
+        qFatal("the hot keys are not taken:\n%s", qPrintable(program().log()));
+}
+
+bool CaptureTest::keyboardIsFree()
+{
+    const Connection& connection = desktop().connection();
+    const Owned<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(
+        connection.raw(),
+        xcb_grab_keyboard(connection.raw(), 1, connection.root(), XCB_CURRENT_TIME,
+                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+        nullptr));
+    xcb_ungrab_keyboard(connection.raw(), XCB_CURRENT_TIME);
+    connection.sync();
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
 void CaptureTest::pressHotKey(xcb_keysym_t key)
 {
+    if (!waitUntil([this] { return keyboardIsFree(); }))
+        qWarning("somebody keeps the keyboard");
     input().chord({XK_Shift_L, XK_Super_L, key});
 }
 
@@ -98,6 +118,14 @@ std::vector<SeenWindow> CaptureTest::dialogs()
 bool CaptureTest::toastIsGone()
 {
     return waitUntil([this] { return !toastIsShown(); });
+}
+
+bool CaptureTest::becomesActive(const ClientWindow& window)
+{
+    const Connection& connection = desktop().connection();
+    const std::vector<std::uint32_t> wanted{window.id()};
+    return waitUntil(
+        [&] { return connection.property32(connection.root(), "_NET_ACTIVE_WINDOW") == wanted; });
 }
 
 QImage CaptureTest::pasted()

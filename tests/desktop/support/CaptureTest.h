@@ -27,7 +27,8 @@ protected:
 
     /// Starts the program and waits until both capture hot keys are its own.
     void startProgram(const QStringList& arguments = {});
-    /// Presses and lets go of Shift, Super and this key.
+    /// Presses and lets go of Shift, Super and this key, once nobody has taken the keyboard: after
+    /// a session the program holds it until the keys of that are up.
     void pressHotKey(xcb_keysym_t key);
 
     /// Presses the area hot key and waits until the session is ready; false when it never was.
@@ -45,6 +46,9 @@ protected:
     [[nodiscard]] bool toastIsGone();
     [[nodiscard]] ProgramWindows& windows() { return *m_windows; }
 
+    /// Waits until the window manager has given this window the focus and drawn its frame so.
+    [[nodiscard]] bool becomesActive(const ClientWindow& window);
+
     /// The clipboard's PNG, null when there is none.
     [[nodiscard]] QImage pasted();
     /// Waits until exactly this picture is on the clipboard.
@@ -60,6 +64,8 @@ protected:
     [[nodiscard]] bool isOnlyInHistory(const QImage& expected);
 
 private:
+    [[nodiscard]] bool keyboardIsFree();
+
     std::unique_ptr<ProgramWindows> m_windows;
 };
 

@@ -2,6 +2,8 @@
 
 #include "desktop/support/Patience.h"
 
+#include <csignal>
+
 namespace brindlecam::desktop {
 
 Desktop::Desktop(const DesktopOptions& options)
@@ -56,6 +58,16 @@ void Desktop::startWindowManager()
 void Desktop::endWindowManager()
 {
     m_windowManager.reset();
+}
+
+void Desktop::pauseWindowManager()
+{
+    kill(static_cast<pid_t>(m_windowManager->pid()), SIGSTOP);
+}
+
+void Desktop::resumeWindowManager()
+{
+    kill(static_cast<pid_t>(m_windowManager->pid()), SIGCONT);
 }
 
 void Desktop::startCompositor()

@@ -39,6 +39,9 @@ public:
 
     void startWindowManager();
     void endWindowManager();
+    /// Stops the window manager in its tracks, as a loaded machine would, and lets it go on.
+    void pauseWindowManager();
+    void resumeWindowManager();
     void startCompositor();
     void endCompositor();
     void startTray(Tray tray);

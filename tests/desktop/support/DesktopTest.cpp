@@ -17,9 +17,8 @@ void DesktopTest::cleanup()
 {
     if (!m_desktop)
         return;
-    // Before the program takes its windows off the screen.
     if (QTest::currentTestFailed())
-        keepArtifacts();
+        keepArtifacts(); // with the program's windows still there
     if (m_program->isRunning() && m_program->quit() != 0) {
         keepArtifacts();
         QTest::qFail("the program does not quit cleanly", __FILE__, __LINE__);

@@ -16,7 +16,8 @@ namespace brindlecam::desktop {
 /// Base of every desktop test class. A test function calls useDesktop() and then drives the program
 /// it starts; afterwards the program is asked to quit and must end with exit code 0 (so a
 /// sanitizer's finding fails the test), and everything started is ended. A failed test leaves a
-/// picture of the screen and the program's log in the folder named by BRINDLECAM_ARTIFACTS.
+/// picture of the screen and the program's log in the folder named by BRINDLECAM_ARTIFACTS. A
+/// derived class has no cleanup() of its own: it would take the place of this one.
 class DesktopTest : public QObject {
     Q_OBJECT
 

@@ -1,5 +1,7 @@
 #include "desktop/support/ProgramWindows.h"
 
+#include <algorithm>
+
 namespace brindlecam::desktop {
 
 ProgramWindows::ProgramWindows(const QString& display)
@@ -19,6 +21,19 @@ std::vector<SeenWindow> ProgramWindows::shown(qint64 pid, const QByteArray& type
     std::vector<SeenWindow> found = shown(pid);
     std::erase_if(found, [&](const SeenWindow& window) { return window.type != type; });
     return found;
+}
+
+bool ProgramWindows::exists(qint64 pid, const QRect& pixels) const
+{
+    const Owned<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(
+        m_connection.raw(), xcb_query_tree(m_connection.raw(), m_connection.root()), nullptr));
+    if (!tree)
+        return false;
+    const xcb_window_t* children = xcb_query_tree_children(tree.get());
+    return std::any_of(children, children + xcb_query_tree_children_length(tree.get()),
+                       [&](xcb_window_t window) {
+                           return belongsTo(window, pid) && place(window).contains(pixels);
+                       });
 }
 
 xcb_window_t ProgramWindows::focused() const

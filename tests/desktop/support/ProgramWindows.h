@@ -26,6 +26,8 @@ public:
     [[nodiscard]] std::vector<SeenWindow> shown(qint64 pid) const;
     /// Those of one kind, as in "_NET_WM_WINDOW_TYPE_DOCK".
     [[nodiscard]] std::vector<SeenWindow> shown(qint64 pid, const QByteArray& type) const;
+    /// Whether the process has a window of its own that covers these pixels, shown or not.
+    [[nodiscard]] bool exists(qint64 pid, const QRect& pixels) const;
     /// The window with the keyboard focus; 0 or 1 (the root or the pointer's) when none has it.
     [[nodiscard]] xcb_window_t focused() const;
     /// Whether the focused window belongs to the process.
