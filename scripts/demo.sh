@@ -47,7 +47,8 @@ mkdir -p "$results/home/Pictures"
 # Nothing of the user's own settings, session or pictures takes part. The runtime folder is a short
 # path, for sockets have little room for their names.
 mkdir -m 700 "$work/run"
-unset WAYLAND_DISPLAY XAUTHORITY SESSION_MANAGER QT_QPA_PLATFORM QT_SCALE_FACTOR
+unset WAYLAND_DISPLAY XDG_SESSION_TYPE XDG_CURRENT_DESKTOP XAUTHORITY SESSION_MANAGER
+unset QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME QT_STYLE_OVERRIDE QT_SCALE_FACTOR QT_SCREEN_SCALE_FACTORS
 export HOME=$results/home XDG_CONFIG_HOME=$results/home/config XDG_DATA_HOME=$results/home/data
 export XDG_CACHE_HOME=$work/cache XDG_STATE_HOME=$work/state XDG_RUNTIME_DIR=$work/run
 export DBUS_SESSION_BUS_ADDRESS=unix:path=$work/no-bus LC_ALL=C.UTF-8 QT_FONT_DPI=96
