@@ -21,7 +21,7 @@ void takeToasts(Photographer& photographer)
     photographer.take(QStringLiteral("toast-short"));
     toast.show(message(false));
     photographer.take(QStringLiteral("toast-long"));
-    toast.dismiss();
+    toast.suspend();
     photographer.rest();
 }
 
