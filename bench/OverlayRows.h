@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Stage.h"
+
+namespace brindlecam::bench {
+
+class Figures;
+
+/// From the area key to the frozen, dimmed screen with its hint, and from a pointer's move to what
+/// it changes.
+class OverlayRows final {
+public:
+    OverlayRows(Stage& stage, Figures& figures);
+
+    void firstCapture();
+    void warmCapture();
+    /// Without a limit: what the memory given back at rest costs the next capture.
+    void captureAfterRest();
+    void pointerMoves();
+
+private:
+    struct Limits {
+        double warm;
+        double first;
+        double move;
+    };
+
+    [[nodiscard]] bool isLarge() const;
+    [[nodiscard]] Limits limits() const;
+    void rehearse();
+    /// Milliseconds from the key to the painted overlay, which is ended again.
+    [[nodiscard]] std::optional<double> measure();
+
+    Stage& m_stage;
+    Figures& m_figures;
+    std::vector<Sample> m_painted; ///< of the overlay: dimmed places and the hint
+};
+
+} // namespace brindlecam::bench

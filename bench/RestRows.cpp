@@ -1,0 +1,97 @@
+#include "RestRows.h"
+
+#include "Figures.h"
+#include "Rest.h"
+
+#include <QThread>
+
+#include <X11/keysym.h>
+
+namespace brindlecam::bench {
+
+namespace {
+
+constexpr unsigned long kUntilRest = 10; // seconds
+constexpr unsigned long kRest = 30;
+constexpr int kCaptures = 10;
+constexpr double kMostAfterStart = 6; // MiB
+constexpr double kMostAfterCaptures = 12;
+
+} // namespace
+
+RestRows::RestRows(Stage& stage, Figures& figures)
+    : m_stage(stage)
+    , m_figures(figures)
+{
+}
+
+void RestRows::run()
+{
+    m_stage.start();
+    measure(QStringLiteral("after start"), kMostAfterStart);
+    for (int i = 0; i < kCaptures; ++i) {
+        if (i % 2 == 0) {
+            capture();
+        } else {
+            m_stage.strikeFullScreen();
+            QThread::msleep(300);
+            m_stage.hands().letGo();
+        }
+        QThread::msleep(1500);
+    }
+    measure(QStringLiteral("after ten captures"), kMostAfterCaptures);
+    m_stage.quit();
+}
+
+void RestRows::capture()
+{
+    m_stage.strikeArea();
+    QThread::msleep(400);
+    m_stage.hands().letGo();
+    m_stage.hands().moveTo({300, 250});
+    m_stage.hands().pressButton();
+    m_stage.hands().moveTo({700, 550});
+    m_stage.hands().moveTo({1100, 850});
+    m_stage.hands().releaseButton();
+    QThread::msleep(100);
+    m_stage.hands().tap(XK_Return);
+    QThread::msleep(300);
+    m_stage.hands().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+}
+
+void RestRows::measure(const QString& when, double mostMebibytes)
+{
+    const Rest rest(m_stage.display(), m_stage.program().pid());
+    QThread::sleep(kUntilRest);
+    const auto before = rest.switches();
+    QThread::sleep(kRest);
+    const auto after = rest.switches();
+    m_figures.add({.what = QStringLiteral("at rest %1: context switches in 30 s").arg(when),
+                   .unit = QStringLiteral("switches"),
+                   .samples = {double(Rest::between(before, after))},
+                   .limit = 0,
+                   .yardstick = {},
+                   .yardstickSamples = {},
+                   .ratioLimit = {}});
+    for (auto thread = after.begin(); thread != after.end(); ++thread) {
+        if (thread.value() != before.value(thread.key(), 0))
+            m_figures.note(QStringLiteral("    thread %1: %2")
+                               .arg(QString::fromUtf8(thread.key()))
+                               .arg(thread.value() - before.value(thread.key(), 0)));
+    }
+    const Rest::Memory memory = rest.memory();
+    m_figures.add({.what = QStringLiteral("at rest %1: memory").arg(when),
+                   .unit = QStringLiteral("MiB"),
+                   .samples = {memory.all()},
+                   .limit = mostMebibytes,
+                   .yardstick = {},
+                   .yardstickSamples = {},
+                   .ratioLimit = {}});
+    m_figures.note(QStringLiteral("    anonymous %1, shared %2, other segments %3, X pixmaps %4")
+                       .arg(memory.anonymous, 0, 'f', 2)
+                       .arg(memory.shared, 0, 'f', 2)
+                       .arg(memory.segments, 0, 'f', 2)
+                       .arg(memory.pixmaps, 0, 'f', 2));
+}
+
+} // namespace brindlecam::bench

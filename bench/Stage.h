@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Eyes.h"
+#include "FrameCopy.h"
+#include "Hands.h"
+
+#include "desktop/support/ClientWindow.h"
+#include "desktop/support/Desktop.h"
+#include "desktop/support/ProgramUnderTest.h"
+
+#include <QJsonObject>
+
+#include <memory>
+
+namespace brindlecam::bench {
+
+enum class Page { interface, photo };
+
+[[nodiscard]] QString name(Page page);
+
+/// A desktop of one size with a few ordinary windows below a page that covers the screen, and the
+/// program on it. Native pixels.
+class Stage final {
+public:
+    Stage(QSize pixels, Page page);
+
+    [[nodiscard]] QSize pixels() const { return m_pixels; }
+    /// What the screen shows when nothing of ours is on it.
+    [[nodiscard]] const QImage& page() const { return m_page; }
+    [[nodiscard]] QString display() { return m_desktop.server().display(); }
+    [[nodiscard]] Eyes& eyes() { return m_eyes; }
+    [[nodiscard]] Hands& hands() { return m_hands; }
+    [[nodiscard]] const FrameCopy& frameCopy() const { return *m_frameCopy; }
+
+    /// Starts the program anew, with these settings, and waits until its hot keys work.
+    void start(const QJsonObject& settings = {});
+    void quit();
+    [[nodiscard]] desktop::ProgramUnderTest& program() { return *m_program; }
+
+    /// The moment just before the area key went down.
+    Clock::time_point strikeArea();
+    Clock::time_point strikeFullScreen();
+    /// Ends the session by Esc and waits until the page is back.
+    void endSession();
+    /// Waits until the page is back, all toasts gone.
+    void awaitPage();
+
+private:
+    const QSize m_pixels;
+    desktop::Desktop m_desktop;
+    const QImage m_page;
+    std::vector<std::unique_ptr<desktop::ClientWindow>> m_windows;
+    Eyes m_eyes;
+    Hands m_hands;
+    std::unique_ptr<FrameCopy> m_frameCopy;
+    std::unique_ptr<desktop::ProgramUnderTest> m_program;
+};
+
+} // namespace brindlecam::bench

@@ -1,0 +1,85 @@
+// Measures the program from outside and prints the table of figures. Arguments choose the parts to
+// run (overlay, rest) and the sizes (1080p, 4k); without arguments everything is run.
+#include "Figures.h"
+#include "OverlayRows.h"
+#include "RestRows.h"
+#include "Stage.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+using namespace brindlecam::bench;
+
+namespace {
+
+struct Size {
+    const char* name;
+    QSize pixels;
+};
+
+constexpr Size kSizes[] = {{"1080p", {1920, 1080}}, {"4k", {3840, 2160}}};
+const QStringList kParts{QStringLiteral("overlay"), QStringLiteral("cold"), QStringLiteral("rest")};
+
+class Choice final {
+public:
+    explicit Choice(QStringList words)
+        : m_words(std::move(words))
+    {
+    }
+
+    [[nodiscard]] bool part(const char* name) const { return has(QLatin1String(name), kParts); }
+    [[nodiscard]] bool size(const char* name) const
+    {
+        return has(QLatin1String(name), {QStringLiteral("1080p"), QStringLiteral("4k")});
+    }
+
+private:
+    /// A kind of which nothing is named is wanted whole.
+    [[nodiscard]] bool has(QLatin1String name, const QStringList& kind) const
+    {
+        const bool named = std::any_of(kind.begin(), kind.end(), [this](const QString& other) {
+            return m_words.contains(other);
+        });
+        return !named || m_words.contains(name);
+    }
+
+    QStringList m_words;
+};
+
+void measure(const Size& size, const Choice& choice, Figures& figures)
+{
+    Stage stage(size.pixels, Page::interface);
+    OverlayRows overlay(stage, figures);
+    if (choice.part("overlay") || choice.part("cold")) {
+        figures.begin(QStringLiteral("%1, overlay").arg(QLatin1String(size.name)));
+        stage.start();
+        if (choice.part("overlay")) {
+            overlay.warmCapture();
+            overlay.pointerMoves();
+        }
+        if (choice.part("cold"))
+            overlay.captureAfterRest();
+        stage.quit();
+        if (choice.part("overlay"))
+            overlay.firstCapture();
+    }
+    if (choice.part("rest") && size.pixels.width() < 3000) {
+        figures.begin(QStringLiteral("%1, at rest").arg(QLatin1String(size.name)));
+        RestRows(stage, figures).run();
+    }
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const Choice choice(QCoreApplication::arguments().mid(1));
+    Figures figures;
+    for (const Size& size : kSizes) {
+        if (choice.size(size.name))
+            measure(size, choice, figures);
+    }
+    figures.conclude();
+    return 0;
+}
