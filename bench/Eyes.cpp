@@ -30,18 +30,29 @@ Eyes::Eyes(const QString& display)
     m_connection.sync();
 }
 
-std::optional<Clock::time_point> Eyes::await(const std::vector<Sample>& samples)
+template <typename Condition>
+std::optional<Clock::time_point> Eyes::awaitThat(Condition holds)
 {
     const auto deadline = Clock::now() + kPatience;
     while (Clock::now() < deadline) {
         // What is drawn from here on is reported anew, so nothing falls between look and sleep.
         xcb_damage_subtract(m_connection.raw(), m_damage, XCB_NONE, XCB_NONE);
-        if (shows(samples))
+        if (holds())
             return Clock::now();
         if (!sleepUntilDamage(kPatience))
             return {};
     }
     return {};
+}
+
+std::optional<Clock::time_point> Eyes::await(const std::vector<Sample>& samples)
+{
+    return awaitThat([&] { return shows(samples); });
+}
+
+std::optional<Clock::time_point> Eyes::awaitOther(const Sample& sample)
+{
+    return awaitThat([&] { return !shows({sample}); });
 }
 
 QImage Eyes::grabAtRest()

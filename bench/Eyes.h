@@ -36,10 +36,14 @@ public:
 
     /// The first moment at which all samples show, or none within the patience.
     [[nodiscard]] std::optional<Clock::time_point> await(const std::vector<Sample>& samples);
+    /// The first moment at which the place shows anything else, or none within the patience.
+    [[nodiscard]] std::optional<Clock::time_point> awaitOther(const Sample& sample);
     /// The whole screen once nothing has moved for a while.
     [[nodiscard]] QImage grabAtRest();
 
 private:
+    template <typename Condition>
+    [[nodiscard]] std::optional<Clock::time_point> awaitThat(Condition holds);
     [[nodiscard]] bool shows(const std::vector<Sample>& samples) const;
     /// Sleeps until something is drawn; false when nothing is.
     [[nodiscard]] bool sleepUntilDamage(std::chrono::milliseconds patience) const;

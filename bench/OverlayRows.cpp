@@ -67,6 +67,7 @@ void OverlayRows::rehearse()
     if (!m_painted.empty())
         return;
     m_stage.strikeArea();
+    m_stage.awaitOverlay();
     pause(std::chrono::seconds(1));
     const QImage overlay = m_stage.eyes().grabAtRest();
     m_stage.endSession();
@@ -169,6 +170,7 @@ void OverlayRows::pointerMoves()
     };
     const auto beginDrag = [&] {
         m_stage.strikeArea();
+        m_stage.awaitOverlay();
         pause(std::chrono::milliseconds(500));
         m_stage.hands().letGo();
         m_stage.hands().moveTo(place(-20));

@@ -46,6 +46,7 @@ void RestRows::run()
 void RestRows::capture()
 {
     m_stage.strikeArea();
+    m_stage.awaitOverlay();
     QThread::msleep(400);
     m_stage.hands().letGo();
     m_stage.hands().moveTo({300, 250});

@@ -39,6 +39,7 @@ QString name(Page page)
 
 Stage::Stage(QSize pixels, Page page)
     : m_pixels(pixels)
+    , m_shown(page)
     , m_desktop({.server = {.pixels = pixels}})
     , m_page(painted(pixels, page))
     , m_eyes(m_desktop.server().display())
@@ -88,6 +89,18 @@ Clock::time_point Stage::strikeArea()
 Clock::time_point Stage::strikeFullScreen()
 {
     return m_hands.strike({XK_Super_L, XK_Shift_L}, XK_8);
+}
+
+void Stage::awaitOverlay()
+{
+    // A bright place far from hint and pointer is dimmed by now.
+    QPoint place(0, m_pixels.height() - 1);
+    for (int x = 0; x < m_pixels.width() / 4; ++x) {
+        if (qGray(m_page.pixel(x, place.y())) > qGray(m_page.pixel(place)))
+            place.setX(x);
+    }
+    if (!m_eyes.awaitOther({place, m_page.pixel(place)}))
+        qFatal("no overlay comes:\n%s", qPrintable(m_program->log()));
 }
 
 void Stage::endSession()

@@ -25,6 +25,7 @@ public:
     Stage(QSize pixels, Page page);
 
     [[nodiscard]] QSize pixels() const { return m_pixels; }
+    [[nodiscard]] Page shownPage() const { return m_shown; }
     /// What the screen shows when nothing of ours is on it.
     [[nodiscard]] const QImage& page() const { return m_page; }
     [[nodiscard]] QString display() { return m_desktop.server().display(); }
@@ -40,6 +41,8 @@ public:
     /// The moment just before the area key went down.
     Clock::time_point strikeArea();
     Clock::time_point strikeFullScreen();
+    /// Waits until the overlay hides the page.
+    void awaitOverlay();
     /// Ends the session by Esc and waits until the page is back.
     void endSession();
     /// Waits until the page is back, all toasts gone.
@@ -47,6 +50,7 @@ public:
 
 private:
     const QSize m_pixels;
+    const Page m_shown;
     desktop::Desktop m_desktop;
     const QImage m_page;
     std::vector<std::unique_ptr<desktop::ClientWindow>> m_windows;

@@ -1,5 +1,7 @@
 // Measures the program from outside and prints the table of figures. Arguments choose the parts to
-// run (overlay, rest) and the sizes (1080p, 4k); without arguments everything is run.
+// run (overlay, cold, clipboard, rest) and the sizes (1080p, 4k); without arguments everything is
+// run.
+#include "ClipboardRows.h"
 #include "Figures.h"
 #include "OverlayRows.h"
 #include "RestRows.h"
@@ -18,7 +20,8 @@ struct Size {
 };
 
 constexpr Size kSizes[] = {{"1080p", {1920, 1080}}, {"4k", {3840, 2160}}};
-const QStringList kParts{QStringLiteral("overlay"), QStringLiteral("cold"), QStringLiteral("rest")};
+const QStringList kParts{QStringLiteral("overlay"), QStringLiteral("cold"),
+                         QStringLiteral("clipboard"), QStringLiteral("rest")};
 
 class Choice final {
 public:
@@ -69,6 +72,17 @@ void measure(const Size& size, const Choice& choice, Figures& figures)
     }
 }
 
+void measureClipboard(const Size& size, Page page, Figures& figures)
+{
+    figures.begin(
+        QStringLiteral("%1, clipboard and file, %2").arg(QLatin1String(size.name), name(page)));
+    Stage stage(size.pixels, page);
+    ClipboardRows clipboard(stage, figures);
+    clipboard.areaWithoutAutomaticCopy();
+    clipboard.areaWithAutomaticCopy();
+    clipboard.fullScreen();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -77,8 +91,13 @@ int main(int argc, char* argv[])
     const Choice choice(QCoreApplication::arguments().mid(1));
     Figures figures;
     for (const Size& size : kSizes) {
-        if (choice.size(size.name))
-            measure(size, choice, figures);
+        if (!choice.size(size.name))
+            continue;
+        measure(size, choice, figures);
+        if (choice.part("clipboard")) {
+            for (const Page page : {Page::interface, Page::photo})
+                measureClipboard(size, page, figures);
+        }
     }
     figures.conclude();
     return 0;

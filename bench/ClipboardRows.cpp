@@ -1,0 +1,175 @@
+#include "ClipboardRows.h"
+
+#include "Figures.h"
+#include "LibPng.h"
+#include "NewFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QThread>
+
+#include <X11/keysym.h>
+
+namespace brindlecam::bench {
+
+namespace {
+
+constexpr int kLargeWidth = 3840;
+constexpr int kAreaRounds = 12;
+constexpr int kFullScreenRounds = 8;
+constexpr QRect kArea(300, 200, 800, 600);
+constexpr unsigned long kUnhurried = 400;   // milliseconds
+constexpr unsigned long kNextSecond = 1100; // files are named by the second
+
+} // namespace
+
+ClipboardRows::ClipboardRows(Stage& stage, Figures& figures)
+    : m_stage(stage)
+    , m_figures(figures)
+    , m_pastes(stage.display())
+{
+}
+
+bool ClipboardRows::isLarge() const
+{
+    return m_stage.pixels().width() >= kLargeWidth;
+}
+
+ClipboardRows::Times ClipboardRows::areas(bool automaticCopy)
+{
+    m_stage.start({{QStringLiteral("autoCopy"), automaticCopy}});
+    Times times;
+    for (int round = 0; round < kAreaRounds; ++round) {
+        m_stage.strikeArea();
+        m_stage.awaitOverlay();
+        QThread::msleep(kUnhurried);
+        Hands& hands = m_stage.hands();
+        hands.letGo();
+        m_pastes.forget();
+        hands.moveTo(kArea.topLeft());
+        hands.pressButton();
+        hands.moveTo(kArea.center());
+        hands.moveTo(kArea.topLeft() + QPoint(kArea.width(), kArea.height()));
+        hands.releaseButton();
+        if (automaticCopy && !m_pastes.awaitPng())
+            qFatal("nothing is copied automatically");
+        QThread::msleep(kUnhurried);
+        m_pastes.forget();
+
+        const auto struck = hands.strike({}, XK_Return);
+        const auto offered = m_pastes.awaitPng();
+        const QByteArray png = m_pastes.readPng();
+        const auto read = Clock::now();
+        hands.letGo();
+        if (offered && pngSize(png) == kArea.size()) {
+            times.offered.push_back(millisecondsBetween(struck, *offered));
+            times.read.push_back(millisecondsBetween(struck, read));
+        }
+        hands.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+        // The toast comes, and the keyboard is everybody's again.
+        QThread::msleep(kUnhurried);
+        m_stage.awaitPage();
+    }
+    m_stage.quit();
+    return times;
+}
+
+void ClipboardRows::areaWithoutAutomaticCopy()
+{
+    const Times times = areas(false);
+    std::vector<double> yardstick;
+    for (int round = 0; round < 3; ++round)
+        yardstick.push_back(encodeAndWriteByLibPng(m_stage.page().copy(kArea)).milliseconds);
+    const QString what = QStringLiteral("Return after an 800 × 600 drag, automatic copy off: PNG ");
+    m_figures.add({.what = what + QStringLiteral("offered"),
+                   .samples = times.offered,
+                   .limit = isPhoto() ? 20 : 8,
+                   .yardstick = QStringLiteral("libpng + write"),
+                   .yardstickSamples = yardstick,
+                   .ratioLimit = {}});
+    m_figures.add({.what = what + QStringLiteral("fully read"),
+                   .samples = times.read,
+                   .limit = isPhoto() ? 35 : 20,
+                   .yardstick = QStringLiteral("libpng + write"),
+                   .yardstickSamples = yardstick,
+                   .ratioLimit = {}});
+}
+
+void ClipboardRows::areaWithAutomaticCopy()
+{
+    const Times times = areas(true);
+    m_figures.add(
+        {.what = QStringLiteral("Return after an 800 × 600 drag, automatic copy on: PNG offered"),
+         .samples = times.offered,
+         .limit = 3,
+         .yardstick = {},
+         .yardstickSamples = {},
+         .ratioLimit = {}});
+}
+
+std::optional<double> ClipboardRows::untilRead()
+{
+    m_pastes.forget();
+    const auto struck = m_stage.strikeFullScreen();
+    const auto offered = m_pastes.awaitPng();
+    const QByteArray png = m_pastes.readPng();
+    const auto read = Clock::now();
+    m_stage.hands().letGo();
+    if (!offered || pngSize(png) != m_stage.pixels())
+        return {};
+    return millisecondsBetween(struck, read);
+}
+
+std::optional<double> ClipboardRows::untilFile()
+{
+    NewFiles files(m_stage.program().folders().captures());
+    const auto struck = m_stage.strikeFullScreen();
+    const auto file = files.awaitPng();
+    const auto seen = Clock::now();
+    m_stage.hands().letGo();
+    if (!file)
+        return {};
+    m_lastFile = *file;
+    return millisecondsBetween(struck, seen);
+}
+
+void ClipboardRows::fullScreen()
+{
+    m_stage.start();
+    QDir().mkpath(m_stage.program().folders().captures());
+    Figure clipboard{.what = QStringLiteral("full screen: PNG readable on the clipboard"),
+                     .samples = {},
+                     .limit = isLarge() ? (isPhoto() ? 280 : 130) : (isPhoto() ? 80 : 40),
+                     .yardstick = QStringLiteral("libpng + write"),
+                     .yardstickSamples = {},
+                     .ratioLimit = {}};
+    Figure file = clipboard;
+    file.what = QStringLiteral("full screen: file complete");
+    file.limit = isLarge() ? (isPhoto() ? 750 : 200) : (isPhoto() ? 200 : 60);
+    // One after the other: reading must not hold up the writing.
+    for (int round = 0; round < 2 * kFullScreenRounds; ++round) {
+        Figure& figure = round % 2 == 0 ? clipboard : file;
+        if (const auto time = round % 2 == 0 ? untilRead() : untilFile())
+            figure.samples.push_back(*time);
+        QThread::msleep(kNextSecond);
+        m_stage.awaitPage();
+    }
+    LibPngRun libpng;
+    for (int round = 0; round < 2; ++round) {
+        libpng = encodeAndWriteByLibPng(m_stage.page());
+        clipboard.yardstickSamples.push_back(libpng.milliseconds);
+        file.yardstickSamples.push_back(libpng.milliseconds);
+    }
+    m_figures.add(clipboard);
+    m_figures.add(file);
+    m_figures.add({.what = QStringLiteral("size of the file"),
+                   .unit = QStringLiteral("bytes"),
+                   .samples = {double(QFile(m_lastFile).size())},
+                   .limit = {},
+                   .yardstick = QStringLiteral("libpng level 6 adaptive"),
+                   .yardstickSamples = {double(libpng.bytes)},
+                   .ratioLimit = isPhoto() ? 1.06 : 0.85});
+    m_stage.quit();
+}
+
+} // namespace brindlecam::bench

@@ -1,0 +1,92 @@
+#include "Pastes.h"
+
+#include <QtEndian>
+
+#include <xcb/xfixes.h>
+
+#include <poll.h>
+
+#include <cstring>
+
+namespace brindlecam::bench {
+
+namespace {
+
+constexpr std::chrono::milliseconds kPatience{10000};
+
+} // namespace
+
+Pastes::Pastes(const QString& display)
+    : m_connection(display)
+    , m_reader(display)
+    , m_png(m_connection.atom("image/png"))
+{
+    auto* const connection = m_connection.raw();
+    const auto* const extension = xcb_get_extension_data(connection, &xcb_xfixes_id);
+    if (!extension || !extension->present)
+        qFatal("the X server reports no selections");
+    m_selectionNotify =
+        static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+    const desktop::Owned<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
+        connection, xcb_xfixes_query_version(connection, 5, 0), nullptr));
+    xcb_xfixes_select_selection_input(connection, m_connection.root(),
+                                      m_connection.atom("CLIPBOARD"),
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+    m_connection.sync();
+}
+
+void Pastes::forget()
+{
+    m_connection.sync();
+    (void)claimed();
+}
+
+std::optional<Clock::time_point> Pastes::awaitPng()
+{
+    const auto deadline = Clock::now() + kPatience;
+    while (Clock::now() < deadline) {
+        if (claimed() && offersPng())
+            return Clock::now();
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        pollfd readable{xcb_get_file_descriptor(m_connection.raw()), POLLIN, 0};
+        poll(&readable, 1, static_cast<int>(std::max<decltype(left)>(0, left)));
+    }
+    return {};
+}
+
+QByteArray Pastes::readPng()
+{
+    return m_reader.read("image/png").value_or(QByteArray());
+}
+
+bool Pastes::claimed()
+{
+    bool any = false;
+    while (const desktop::Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.raw())})
+        any = any || (event->response_type & 0x7f) == m_selectionNotify;
+    return any;
+}
+
+bool Pastes::offersPng()
+{
+    const QByteArray targets = m_reader.read("TARGETS").value_or(QByteArray());
+    for (qsizetype at = 0; at + 4 <= targets.size(); at += 4) {
+        xcb_atom_t target = 0;
+        std::memcpy(&target, targets.constData() + at, sizeof(target));
+        if (target == m_png)
+            return true;
+    }
+    return false;
+}
+
+QSize pngSize(const QByteArray& png)
+{
+    constexpr qsizetype kSizeAt = 16; // behind the signature and the head of the first chunk
+    if (png.size() < kSizeAt + 8)
+        return {};
+    return {qFromBigEndian<qint32>(png.constData() + kSizeAt),
+            qFromBigEndian<qint32>(png.constData() + kSizeAt + 4)};
+}
+
+} // namespace brindlecam::bench
