@@ -8,6 +8,7 @@
 
 #include <QTimer>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <utility>
@@ -32,6 +33,18 @@ QRect placeOn(const ScreenInfo& screen, QSizeF points)
                        qRound(kAboveBottom * screen.scale);
     const int left = screen.native.x() + (screen.native.width() - size.width()) / 2;
     return {QPoint(left, bottom - size.height()), size};
+}
+
+/// That screen with the docks of this moment, the primary screen without one.
+std::optional<ScreenInfo> asItIsNow(const std::optional<ScreenInfo>& screen,
+                                    const Displays& displays)
+{
+    const std::vector<ScreenInfo> screens = displays.screens();
+    if (!screen)
+        return screens.empty() ? std::nullopt : std::optional(screens.front());
+    const auto found = std::ranges::find_if(
+        screens, [&](const ScreenInfo& known) { return known.sameDisplay(*screen); });
+    return found == screens.end() ? screen : *found;
 }
 
 FloatingContent contentOf(const Pill& pill)
@@ -85,13 +98,9 @@ Toast::~Toast() = default;
 
 void Toast::show(const QString& text, const std::optional<ScreenInfo>& screen)
 {
-    std::optional<ScreenInfo> place = screen;
-    if (!place) {
-        const std::vector<ScreenInfo> screens = m_displays.screens();
-        if (screens.empty())
-            return;
-        place = screens.front();
-    }
+    const std::optional<ScreenInfo> place = asItIsNow(screen, m_displays);
+    if (!place)
+        return;
     if (m_suspended) {
         m_held = Held{text, *place};
         return;

@@ -83,7 +83,7 @@ void CaptureController::grabAll()
     if (!grabbing)
         return;
     Platform& platform = m_services.platform;
-    grabbing->screens = platform.displays->screens();
+    grabbing->screens = platform.displays->layout();
     grabbing->windowFrames = WindowFinder::frontToBackRects(
         platform.windowList->frontToBack(), grabbing->screens, QCoreApplication::applicationPid());
     ScreenGrabber::capture(*platform.grabber, grabbing->screens, {.dimmedCopy = true},
@@ -102,7 +102,7 @@ void CaptureController::present(const std::vector<Shot>& shots)
         return;
     // Pictures of a desktop that has changed meanwhile fit no screen any more.
     if (!grabbing->again &&
-        !sameDisplays(m_services.platform.displays->screens(), grabbing->screens)) {
+        !sameDisplays(m_services.platform.displays->layout(), grabbing->screens)) {
         grabbing->again = true;
         grabAll();
         return;

@@ -17,6 +17,10 @@ public:
     /// Connected displays, the primary one first. Empty when there are none.
     [[nodiscard]] virtual std::vector<ScreenInfo> screens() const = 0;
 
+    /// The same without asking every dock what it takes, which is the slow part: each visible frame
+    /// is the whole display.
+    [[nodiscard]] virtual std::vector<ScreenInfo> layout() const = 0;
+
     /// Where the pointer is now, or nothing when the system does not tell.
     [[nodiscard]] virtual std::optional<QPoint> pointer() const = 0;
 

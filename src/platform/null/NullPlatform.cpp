@@ -9,6 +9,7 @@ namespace {
 class NullDisplays final : public Displays {
 public:
     [[nodiscard]] std::vector<ScreenInfo> screens() const override { return {}; }
+    [[nodiscard]] std::vector<ScreenInfo> layout() const override { return {}; }
     [[nodiscard]] std::optional<QPoint> pointer() const override { return {}; }
     void setOnChange(std::function<void()>) override {}
 };

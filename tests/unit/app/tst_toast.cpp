@@ -58,6 +58,19 @@ private Q_SLOTS:
         QVERIFY(qAbs(dense.x() + dense.width() / 2.0 - (1920 + 1440)) <= 1);
     }
 
+    void docksThatCameMeanwhileStayFree()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kPlain, kDense};
+        test::FakePanels panels;
+        Toast toast(displays, panels);
+        ScreenInfo earlier = kPlain;
+        earlier.visibleFrame = earlier.native;
+        toast.show(QStringLiteral("Copiado"), earlier);
+        const QRect place = panels.shown.at(0).native;
+        QCOMPARE(place.y() + place.height(), 1040 - 80);
+    }
+
     void withoutAnyScreenNothingIsShown()
     {
         test::FakeDisplays displays;

@@ -14,6 +14,13 @@ public:
     std::function<void()> changed;
 
     [[nodiscard]] std::vector<ScreenInfo> screens() const override { return all; }
+    [[nodiscard]] std::vector<ScreenInfo> layout() const override
+    {
+        std::vector<ScreenInfo> bare = all;
+        for (ScreenInfo& screen : bare)
+            screen.visibleFrame = screen.native;
+        return bare;
+    }
     [[nodiscard]] std::optional<QPoint> pointer() const override { return pointerAt; }
     void setOnChange(std::function<void()> listener) override { changed = std::move(listener); }
 };

@@ -72,6 +72,14 @@ std::vector<Monitor> readMonitors()
     return monitors;
 }
 
+/// The root window as it is now; empty when the server is gone.
+QSize desktopSize()
+{
+    const x11::Owned<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
+        x11::connection(), xcb_get_geometry(x11::connection(), x11::root()), nullptr));
+    return geometry ? QSize(geometry->width, geometry->height) : QSize();
+}
+
 qreal scaleOf(const QString& name)
 {
     for (const QScreen* screen : QGuiApplication::screens()) {
@@ -106,26 +114,30 @@ X11Displays::~X11Displays() = default;
 
 std::vector<ScreenInfo> X11Displays::screens() const
 {
-    const auto geometryCookie = xcb_get_geometry(x11::connection(), x11::root());
+    auto screens = layout();
+    const auto struts = Struts::read();
+    const QSize desktop = desktopSize();
+    for (ScreenInfo& screen : screens)
+        screen.visibleFrame = Struts::visibleFrame(screen.native, desktop, struts);
+    return screens;
+}
+
+std::vector<ScreenInfo> X11Displays::layout() const
+{
     auto monitors = readMonitors();
-    const x11::Owned<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(x11::connection(), geometryCookie, nullptr));
-    if (!geometry)
-        return {};
-    const QSize desktop(geometry->width, geometry->height);
     if (monitors.empty()) {
+        const QSize desktop = desktopSize();
+        if (desktop.isEmpty())
+            return {};
         const QScreen* const primary = QGuiApplication::primaryScreen();
         monitors.push_back({primary ? primary->name() : QString(), QRect({}, desktop), true});
     }
     std::stable_partition(monitors.begin(), monitors.end(),
                           [](const Monitor& monitor) { return monitor.primary; });
 
-    const auto struts = Struts::read();
     std::vector<ScreenInfo> screens;
-    for (const auto& [name, native, primary] : monitors) {
-        screens.push_back(
-            {name, native, scaleOf(name), Struts::visibleFrame(native, desktop, struts)});
-    }
+    for (const auto& [name, native, primary] : monitors)
+        screens.push_back({name, native, scaleOf(name), native});
     return screens;
 }
 
@@ -141,14 +153,14 @@ std::optional<QPoint> X11Displays::pointer() const
 void X11Displays::setOnChange(std::function<void()> changed)
 {
     m_changed = std::move(changed);
-    m_told = screens();
+    m_told = layout();
 }
 
 bool X11Displays::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 {
     // RandR also tells of brightness and the like.
     if (mayMeanAChange(*static_cast<const xcb_generic_event_t*>(message)) &&
-        !std::ranges::equal(screens(), m_told, &ScreenInfo::sameDisplay))
+        !std::ranges::equal(layout(), m_told, &ScreenInfo::sameDisplay))
         noteChange();
     return false;
 }
@@ -182,7 +194,7 @@ void X11Displays::noteChange()
 void X11Displays::tellChange()
 {
     m_changeNoted = false;
-    m_told = screens();
+    m_told = layout();
     if (m_changed)
         m_changed();
 }

@@ -23,6 +23,7 @@ public:
     X11Displays& operator=(const X11Displays&) = delete;
 
     [[nodiscard]] std::vector<ScreenInfo> screens() const override;
+    [[nodiscard]] std::vector<ScreenInfo> layout() const override;
     [[nodiscard]] std::optional<QPoint> pointer() const override;
     void setOnChange(std::function<void()> changed) override;
 

@@ -68,6 +68,8 @@ private Q_SLOTS:
             client.setNumbers(panel, property, {values.begin(), values.end()});
             QTRY_COMPARE(X11Displays().screens()[0].visibleFrame, left);
             QTRY_COMPARE(X11Displays().screens()[1].visibleFrame, right);
+            QCOMPARE(X11Displays().layout()[0].visibleFrame, Monitors::kLeft);
+            QCOMPARE(X11Displays().layout()[1].visibleFrame, Monitors::kRight);
             client.destroy(panel);
             QTRY_COMPARE(X11Displays().screens()[0].visibleFrame, Monitors::kLeft);
             QTRY_COMPARE(X11Displays().screens()[1].visibleFrame, Monitors::kRight);
