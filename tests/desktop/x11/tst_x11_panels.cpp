@@ -138,6 +138,23 @@ private Q_SLOTS:
         QVERIFY(overridesRedirect(overlay));
     }
 
+    void overlayIsWholeAgainWhereAnotherWindowWas()
+    {
+        Checkerboard overlay;
+        m_panels.assume(overlay, PanelRole::overlay);
+        m_panels.show(overlay, kScreen);
+        QTRY_COMPARE(rootImage(kScreen), overlay.image);
+        const xcb_window_t other = xcb_generate_id(x11::connection());
+        const std::uint32_t values[] = {x11::screen().white_pixel, 1};
+        xcb_create_window(x11::connection(), XCB_COPY_FROM_PARENT, other, x11::root(), 100, 80, 300,
+                          200, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
+        xcb_map_window(x11::connection(), other);
+        QTRY_VERIFY(rootImage(kScreen) != overlay.image);
+        xcb_destroy_window(x11::connection(), other);
+        QTRY_COMPARE(rootImage(kScreen), overlay.image);
+    }
+
     void overlayStaysExactWhenQtPlacesItByPoints()
     {
         QWidget overlay;

@@ -208,6 +208,17 @@ void PanelWindow::insistOnFocus(const xcb_focus_out_event_t& event)
     x11::setFocus(id());
 }
 
+// Qt paints a window when it is mapped. The exposure that comes from the same request would only
+// send the whole of it to the server once more.
+bool PanelWindow::cameWithTheMap(const xcb_expose_event_t& event)
+{
+    if (event.window != id() || m_mappedBy != event.sequence)
+        return false;
+    if (event.count == 0)
+        m_mappedBy.reset();
+    return true;
+}
+
 X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
 {
     if (kindOf(event) == XCB_CONFIGURE_NOTIFY) {
@@ -219,7 +230,8 @@ X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
         else if (const auto actual = x11::rectOnRoot(id()); actual && m_correctionsLeft > 0)
             keepPlace(*actual);
     } else if (kindOf(event) == XCB_MAP_NOTIFY) {
-        if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window != id())
+        const auto& notify = reinterpret_cast<const xcb_map_notify_event_t&>(event);
+        if (notify.window != id())
             return X11Events::Verdict::pass;
         if (m_traits.managed) {
             if (const auto actual = x11::rectOnRoot(id()))
@@ -227,8 +239,12 @@ X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
         }
         if (m_focusWhenMapped)
             focusNow();
+        m_mappedBy = notify.sequence;
     } else if (kindOf(event) == XCB_FOCUS_OUT) {
         insistOnFocus(reinterpret_cast<const xcb_focus_out_event_t&>(event));
+    } else if (kindOf(event) == XCB_EXPOSE) {
+        if (cameWithTheMap(reinterpret_cast<const xcb_expose_event_t&>(event)))
+            return X11Events::Verdict::swallow;
     }
     return X11Events::Verdict::pass;
 }

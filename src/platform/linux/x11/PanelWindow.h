@@ -11,7 +11,9 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace brindlecam {
 
@@ -40,6 +42,7 @@ private:
     void keepPlace(const QRect& actual);
     void focusNow();
     void insistOnFocus(const xcb_focus_out_event_t& event);
+    [[nodiscard]] bool cameWithTheMap(const xcb_expose_event_t& event);
     X11Events::Verdict handle(const xcb_generic_event_t& event);
 
     QWidget& m_widget;
@@ -51,6 +54,8 @@ private:
     bool m_focusWhenMapped = false;
     QDeadlineTimer m_insists{0}; ///< how long an overlay takes a lost focus back
     int m_insistencesLeft = 0;
+    /// Number of the request that mapped it, until the exposure that comes with it.
+    std::optional<std::uint16_t> m_mappedBy;
     QPointer<QObject> m_watched;
     X11Events::Subscription m_subscription;
 };
