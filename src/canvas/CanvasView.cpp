@@ -252,6 +252,11 @@ void CanvasView::leaveEvent(QEvent*)
     refresh();
 }
 
+// Nothing here looks different with the focus, and Qt would paint the whole screen anew.
+void CanvasView::focusInEvent(QFocusEvent*) {}
+
+void CanvasView::focusOutEvent(QFocusEvent*) {}
+
 void CanvasView::keyPressEvent(QKeyEvent* event)
 {
     const bool commanded = event->modifiers() & Qt::ControlModifier;

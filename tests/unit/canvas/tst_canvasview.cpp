@@ -24,6 +24,19 @@ QImage gradient()
     return image;
 }
 
+/// Counts the paint events of what it watches.
+class PaintCounter final : public QObject {
+public:
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
 } // namespace
 
 /// A canvas over a picture whose every pixel is known.
@@ -60,6 +73,24 @@ private:
     };
 
 private Q_SLOTS:
+    void focusPaintsNothing()
+    {
+        Fixture f;
+        f.canvas->show();
+        QVERIFY(QTest::qWaitForWindowExposed(f.canvas.get()));
+        QCoreApplication::sendPostedEvents();
+        PaintCounter painted;
+        f.canvas->installEventFilter(&painted);
+        for (const auto kind : {QEvent::FocusIn, QEvent::FocusOut}) {
+            QFocusEvent event(kind);
+            QCoreApplication::sendEvent(f.canvas.get(), &event);
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(painted.count, 0);
+        f.canvas->update();
+        QTRY_COMPARE(painted.count, 1);
+    }
+
     void dragAndReturnYieldTheSelectedPixels()
     {
         Fixture f;
