@@ -4,6 +4,7 @@
 #include "base/Geometry.h"
 #include "canvas/CanvasCursor.h"
 #include "canvas/Hint.h"
+#include "canvas/HintPicture.h"
 #include "canvas/Loupe.h"
 #include "canvas/RepaintArea.h"
 #include "canvas/SelectionFrame.h"
@@ -162,7 +163,9 @@ void CanvasView::paintEvent(QPaintEvent* event)
     painter.setRenderHint(QPainter::Antialiasing);
     if (m_scene.outlinedWindow)
         SelectionFrame::paintHoveredWindow(painter, *m_scene.outlinedWindow);
-    if (m_scene.hint)
+    if (m_scene.hint && m_hintPicture)
+        m_hintPicture->paint(painter);
+    else if (m_scene.hint)
         Hint::paint(painter, m_size);
     if (!m_scene.selection.isEmpty()) {
         SelectionFrame::paintBorder(painter, m_scene.selection);

@@ -12,6 +12,7 @@
 
 namespace brindlecam {
 
+class HintPicture;
 class Prefs;
 
 /// The canvas over one frozen screen: turns mouse and keys into changes of the selection, paints
@@ -34,6 +35,9 @@ public:
     std::function<void()> onSaveElsewhere;
     /// A new picture for the clipboard, while the session goes on.
     std::function<void(const Rendered&)> onAutoCopy;
+
+    /// A painted hint that outlives the canvas; without one the hint is painted each time.
+    void setHintPicture(const HintPicture& picture) { m_hintPicture = &picture; }
 
     /// Windows of this screen that a click takes, frontmost first, in points of this canvas.
     void setWindowRects(std::vector<QRectF> windows);
@@ -85,6 +89,7 @@ private:
 
     const Prefs& m_prefs;
     const QSizeF m_size;
+    const HintPicture* m_hintPicture = nullptr;
     DimView m_dimView;
     Selection m_selection;
     std::optional<QPointF> m_mouse;

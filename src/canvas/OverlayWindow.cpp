@@ -15,6 +15,7 @@ OverlayWindow::OverlayWindow(Panels& panels, const Prefs& prefs, const ScreenInf
     : m_panels(panels)
     , m_prefs(prefs)
     , m_screen(screen)
+    , m_hint(screen.size(), screen.scale)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -32,6 +33,7 @@ CanvasView& OverlayWindow::makeContent(const GrabbedScreen& shot)
 {
     delete m_canvas;
     m_canvas = new CanvasView(m_prefs, shot.image, shot.dimmed, m_screen.size(), this);
+    m_canvas->setHintPicture(m_hint);
     m_canvas->setGeometry(rect());
     m_canvas->show();
     setFocusProxy(m_canvas);

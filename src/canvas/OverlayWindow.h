@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/ScreenInfo.h"
+#include "canvas/HintPicture.h"
 
 #include <QWidget>
 
@@ -46,6 +47,7 @@ private:
     Panels& m_panels;
     const Prefs& m_prefs;
     const ScreenInfo m_screen;
+    const HintPicture m_hint;
     CanvasView* m_canvas = nullptr; ///< child of this window
 };
 
