@@ -21,6 +21,8 @@
 
 #include <xcb/xcb.h>
 
+#include <malloc.h>
+
 namespace brindlecam::LinuxPlatform {
 
 namespace {
@@ -47,6 +49,16 @@ bool canConnect()
     const bool connected = xcb_connection_has_error(connection) == 0;
     xcb_disconnect(connection);
     return connected;
+}
+
+/// Encoders use buffers as large as the screen. The allocator would learn from the first of them to
+/// keep the later ones, once per thread, for good; a fixed limit makes it give each back at once.
+void giveLargeBuffersBack()
+{
+#ifdef __GLIBC__
+    constexpr int kLargeBytes = 1024 * 1024;
+    mallopt(M_MMAP_THRESHOLD, kLargeBytes);
+#endif
 }
 
 Error noDisplay()
@@ -81,6 +93,7 @@ void addX11(Platform& platform)
 
 std::optional<Error> prepare()
 {
+    giveLargeBuffersBack();
     if (wantsNoDesktop())
         return std::nullopt;
     if (qgetenv("DISPLAY").isEmpty() && qgetenv("WAYLAND_DISPLAY").isEmpty())
