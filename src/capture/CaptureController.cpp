@@ -193,13 +193,18 @@ void CaptureController::finish(const Outcome& outcome)
     const std::optional<ScreenInfo> screen = sessionScreen();
     const std::optional<Rendered> lastAutoCopied = std::move(overlay->lastAutoCopied);
     const auto* saving = std::get_if<outcome::Save>(&kept);
+    const bool copies = std::holds_alternative<outcome::Copy>(kept);
+    m_state = Delivering{};
+    // Whoever pastes waits for the picture; taking the overlays away takes some milliseconds.
+    if (copies)
+        act(kept, lastAutoCopied, screen);
     // Before the overlays go, so that the key which ended the session is caught. With a save panel
     // the focus goes back when that closes.
     if (!saving)
         m_services.platform.frontApplication->giveBack();
     m_overlays.removeAll();
-    m_state = Delivering{};
-    act(kept, lastAutoCopied, screen);
+    if (!copies)
+        act(kept, lastAutoCopied, screen);
     m_services.results.sessionEnded();
     if (!saving) {
         end();
