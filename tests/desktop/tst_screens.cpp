@@ -240,7 +240,7 @@ private Q_SLOTS:
         QVERIFY(openBoth());
         input().drag(press, press + QPoint(90, 90));
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
-        desktop().server().setMonitors({{QStringLiteral("LEFT"), kLeft}});
+        desktop().server().removeMonitor(QStringLiteral("RIGHT"));
         QTRY_COMPARE(overlays().size(), left);
         if (left > 0) {
             input().tap(XK_Return);
@@ -259,8 +259,7 @@ private Q_SLOTS:
             {.server = {.pixels = {2166, 768}, .monitors = {{QStringLiteral("LEFT"), kLeft}}}});
         startProgram();
         QVERIFY(openArea());
-        desktop().server().setMonitors(
-            {{QStringLiteral("LEFT"), kLeft}, {QStringLiteral("RIGHT"), kRight}});
+        desktop().server().setMonitor({QStringLiteral("RIGHT"), kRight});
         input().drag({100, 200}, {400, 500});
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
         QCOMPARE(overlays().size(), std::size_t(1));
