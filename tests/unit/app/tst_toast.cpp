@@ -61,10 +61,10 @@ private Q_SLOTS:
     void docksThatCameMeanwhileStayFree()
     {
         test::FakeDisplays displays;
-        displays.all = {kPlain, kDense};
+        displays.all = {kToastPlain, kToastDense};
         test::FakePanels panels;
         Toast toast(displays, panels);
-        ScreenInfo earlier = kPlain;
+        ScreenInfo earlier = kToastPlain;
         earlier.visibleFrame = earlier.native;
         toast.show(QStringLiteral("Copiado"), earlier);
         const QRect place = panels.shown.at(0).native;

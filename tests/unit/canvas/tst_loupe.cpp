@@ -7,21 +7,21 @@ namespace brindlecam {
 
 namespace {
 
-constexpr QSizeF kCanvas(800, 600);
+constexpr QSizeF kLoupeCanvas(800, 600);
 
 QImage painted(const QImage& picture, QPointF pointer)
 {
-    QImage canvas(kCanvas.toSize(), QImage::Format_RGB32);
+    QImage canvas(kLoupeCanvas.toSize(), QImage::Format_RGB32);
     canvas.fill(Qt::magenta);
     QPainter painter(&canvas);
-    Loupe::paint(painter, pointer, picture, kCanvas);
+    Loupe::paint(painter, pointer, picture, kLoupeCanvas);
     return canvas;
 }
 
 // The middle of a cell, counted from the centre cell of the loupe.
 QPoint cell(QPointF pointer, int dx, int dy)
 {
-    const QPointF centre = Loupe::rect(pointer, kCanvas).center();
+    const QPointF centre = Loupe::rect(pointer, kLoupeCanvas).center();
     return (centre + QPointF(dx, dy) * 5).toPoint();
 }
 
@@ -48,7 +48,7 @@ private Q_SLOTS:
     void standsBelowAndToTheRightUntilThereIsNoRoom()
     {
         QFETCH(QPointF, pointer);
-        QTEST(Loupe::rect(pointer, kCanvas), "expected");
+        QTEST(Loupe::rect(pointer, kLoupeCanvas), "expected");
     }
 
     void magnifiesTwelvePixelsToEachSideOfThePointers()
@@ -58,7 +58,7 @@ private Q_SLOTS:
 
     void eachPixelBecomesACellAndThePointersStaysInTheCentre()
     {
-        QImage picture(kCanvas.toSize(), QImage::Format_RGB32);
+        QImage picture(kLoupeCanvas.toSize(), QImage::Format_RGB32);
         picture.fill(Qt::blue);
         picture.setPixelColor(400, 300, Qt::red);
         picture.setPixelColor(403, 298, Qt::yellow);
@@ -72,7 +72,7 @@ private Q_SLOTS:
 
     void cellsBeyondThePictureAreBlack()
     {
-        QImage picture(kCanvas.toSize(), QImage::Format_RGB32);
+        QImage picture(kLoupeCanvas.toSize(), QImage::Format_RGB32);
         picture.fill(Qt::blue);
         picture.setPixelColor(0, 0, Qt::red);
         const QPointF pointer(0, 0);

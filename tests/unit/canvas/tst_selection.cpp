@@ -6,7 +6,7 @@ namespace brindlecam {
 
 namespace {
 
-constexpr QSizeF kCanvas(800, 600);
+constexpr QSizeF kSelectionCanvas(800, 600);
 
 void dragOut(Selection& selection, QPointF from, QPointF to)
 {
@@ -17,7 +17,7 @@ void dragOut(Selection& selection, QPointF from, QPointF to)
 
 Selection selected(const QRectF& rect)
 {
-    Selection selection(kCanvas);
+    Selection selection(kSelectionCanvas);
     dragOut(selection, rect.topLeft(), rect.bottomRight());
     return selection;
 }
@@ -30,7 +30,7 @@ class TestSelection final : public test::TestCase {
 private Q_SLOTS:
     void startsEmptyAndAtRest()
     {
-        const Selection selection(kCanvas);
+        const Selection selection(kSelectionCanvas);
         QVERIFY(selection.isEmpty());
         QVERIFY(!selection.isDragging());
         QVERIFY(!selection.hoveredWindow());
@@ -57,14 +57,14 @@ private Q_SLOTS:
     {
         QFETCH(QPointF, from);
         QFETCH(QPointF, to);
-        Selection selection(kCanvas);
+        Selection selection(kSelectionCanvas);
         dragOut(selection, from, to);
         QTEST(selection.rect(), "expected");
     }
 
     void clickOnNothingLeavesNothingSelected()
     {
-        Selection selection(kCanvas);
+        Selection selection(kSelectionCanvas);
         dragOut(selection, {100, 100}, {102, 102});
         QVERIFY(selection.isEmpty());
         QVERIFY(!selection.isDragging());
@@ -72,14 +72,14 @@ private Q_SLOTS:
 
     void dragThinnerThanThreePointsIsAClick()
     {
-        Selection selection(kCanvas);
+        Selection selection(kSelectionCanvas);
         dragOut(selection, {100, 100}, {400, 102});
         QVERIFY(selection.isEmpty());
     }
 
     void clickOnAWindowSelectsItClippedToTheScreen()
     {
-        Selection selection(kCanvas);
+        Selection selection(kSelectionCanvas);
         selection.setWindows({QRectF(700, 500, 300, 300)});
         selection.hover({750, 550});
         dragOut(selection, {750, 550}, {750, 550});
@@ -89,7 +89,7 @@ private Q_SLOTS:
 
     void clickWithoutAPriorMoveFindsTheWindow()
     {
-        Selection selection(kCanvas);
+        Selection selection(kSelectionCanvas);
         selection.setWindows({QRectF(100, 100, 200, 200)});
         dragOut(selection, {150, 150}, {150, 150});
         QCOMPARE(selection.rect(), QRectF(100, 100, 200, 200));
@@ -97,7 +97,7 @@ private Q_SLOTS:
 
     void theFrontmostWindowUnderThePointerIsHovered()
     {
-        Selection selection(kCanvas);
+        Selection selection(kSelectionCanvas);
         const QRectF front(100, 100, 200, 200);
         const QRectF back(50, 50, 500, 500);
         selection.setWindows({front, back});
@@ -115,7 +115,7 @@ private Q_SLOTS:
     {
         const QRectF left(0, 0, 100, 600);
         const QRectF right(100, 0, 700, 600);
-        Selection selection(kCanvas);
+        Selection selection(kSelectionCanvas);
         selection.setWindows({left, right});
         selection.hover({99.5, 10});
         QCOMPARE(selection.hoveredWindow(), std::optional(left));
@@ -127,7 +127,7 @@ private Q_SLOTS:
 
     void leavingTheScreenForgetsTheHoveredWindow()
     {
-        Selection selection(kCanvas);
+        Selection selection(kSelectionCanvas);
         selection.setWindows({QRectF(0, 0, 800, 600)});
         selection.hover({10, 10});
         selection.leave();
@@ -238,7 +238,7 @@ private Q_SLOTS:
 
     void cursorIsACrosshairWhileNothingIsSelected()
     {
-        QCOMPARE(cursorAt(Selection(kCanvas), {10, 10}), Qt::CrossCursor);
+        QCOMPARE(cursorAt(Selection(kSelectionCanvas), {10, 10}), Qt::CrossCursor);
     }
 };
 

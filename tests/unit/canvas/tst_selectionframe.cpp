@@ -13,11 +13,11 @@ namespace brindlecam {
 
 namespace {
 
-constexpr QSize kCanvas(200, 160); // points
+constexpr QSize kFrameCanvas(200, 160); // points
 
 QImage painted(qreal scale, const std::function<void(QPainter&)>& paint)
 {
-    QImage canvas((QSizeF(kCanvas) * scale).toSize(), QImage::Format_RGB32);
+    QImage canvas((QSizeF(kFrameCanvas) * scale).toSize(), QImage::Format_RGB32);
     canvas.setDevicePixelRatio(scale);
     canvas.fill(Qt::black);
     QPainter painter(&canvas);
@@ -38,7 +38,7 @@ std::set<QRgb> colors(const QImage& image)
 
 Selection selected(QPointF from, QPointF to)
 {
-    Selection selection(kCanvas);
+    Selection selection(kFrameCanvas);
     (void)selection.press(from, Selection::Marks::none);
     selection.dragTo(to);
     selection.release();

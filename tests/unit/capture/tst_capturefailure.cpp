@@ -1,7 +1,7 @@
 #include "app/Alerts.h"
 #include "app/Defaults.h"
 #include "capture/CaptureFailure.h"
-#include "platform/CaptureAccess.h"
+#include "support/FakeCaptureAccess.h"
 #include "support/FakePanels.h"
 #include "support/TestCase.h"
 
@@ -13,22 +13,6 @@
 namespace brindlecam {
 
 namespace {
-
-class FakeAccess final : public CaptureAccess {
-public:
-    bool needed = true;
-    bool granted = false;
-    int requests = 0;
-    int settingsOpened = 0;
-
-    [[nodiscard]] bool needsPermission() const override { return needed; }
-    bool request() override
-    {
-        ++requests;
-        return granted;
-    }
-    void openSettings() override { ++settingsOpened; }
-};
 
 QMessageBox* shownAlert()
 {
@@ -50,7 +34,7 @@ private:
         Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
         test::FakePanels panels;
         Alerts alerts{panels};
-        FakeAccess access;
+        test::FakeCaptureAccess access;
         CaptureFailure failure;
 
         explicit Fixture(CaptureFailure::Voice voice = CaptureFailure::Voice::alerts)
