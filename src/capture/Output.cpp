@@ -54,19 +54,18 @@ struct Output::CopyEncode {
     std::vector<std::shared_ptr<Delivery>> waiting;
 };
 
-/// One picture on its way. Clipboard and file are made ready beside each other; what is written
-/// waits for both.
+/// One picture on its way. The clipboard comes first: somebody waits for it, and an encode for the
+/// file beside it would take half of its time on a small machine.
 struct Output::Delivery {
     enum class Part { wanted, over };
-    enum class Stage { preparing, writing };
+    enum class Stage { copying, encoding, encoded, writing };
 
     Rendered picture;
     Wishes wishes;
     Done done;
     qint64 token = 0;            ///< the generation it was handed in with
     Part clipboard = Part::over; ///< over: published, overtaken, or not asked for
-    Part fileBytes = Part::over; ///< over: encoded, or not asked for
-    Stage stage = Stage::preparing;
+    Stage stage = Stage::copying;
     QByteArray filePng;
 
     [[nodiscard]] bool writes() const { return !wishes.saveTo.isEmpty() || wishes.history; }
@@ -104,7 +103,7 @@ void Output::deliver(const Rendered& picture, const Wishes& wishes, Done done)
     delivery->token = m_generation;
     if (wishes.copy)
         startCopy(delivery);
-    if (delivery->writes())
+    if (delivery->clipboard == Delivery::Part::over && delivery->writes())
         startFileEncode(delivery);
     // Never before the caller has its call behind it.
     onMainThread([this, delivery] { advance(delivery); });
@@ -175,12 +174,12 @@ void Output::publish(const Delivery& delivery, const QByteArray& png)
 
 void Output::startFileEncode(const std::shared_ptr<Delivery>& delivery)
 {
-    delivery->fileBytes = Delivery::Part::wanted;
+    delivery->stage = Delivery::Stage::encoding;
     m_executor([this, delivery] {
         QByteArray png = encodeForFile(delivery->picture);
         onMainThread([this, delivery, png = std::move(png)] {
             delivery->filePng = png;
-            delivery->fileBytes = Delivery::Part::over;
+            delivery->stage = Delivery::Stage::encoded;
             advance(delivery);
         });
     });
@@ -199,14 +198,23 @@ bool Output::waitsForEarlier(const Delivery& delivery) const
 
 void Output::advance(const std::shared_ptr<Delivery>& delivery)
 {
-    if (delivery->stage != Delivery::Stage::preparing ||
-        delivery->clipboard != Delivery::Part::over ||
-        delivery->fileBytes != Delivery::Part::over || waitsForEarlier(*delivery))
+    switch (delivery->stage) {
+    case Delivery::Stage::copying:
+        if (delivery->clipboard != Delivery::Part::over)
+            return;
+        if (delivery->writes())
+            startFileEncode(delivery);
+        else
+            finish(delivery, false);
         return;
-    if (delivery->writes())
-        startWriting(delivery);
-    else
-        finish(delivery, false);
+    case Delivery::Stage::encoded:
+        if (!waitsForEarlier(*delivery))
+            startWriting(delivery);
+        return;
+    case Delivery::Stage::encoding:
+    case Delivery::Stage::writing:
+        return;
+    }
 }
 
 void Output::startWriting(const std::shared_ptr<Delivery>& delivery)
