@@ -1,10 +1,10 @@
 #include "app/Symbols.h"
 
+#include <QCache>
 #include <QFile>
 #include <QHash>
 #include <QIconEngine>
 #include <QPainter>
-#include <QPixmapCache>
 #include <QSvgRenderer>
 
 #include <algorithm>
@@ -35,6 +35,14 @@ QSvgRenderer& renderer(const QString& name)
     return *entry;
 }
 
+/// Drawn symbols. Not QPixmapCache: half a minute after each use that wakes a program at rest.
+QCache<QString, QImage>& drawn()
+{
+    constexpr qsizetype kMostBytes = 512 * 1024;
+    static QCache<QString, QImage> images(kMostBytes);
+    return images;
+}
+
 /// The symbol in one colour, in pixels.
 QPixmap tinted(const QString& name, const QSize& pixels, const QColor& color)
 {
@@ -43,9 +51,8 @@ QPixmap tinted(const QString& name, const QSize& pixels, const QColor& color)
                             .arg(pixels.width())
                             .arg(pixels.height())
                             .arg(color.rgba());
-    QPixmap pixmap;
-    if (QPixmapCache::find(key, &pixmap))
-        return pixmap;
+    if (const QImage* known = drawn().object(key))
+        return QPixmap::fromImage(*known);
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -53,9 +60,8 @@ QPixmap tinted(const QString& name, const QSize& pixels, const QColor& color)
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), color);
     painter.end();
-    pixmap = QPixmap::fromImage(std::move(image));
-    QPixmapCache::insert(key, pixmap);
-    return pixmap;
+    drawn().insert(key, new QImage(image), image.sizeInBytes());
+    return QPixmap::fromImage(std::move(image));
 }
 
 class SymbolEngine final : public QIconEngine {
