@@ -97,8 +97,11 @@ private Q_SLOTS:
         }
         window.forget();
         input().click(inWindow);
-        input().tap(XK_a);
         QVERIFY(waitUntil([&] { return window.clicks().size() == 1; }));
+        // The window manager gives the focus a moment after the click.
+        QVERIFY(
+            waitUntil([&] { return windowManager == WindowManager::none || window.hasFocus(); }));
+        input().tap(XK_a);
         QVERIFY(waitUntil([&] { return window.keys().size() == 1; }));
 
         program().start();
