@@ -26,7 +26,7 @@ public:
     /// touches their pixels.
     void prepare(const std::vector<ScreenInfo>& screens);
 
-    /// The window for this shot's screen, filled and part of the session, but not yet shown.
+    /// The window for this shot's screen, filled and part of the session, still hidden.
     OverlayWindow& fill(const GrabbedScreen& shot);
 
     /// Windows of the present session in the order they were filled; empty when idle.
