@@ -64,7 +64,7 @@ std::optional<Rendered> CanvasView::render()
         m_rendered =
             Rendered{croppedView(frozen, pixelRect(rect, m_size, frozen.size())), rect.size()};
     }
-    return m_rendered->image.isNull() ? std::nullopt : m_rendered;
+    return m_rendered->image().isNull() ? std::nullopt : m_rendered;
 }
 
 void CanvasView::copy()

@@ -38,8 +38,7 @@ void CaptureResults::fullScreen(const Shot& shot)
 {
     const QString saveTo = m_prefs.autoSaveFullScreen() ? pathInFolder() : QString();
     m_output.deliver(
-        {.image = shot.image, .pointSize = shot.screen.size()},
-        {.copy = true, .saveTo = saveTo, .history = true},
+        Rendered(shot.image, shot.screen.size()), {.copy = true, .saveTo = saveTo, .history = true},
         [&toast = m_toast, screen = shot.screen, requested = !saveTo.isEmpty()](bool saved) {
             toast.show(ResultToast::message(ResultToast::Kind::fullScreen,
                                             {.requested = requested, .saved = saved}),

@@ -20,9 +20,17 @@ namespace {
 
 QByteArray encodeForFile(const Rendered& picture)
 {
-    return PngWriter::encode(picture.image, {.effort = PngWriter::Effort::small,
-                                             .dotsPerMetre = picture.dotsPerMetre(),
-                                             .cancelled = {}});
+    return PngWriter::encode(picture.image(), {.effort = PngWriter::Effort::small,
+                                               .dotsPerMetre = picture.dotsPerMetre(),
+                                               .cancelled = {}});
+}
+
+QByteArray encodeForClipboard(const Rendered& picture, const std::atomic<bool>& cancelled)
+{
+    return PngWriter::encode(picture.image(),
+                             {.effort = PngWriter::Effort::quick,
+                              .dotsPerMetre = picture.dotsPerMetre(),
+                              .cancelled = [&cancelled] { return cancelled.load(); }});
 }
 
 bool writePicture(const QString& path, const QByteArray& png)
@@ -45,8 +53,7 @@ std::function<QByteArray()> tiffMaker(const Rendered& picture, const QByteArray&
 
 /// One encode for the clipboard; deliveries of the same picture share it.
 struct Output::CopyEncode {
-    qint64 imageKey = 0;
-    QSizeF pointSize;
+    Rendered picture;
     std::atomic<bool> cancelled = false;
     enum class Stage { encoding, ended } stage = Stage::encoding;
     enum class After { kept, forgotten } after = After::kept;
@@ -125,9 +132,7 @@ void Output::overtakeCopies()
 
 void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
 {
-    const qint64 key = delivery->picture.image.cacheKey();
-    if (m_lastCopy && m_lastCopy->imageKey == key &&
-        m_lastCopy->pointSize == delivery->picture.pointSize) {
+    if (m_lastCopy && m_lastCopy->picture.isSame(delivery->picture)) {
         if (m_lastCopy->stage == CopyEncode::Stage::ended) {
             publish(*delivery, m_lastCopy->png);
         } else {
@@ -139,15 +144,13 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
     overtakeCopies();
     delivery->clipboard = Delivery::Part::wanted;
     const auto encode = std::make_shared<CopyEncode>();
-    encode->imageKey = key;
-    encode->pointSize = delivery->picture.pointSize;
+    encode->picture = delivery->picture;
     encode->waiting.push_back(delivery);
     m_lastCopy = encode;
-    m_executor([this, encode, picture = delivery->picture] {
-        encode->png = PngWriter::encode(
-            picture.image, {.effort = PngWriter::Effort::quick,
-                            .dotsPerMetre = picture.dotsPerMetre(),
-                            .cancelled = [&encode] { return encode->cancelled.load(); }});
+    m_executor([this, encode] {
+        // What was overtaken while it waited need not even be flattened.
+        if (!encode->cancelled)
+            encode->png = encodeForClipboard(encode->picture, encode->cancelled);
         onMainThread([this, encode] { copyEncoded(encode); });
     });
 }

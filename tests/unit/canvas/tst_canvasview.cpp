@@ -98,8 +98,8 @@ private Q_SLOTS:
         QTest::keyClick(f.canvas.get(), Qt::Key_Return);
         QCOMPARE(f.outcomes.size(), 1U);
         const auto& copy = std::get<outcome::Copy>(f.outcomes.front());
-        QCOMPARE(copy.picture.image, f.image.copy(50, 40, 100, 70));
-        QCOMPARE(copy.picture.pointSize, QSizeF(100, 70));
+        QCOMPARE(copy.picture.image(), f.image.copy(50, 40, 100, 70));
+        QCOMPARE(copy.picture.pointSize(), QSizeF(100, 70));
     }
 
     void threeByThreeSelectionIsAPictureOfNinePixels()
@@ -108,7 +108,7 @@ private Q_SLOTS:
         f.drag({50, 40}, {53, 43});
         QTest::keyClick(f.canvas.get(), Qt::Key_Enter, Qt::KeypadModifier);
         const auto& copy = std::get<outcome::Copy>(f.outcomes.at(0));
-        QCOMPARE(copy.picture.image, f.image.copy(50, 40, 3, 3));
+        QCOMPARE(copy.picture.image(), f.image.copy(50, 40, 3, 3));
     }
 
     void keysEndTheSessionAsTheyPromise_data()
@@ -163,10 +163,10 @@ private Q_SLOTS:
         Fixture f;
         f.drag({50, 40}, {150, 110});
         QCOMPARE(f.autoCopied.size(), 1U);
-        QCOMPARE(f.autoCopied.back().image, f.image.copy(50, 40, 100, 70));
+        QCOMPARE(f.autoCopied.back().image(), f.image.copy(50, 40, 100, 70));
         f.drag({100, 70}, {120, 90});
         QCOMPARE(f.autoCopied.size(), 2U);
-        QCOMPARE(f.autoCopied.back().image, f.image.copy(70, 60, 100, 70));
+        QCOMPARE(f.autoCopied.back().image(), f.image.copy(70, 60, 100, 70));
     }
 
     void nothingIsCopiedByItselfWhenAutoCopyIsOff()
@@ -189,8 +189,8 @@ private Q_SLOTS:
         Fixture f;
         f.drag({50, 40}, {150, 110});
         QTest::keyClick(f.canvas.get(), Qt::Key_Return);
-        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image.cacheKey(),
-                 f.autoCopied.at(0).image.cacheKey());
+        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image().cacheKey(),
+                 f.autoCopied.at(0).image().cacheKey());
     }
 
     void dragToTheLastPixelTakesItIn()
@@ -198,7 +198,7 @@ private Q_SLOTS:
         Fixture f;
         f.drag({200, 100}, {399, 299});
         QTest::keyClick(f.canvas.get(), Qt::Key_Return);
-        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image,
+        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image(),
                  f.image.copy(200, 100, 200, 200));
     }
 
@@ -216,7 +216,7 @@ private Q_SLOTS:
         send(QEvent::MouseMove, QPointF(399, 299) / scale, Qt::LeftButton);
         send(QEvent::MouseButtonRelease, QPointF(399, 299) / scale, Qt::NoButton);
         QTest::keyClick(f.canvas.get(), Qt::Key_Return);
-        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image,
+        QCOMPARE(std::get<outcome::Copy>(f.outcomes.at(0)).picture.image(),
                  f.image.copy(140, 70, 260, 230));
     }
 
@@ -226,8 +226,8 @@ private Q_SLOTS:
         f.drag({10, 20}, {60, 50});
         QTest::keyClick(f.canvas.get(), Qt::Key_Return);
         const auto& copy = std::get<outcome::Copy>(f.outcomes.at(0));
-        QCOMPARE(copy.picture.image, f.image.copy(20, 40, 100, 60));
-        QCOMPARE(copy.picture.pointSize, QSizeF(50, 30));
+        QCOMPARE(copy.picture.image(), f.image.copy(20, 40, 100, 60));
+        QCOMPARE(copy.picture.pointSize(), QSizeF(50, 30));
     }
 
     void beginningASelectionIsReportedAtEveryNewOne()

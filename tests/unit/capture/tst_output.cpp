@@ -212,6 +212,23 @@ private Q_SLOTS:
         QCOMPARE(saved, std::optional(false));
     }
 
+    void aPictureOvertakenWhileItWaitedIsNotEvenFlattened()
+    {
+        Fixture f;
+        int flattened = 0;
+        f.output.deliver(Rendered(QSize(40, 30), QSizeF(40, 30),
+                                  [&flattened] {
+                                      ++flattened;
+                                      return QImage();
+                                  }),
+                         {.copy = true});
+        f.output.deliver(picture(Qt::blue), {.copy = true});
+        f.settle();
+        QCOMPARE(flattened, 0);
+        QCOMPARE(f.output.stoppedEncodes(), 1);
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
+    }
+
     void aNewerPictureMakesAnOlderEncodeStopEarly()
     {
         Fixture f;

@@ -1,6 +1,10 @@
 #include "pictures/Rendered.h"
 #include "support/TestCase.h"
 
+#include <QThreadPool>
+
+#include <atomic>
+
 namespace brindlecam {
 
 class TestRendered final : public test::TestCase {
@@ -33,6 +37,51 @@ private Q_SLOTS:
         const QImage read = QImage::fromData(Rendered{image, QSizeF(30, 20)}.tiffData());
         QCOMPARE(read.convertToFormat(QImage::Format_RGB32), image);
         QCOMPARE(read.dotsPerMeterX(), 5669);
+    }
+
+    void aPictureIsFlattenedOnceAndNotBeforeItIsAskedFor()
+    {
+        int flattened = 0;
+        const Rendered rendered(QSize(8, 6), QSizeF(4, 3), [&flattened] {
+            ++flattened;
+            return QImage(8, 6, QImage::Format_RGB32);
+        });
+        const Rendered copy = rendered;
+        QCOMPARE(rendered.dotsPerMetre(), 5669);
+        QCOMPARE(flattened, 0);
+        QCOMPARE(copy.image().size(), QSize(8, 6));
+        QCOMPARE(rendered.image().cacheKey(), copy.image().cacheKey());
+        QCOMPARE(flattened, 1);
+    }
+
+    void severalThreadsAskForOneFlattening()
+    {
+        std::atomic<int> flattened = 0;
+        const Rendered rendered(QSize(8, 6), QSizeF(8, 6), [&flattened] {
+            ++flattened;
+            return QImage(8, 6, QImage::Format_RGB32);
+        });
+        QThreadPool pool;
+        for (int i = 0; i < 8; ++i)
+            pool.start([rendered] { (void)rendered.image(); });
+        pool.waitForDone();
+        QCOMPARE(flattened.load(), 1);
+    }
+
+    void onlyCopiesAreTheSamePicture()
+    {
+        const QImage image(4, 4, QImage::Format_RGB32);
+        const Rendered rendered(image, QSizeF(4, 4));
+        const Rendered copy = rendered;
+        QVERIFY(copy.isSame(rendered));
+        QVERIFY(!Rendered(image, QSizeF(2, 2)).isSame(rendered));
+    }
+
+    void aPictureThatCouldNotBeMadeIsNull()
+    {
+        const Rendered rendered(QSize(4, 4), QSizeF(4, 4), [] { return QImage(); });
+        QVERIFY(rendered.image().isNull());
+        QVERIFY(rendered.tiffData().isEmpty());
     }
 
     void nothingRenderedGivesNoTiff() { QVERIFY(Rendered().tiffData().isEmpty()); }
