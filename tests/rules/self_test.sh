@@ -10,7 +10,7 @@ failures=0
 # A tree that keeps all rules.
 plant() {
     rm -rf "$tree"
-    mkdir -p "$tree"/{src/base,src/app,docs}
+    mkdir -p "$tree"/{src/base,src/app,docs,resources/symbols}
     cp "$rules/../../.clang-format" "$tree/"
     cat >"$tree/src/base/CMakeLists.txt" <<'TEXT'
 # base: the ground.
@@ -21,6 +21,14 @@ TEXT
 # app: one floor up.
 # May include: base.
 brindlecam_room(app SOURCES Above.h)
+qt_add_resources(brindlecam_app brindlecam_symbols
+  FILES
+    ${PROJECT_SOURCE_DIR}/resources/symbols/dot.svg)
+TEXT
+    cat >"$tree/resources/symbols/dot.svg" <<'TEXT'
+<svg xmlns="http://www.w3.org/2000/svg" width="24" height="24" viewBox="0 0 24 24">
+  <path d="M9 12h6" fill="none" stroke="#000" stroke-width="6"/>
+</svg>
 TEXT
     echo '#pragma once' >"$tree/src/base/Good.h"
     printf '#include "base/Good.h"\n\n#include <QString>\n' >"$tree/src/base/Good.cpp"
@@ -48,7 +56,7 @@ catches() {
     fi
 }
 
-for rule in rooms system docs listed machine sizes format; do
+for rule in rooms system docs listed symbols machine sizes format; do
     plant
     passes $rule
 done
@@ -70,6 +78,12 @@ catches docs "a link to nowhere" 'echo "[x](GONE.md)" >>docs/MORE.md'
 catches docs "a missing README" 'rm README.md'
 catches listed "a file that nobody builds" 'echo "#pragma once" >src/base/Stray.h'
 catches listed "a file whose name only ends like a listed one" 'echo "#pragma once" >src/base/ood.h'
+catches symbols "another grid" 'sed -i "s/0 0 24 24/0 0 16 16/" resources/symbols/dot.svg'
+catches symbols "letters" 'sed -i "2s|.*|<text>A</text>|" resources/symbols/dot.svg'
+catches symbols "a colour" 'sed -i "s/#000/#0a0/" resources/symbols/dot.svg'
+catches symbols "a style" 'sed -i "s/fill=\"none\"/style=\"fill:none\"/" resources/symbols/dot.svg'
+catches symbols "a symbol left out of the program" 'cp resources/symbols/dot.svg resources/symbols/dash.svg'
+catches symbols "a symbol whose name only ends like a listed one" 'mv resources/symbols/dot.svg resources/symbols/t.svg'
 catches machine "a path of one machine" 'echo "see /work""/notes.txt" >>docs/MORE.md'
 catches machine "a fixed name below /tmp" 'echo "touch /tmp""/lock" >run'
 catches sizes "a long file" 'seq 401 | sed "s|.*|//|" >>src/base/Good.cpp'
