@@ -1,0 +1,202 @@
+#include "canvas/AnnotationPainting.h"
+
+#include "app/InterfaceFont.h"
+#include "app/TextLine.h"
+#include "canvas/Annotation.h"
+#include "canvas/AnnotationText.h"
+
+#include <QLineF>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace brindlecam::AnnotationPainting {
+
+// All lengths in points.
+namespace {
+
+constexpr qreal kEdge = 1; // antialiasing at one pixel per point, the coarsest there is
+
+constexpr qreal kShortestArrow = 1;
+constexpr qreal kHeadPerWidth = 4;
+constexpr qreal kHeadBase = 9;
+constexpr qreal kShortestHead = 8;
+constexpr qreal kHeadSlope = 0.42; // half of its width by its length
+
+constexpr qreal kOutlineWidth = 1.5;
+constexpr float kOutlineAlpha = 0.9F;
+constexpr qreal kLabelSize = 0.58; // by the badge's diameter
+constexpr qreal kBrightFrom = 0.65;
+
+constexpr qreal kTextIndent = 2;
+constexpr qreal kTextReach = 4000;
+constexpr qreal kTextOverhang = 4; // what glyphs may stick out of their advance
+
+QPen pen(const Annotation& mark, const QColor& color)
+{
+    return {color, mark.lineWidth(), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+}
+
+/// Qt draws nothing for a line without length, where a round cap would leave a dot.
+void drawDot(QPainter& painter, QPointF at, const QColor& color, qreal diameter)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(at, diameter / 2, diameter / 2);
+}
+
+void drawPolyline(const Annotation& mark, QPainter& painter, const QPolygonF& points,
+                  const QColor& color)
+{
+    const bool still = std::all_of(points.begin(), points.end(),
+                                   [&](QPointF point) { return point == points.first(); });
+    if (still)
+        return drawDot(painter, points.first(), color, mark.lineWidth());
+    QPainterPath path(points.first());
+    for (const QPointF& point : points)
+        path.lineTo(point);
+    painter.strokePath(path, pen(mark, color));
+}
+
+QColor translucent(QColor color, qreal alpha)
+{
+    color.setAlphaF(static_cast<float>(alpha));
+    return color;
+}
+
+void drawRect(const Annotation& mark, QPainter& painter)
+{
+    const QRectF rect = mark.rect();
+    if (rect.isNull())
+        return drawDot(painter, rect.topLeft(), mark.color(), mark.lineWidth());
+    QPainterPath path(rect.topLeft());
+    path.lineTo(rect.topRight());
+    path.lineTo(rect.bottomRight());
+    path.lineTo(rect.bottomLeft());
+    path.closeSubpath();
+    painter.strokePath(path, pen(mark, mark.color()));
+}
+
+void drawArrow(const Annotation& mark, QPainter& painter)
+{
+    const QPointF start = mark.points().first();
+    const auto head = arrowHead(start, mark.points().last(), mark.lineWidth());
+    if (!head)
+        return;
+    // The shaft ends where the head begins: its round cap must not show past the tip.
+    drawPolyline(mark, painter, {{start, head->base}}, mark.color());
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mark.color());
+    painter.drawConvexPolygon(std::array{head->tip, head->left, head->right}.data(), 3);
+}
+
+QRectF textArea(const Annotation& mark)
+{
+    QRectF area = mark.bounds();
+    area.setWidth(std::min(area.width(), kTextIndent + kTextReach));
+    return area.adjusted(-kTextOverhang, 0, kTextOverhang, 0);
+}
+
+void drawText(const Annotation& mark, QPainter& painter)
+{
+    painter.setClipRect(textArea(mark), Qt::IntersectClip);
+    painter.setPen(mark.color());
+    AnnotationText::draw(painter, mark.points().first() + QPointF(kTextIndent, 0), mark.text());
+}
+
+QColor labelColor(const QColor& badge)
+{
+    const QColor rgb = badge.toRgb();
+    const qreal brightness = 0.299 * rgb.redF() + 0.587 * rgb.greenF() + 0.114 * rgb.blueF();
+    return brightness > kBrightFrom ? Qt::black : Qt::white;
+}
+
+void drawBadge(const Annotation& mark, QPainter& painter)
+{
+    const QRectF circle = mark.bounds();
+    painter.setPen(QPen(translucent(Qt::white, kOutlineAlpha), kOutlineWidth));
+    painter.setBrush(mark.color());
+    painter.drawEllipse(circle);
+
+    const qreal size = kLabelSize * mark.lineWidth();
+    const qreal whole = std::max(1.0, std::ceil(size));
+    const TextLine label{QString::number(mark.number()), InterfaceFont::bold(whole)};
+    painter.translate(circle.center());
+    painter.scale(size / whole, size / whole);
+    painter.setPen(labelColor(mark.color()));
+    label.draw(painter, {-label.width() / 2, label.ascent() - label.height() / 2});
+}
+
+QRectF badgeArea(const Annotation& mark)
+{
+    // A digit is narrower than its font is high.
+    const auto digits = static_cast<qreal>(QString::number(mark.number()).size());
+    const qreal label = digits * kLabelSize * mark.lineWidth();
+    const QRectF circle = mark.bounds();
+    const qreal beside = std::max(0.0, (label - circle.width()) / 2);
+    return circle.adjusted(-beside, 0, beside, 0);
+}
+
+} // namespace
+
+std::optional<ArrowHead> arrowHead(QPointF start, QPointF end, qreal lineWidth)
+{
+    const qreal length = QLineF(start, end).length();
+    if (length <= kShortestArrow)
+        return std::nullopt;
+    const QPointF along = (end - start) / length;
+    const QPointF across(-along.y(), along.x());
+    const qreal head =
+        std::max(kShortestHead, std::min(length / 2, kHeadPerWidth * lineWidth + kHeadBase));
+    const QPointF base = end - along * head;
+    const QPointF side = across * (kHeadSlope * head);
+    return ArrowHead{.tip = end, .left = base + side, .right = base - side, .base = base};
+}
+
+void draw(const Annotation& mark, QPainter& painter)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    switch (mark.tool()) {
+    case Tool::pen:
+    case Tool::line:
+        drawPolyline(mark, painter, mark.points(), mark.color());
+        break;
+    case Tool::marker:
+        drawPolyline(mark, painter, mark.points(), translucent(mark.color(), mark.opacity()));
+        break;
+    case Tool::arrow:
+        drawArrow(mark, painter);
+        break;
+    case Tool::rect:
+        drawRect(mark, painter);
+        break;
+    case Tool::text:
+        drawText(mark, painter);
+        break;
+    case Tool::number:
+        drawBadge(mark, painter);
+        break;
+    case Tool::pixelate:
+        if (mark.pixelated())
+            mark.pixelated()->draw(painter, mark.rect());
+        break;
+    }
+    painter.restore();
+}
+
+QRectF touched(const Annotation& mark)
+{
+    QRectF area = mark.bounds();
+    if (mark.tool() == Tool::text)
+        area = textArea(mark);
+    else if (mark.tool() == Tool::number)
+        area =
+            badgeArea(mark).adjusted(-kOutlineWidth, -kOutlineWidth, kOutlineWidth, kOutlineWidth);
+    return area.adjusted(-kEdge, -kEdge, kEdge, kEdge);
+}
+
+} // namespace brindlecam::AnnotationPainting

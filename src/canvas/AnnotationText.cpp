@@ -1,0 +1,58 @@
+#include "canvas/AnnotationText.h"
+
+#include "app/InterfaceFont.h"
+
+#include <QPainter>
+#include <QTextLayout>
+
+namespace brindlecam::AnnotationText {
+
+namespace {
+
+constexpr qreal kFontSize = 18;    // points
+constexpr qreal kLineWidth = 4000; // points
+
+QFont madeFont()
+{
+    QFont font = InterfaceFont::semibold(kFontSize);
+    // The picture goes to other people's screens, whose subpixels are not ours.
+    font.setStyleStrategy(QFont::NoSubpixelAntialias);
+    return font;
+}
+
+QTextLine layOut(QTextLayout& layout)
+{
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::NoWrap);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    if (line.isValid())
+        line.setLineWidth(kLineWidth);
+    layout.endLayout();
+    return line;
+}
+
+} // namespace
+
+const QFont& font()
+{
+    thread_local const QFont made = madeFont();
+    return made;
+}
+
+QSizeF measured(const QString& text)
+{
+    QTextLayout layout(text, font());
+    const QTextLine line = layOut(layout);
+    return line.isValid() ? QSizeF(line.naturalTextWidth(), line.height()) : QSizeF();
+}
+
+void draw(QPainter& painter, QPointF topLeft, const QString& text)
+{
+    QTextLayout layout(text, font());
+    layOut(layout);
+    layout.draw(&painter, topLeft);
+}
+
+} // namespace brindlecam::AnnotationText

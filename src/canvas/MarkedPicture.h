@@ -1,0 +1,51 @@
+#pragma once
+
+#include "canvas/AnnotationList.h"
+
+#include <QImage>
+#include <QRegion>
+
+#include <vector>
+
+class QPainter;
+
+namespace brindlecam {
+
+/// The frozen screen with the finished marks painted in, kept so that showing it costs a copy
+/// however many marks there are. Painted where it is shown, square by square; memory is taken only
+/// where marks are. Pixels of the frozen picture, origin top-left. Main thread.
+class MarkedPicture final {
+public:
+    /// `frozen` has 32 bits per pixel; `canvas` is its size in points.
+    MarkedPicture(QImage frozen, QSizeF canvas);
+
+    /// Shows these marks from now on. The answer is what looks different now, in pixels: whole
+    /// squares around what came, went or changed.
+    QRegion setMarks(const AnnotationList::Marks& marks);
+
+    /// Paints what lies in `exposed` (pixels) and near marks, pixel by pixel, with a painter that
+    /// counts in points. Elsewhere it paints nothing: the frozen picture is expected there.
+    void paint(QPainter& painter, const QRegion& exposed);
+
+private:
+    [[nodiscard]] QRect squares(const Annotation& mark) const;
+    [[nodiscard]] std::size_t index(int column, int row) const;
+    [[nodiscard]] QRect pixels(int column, int row) const;
+    void render(const QRegion& stale);
+
+    QImage m_frozen;
+    QSizeF m_canvas;
+    QSize m_grid; ///< columns and rows of squares
+    AnnotationList::Marks m_marks;
+    QImage m_painted;            ///< valid in squares that marks touch and that are not stale
+    std::vector<int> m_covered;  ///< per square: how many marks touch it
+    std::vector<bool> m_isStale; ///< per square: not painted since its marks changed
+};
+
+/// A copy of the part of `frozen` inside `pixels` (clipped to it) with the marks drawn on it; where
+/// no mark touches it, the part itself without a copy. The same pixels as MarkedPicture shows.
+/// `canvas` is the size of `frozen` in points. On any thread; null when nothing is left.
+[[nodiscard]] QImage flattened(const QImage& frozen, QSizeF canvas, const QRect& pixels,
+                               const AnnotationList::Marks& marks);
+
+} // namespace brindlecam
