@@ -44,7 +44,7 @@ void Pill::paint(QPainter& painter, QPointF topLeft) const
         painter.setPen(Qt::NoPen);
         painter.setBrush(Config::panelColor(alpha));
         painter.drawRoundedRect(ground, round, round);
-        origin = QPointF(ground.topLeft()) / pixels.length(1);
+        origin = pixels.corner(ground.topLeft());
     }
     const TextLine line = lineOf(*this);
     painter.setPen(Qt::white);
