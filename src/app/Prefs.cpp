@@ -16,6 +16,8 @@ constexpr double kLeastMarkerOpacity = 0.1;
 constexpr double kMostMarkerOpacity = 1.0;
 constexpr double kStandardMarkerOpacity = 0.4;
 
+const QString kMarkerOpacityKey = QStringLiteral("markerOpacity");
+
 QString sizeKey(Tool tool)
 {
     return QStringLiteral("size.") + name(tool);
@@ -75,9 +77,14 @@ bool Prefs::lightGifs() const
 
 double Prefs::markerOpacity() const
 {
-    const double stored =
-        m_defaults.number(QStringLiteral("markerOpacity")).value_or(kStandardMarkerOpacity);
+    const double stored = m_defaults.number(kMarkerOpacityKey).value_or(kStandardMarkerOpacity);
     return std::clamp(stored, kLeastMarkerOpacity, kMostMarkerOpacity);
+}
+
+void Prefs::setMarkerOpacity(double opacity)
+{
+    m_defaults.setNumber(kMarkerOpacityKey,
+                         std::clamp(opacity, kLeastMarkerOpacity, kMostMarkerOpacity));
 }
 
 double Prefs::size(Tool tool) const

@@ -30,6 +30,8 @@ public:
 
     /// 0.1 … 1.0, 0.4 when absent.
     [[nodiscard]] double markerOpacity() const;
+    /// Clamped before it is stored.
+    void setMarkerOpacity(double opacity);
     /// Stroke width or badge size in points, inside the tool's range; 3 for tools without sizes.
     [[nodiscard]] double size(Tool tool) const;
     /// Clamped before it is stored; ignored for tools without sizes.

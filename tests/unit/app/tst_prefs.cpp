@@ -97,6 +97,18 @@ private Q_SLOTS:
         QCOMPARE(m_prefs->markerOpacity(), 0.4);
     }
 
+    void markerOpacityIsClampedWhenStored()
+    {
+        const auto stored = [this](double opacity) {
+            m_prefs->setMarkerOpacity(opacity);
+            return m_defaults->number(QStringLiteral("markerOpacity"));
+        };
+        QCOMPARE(stored(0.55), std::optional(0.55));
+        QCOMPARE(m_prefs->markerOpacity(), 0.55);
+        QCOMPARE(stored(0.05), std::optional(0.1));
+        QCOMPARE(stored(1.05), std::optional(1.0));
+    }
+
     void sizesAreClampedWhenReadAndWhenStored()
     {
         QCOMPARE(m_prefs->size(Tool::marker), 16.0);
