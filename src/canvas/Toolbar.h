@@ -27,6 +27,8 @@ class Prefs;
 /// hang off the tools: the colour palette and one size popup per tool with sizes. Builds, places
 /// and shows them as children of the canvas; what a press does is the canvas's business. Main
 /// thread; points of the canvas. It borrows canvas and settings, and must go before the canvas.
+/// A press on a bar leaves the keyboard focus alone only if the canvas doesn't take it by click
+/// focus (Qt asks the parents of what is pressed): it has Qt::TabFocus and takes it when pressed.
 class Toolbar final {
 public:
     /// The buttons of the actions bar, left to right.
@@ -102,7 +104,8 @@ private:
     void showOnly(const Popup* popup);
     [[nodiscard]] std::vector<const Popup*> popups() const;
     [[nodiscard]] const Popup* sizePopup(Tool tool) const;
-    [[nodiscard]] std::vector<QWidget*> shownBars() const;
+    [[nodiscard]] std::vector<QWidget*> bars() const;
+    [[nodiscard]] QWidget* focusWidget() const;
 
     QWidget& m_canvas;
     const Prefs& m_prefs;

@@ -1,0 +1,35 @@
+#include "canvas/WheelSteps.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr qreal kMostNotches = 1e6; // in one movement
+
+constexpr double kStepsPerWhole = 20;
+constexpr double kLeastOpacity = 0.1;
+/// Of a step: 0.15 - 0.05 must count as two steps.
+constexpr double kWholeStep = 1e-6;
+
+} // namespace
+
+int WheelSteps::add(qreal notches)
+{
+    if (!std::isfinite(notches))
+        return 0;
+    m_rest += std::clamp(notches, -kMostNotches, kMostNotches);
+    const qreal whole = std::trunc(m_rest);
+    m_rest -= whole;
+    return static_cast<int>(whole);
+}
+
+double markerOpacityAfter(int steps, double opacity)
+{
+    const double whole = std::floor(steps + opacity * kStepsPerWhole + kWholeStep);
+    return std::clamp(whole / kStepsPerWhole, kLeastOpacity, 1.0);
+}
+
+} // namespace brindlecam
