@@ -5,9 +5,11 @@
 
 namespace brindlecam {
 
+class AnnotationEditor;
 class Selection;
 
 /// The pointer's shape over a place of the canvas (points).
-[[nodiscard]] Qt::CursorShape cursorAt(const Selection& selection, QPointF point);
+[[nodiscard]] Qt::CursorShape cursorAt(const Selection& selection, const AnnotationEditor& editor,
+                                       QPointF point);
 
 } // namespace brindlecam

@@ -2,189 +2,106 @@
 
 #include "app/Prefs.h"
 #include "base/Geometry.h"
+#include "base/Text.h"
 #include "canvas/CanvasCursor.h"
-#include "canvas/Hint.h"
-#include "canvas/HintPicture.h"
-#include "canvas/Loupe.h"
-#include "canvas/RepaintArea.h"
-#include "canvas/SelectionFrame.h"
-#include "canvas/SizeLabel.h"
-#include "pictures/Crop.h"
+#include "canvas/WheelDelta.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
+
+#include <chrono>
 
 namespace brindlecam {
 
 namespace {
 
-void call(const std::function<void()>& callback)
-{
-    if (callback)
-        callback();
-}
+using namespace std::chrono_literals;
+
+constexpr auto kTooSmallShown = 2500ms; // how long the reason stays
+// The least selections of long captures, in points.
+constexpr QSizeF kLeastScroll(80, 120);
+constexpr QSizeF kLeastGif(40, 40);
 
 } // namespace
 
-CanvasView::CanvasView(const Prefs& prefs, const QImage& image, const QImage& dimmed, QSizeF size,
-                       QWidget* parent)
+CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     : QWidget(parent)
     , m_prefs(prefs)
-    , m_size(size)
-    , m_dimView(image, dimmed, size)
-    , m_selection(size)
+    , m_size(frozen.size)
+    , m_painter(frozen.image, frozen.dimmed, frozen.size)
+    , m_model(frozen.image, frozen.size, frozen.nativeOrigin)
+    , m_tools(*this, {.editor = m_model.editor(), .prefs = prefs, .hud = m_hud})
+    , m_typing(*this)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
-    m_scene = scene();
+    m_hud.onChange = [this] { refresh(); };
+    m_tools.onAction = [this](Toolbar::Action action) { act(action); };
+    m_tools.onUndo = [this] { undo(); };
+    m_tools.onRedo = [this] { redo(); };
+    m_tools.onBeforeTool = [this] { commitText(); };
+    m_tools.onColor = [this](const QColor& color) {
+        if (TextField* field = m_typing.field())
+            field->setColor(color);
+    };
+    m_typing.onCommit = [this] { commitText(); };
+    m_typing.onCancel = [this] { cancelText(); };
+    refresh();
 }
+
+CanvasView::~CanvasView() = default;
 
 void CanvasView::setWindowRects(std::vector<QRectF> windows)
 {
-    m_selection.setWindows(std::move(windows));
+    m_model.selection().setWindows(std::move(windows));
+}
+
+void CanvasView::setUnavailable(std::vector<Toolbar::Action> actions)
+{
+    m_tools.setUnavailable(std::move(actions));
 }
 
 void CanvasView::clearSelection()
 {
-    m_selection.clear();
+    cancelText();
+    m_model.clear();
+    placeBars();
     refresh();
 }
 
-std::optional<Rendered> CanvasView::render()
-{
-    const QRectF rect =
-        QRectF(roundedOutward(m_selection.rect())).intersected(m_selection.canvas());
-    if (rect.width() < 1 || rect.height() < 1)
-        return std::nullopt;
-    if (!m_rendered) {
-        const QImage& frozen = m_dimView.image();
-        m_rendered =
-            Rendered{croppedView(frozen, pixelRect(rect, m_size, frozen.size())), rect.size()};
-    }
-    return m_rendered->image().isNull() ? std::nullopt : m_rendered;
-}
-
-void CanvasView::copy()
-{
-    if (const auto picture = render(); picture && onFinish)
-        onFinish(outcome::Copy{*picture});
-}
-
-void CanvasView::saveDocument()
-{
-    if (const auto picture = render(); picture && onFinish)
-        onFinish(outcome::Save{*picture});
-}
-
-void CanvasView::cancel()
-{
-    if (onFinish)
-        onFinish(outcome::Cancel{});
-}
-
-void CanvasView::autoCopy()
-{
-    if (!m_prefs.autoCopy() || !onAutoCopy)
-        return;
-    if (const auto picture = render())
-        onAutoCopy(*picture);
-}
-
-bool CanvasView::showsLoupe() const
-{
-    if (!m_mouse || !m_prefs.showLoupe())
-        return false;
-    const Drag& drag = m_selection.drag();
-    if (std::holds_alternative<drag::None>(drag))
-        return m_selection.isEmpty();
-    return !std::holds_alternative<drag::Moving>(drag);
-}
-
-CanvasView::Scene CanvasView::scene() const
-{
-    const bool choosing = m_selection.isEmpty() && !m_selection.isDragging();
-    return {
-        .hole = m_selection.hole(),
-        .selection = m_selection.rect(),
-        .outlinedWindow = choosing ? m_selection.hoveredWindow() : std::nullopt,
-        .loupePointer = showsLoupe() ? m_mouse : std::nullopt,
-        .hint = choosing,
-    };
-}
-
-QSize CanvasView::pixels(const QRectF& selection) const
-{
-    const QImage& frozen = m_dimView.image();
-    return pixelRect(selection, m_size, frozen.size()).intersected(frozen.rect()).size();
-}
-
-// What of each element the two scenes do not share must be painted anew, where it was and where it
-// is.
-QRegion CanvasView::difference(const Scene& before, const Scene& after) const
-{
-    const qreal scale = pixelsPerPoint(m_size, m_dimView.image().size()).x;
-    QRegion stale;
-    if (before.hole != after.hole)
-        stale += repaintAreaBetween(before.hole, after.hole, scale);
-    if (before.hint != after.hint)
-        stale += repaintArea(Hint::rect(m_size), scale);
-    for (const Scene* scene : {&before, &after}) {
-        if (before.selection != after.selection && !scene->selection.isEmpty()) {
-            const QRectF label = SizeLabel::rect(scene->selection, pixels(scene->selection));
-            stale += SelectionFrame::covered(scene->selection, scale);
-            stale += repaintArea(label, scale);
-        }
-        if (before.outlinedWindow != after.outlinedWindow && scene->outlinedWindow)
-            stale += SelectionFrame::covered(*scene->outlinedWindow, scale);
-        if (before.loupePointer != after.loupePointer && scene->loupePointer) {
-            const QRectF loupe = Loupe::rect(*scene->loupePointer, m_size);
-            stale += repaintArea(Loupe::covered(loupe), scale);
-        }
-    }
-    return stale;
-}
+// What is shown.
 
 void CanvasView::refresh()
 {
-    const Scene before = std::exchange(m_scene, scene());
-    m_dimView.setHole(m_scene.hole);
-    if (before.selection != m_scene.selection)
-        m_rendered.reset();
-    update(difference(before, m_scene));
+    const CanvasScene now = CanvasScene::of(m_model, m_prefs.showLoupe() ? m_mouse : std::nullopt,
+                                            m_hud.text().value_or(QString()));
+    update(m_painter.show(editor().annotations()) + m_painter.show(now));
 }
 
 void CanvasView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
-    m_dimView.paint(painter, event->region());
-    painter.setRenderHint(QPainter::Antialiasing);
-    if (m_scene.outlinedWindow)
-        SelectionFrame::paintHoveredWindow(painter, *m_scene.outlinedWindow);
-    if (m_scene.hint && m_hintPicture)
-        m_hintPicture->paint(painter);
-    else if (m_scene.hint)
-        Hint::paint(painter, m_size);
-    if (!m_scene.selection.isEmpty()) {
-        SelectionFrame::paintBorder(painter, m_scene.selection);
-        SelectionFrame::paintHandles(painter, m_selection);
-        SizeLabel::paint(painter, m_scene.selection, pixels(m_scene.selection));
-    }
-    if (m_scene.loupePointer)
-        Loupe::paint(painter, *m_scene.loupePointer, m_dimView.image(), m_size);
+    const std::optional<Annotation>& current = editor().current();
+    m_painter.paint(painter, event->region(), current ? &*current : nullptr);
 }
 
-// A pointer names whole pixels, so the last one would leave the picture's last line out of reach.
-// Half a pixel more, because a third of a point is no exact number.
-QPointF CanvasView::reach(QPointF point) const
+// Nothing here looks different with the focus, and Qt would paint the whole screen anew.
+void CanvasView::focusInEvent(QFocusEvent*) {}
+
+void CanvasView::focusOutEvent(QFocusEvent*) {}
+
+void CanvasView::updateCursor()
 {
-    constexpr qreal kLastPixel = 1.5;
-    const PixelsPerPoint ratio = pixelsPerPoint(m_size, m_dimView.image().size());
-    return {point.x() > m_size.width() - kLastPixel / ratio.x ? m_size.width() : point.x(),
-            point.y() > m_size.height() - kLastPixel / ratio.y ? m_size.height() : point.y()};
+    if (m_mouse)
+        setCursor(m_tools.isOverBar(*m_mouse) ? Qt::ArrowCursor
+                                              : cursorAt(selection(), editor(), *m_mouse));
 }
+
+// Mouse and wheel.
 
 // Qt rounds the position to whole points on its way to a child widget, which at fractional scales
 // is not the pixel under the pointer. The window's position is exact.
@@ -193,98 +110,291 @@ QPointF CanvasView::exactPosition(const QMouseEvent& event) const
     return event.scenePosition() - QPointF(mapTo(window(), QPoint()));
 }
 
-void CanvasView::pointerMoved(QPointF point)
+void CanvasView::pointerMoved(QPointF point, Qt::KeyboardModifiers modifiers)
 {
-    m_mouse = clamped(point, m_selection.canvas());
-    if (m_selection.isDragging())
-        m_selection.dragTo(reach(point));
-    else
-        m_selection.hover(point);
-    setCursor(cursorAt(m_selection, *m_mouse));
+    using Constraint = AnnotationEditor::Constraint;
+    m_mouse = clamped(point, selection().canvas());
+    const QRectF stale = m_model.moveTo(
+        point, modifiers & Qt::ShiftModifier ? Constraint::eighthTurns : Constraint::none);
+    update(m_painter.around(stale));
+    if (!selection().isDragging())
+        updateCursor();
     refresh();
 }
 
 void CanvasView::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || m_selection.isDragging())
+    if (event->button() != Qt::LeftButton || selection().isDragging())
         return;
     const QPointF point = exactPosition(*event);
-    m_mouse = clamped(point, m_selection.canvas());
-    switch (m_selection.press(reach(point), Selection::Marks::none)) {
-    case Selection::Press::selecting:
+    m_mouse = clamped(point, selection().canvas());
+    commitText();
+    m_tools.hidePopups();
+    setFocus();
+    switch (m_model.press(point, m_tools.stroke())) {
+    case CanvasModel::Press::selecting:
         if (onBeginSelection)
             onBeginSelection();
         break;
-    case Selection::Press::inside:
-        m_selection.startMoving(point);
+    case CanvasModel::Press::text:
+        m_typing.begin(point, selection().rect(), editor().color());
         break;
-    case Selection::Press::resizing:
-    case Selection::Press::ignored:
+    case CanvasModel::Press::handled:
         break;
     }
+    if (editor().current())
+        update(m_painter.around(editor().current()->paintedBounds()));
+    placeBars();
     refresh();
 }
 
 void CanvasView::mouseMoveEvent(QMouseEvent* event)
 {
-    pointerMoved(exactPosition(*event));
+    pointerMoved(exactPosition(*event), event->modifiers());
 }
 
 void CanvasView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || !m_selection.isDragging())
+    if (event->button() != Qt::LeftButton || !selection().isDragging())
         return;
-    pointerMoved(exactPosition(*event));
-    m_selection.release();
-    setCursor(cursorAt(m_selection, *m_mouse));
+    pointerMoved(exactPosition(*event), event->modifiers());
+    const CanvasModel::Release released = m_model.release();
+    update(m_painter.around(released.stale));
+    placeBars();
+    updateCursor();
     refresh();
-    autoCopy();
+    if (released.picture == CanvasModel::Picture::changed)
+        autoCopy();
 }
 
 void CanvasView::enterEvent(QEnterEvent* event)
 {
-    pointerMoved(event->position());
+    pointerMoved(event->position(), event->modifiers());
 }
 
 void CanvasView::leaveEvent(QEvent*)
 {
-    if (m_selection.isDragging())
+    if (selection().isDragging())
         return;
     m_mouse.reset();
-    m_selection.leave();
+    m_model.selection().leave();
     refresh();
 }
 
-// Nothing here looks different with the focus, and Qt would paint the whole screen anew.
-void CanvasView::focusInEvent(QFocusEvent*) {}
+void CanvasView::wheelEvent(QWheelEvent* event)
+{
+    event->accept();
+    m_tools.turn(wheelNotches(*event));
+}
 
-void CanvasView::focusOutEvent(QFocusEvent*) {}
+// Keys.
 
 void CanvasView::keyPressEvent(QKeyEvent* event)
 {
-    const bool commanded = event->modifiers() & Qt::ControlModifier;
-    const auto asks = [&](QKeySequence::StandardKey standard, Qt::Key letter) {
-        return event->matches(standard) || (commanded && event->key() == letter);
-    };
-    const bool copies = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
-                        asks(QKeySequence::Copy, Qt::Key_C);
-    const bool saves = asks(QKeySequence::Save, Qt::Key_S);
-    const bool cancels = event->key() == Qt::Key_Escape;
-    if (!copies && !saves && !cancels) {
+    const auto command = CanvasCommand::of(*event);
+    if (!command) {
         QWidget::keyPressEvent(event);
         return;
     }
     // A held key acts once: its repeats may be those of the press that began the session.
-    if (event->isAutoRepeat())
+    if (event->isAutoRepeat() && !command->repeats())
         return;
-    if (cancels)
-        cancel();
-    else if (m_selection.isEmpty())
-        call(copies ? onCopyElsewhere : onSaveElsewhere);
-    else if (copies)
-        copy();
+    if (selection().isEmpty() && command->kind != CanvasCommand::Kind::cancel) {
+        if (onCommandElsewhere)
+            onCommandElsewhere(*command);
+        return;
+    }
+    perform(*command);
+}
+
+void CanvasView::perform(const CanvasCommand& command)
+{
+    switch (command.kind) {
+    case CanvasCommand::Kind::copy:
+        return copy();
+    case CanvasCommand::Kind::save:
+        return saveDocument();
+    case CanvasCommand::Kind::cancel:
+        if (!stepBack())
+            cancel();
+        return;
+    case CanvasCommand::Kind::undo:
+        return undo();
+    case CanvasCommand::Kind::redo:
+        return redo();
+    case CanvasCommand::Kind::deleteAnnotation:
+        return deleteSelectedAnnotation();
+    case CanvasCommand::Kind::move:
+    case CanvasCommand::Kind::moveFarEdges:
+        return moveByKey(command);
+    }
+}
+
+bool CanvasView::stepBack()
+{
+    if (TextField* field = m_typing.field()) {
+        field->escape();
+        return true;
+    }
+    if (m_tools.holdsFocus()) {
+        setFocus();
+        return true;
+    }
+    return false;
+}
+
+void CanvasView::moveByKey(const CanvasCommand& command)
+{
+    if (selection().isEmpty() || selection().isDragging())
+        return;
+    if (command.kind == CanvasCommand::Kind::move)
+        m_model.moveByKey(command.by);
     else
-        saveDocument();
+        m_model.moveFarEdges(command.by);
+    placeBars();
+    changed();
+}
+
+// Marks.
+
+void CanvasView::commitText()
+{
+    const auto typed = m_typing.end();
+    if (!typed)
+        return;
+    m_model.editor().addText(typed->text, typed->color, typed->box);
+    changed();
+}
+
+void CanvasView::cancelText()
+{
+    m_typing.end();
+}
+
+void CanvasView::deleteSelectedAnnotation()
+{
+    if (m_model.editor().deleteSelected())
+        changed();
+}
+
+void CanvasView::undo()
+{
+    if (TextField* field = m_typing.field())
+        field->undo();
+    else if (m_model.editor().undo())
+        changed();
+}
+
+void CanvasView::redo()
+{
+    if (TextField* field = m_typing.field())
+        field->redo();
+    else if (m_model.editor().redo())
+        changed();
+}
+
+void CanvasView::changed()
+{
+    refresh();
+    autoCopy();
+}
+
+// Bars.
+
+void CanvasView::placeBars()
+{
+    if (!selection().isEmpty() && !selection().isChanging())
+        m_tools.showBars(selection().rect(), m_size);
+    else
+        m_tools.hideBars();
+}
+
+void CanvasView::act(Toolbar::Action action)
+{
+    switch (action) {
+    case Toolbar::Action::text:
+        return; // nobody recognises text yet: the button is disabled
+    case Toolbar::Action::pin:
+        return pin();
+    case Toolbar::Action::scroll:
+        return scrollCapture();
+    case Toolbar::Action::gif:
+        return recordGif();
+    case Toolbar::Action::copy:
+        return copy();
+    case Toolbar::Action::save:
+        return saveDocument();
+    case Toolbar::Action::close:
+        return cancel();
+    }
+}
+
+// Outcomes.
+
+std::optional<Rendered> CanvasView::render()
+{
+    commitText();
+    return m_model.render();
+}
+
+void CanvasView::autoCopy()
+{
+    if (!m_prefs.autoCopy() || m_typing.field() || !onAutoCopy)
+        return;
+    if (const auto picture = render())
+        onAutoCopy(*picture);
+}
+
+void CanvasView::finish(const Outcome& outcome)
+{
+    if (onFinish)
+        onFinish(outcome);
+}
+
+void CanvasView::copy()
+{
+    if (const auto picture = render())
+        finish(outcome::Copy{*picture});
+}
+
+void CanvasView::saveDocument()
+{
+    if (const auto picture = render())
+        finish(outcome::Save{*picture});
+}
+
+void CanvasView::pin()
+{
+    if (const auto picture = render())
+        finish(outcome::Pin{*picture, m_model.nativeSelection()});
+}
+
+bool CanvasView::hasRoomFor(QSizeF least, const QString& otherwise)
+{
+    const QSizeF size = m_model.settledSelection().size();
+    if (size.width() >= least.width() && size.height() >= least.height())
+        return true;
+    if (!selection().isEmpty())
+        m_hud.show(otherwise, Hud::Stay::timed, kTooSmallShown);
+    return false;
+}
+
+void CanvasView::scrollCapture()
+{
+    if (hasRoomFor(kLeastScroll,
+                   text("Selecciona un área más grande para la captura con desplazamiento")))
+        finish(outcome::Scroll{m_model.nativeSelection()});
+}
+
+void CanvasView::recordGif()
+{
+    if (hasRoomFor(kLeastGif, text("Selecciona un área más grande para grabar")))
+        finish(outcome::Gif{m_model.nativeSelection()});
+}
+
+void CanvasView::cancel()
+{
+    finish(outcome::Cancel{});
 }
 
 } // namespace brindlecam

@@ -1,8 +1,13 @@
 #pragma once
 
-#include "canvas/DimView.h"
+#include "canvas/CanvasCommand.h"
+#include "canvas/CanvasModel.h"
+#include "canvas/CanvasPainter.h"
+#include "canvas/Hud.h"
 #include "canvas/Outcome.h"
-#include "canvas/Selection.h"
+#include "canvas/TextEntry.h"
+#include "canvas/ToolControl.h"
+#include "canvas/Toolbar.h"
 
 #include <QWidget>
 
@@ -12,55 +17,79 @@
 
 namespace brindlecam {
 
-class HintPicture;
 class Prefs;
 
-/// The canvas over one frozen screen: turns mouse and keys into changes of the selection, paints
-/// only what changed, and reports what the user chose. Points of the screen as reals, origin
-/// top-left; the widget itself may be up to a point larger than the screen at fractional scales.
+/// The canvas over one frozen screen: turns mouse, wheel and keys into changes of the selection and
+/// of the marks on it, repaints only what changed, and reports what the user chose. Points of the
+/// screen as reals, origin top-left; the widget itself may be up to a point larger than the screen
+/// at fractional scales.
 class CanvasView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `image` and `dimmed` are the frozen screen in pixels, `size` its size in points.
-    CanvasView(const Prefs& prefs, const QImage& image, const QImage& dimmed, QSizeF size,
-               QWidget* parent);
+    /// One frozen screen.
+    struct Frozen {
+        QImage image;        ///< pixels
+        QImage dimmed;       ///< the same, darkened
+        QSizeF size;         ///< in points
+        QPoint nativeOrigin; ///< its place on the desktop, in native pixels
+    };
+
+    CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent);
+    ~CanvasView() override;
 
     /// A selection drag has started here.
     std::function<void()> onBeginSelection;
     /// The user has ended the session.
     std::function<void(const Outcome&)> onFinish;
-    /// Keys that end the session came here, but nothing is selected here.
-    std::function<void()> onCopyElsewhere;
-    std::function<void()> onSaveElsewhere;
+    /// A key of the session came here, but nothing is selected here.
+    std::function<void(const CanvasCommand&)> onCommandElsewhere;
     /// A new picture for the clipboard, while the session goes on.
     std::function<void(const Rendered&)> onAutoCopy;
 
     /// A painted hint that outlives the canvas; without one the hint is painted each time.
-    void setHintPicture(const HintPicture& picture) { m_hintPicture = &picture; }
+    void setHintPicture(const HintPicture& picture) { m_painter.setHintPicture(picture); }
 
     /// Windows of this screen that a click takes, frontmost first, in points of this canvas.
     void setWindowRects(std::vector<QRectF> windows);
+    /// Actions of the bars that nobody is there to carry out; their buttons are disabled. Before
+    /// the first selection.
+    void setUnavailable(std::vector<Toolbar::Action> actions);
 
-    [[nodiscard]] const Selection& selection() const { return m_selection; }
-    /// Drops the selection: another screen has begun one.
+    [[nodiscard]] const Selection& selection() const { return m_model.selection(); }
+    [[nodiscard]] const AnnotationEditor& editor() const { return m_model.editor(); }
+    /// Drops the selection with all marks: another screen has begun one.
     void clearSelection();
 
-    /// The selected part of the frozen screen in its own pixels; none when nothing is selected. The
-    /// same picture again as long as nothing has changed.
+    /// The selected part of the frozen screen with its marks, in its own pixels; none when nothing
+    /// is selected. Typed text becomes a mark first. The same picture again as long as nothing has
+    /// changed.
     [[nodiscard]] std::optional<Rendered> render();
 
-    /// Ends the session with the picture on its way to the clipboard. Nothing when nothing is
-    /// selected; so do the others.
+    /// What a key asks for.
+    void perform(const CanvasCommand& command);
+    /// Escape short of the session's end: forgets a text being typed, else takes the focus out of
+    /// the bars. False when there is neither.
+    bool stepBack();
+
+    /// Each ends the session with its outcome; nothing happens while nothing is selected. Too small
+    /// a selection for one of the last two gets a message instead.
     void copy();
     void saveDocument();
+    void pin();
+    void scrollCapture();
+    void recordGif();
     void cancel();
+
+    void undo();
+    void redo();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -68,33 +97,30 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
-    /// Everything that is painted, so that two of them tell what must be painted anew.
-    struct Scene {
-        QRectF hole;
-        QRectF selection;
-        std::optional<QRectF> outlinedWindow;
-        std::optional<QPointF> loupePointer;
-        bool hint = false;
-    };
-
-    [[nodiscard]] Scene scene() const;
-    [[nodiscard]] QRegion difference(const Scene& before, const Scene& after) const;
-    [[nodiscard]] bool showsLoupe() const;
-    [[nodiscard]] QSize pixels(const QRectF& selection) const;
     [[nodiscard]] QPointF exactPosition(const QMouseEvent& event) const;
-    [[nodiscard]] QPointF reach(QPointF point) const;
-    void pointerMoved(QPointF point);
-    void refresh();
-    void autoCopy();
 
-    const Prefs& m_prefs;
+    void pointerMoved(QPointF point, Qt::KeyboardModifiers modifiers);
+    void moveByKey(const CanvasCommand& command);
+    void deleteSelectedAnnotation();
+    void commitText();
+    void cancelText();
+    void act(Toolbar::Action action);
+    [[nodiscard]] bool hasRoomFor(QSizeF least, const QString& otherwise);
+    void placeBars();
+    void updateCursor();
+    void refresh();
+    void changed();
+    void autoCopy();
+    void finish(const Outcome& outcome);
+
+    Prefs& m_prefs;
     const QSizeF m_size;
-    const HintPicture* m_hintPicture = nullptr;
-    DimView m_dimView;
-    Selection m_selection;
+    CanvasPainter m_painter;
+    CanvasModel m_model;
+    Hud m_hud;
+    ToolControl m_tools;
+    TextEntry m_typing;
     std::optional<QPointF> m_mouse;
-    std::optional<Rendered> m_rendered; ///< of the present selection, once it was asked for
-    Scene m_scene;
 };
 
 } // namespace brindlecam

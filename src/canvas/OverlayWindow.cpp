@@ -11,7 +11,7 @@
 
 namespace brindlecam {
 
-OverlayWindow::OverlayWindow(Panels& panels, const Prefs& prefs, const ScreenInfo& screen)
+OverlayWindow::OverlayWindow(Panels& panels, Prefs& prefs, const ScreenInfo& screen)
     : m_panels(panels)
     , m_prefs(prefs)
     , m_screen(screen)
@@ -32,7 +32,12 @@ OverlayWindow::OverlayWindow(Panels& panels, const Prefs& prefs, const ScreenInf
 CanvasView& OverlayWindow::makeContent(const GrabbedScreen& shot)
 {
     delete m_canvas;
-    m_canvas = new CanvasView(m_prefs, shot.image, shot.dimmed, m_screen.size(), this);
+    m_canvas = new CanvasView(m_prefs,
+                              {.image = shot.image,
+                               .dimmed = shot.dimmed,
+                               .size = m_screen.size(),
+                               .nativeOrigin = m_screen.native.topLeft()},
+                              this);
     m_canvas->setHintPicture(m_hint);
     m_canvas->setGeometry(rect());
     m_canvas->show();

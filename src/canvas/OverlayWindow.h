@@ -20,7 +20,7 @@ class OverlayWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    OverlayWindow(Panels& panels, const Prefs& prefs, const ScreenInfo& screen);
+    OverlayWindow(Panels& panels, Prefs& prefs, const ScreenInfo& screen);
 
     /// The screen this window covers.
     [[nodiscard]] const ScreenInfo& coveredScreen() const { return m_screen; }
@@ -45,7 +45,7 @@ protected:
 
 private:
     Panels& m_panels;
-    const Prefs& m_prefs;
+    Prefs& m_prefs;
     const ScreenInfo m_screen;
     const HintPicture m_hint;
     CanvasView* m_canvas = nullptr; ///< child of this window

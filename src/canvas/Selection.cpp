@@ -11,7 +11,7 @@ namespace brindlecam {
 namespace {
 
 constexpr qreal kHandleReach = 7;  // points from a handle's centre, on each axis
-constexpr qreal kSmallestDrag = 3; // points; anything smaller is a click
+constexpr qreal kSmallestSide = 3; // points; a smaller drag is a click
 
 struct Range {
     qreal from;
@@ -73,11 +73,11 @@ QRectF Selection::hole() const
     return isEmpty() ? m_hoveredWindow.value_or(QRectF()) : m_rect;
 }
 
-QPointF Selection::centre(Handle handle) const
+QPointF Selection::centre(Handle handle, const QRectF& selection)
 {
-    const QPointF middle = m_rect.center();
-    return {middle.x() + handle.dx * m_rect.width() / 2,
-            middle.y() + handle.dy * m_rect.height() / 2};
+    const QPointF middle = selection.center();
+    return {middle.x() + handle.dx * selection.width() / 2,
+            middle.y() + handle.dy * selection.height() / 2};
 }
 
 std::optional<Handle> Selection::handleAt(QPointF point) const
@@ -85,7 +85,7 @@ std::optional<Handle> Selection::handleAt(QPointF point) const
     if (isEmpty())
         return std::nullopt;
     const auto* found = std::ranges::find_if(kHandles, [&](Handle handle) {
-        const QPointF distance = centre(handle) - point;
+        const QPointF distance = centre(handle, m_rect) - point;
         return std::abs(distance.x()) <= kHandleReach && std::abs(distance.y()) <= kHandleReach;
     });
     return found == kHandles.end() ? std::nullopt : std::optional(*found);
@@ -138,6 +138,51 @@ void Selection::startMoving(QPointF point)
     m_drag = drag::Moving{clamped(point, canvas())};
 }
 
+void Selection::startMovingAnnotation(QPointF point)
+{
+    m_drag = drag::MovingAnnotation{clamped(point, canvas())};
+}
+
+void Selection::startDrawing()
+{
+    m_drag = drag::Drawing{};
+}
+
+bool Selection::isChanging() const
+{
+    return isDragging() && !std::holds_alternative<drag::MovingAnnotation>(m_drag) &&
+           !std::holds_alternative<drag::Drawing>(m_drag);
+}
+
+std::optional<Selection::AnnotationMove> Selection::moveAnnotationTo(QPointF point)
+{
+    auto* moving = std::get_if<drag::MovingAnnotation>(&m_drag);
+    if (!moving)
+        return std::nullopt;
+    point = clamped(point, canvas());
+    const QPointF last = std::exchange(moving->last, point);
+    if (last == point)
+        return std::nullopt;
+    return AnnotationMove{point - last, !std::exchange(moving->checkpointed, true)};
+}
+
+void Selection::moveBy(QPointF by)
+{
+    if (!isEmpty())
+        m_rect = movedInside(m_rect, by, m_canvas);
+}
+
+void Selection::moveFarEdges(QPointF by)
+{
+    if (isEmpty())
+        return;
+    const auto moved = [](qreal edge, qreal step, qreal opposite, qreal end) {
+        return step == 0 ? edge : std::min(std::max(edge + step, opposite + kSmallestSide), end);
+    };
+    m_rect.setRight(moved(m_rect.right(), by.x(), m_rect.left(), m_canvas.width()));
+    m_rect.setBottom(moved(m_rect.bottom(), by.y(), m_rect.top(), m_canvas.height()));
+}
+
 void Selection::dragTo(QPointF point)
 {
     point = clamped(point, canvas());
@@ -150,6 +195,8 @@ void Selection::dragTo(QPointF point)
                 moving.last = point;
             },
             [&](const drag::Resizing& resizing) { m_rect = resized(resizing, point); },
+            [](const drag::MovingAnnotation&) {},
+            [](drag::Drawing) {},
         },
         m_drag);
 }
@@ -161,11 +208,12 @@ QRectF Selection::settled(const QRectF& rect) const
 
 void Selection::release()
 {
-    if (!isDragging())
-        return;
+    const bool changed = isChanging();
     m_drag = drag::None{};
+    if (!changed)
+        return;
     m_rect = settled(m_rect);
-    if (m_rect.width() < kSmallestDrag || m_rect.height() < kSmallestDrag)
+    if (m_rect.width() < kSmallestSide || m_rect.height() < kSmallestSide)
         m_rect = m_hoveredWindow ? settled(*m_hoveredWindow) : QRectF();
     if (!isEmpty())
         m_hoveredWindow.reset();

@@ -25,7 +25,7 @@ struct Handle {
 inline constexpr std::array kHandles{Handle{-1, 1}, Handle{-1, 0}, Handle{-1, -1}, Handle{0, 1},
                                      Handle{0, -1}, Handle{1, 1},  Handle{1, 0},   Handle{1, -1}};
 
-/// What the present mouse drag does to the selection.
+/// What the present mouse drag does, to the selection or to a mark on it.
 namespace drag {
 struct None {
     bool operator==(const None&) const = default;
@@ -43,8 +43,17 @@ struct Resizing {
     QRectF original;
     bool operator==(const Resizing&) const = default;
 };
+struct MovingAnnotation {
+    QPointF last;
+    bool checkpointed = false; ///< the step back was noted; not before something moves
+    bool operator==(const MovingAnnotation&) const = default;
+};
+struct Drawing {
+    bool operator==(const Drawing&) const = default;
+};
 } // namespace drag
-using Drag = std::variant<drag::None, drag::Selecting, drag::Moving, drag::Resizing>;
+using Drag = std::variant<drag::None, drag::Selecting, drag::Moving, drag::Resizing,
+                          drag::MovingAnnotation, drag::Drawing>;
 
 /// The chosen area of one screen as a pure state machine: hovering windows, dragging an area out,
 /// clicking a window, moving and resizing. Points of the canvas, origin top-left, y down; every
@@ -55,7 +64,7 @@ public:
     enum class Press {
         selecting, ///< a new selection has begun
         resizing,  ///< a handle was taken
-        inside,    ///< inside the selection: the caller decides (a mark, or startMoving)
+        inside,    ///< inside the selection: the caller decides which drag begins
         ignored,   ///< outside, and marks would be lost
     };
 
@@ -73,24 +82,40 @@ public:
     [[nodiscard]] const std::optional<QRectF>& hoveredWindow() const { return m_hoveredWindow; }
     [[nodiscard]] const Drag& drag() const { return m_drag; }
     [[nodiscard]] bool isDragging() const { return !std::holds_alternative<drag::None>(m_drag); }
+    /// Whether the drag changes the selection itself.
+    [[nodiscard]] bool isChanging() const;
     /// What is shown undimmed: the selection, else the hovered window, else nothing.
     [[nodiscard]] QRectF hole() const;
     [[nodiscard]] QRectF canvas() const { return {QPointF(), m_canvas}; }
 
     /// The first handle whose centre is within 7 points of the place on both axes.
     [[nodiscard]] std::optional<Handle> handleAt(QPointF point) const;
-    /// Centre of a handle of the present selection.
-    [[nodiscard]] QPointF centre(Handle handle) const;
+    /// Centre of a handle of a selection.
+    [[nodiscard]] static QPointF centre(Handle handle, const QRectF& selection);
 
     void hover(QPointF point);
     /// The pointer has left the screen.
     void leave();
     [[nodiscard]] Press press(QPointF point, Marks marks);
     void startMoving(QPointF point);
+    void startMovingAnnotation(QPointF point);
+    void startDrawing();
+    /// Drags of marks leave the selection alone.
     void dragTo(QPointF point);
+    /// Notes that the mark being moved follows the pointer to this place, and answers by how much
+    /// it moves and whether the step back is still to be noted. None when no mark is being moved.
+    struct AnnotationMove {
+        QPointF by;
+        bool first = false;
+    };
+    std::optional<AnnotationMove> moveAnnotationTo(QPointF point);
     /// Ends the drag: whole points inside the canvas; under 3 points it was a click, which takes
     /// the hovered window or nothing.
     void release();
+    /// Moves the selection, as far as the canvas goes. Nothing while nothing is selected.
+    void moveBy(QPointF by);
+    /// Moves its right and lower edges, as far as the canvas goes and never below 3 points.
+    void moveFarEdges(QPointF by);
     void clear();
 
 private:

@@ -15,8 +15,13 @@ namespace {
 constexpr qreal kBorderWidth = 1;
 constexpr qreal kDash = 5;
 constexpr qreal kGap = 4;
-constexpr qreal kHandleSide = 7;                       // to the middle of its line
-constexpr qreal kHoverWidth = 2;                       // inside the window's edges
+constexpr qreal kHandleSide = 7;   // to the middle of its line
+constexpr qreal kHoverWidth = 2;   // inside the window's edges
+constexpr qreal kMarkDistance = 4; // from a mark to the line around it
+constexpr qreal kMarkRadius = 4;
+constexpr qreal kMarkLine = 1.5;
+constexpr qreal kMarkDash = 4;
+constexpr qreal kMarkGap = 3;
 constexpr qreal kCoveredReach = kHandleSide / 2 + 1.5; // half a handle and its line
 
 /// Fills the band of this width along the inside of the edges.
@@ -65,13 +70,13 @@ void paintBorder(QPainter& painter, const QRectF& selection)
     painter.drawRect(QRectF(outer).adjusted(half, half, -half, -half));
 }
 
-void paintHandles(QPainter& painter, const Selection& selection)
+void paintHandles(QPainter& painter, const QRectF& selection)
 {
     const DevicePixels pixels(painter);
     const int width = pixels.lineWidth(kBorderWidth);
     for (const Handle handle : kHandles) {
         QRectF square(0, 0, kHandleSide + kBorderWidth, kHandleSide + kBorderWidth);
-        square.moveCenter(selection.centre(handle));
+        square.moveCenter(Selection::centre(handle, selection));
         const QRect outer = pixels.nearest(square);
         painter.fillRect(outer, Qt::white);
         fillBand(painter, outer, width, Config::leafGreen);
@@ -82,6 +87,26 @@ void paintHoveredWindow(QPainter& painter, const QRectF& window)
 {
     const DevicePixels pixels(painter);
     fillBand(painter, pixels.outward(window), pixels.lineWidth(kHoverWidth), Config::leafGreen);
+}
+
+QRectF aroundMark(const QRectF& bounds)
+{
+    constexpr qreal kReach = kMarkDistance + kMarkLine;
+    return bounds.adjusted(-kReach, -kReach, kReach, kReach);
+}
+
+void paintMarkOutline(QPainter& painter, const QRectF& bounds)
+{
+    const QRectF outline =
+        bounds.adjusted(-kMarkDistance, -kMarkDistance, kMarkDistance, kMarkDistance);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::white, kMarkLine));
+    painter.drawRoundedRect(outline, kMarkRadius, kMarkRadius);
+    QPen dashes(Config::leafGreen, kMarkLine);
+    dashes.setCapStyle(Qt::FlatCap);
+    dashes.setDashPattern({kMarkDash / kMarkLine, kMarkGap / kMarkLine}); // in widths of the line
+    painter.setPen(dashes);
+    painter.drawRoundedRect(outline, kMarkRadius, kMarkRadius);
 }
 
 } // namespace brindlecam::SelectionFrame

@@ -7,17 +7,20 @@ class QPainter;
 
 namespace brindlecam {
 
-class Selection;
-
-/// The line around the selection with its handles, and the line around a hovered window. Points.
+/// The lines around the selection (with its handles), around a hovered window and around the
+/// selected mark. Points.
 namespace SelectionFrame {
 
 /// What border and handles of this selection cover.
 [[nodiscard]] QRegion covered(const QRectF& selection, qreal scale);
 
 void paintBorder(QPainter& painter, const QRectF& selection);
-void paintHandles(QPainter& painter, const Selection& selection);
+void paintHandles(QPainter& painter, const QRectF& selection);
 void paintHoveredWindow(QPainter& painter, const QRectF& window);
+
+/// Everything that the line around a mark of these bounds covers.
+[[nodiscard]] QRectF aroundMark(const QRectF& bounds);
+void paintMarkOutline(QPainter& painter, const QRectF& bounds);
 
 } // namespace SelectionFrame
 

@@ -116,8 +116,15 @@ void CaptureController::present(const std::vector<Shot>& shots)
         window.cover();
     }
     focusOverlayUnderPointer();
-    std::get<Overlay>(m_state).escapeKey = m_services.platform.hotKeys->registerKey(
-        KeyCodes::kEscape, 0, [this] { finish(outcome::Cancel{}); });
+    std::get<Overlay>(m_state).escapeKey =
+        m_services.platform.hotKeys->registerKey(KeyCodes::kEscape, 0, [this] { escapePressed(); });
+}
+
+void CaptureController::escapePressed()
+{
+    const auto& session = m_overlays.session();
+    if (std::ranges::none_of(session, [](auto* window) { return window->canvas()->stepBack(); }))
+        finish(outcome::Cancel{});
 }
 
 void CaptureController::wire(OverlayWindow& window)
@@ -130,14 +137,11 @@ void CaptureController::wire(OverlayWindow& window)
         }
     };
     // Keys act on the session, whichever overlay has the focus.
-    canvas->onCopyElsewhere = [this] {
+    canvas->onCommandElsewhere = [this](const CanvasCommand& command) {
         if (CanvasView* selected = canvasWithSelection())
-            selected->copy();
+            selected->perform(command);
     };
-    canvas->onSaveElsewhere = [this] {
-        if (CanvasView* selected = canvasWithSelection())
-            selected->saveDocument();
-    };
+    canvas->setUnavailable(unavailableActions());
     canvas->onFinish = [this](const Outcome& outcome) { finish(outcome); };
     canvas->onAutoCopy = [this](const Rendered& picture) {
         auto* overlay = std::get_if<Overlay>(&m_state);
@@ -146,6 +150,18 @@ void CaptureController::wire(OverlayWindow& window)
         overlay->lastAutoCopied = picture;
         m_services.results.live(picture);
     };
+}
+
+std::vector<Toolbar::Action> CaptureController::unavailableActions() const
+{
+    std::vector<Toolbar::Action> missing{Toolbar::Action::text};
+    if (!onPin)
+        missing.push_back(Toolbar::Action::pin);
+    if (!onScroll)
+        missing.push_back(Toolbar::Action::scroll);
+    if (!onGif)
+        missing.push_back(Toolbar::Action::gif);
+    return missing;
 }
 
 void CaptureController::focusOverlayUnderPointer()

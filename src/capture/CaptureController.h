@@ -3,6 +3,7 @@
 #include "app/HotKey.h"
 #include "base/ScreenInfo.h"
 #include "canvas/Outcome.h"
+#include "canvas/Toolbar.h"
 #include "capture/CaptureFailure.h"
 #include "capture/OverlaySet.h"
 #include "capture/ScreenGrabber.h"
@@ -33,7 +34,7 @@ public:
     /// What the controller works with; all of it outlives the controller.
     struct Services {
         Platform& platform;
-        const Prefs& prefs;
+        Prefs& prefs;
         CaptureResults& results;
         Toast& toast;
         Alerts& alerts;
@@ -84,6 +85,7 @@ private:
     void grabOne(const ScreenInfo& screen);
     void present(const std::vector<Shot>& shots);
     void wire(OverlayWindow& window);
+    void escapePressed();
     void focusOverlayUnderPointer();
     void screensChanged();
     void handleCaptureFailure(const Error& error);
@@ -93,6 +95,8 @@ private:
                     const QRect& nativeRect);
     void end();
     [[nodiscard]] CanvasView* canvasWithSelection() const;
+    /// Actions of the bars whose rooms are not built.
+    [[nodiscard]] std::vector<Toolbar::Action> unavailableActions() const;
     [[nodiscard]] std::optional<ScreenInfo> sessionScreen() const;
 
     Services m_services;

@@ -14,7 +14,7 @@ constexpr std::chrono::seconds kPixelsKept{5};
 
 } // namespace
 
-OverlaySet::OverlaySet(Panels& panels, const Prefs& prefs)
+OverlaySet::OverlaySet(Panels& panels, Prefs& prefs)
     : m_panels(panels)
     , m_prefs(prefs)
 {

@@ -19,7 +19,7 @@ struct GrabbedScreen;
 /// given back. Main thread.
 class OverlaySet final {
 public:
-    OverlaySet(Panels& panels, const Prefs& prefs);
+    OverlaySet(Panels& panels, Prefs& prefs);
     ~OverlaySet();
 
     /// Makes the windows for these screens, drops those of screens that are gone or changed, and
@@ -42,7 +42,7 @@ private:
     void releasePixels();
 
     Panels& m_panels;
-    const Prefs& m_prefs;
+    Prefs& m_prefs;
     std::vector<std::unique_ptr<OverlayWindow>> m_windows;
     std::vector<OverlayWindow*> m_session;
     QTimer m_releaseTimer;

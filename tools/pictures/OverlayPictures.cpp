@@ -59,7 +59,7 @@ private:
 /// One session per picture, as fresh as the controller's.
 class Session final {
 public:
-    Session(Photographer& photographer, const Prefs& prefs)
+    Session(Photographer& photographer, Prefs& prefs)
         : m_overlays(*photographer.platform().panels, prefs)
     {
         Platform& platform = photographer.platform();
@@ -153,7 +153,7 @@ constexpr Scene kScenes[] = {
 
 } // namespace
 
-void takeOverlayPictures(Photographer& photographer, const Prefs& prefs)
+void takeOverlayPictures(Photographer& photographer, Prefs& prefs)
 {
     for (const Scene& scene : kScenes) {
         {

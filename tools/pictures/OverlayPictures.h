@@ -9,7 +9,7 @@ namespace pictures {
 class Photographer;
 
 /// The session on a frozen screen: hint, hovered window, selections, loupe.
-void takeOverlayPictures(Photographer& photographer, const Prefs& prefs);
+void takeOverlayPictures(Photographer& photographer, Prefs& prefs);
 
 } // namespace pictures
 

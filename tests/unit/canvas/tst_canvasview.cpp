@@ -55,8 +55,13 @@ private:
 
         explicit Fixture(QSizeF size = kPixels)
         {
-            canvas = std::make_unique<CanvasView>(prefs, image, Dimming::dimmedCopy(image), size,
-                                                  nullptr);
+            canvas = std::make_unique<CanvasView>(
+                prefs,
+                CanvasView::Frozen{.image = image,
+                                   .dimmed = Dimming::dimmedCopy(image),
+                                   .size = size,
+                                   .nativeOrigin = {1920, 0}},
+                nullptr);
             canvas->resize(size.toSize());
             canvas->onFinish = [this](const Outcome& outcome) { outcomes.push_back(outcome); };
             canvas->onAutoCopy = [this](const Rendered& picture) { autoCopied.push_back(picture); };

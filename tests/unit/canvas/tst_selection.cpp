@@ -1,4 +1,3 @@
-#include "canvas/CanvasCursor.h"
 #include "canvas/Selection.h"
 #include "support/TestCase.h"
 
@@ -220,25 +219,66 @@ private Q_SLOTS:
         QCOMPARE(selection.rect(), QRectF(QPointF(), canvas));
     }
 
-    void cursorTellsWhatAPressWouldDo_data()
+    void keysMoveTheSelectionAsFarAsTheCanvasGoes()
     {
-        QTest::addColumn<QPointF>("point");
-        QTest::addColumn<Qt::CursorShape>("expected");
-        QTest::newRow("outside") << QPointF(500, 500) << Qt::CrossCursor;
-        QTest::newRow("inside") << QPointF(200, 200) << Qt::OpenHandCursor;
-        QTest::newRow("left edge") << QPointF(100, 200) << Qt::SizeHorCursor;
-        QTest::newRow("top edge") << QPointF(200, 100) << Qt::SizeVerCursor;
-        QTest::newRow("corner") << QPointF(300, 300) << Qt::CrossCursor;
-    }
-    void cursorTellsWhatAPressWouldDo()
-    {
-        QFETCH(QPointF, point);
-        QTEST(cursorAt(selected({100, 100, 200, 200}), point), "expected");
+        Selection selection = selected({10, 20, 100, 50});
+        selection.moveBy({1, -10});
+        QCOMPARE(selection.rect(), QRectF(11, 10, 100, 50));
+        selection.moveBy({-100, -100});
+        QCOMPARE(selection.rect(), QRectF(0, 0, 100, 50));
+        selection.moveBy({10000, 10000});
+        QCOMPARE(selection.rect(), QRectF(700, 550, 100, 50));
     }
 
-    void cursorIsACrosshairWhileNothingIsSelected()
+    void keysMoveTheFarEdgesBetweenThreePointsAndTheCanvas()
     {
-        QCOMPARE(cursorAt(Selection(kSelectionCanvas), {10, 10}), Qt::CrossCursor);
+        Selection selection = selected({10, 20, 100, 50});
+        selection.moveFarEdges({10, 0});
+        QCOMPARE(selection.rect(), QRectF(10, 20, 110, 50));
+        selection.moveFarEdges({0, -1});
+        QCOMPARE(selection.rect(), QRectF(10, 20, 110, 49));
+        selection.moveFarEdges({-1000, -1000});
+        QCOMPARE(selection.rect(), QRectF(10, 20, 3, 3));
+        selection.moveFarEdges({10000, 0});
+        QCOMPARE(selection.rect(), QRectF(10, 20, 790, 3));
+    }
+
+    void keysMoveNothingWhileNothingIsSelected()
+    {
+        Selection selection(kSelectionCanvas);
+        selection.moveBy({1, 1});
+        selection.moveFarEdges({50, 50});
+        QVERIFY(selection.isEmpty());
+    }
+
+    void dragsOfMarksLeaveTheSelectionAlone()
+    {
+        Selection selection = selected({10, 20, 100, 50});
+        for (const bool drawing : {true, false}) {
+            if (drawing)
+                selection.startDrawing();
+            else
+                selection.startMovingAnnotation({30, 30});
+            QVERIFY(selection.isDragging());
+            QVERIFY(!selection.isChanging());
+            selection.dragTo({400, 400});
+            selection.release();
+            QCOMPARE(selection.rect(), QRectF(10, 20, 100, 50));
+            QVERIFY(!selection.isDragging());
+        }
+    }
+
+    void theStepBackOfAMovedMarkIsWantedOnceAndOnlyWhenItMoves()
+    {
+        Selection selection = selected({10, 20, 100, 50});
+        selection.startMovingAnnotation({30, 30});
+        QVERIFY(!selection.moveAnnotationTo({30, 30}));
+        const auto first = selection.moveAnnotationTo({35, 28});
+        QVERIFY(first && first->first);
+        QCOMPARE(first->by, QPointF(5, -2));
+        const auto second = selection.moveAnnotationTo({900, 28});
+        QVERIFY(second && !second->first);
+        QCOMPARE(second->by, QPointF(765, 0)); // as far as the canvas
     }
 };
 

@@ -65,7 +65,7 @@ private Q_SLOTS:
         const Selection selection = selected({31, 23}, {148, 118});
         const QImage image = painted(scale, [&](QPainter& painter) {
             SelectionFrame::paintBorder(painter, selection.rect());
-            SelectionFrame::paintHandles(painter, selection);
+            SelectionFrame::paintHandles(painter, selection.rect());
             SelectionFrame::paintHoveredWindow(painter, {5, 5, 187, 149});
         });
         const std::set<QRgb> pure{qRgb(0, 0, 0), qRgb(255, 255, 255), Config::leafGreen.rgb()};

@@ -1,0 +1,131 @@
+#include "canvas/CanvasPainter.h"
+
+#include "base/Geometry.h"
+#include "canvas/Annotation.h"
+#include "canvas/Hint.h"
+#include "canvas/HintPicture.h"
+#include "canvas/Hud.h"
+#include "canvas/Loupe.h"
+#include "canvas/RepaintArea.h"
+#include "canvas/SelectionFrame.h"
+#include "canvas/SizeLabel.h"
+
+#include <QPainter>
+
+namespace brindlecam {
+
+CanvasPainter::CanvasPainter(const QImage& image, const QImage& dimmed, QSizeF size)
+    : m_size(size)
+    , m_dimView(image, dimmed, size)
+    , m_marked(image, size)
+{
+}
+
+QRect CanvasPainter::pixels(const QRectF& selection) const
+{
+    return pixelRect(selection, m_size, image().size()).intersected(image().rect());
+}
+
+QRegion CanvasPainter::around(const QRectF& changed) const
+{
+    return repaintArea(changed, pixelsPerPoint(m_size, image().size()).x);
+}
+
+QRegion CanvasPainter::show(const CanvasScene& scene)
+{
+    const CanvasScene before = std::exchange(m_scene, scene);
+    m_dimView.setHole(scene.hole);
+    return difference(before, scene);
+}
+
+QRegion CanvasPainter::show(const AnnotationList::Marks& marks)
+{
+    const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
+    QRegion stale;
+    for (const QRect& rect : m_marked.setMarks(marks)) {
+        stale += around({rect.x() / ratio.x, rect.y() / ratio.y, rect.width() / ratio.x,
+                         rect.height() / ratio.y});
+    }
+    return stale;
+}
+
+// What of each element the two scenes do not share must be painted anew, where it was and where it
+// is.
+QRegion CanvasPainter::difference(const CanvasScene& before, const CanvasScene& after) const
+{
+    const qreal scale = pixelsPerPoint(m_size, image().size()).x;
+    QRegion stale;
+    if (before.hole != after.hole)
+        stale += repaintAreaBetween(before.hole, after.hole, scale);
+    if (before.hint != after.hint)
+        stale += around(Hint::rect(m_size));
+    for (const CanvasScene* scene : {&before, &after}) {
+        const QRectF& selection = scene->selection;
+        if (before.selection != after.selection && !selection.isEmpty())
+            stale += around(SizeLabel::rect(selection, pixels(selection).size()));
+        if (before.selection != after.selection || before.handles != after.handles)
+            stale += SelectionFrame::covered(selection, scale);
+        if (before.outlinedWindow != after.outlinedWindow && scene->outlinedWindow)
+            stale += SelectionFrame::covered(*scene->outlinedWindow, scale);
+        if (before.outlinedMark != after.outlinedMark && scene->outlinedMark)
+            stale += around(SelectionFrame::aroundMark(*scene->outlinedMark));
+        if (before.loupePointer != after.loupePointer && scene->loupePointer)
+            stale += around(Loupe::covered(Loupe::rect(*scene->loupePointer, m_size)));
+        const bool messageMoves = before.selection != after.selection;
+        if ((before.message != after.message || messageMoves) && !scene->message.isEmpty())
+            stale += around(Hud::rect(scene->message, selection, m_size));
+    }
+    return stale;
+}
+
+void CanvasPainter::paint(QPainter& painter, const QRegion& exposed, const Annotation* current)
+{
+    m_dimView.paint(painter, exposed);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (m_scene.outlinedWindow)
+        SelectionFrame::paintHoveredWindow(painter, *m_scene.outlinedWindow);
+    if (m_scene.hint && m_hintPicture)
+        m_hintPicture->paint(painter);
+    else if (m_scene.hint)
+        Hint::paint(painter, m_size);
+    if (!m_scene.selection.isEmpty()) {
+        paintMarks(painter, exposed, current);
+        paintSelection(painter);
+    }
+    if (m_scene.loupePointer)
+        Loupe::paint(painter, *m_scene.loupePointer, image(), m_size);
+}
+
+// Marks end at the selection's edge, as they will in the picture.
+void CanvasPainter::paintMarks(QPainter& painter, const QRegion& exposed, const Annotation* current)
+{
+    const QRect selected = pixels(m_scene.selection);
+    QRegion exposedPixels;
+    for (const QRect& rect : exposed)
+        exposedPixels += pixelRect(rect, m_size, image().size());
+    m_marked.paint(painter, exposedPixels & selected);
+    if (!current && !m_scene.outlinedMark)
+        return;
+    const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
+    painter.save();
+    painter.scale(1 / ratio.x, 1 / ratio.y);
+    painter.setClipRect(selected, Qt::IntersectClip);
+    painter.scale(ratio.x, ratio.y);
+    if (current)
+        current->draw(painter);
+    if (m_scene.outlinedMark)
+        SelectionFrame::paintMarkOutline(painter, *m_scene.outlinedMark);
+    painter.restore();
+}
+
+void CanvasPainter::paintSelection(QPainter& painter) const
+{
+    SelectionFrame::paintBorder(painter, m_scene.selection);
+    if (m_scene.handles == CanvasScene::Handles::shown)
+        SelectionFrame::paintHandles(painter, m_scene.selection);
+    SizeLabel::paint(painter, m_scene.selection, pixels(m_scene.selection).size());
+    if (!m_scene.message.isEmpty())
+        Hud::paint(painter, m_scene.message, m_scene.selection, m_size);
+}
+
+} // namespace brindlecam

@@ -1,0 +1,122 @@
+#include "canvas/TextField.h"
+
+#include "base/Text.h"
+#include "canvas/Annotation.h"
+#include "canvas/CanvasCommand.h"
+
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace brindlecam {
+
+namespace {
+
+// Points.
+constexpr int kLeastWidth = 80;
+constexpr int kAroundLine = 2; // what the field is higher than a line
+// What QLineEdit keeps above the text; the mark's text begins right at the top of its box.
+constexpr int kLineEditTop = 1;
+
+void call(const std::function<void()>& callback)
+{
+    if (callback)
+        callback();
+}
+
+} // namespace
+
+QRect TextField::place(QPointF point, const QRectF& selection)
+{
+    const int height = static_cast<int>(Annotation::textLineHeight()) + kAroundLine;
+    const int left = static_cast<int>(std::lround(point.x()));
+    const int top = static_cast<int>(std::lround(point.y() - height / 2.0));
+    const int width = std::max(static_cast<int>(selection.right()) - left, kLeastWidth);
+    return {left, top, width, height};
+}
+
+TextField::TextField(const QRect& place, const QColor& color, QWidget* canvas)
+    : QLineEdit(canvas)
+{
+    setGeometry(place);
+    setFont(Annotation::textFont());
+    setFrame(false);
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    setTextMargins(0, -kLineEditTop, 0, 0);
+    setColor(color);
+    setDragEnabled(false);
+    setAcceptDrops(false);
+    setContextMenuPolicy(Qt::NoContextMenu); // it would be a window of its own
+    setAccessibleName(brindlecam::text("Texto"));
+}
+
+QColor TextField::color() const
+{
+    return palette().color(QPalette::Text);
+}
+
+void TextField::setColor(const QColor& color)
+{
+    QPalette colors = palette();
+    colors.setColor(QPalette::Text, color);
+    colors.setColor(QPalette::Base, Qt::transparent);
+    setPalette(colors);
+}
+
+void TextField::finishComposing()
+{
+    if (m_composing)
+        QGuiApplication::inputMethod()->commit();
+}
+
+void TextField::escape()
+{
+    if (m_composing)
+        QGuiApplication::inputMethod()->reset();
+    else
+        call(onCancel);
+}
+
+void TextField::keyPressEvent(QKeyEvent* event)
+{
+    const auto command = CanvasCommand::of(*event);
+    const auto asks = [&command](CanvasCommand::Kind kind) {
+        return command && command->kind == kind;
+    };
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        event->accept();
+        if (!event->isAutoRepeat())
+            call(onCommit);
+        return;
+    }
+    if (asks(CanvasCommand::Kind::cancel)) {
+        event->accept();
+        if (!event->isAutoRepeat())
+            escape();
+        return;
+    }
+    const bool leaves = asks(CanvasCommand::Kind::copy) || asks(CanvasCommand::Kind::save);
+    if (leaves && !hasSelectedText()) {
+        event->ignore(); // the canvas takes it
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void TextField::focusOutEvent(QFocusEvent* event)
+{
+    QLineEdit::focusOutEvent(event);
+    call(onCommit);
+}
+
+void TextField::inputMethodEvent(QInputMethodEvent* event)
+{
+    m_composing = !event->preeditString().isEmpty();
+    QLineEdit::inputMethodEvent(event);
+}
+
+} // namespace brindlecam
