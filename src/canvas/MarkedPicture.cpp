@@ -51,7 +51,10 @@ QRect MarkedPicture::squares(const Annotation& mark) const
         touchedPixels(mark, m_canvas, m_frozen.size()).intersected(m_frozen.rect());
     if (touched.isEmpty())
         return {};
-    return {touched.topLeft() / kSquarePixels, touched.bottomRight() / kSquarePixels};
+    const auto square = [](QPoint pixel) { // dividing a QPoint would round
+        return QPoint(pixel.x() / kSquarePixels, pixel.y() / kSquarePixels);
+    };
+    return {square(touched.topLeft()), square(touched.bottomRight())};
 }
 
 std::size_t MarkedPicture::index(int column, int row) const
