@@ -11,7 +11,7 @@ namespace brindlecam {
 namespace {
 
 constexpr qreal kHandleReach = 7;  // points from a handle's centre, on each axis
-constexpr qreal kSmallestSide = 3; // points; a smaller drag is a click
+constexpr qreal kLeastSide = 3; // points; a smaller drag is a click
 
 struct Range {
     qreal from;
@@ -177,7 +177,7 @@ void Selection::moveFarEdges(QPointF by)
     if (isEmpty())
         return;
     const auto moved = [](qreal edge, qreal step, qreal opposite, qreal end) {
-        return step == 0 ? edge : std::min(std::max(edge + step, opposite + kSmallestSide), end);
+        return step == 0 ? edge : std::min(std::max(edge + step, opposite + kLeastSide), end);
     };
     m_rect.setRight(moved(m_rect.right(), by.x(), m_rect.left(), m_canvas.width()));
     m_rect.setBottom(moved(m_rect.bottom(), by.y(), m_rect.top(), m_canvas.height()));
@@ -213,7 +213,7 @@ void Selection::release()
     if (!changed)
         return;
     m_rect = settled(m_rect);
-    if (m_rect.width() < kSmallestSide || m_rect.height() < kSmallestSide)
+    if (m_rect.width() < kLeastSide || m_rect.height() < kLeastSide)
         m_rect = m_hoveredWindow ? settled(*m_hoveredWindow) : QRectF();
     if (!isEmpty())
         m_hoveredWindow.reset();
