@@ -44,6 +44,7 @@ CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     m_tools.onUndo = [this] { undo(); };
     m_tools.onRedo = [this] { redo(); };
     m_tools.onBeforeTool = [this] { commitText(); };
+    m_tools.onTool = [this] { refresh(); };
     m_tools.onColor = [this](const QColor& color) {
         if (TextField* field = m_typing.field())
             field->setColor(color);

@@ -94,6 +94,7 @@ void ToolControl::toggle(Tool tool)
     m_subjects.editor.chooseTool(tool);
     bars().setTool(tool);
     bars().showSizePopup(tool);
+    onTool();
 }
 
 void ToolControl::choosePointer()
@@ -102,6 +103,7 @@ void ToolControl::choosePointer()
     m_subjects.editor.choosePointer();
     bars().setTool(std::nullopt);
     bars().hidePopups();
+    onTool();
 }
 
 void ToolControl::pick(const QColor& color)

@@ -37,6 +37,8 @@ public:
 
     /// Another tool is about to be chosen: typed text becomes a mark.
     std::function<void()> onBeforeTool;
+    /// Another tool or the pointer has been chosen.
+    std::function<void()> onTool;
     /// The marks to come have another colour now.
     std::function<void(const QColor&)> onColor;
     std::function<void()> onUndo;

@@ -1,28 +1,13 @@
-#include "app/Defaults.h"
-#include "app/Prefs.h"
-#include "canvas/CanvasView.h"
+#include "CanvasFixture.h"
 #include "pictures/Dimming.h"
 #include "support/TestCase.h"
 
 #include <QBackingStore>
 #include <QMouseEvent>
-#include <QTemporaryDir>
 
 namespace brindlecam {
 
 namespace {
-
-constexpr QSize kPixels(400, 300);
-
-QImage gradient()
-{
-    QImage image(kPixels, QImage::Format_RGB32);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            image.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 256));
-    }
-    return image;
-}
 
 /// Counts the paint events of what it watches.
 class PaintCounter final : public QObject {
@@ -44,38 +29,7 @@ class TestCanvasView final : public test::TestCase {
     Q_OBJECT
 
 private:
-    struct Fixture {
-        QTemporaryDir folder;
-        Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
-        Prefs prefs{defaults};
-        QImage image = gradient();
-        std::vector<Outcome> outcomes;
-        std::vector<Rendered> autoCopied;
-        std::unique_ptr<CanvasView> canvas;
-
-        explicit Fixture(QSizeF size = kPixels)
-        {
-            canvas = std::make_unique<CanvasView>(
-                prefs,
-                CanvasView::Frozen{.image = image,
-                                   .dimmed = Dimming::dimmedCopy(image),
-                                   .size = size,
-                                   .nativeOrigin = {1920, 0}},
-                nullptr);
-            canvas->resize(size.toSize());
-            canvas->onFinish = [this](const Outcome& outcome) { outcomes.push_back(outcome); };
-            canvas->onAutoCopy = [this](const Rendered& picture) { autoCopied.push_back(picture); };
-        }
-
-        void drag(QPoint from, QPoint to)
-        {
-            QTest::mouseMove(canvas.get(), from);
-            QTest::mousePress(canvas.get(), Qt::LeftButton, {}, from);
-            QTest::mouseMove(canvas.get(), (from + to) / 2);
-            QTest::mouseMove(canvas.get(), to);
-            QTest::mouseRelease(canvas.get(), Qt::LeftButton, {}, to);
-        }
-    };
+    using Fixture = test::CanvasFixture;
 
 private Q_SLOTS:
     void focusPaintsNothing()
@@ -210,7 +164,7 @@ private Q_SLOTS:
     void dragToTheLastPixelAtAFractionalScaleTakesItInThoughQtRounds()
     {
         const qreal scale = 1.75;
-        Fixture f(QSizeF(kPixels) / scale);
+        Fixture f(QSizeF(test::CanvasFixture::kPixels) / scale);
         const auto send = [&](QEvent::Type type, QPointF exact, Qt::MouseButtons buttons) {
             QMouseEvent event(type, exact.toPoint(), exact, exact, Qt::LeftButton, buttons, {});
             QCoreApplication::sendEvent(f.canvas.get(), &event);

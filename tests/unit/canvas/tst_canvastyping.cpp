@@ -1,0 +1,111 @@
+#include "EditingFixture.h"
+#include "app/Config.h"
+#include "support/TestCase.h"
+
+namespace brindlecam {
+
+/// Typing a text mark on the canvas.
+class TestCanvasTyping final : public test::TestCase {
+    Q_OBJECT
+
+private:
+    using Editor = test::EditingFixture;
+
+private Q_SLOTS:
+    void typedTextBecomesAMarkAndTheSessionGoesOn()
+    {
+        Editor e;
+        e.type(QStringLiteral("Hola"));
+        QVERIFY(e.marks().empty());
+        QTest::keyClick(e.field(), Qt::Key_Return);
+        QVERIFY(!e.field());
+        QVERIFY(e.outcomes.empty());
+        QCOMPARE(e.mark(0).text(), QStringLiteral("Hola"));
+        QCOMPARE(e.mark(0).color(), Config::palette.front());
+    }
+
+    void escapeForgetsTheTextAloneAndThenEndsTheSession()
+    {
+        Editor e;
+        e.type(QStringLiteral("Hola"));
+        QTest::keyClick(e.field(), Qt::Key_Escape);
+        QVERIFY(!e.field());
+        QVERIFY(e.marks().empty());
+        QVERIFY(e.outcomes.empty());
+        e.key(Qt::Key_Escape);
+        QCOMPARE(e.outcomes.size(), 1U);
+    }
+
+    void aPendingTextIsInTheCopiedAndInTheSavedPicture()
+    {
+        for (const Qt::Key letter : {Qt::Key_C, Qt::Key_S}) {
+            Editor e;
+            e.type(QStringLiteral("Hola"));
+            QTest::keyClick(e.field(), letter, Qt::ControlModifier);
+            QCOMPARE(e.outcomes.size(), 1U);
+            QCOMPARE(e.marks().size(), 1U);
+            QVERIFY(e.canvas->render()->image() != e.image.copy(10, 10, 250, 270));
+        }
+    }
+
+    void undoWhileTypingUndoesTyping()
+    {
+        Editor e;
+        e.draw(Tool::line, {50, 160}, {150, 160});
+        e.type(QStringLiteral("Hola"));
+        e.clickButton(QStringLiteral("Deshacer (⌘Z)"));
+        QVERIFY(e.field());
+        QVERIFY(e.field()->text() != QStringLiteral("Hola"));
+        QTest::keyClick(e.field(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(e.marks().size(), 1U);
+        e.clickButton(QStringLiteral("Rehacer (⇧⌘Z)"));
+        QCOMPARE(e.field()->text(), QStringLiteral("Hola"));
+    }
+
+    void thePickedColourIsThatOfTheTextBeingTyped()
+    {
+        Editor e;
+        e.type(QStringLiteral("Hola"));
+        e.clickButton(QStringLiteral("Color"));
+        e.clickButton(QStringLiteral("Verde"));
+        QVERIFY(e.field());
+        e.click(QPoint(60, 200)); // another text begins
+        QCOMPARE(e.mark(0).color(), Config::leafGreen);
+        QVERIFY(e.field());
+        QVERIFY(e.field()->text().isEmpty());
+    }
+
+    void choosingAToolMakesTheTextAMark()
+    {
+        Editor e;
+        e.type(QStringLiteral("Hola"));
+        e.choose(Tool::pen);
+        QVERIFY(!e.field());
+        QCOMPARE(e.mark(0).text(), QStringLiteral("Hola"));
+    }
+
+    void aPastedTextIsOneLine()
+    {
+        Editor e;
+        e.beginText({60, 60});
+        e.field()->insert(QStringLiteral("uno\ndos\ttres"));
+        QTest::keyClick(e.field(), Qt::Key_Return);
+        QCOMPARE(e.mark(0).text(), QStringLiteral("uno dos tres"));
+    }
+
+    void tenThousandCharactersAreAMarkThatEndsAtThePicture()
+    {
+        Editor e;
+        e.beginText({60, 60});
+        e.field()->setText(QString(10000, QLatin1Char('m')));
+        QTest::keyClick(e.field(), Qt::Key_Return);
+        QCOMPARE(e.mark(0).text().size(), 10000);
+        QCOMPARE(e.canvas->render()->image().size(), QSize(250, 270));
+    }
+};
+
+BRINDLECAM_TEST(TestCanvasTyping);
+
+} // namespace brindlecam
+
+#include "tst_canvastyping.moc"
