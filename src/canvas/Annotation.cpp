@@ -49,7 +49,7 @@ Annotation::Annotation(Tool tool, const QColor& color, QPointF start)
     : m_tool(tool)
     , m_color(color)
     , m_points(hasTwoEnds(tool) ? 2 : 1, start)
-    , m_box(start, QSizeF())
+    , m_box(start, QSizeF(0, 0))
 {
 }
 
@@ -97,7 +97,7 @@ QRectF Annotation::bounds() const
     case Tool::pixelate:
         return rect();
     case Tool::number:
-        return markGrown({m_points.first(), QSizeF()}, m_lineWidth / 2);
+        return markGrown({m_points.first(), QSizeF(0, 0)}, m_lineWidth / 2);
     case Tool::text:
         return {m_points.first(), QSizeF(m_measured.width() + kTextBoundsMargin,
                                          std::max(m_measured.height(), m_textHeight))};

@@ -48,6 +48,27 @@ void drawDot(QPainter& painter, QPointF at, const QColor& color, qreal diameter)
     painter.drawEllipse(at, diameter / 2, diameter / 2);
 }
 
+/// The segments that may show within `visible`. Stroking is what a long stroke costs; a segment
+/// left out lies so far away that neither it nor the cap it is replaced by reaches there.
+QPainterPath visiblePath(const QPolygonF& points, const QRectF& visible)
+{
+    QPainterPath path;
+    bool joined = false;
+    for (qsizetype i = 1; i < points.size(); ++i) {
+        const QPointF a = points.at(i - 1);
+        const QPointF b = points.at(i);
+        const bool shows =
+            std::max(a.x(), b.x()) >= visible.left() && std::min(a.x(), b.x()) <= visible.right() &&
+            std::max(a.y(), b.y()) >= visible.top() && std::min(a.y(), b.y()) <= visible.bottom();
+        if (shows && !joined)
+            path.moveTo(a);
+        if (shows)
+            path.lineTo(b);
+        joined = shows;
+    }
+    return path;
+}
+
 void drawPolyline(const Annotation& mark, QPainter& painter, const QPolygonF& points,
                   const QColor& color)
 {
@@ -55,10 +76,12 @@ void drawPolyline(const Annotation& mark, QPainter& painter, const QPolygonF& po
                                    [&](QPointF point) { return point == points.first(); });
     if (still)
         return drawDot(painter, points.first(), color, mark.lineWidth());
-    QPainterPath path(points.first());
-    for (const QPointF& point : points)
-        path.lineTo(point);
-    painter.strokePath(path, pen(mark, color));
+    QRectF visible = points.boundingRect();
+    if (painter.hasClipping()) {
+        const qreal reach = mark.lineWidth() / 2 + 2 * kEdge;
+        visible = painter.clipBoundingRect().adjusted(-reach, -reach, reach, reach);
+    }
+    painter.strokePath(visiblePath(points, visible), pen(mark, color));
 }
 
 QColor translucent(QColor color, qreal alpha)

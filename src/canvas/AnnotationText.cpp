@@ -2,6 +2,7 @@
 
 #include "app/InterfaceFont.h"
 
+#include <QFontDatabase>
 #include <QPainter>
 #include <QTextLayout>
 
@@ -15,6 +16,10 @@ constexpr qreal kLineWidth = 4000; // points
 QFont madeFont()
 {
     QFont font = InterfaceFont::semibold(kFontSize);
+    // Named, or the first font with some drawing of it would do, and that one has no colours.
+    const QString emoji = QStringLiteral("Noto Color Emoji");
+    if (QFontDatabase::hasFamily(emoji))
+        font.setFamilies(font.families() << emoji);
     // The picture goes to other people's screens, whose subpixels are not ours.
     font.setStyleStrategy(QFont::NoSubpixelAntialias);
     return font;
@@ -45,7 +50,7 @@ QSizeF measured(const QString& text)
 {
     QTextLayout layout(text, font());
     const QTextLine line = layOut(layout);
-    return line.isValid() ? QSizeF(line.naturalTextWidth(), line.height()) : QSizeF();
+    return line.isValid() ? QSizeF(line.naturalTextWidth(), line.height()) : QSizeF(0, 0);
 }
 
 void draw(QPainter& painter, QPointF topLeft, const QString& text)

@@ -51,10 +51,9 @@ QRect MarkedPicture::squares(const Annotation& mark) const
         touchedPixels(mark, m_canvas, m_frozen.size()).intersected(m_frozen.rect());
     if (touched.isEmpty())
         return {};
-    const auto square = [](QPoint pixel) { // dividing a QPoint would round
-        return QPoint(pixel.x() / kSquarePixels, pixel.y() / kSquarePixels);
-    };
-    return {square(touched.topLeft()), square(touched.bottomRight())};
+    // QPoint's own division rounds to the nearest.
+    return {QPoint(touched.left() / kSquarePixels, touched.top() / kSquarePixels),
+            QPoint(touched.right() / kSquarePixels, touched.bottom() / kSquarePixels)};
 }
 
 std::size_t MarkedPicture::index(int column, int row) const
