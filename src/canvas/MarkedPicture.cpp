@@ -95,9 +95,11 @@ QRegion MarkedPicture::setMarks(const AnnotationList::Marks& marks)
 
 void MarkedPicture::paint(QPainter& painter, const QRegion& exposed)
 {
+    const QRect around = exposed.boundingRect() & m_frozen.rect();
+    if (around.isEmpty())
+        return;
     QRegion shown;
     QRegion stale;
-    const QRect around = exposed.boundingRect() & m_frozen.rect();
     for (int row = around.top() / kSquarePixels; row <= around.bottom() / kSquarePixels; ++row) {
         for (int column = around.left() / kSquarePixels; column <= around.right() / kSquarePixels;
              ++column) {

@@ -173,6 +173,35 @@ private Q_SLOTS:
         QVERIFY(!textAt({10, 10}, QStringLiteral("a")).isNegligible());
     }
 
+    void aStripOfOnePointIsPixelatedOnlyWhereItHasTwoPixels()
+    {
+        const QSizeF canvas(100, 80);
+        const Annotation strip = markBetween(Tool::pixelate, {40, 10}, {41, 60});
+        for (const int scale : {1, 2}) {
+            QImage frozen((canvas * scale).toSize(), QImage::Format_RGB32);
+            frozen.fill(Qt::gray);
+            const auto patch =
+                Pixelation::of(frozen, pixelRect(strip.rect(), canvas, frozen.size()),
+                               Pixelation::cellPixels(pixelsPerPoint(canvas, frozen.size())));
+            QCOMPARE(patch.has_value(), scale == 2);
+        }
+    }
+
+    void aMovedPixelationKeepsItsPatchUntilMadeAnew()
+    {
+        QImage frozen(100, 100, QImage::Format_RGB32);
+        frozen.fill(Qt::gray);
+        Annotation mark = markBetween(Tool::pixelate, {10, 10}, {40, 40});
+        mark.setPixelated(Pixelation::of(frozen, {10, 10, 30, 30}, 9));
+        const Annotation copy = mark;
+        mark.translate({5, 5});
+        QVERIFY(mark.pixelated());
+        QCOMPARE(mark.pixelated()->cells().cacheKey(), copy.pixelated()->cells().cacheKey());
+        mark.setPixelated(std::nullopt);
+        QVERIFY(!mark.pixelated());
+        QVERIFY(copy.pixelated());
+    }
+
     void aNarrowRectangleIsHitInItsMiddleToo()
     {
         const Annotation mark = markBetween(Tool::rect, {100, 100}, {105, 200});

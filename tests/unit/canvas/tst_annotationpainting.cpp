@@ -340,6 +340,20 @@ private Q_SLOTS:
         QCOMPARE(picture.pixel(20 * 4 + 2, 31 * 4), kTestPaper);
     }
 
+    void emojiKeepTheirOwnColours()
+    {
+        const QImage picture =
+            paintedOn(paintedText({5, 5}, QStringLiteral("😀"), Qt::black), {40, 40}, 2);
+        int bright = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QRgb pixel = picture.pixel(x, y);
+                bright += qRed(pixel) > 200 && qBlue(pixel) < 120 ? 1 : 0;
+            }
+        }
+        QVERIFY(bright > 100);
+    }
+
     void textIsCutAt4000Points()
     {
         const QString words(3000, QLatin1Char('W'));

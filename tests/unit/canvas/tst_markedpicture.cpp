@@ -219,6 +219,22 @@ private Q_SLOTS:
         QCOMPARE(touched, QRect(20, 20, 44, 44));
     }
 
+    void exposingNothingPaintsNothing()
+    {
+        MarkedPicture none(QImage(), kFrozenPoints);
+        QImage screen(10, 10, QImage::Format_RGB32);
+        screen.fill(Qt::magenta);
+        const QImage before = screen.copy();
+        QPainter painter(&screen);
+        none.paint(painter, QRect(0, 0, 10, 10));
+        MarkedPicture picture(frozenScreen(1), kFrozenPoints);
+        const AnnotationList list = allTools(frozenScreen(1));
+        picture.setMarks(list.marks());
+        picture.paint(painter, {});
+        painter.end();
+        QCOMPARE(screen, before);
+    }
+
     void whatWasNotShownIsPaintedWhenItIs()
     {
         const QImage frozen = frozenScreen(1);
