@@ -5,8 +5,21 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace brindlecam {
+
+namespace {
+
+/// Halves go the same way on both sides of zero: a place within a widget is cut to the same pixels
+/// wherever its origin lies.
+QPoint nearestPixel(QPointF pixels)
+{
+    return {static_cast<int>(std::floor(pixels.x() + 0.5)),
+            static_cast<int>(std::floor(pixels.y() + 0.5))};
+}
+
+} // namespace
 
 DevicePixels::DevicePixels(QPainter& painter)
     : m_painter(painter)
@@ -15,7 +28,7 @@ DevicePixels::DevicePixels(QPainter& painter)
     m_painter.save();
     const QTransform device = painter.deviceTransform();
     const QPointF origin(device.dx(), device.dy());
-    m_shift = origin - origin.toPoint();
+    m_shift = origin - nearestPixel(origin);
     m_painter.scale(1 / m_scale, 1 / m_scale);
     m_painter.translate(-m_shift);
 }
@@ -32,8 +45,8 @@ int DevicePixels::lineWidth(qreal points) const
 
 QRect DevicePixels::nearest(const QRectF& points) const
 {
-    const QPoint topLeft = (points.topLeft() * m_scale + m_shift).toPoint();
-    const QPoint end = (points.bottomRight() * m_scale + m_shift).toPoint();
+    const QPoint topLeft = nearestPixel(points.topLeft() * m_scale + m_shift);
+    const QPoint end = nearestPixel(points.bottomRight() * m_scale + m_shift);
     return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
 }
 
