@@ -8,6 +8,10 @@
 #include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleHints>
+#include <QTimerEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +25,20 @@ constexpr int kLeastWidth = 80;
 constexpr int kAroundLine = 2; // what the field is higher than a line
 // What QLineEdit keeps above the text; the mark's text begins right at the top of its box.
 constexpr int kLineEditTop = 1;
+// By how much QLineEdit's rectangle of a caret without width is wider than that, on each side.
+constexpr int kAroundCaret = 5;
+constexpr qreal kCaretWidth = 1.5;
+
+/// Takes the caret of QLineEdit away: that one inverts what it stands on, ours has the text's
+/// colour.
+class NoCaretStyle final : public QProxyStyle {
+public:
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override
+    {
+        return metric == PM_TextCursorWidth ? 0 : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
 
 void call(const std::function<void()>& callback)
 {
@@ -42,6 +60,9 @@ QRect TextField::place(QPointF point, const QRectF& selection)
 TextField::TextField(const QRect& place, const QColor& color, QWidget* canvas)
     : QLineEdit(canvas)
 {
+    auto* style = new NoCaretStyle;
+    style->setParent(this);
+    setStyle(style);
     setGeometry(place);
     setFont(Annotation::textFont());
     setFrame(false);
@@ -52,6 +73,8 @@ TextField::TextField(const QRect& place, const QColor& color, QWidget* canvas)
     setAcceptDrops(false);
     setContextMenuPolicy(Qt::NoContextMenu); // it would be a window of its own
     setAccessibleName(brindlecam::text("Texto"));
+    connect(this, &QLineEdit::cursorPositionChanged, this, &TextField::showCaret);
+    connect(this, &QLineEdit::textChanged, this, &TextField::showCaret);
 }
 
 QColor TextField::color() const
@@ -65,6 +88,42 @@ void TextField::setColor(const QColor& color)
     colors.setColor(QPalette::Text, color);
     colors.setColor(QPalette::Base, Qt::transparent);
     setPalette(colors);
+}
+
+QRect TextField::caret() const
+{
+    return cursorRect().adjusted(kAroundCaret, 0, 0, 0);
+}
+
+// A caret that has just moved is shown, whatever it did before.
+void TextField::showCaret()
+{
+    if (!hasFocus())
+        return;
+    m_caretShown = true;
+    if (const int flash = QGuiApplication::styleHints()->cursorFlashTime(); flash > 0)
+        m_blink.start(flash / 2, this);
+    update();
+}
+
+void TextField::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_blink.timerId()) {
+        QLineEdit::timerEvent(event);
+        return;
+    }
+    m_caretShown = !m_caretShown;
+    update(caret());
+}
+
+void TextField::paintEvent(QPaintEvent* event)
+{
+    QLineEdit::paintEvent(event);
+    if (!m_caretShown)
+        return;
+    QPainter painter(this);
+    const QRect place = caret();
+    painter.fillRect(QRectF(place.left(), place.top(), kCaretWidth, place.height()), color());
 }
 
 void TextField::finishComposing()
@@ -107,8 +166,16 @@ void TextField::keyPressEvent(QKeyEvent* event)
     QLineEdit::keyPressEvent(event);
 }
 
+void TextField::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    showCaret();
+}
+
 void TextField::focusOutEvent(QFocusEvent* event)
 {
+    m_blink.stop();
+    m_caretShown = false;
     QLineEdit::focusOutEvent(event);
     call(onCommit);
 }

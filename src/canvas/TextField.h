@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QColor>
 #include <QLineEdit>
 #include <QPointF>
@@ -36,11 +37,19 @@ public:
     void escape();
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
+    [[nodiscard]] QRect caret() const;
+    void showCaret();
+
+    QBasicTimer m_blink;
+    bool m_caretShown = false;
     bool m_composing = false;
 };
 

@@ -102,6 +102,30 @@ private Q_SLOTS:
         QCOMPARE(e.mark(0).text().size(), 10000);
         QCOMPARE(e.canvas->render()->image().size(), QSize(250, 270));
     }
+
+    void theCaretHasTheTextsColour()
+    {
+        Editor e;
+        e.canvas->show();
+        QVERIFY(QTest::qWaitForWindowExposed(e.canvas.get()));
+        e.canvas->activateWindow();
+        e.beginText({60, 60});
+        QTRY_VERIFY(e.field()->hasFocus());
+        const auto caretPixels = [&e](const QColor& color) {
+            const QImage shown = e.field()->grab().toImage();
+            int count = 0;
+            for (int y = 0; y < shown.height(); ++y) {
+                for (int x = 0; x < shown.width(); ++x)
+                    count += shown.pixel(x, y) == color.rgb() ? 1 : 0;
+            }
+            return count;
+        };
+        const QColor red = Config::palette.front();
+        QTRY_VERIFY(caretPixels(red) > 10); // it blinks
+        e.field()->setColor(Config::leafGreen);
+        QTRY_VERIFY(caretPixels(Config::leafGreen) > 10);
+        QCOMPARE(caretPixels(red), 0);
+    }
 };
 
 BRINDLECAM_TEST(TestCanvasTyping);
