@@ -79,6 +79,13 @@ public:
         picture.paint(painter, exposed);
     }
 
+    /// Repaints what the marks change, and answers whether all of it looks right then.
+    bool follows(MarkedPicture& picture, const AnnotationList& list)
+    {
+        repaint(picture, picture.setMarks(list.marks()));
+        return m_screen == flattened(m_frozen, kFrozenPoints, m_frozen.rect(), list.marks());
+    }
+
     [[nodiscard]] const QImage& shown() const { return m_screen; }
 
 private:
@@ -140,14 +147,10 @@ private Q_SLOTS:
         AnnotationList list;
         MarkedPicture picture(frozen, kFrozenPoints);
         RepaintedScreen screen(frozen);
-        const auto isRight = [&] {
-            screen.repaint(picture, picture.setMarks(list.marks()));
-            return screen.shown() == flattened(frozen, kFrozenPoints, frozen.rect(), list.marks());
-        };
         const AnnotationList all = allTools(frozen);
         for (const AnnotationList::Mark& mark : all.marks()) {
             list.append(*mark);
-            QVERIFY(isRight());
+            QVERIFY(screen.follows(picture, list));
         }
         for (std::size_t i = 0; i < list.marks().size(); ++i) {
             AnnotationList::Mark mark = list.marks()[i];
@@ -155,16 +158,16 @@ private Q_SLOTS:
                 Annotation moved = *mark;
                 moved.translate({17.3, -9.1});
                 mark = list.replace(mark, moved);
-                QVERIFY(isRight());
+                QVERIFY(screen.follows(picture, list));
             }
         }
         while (!list.isEmpty()) {
             QVERIFY(list.remove(list.marks()[list.marks().size() / 2]));
-            QVERIFY(isRight());
+            QVERIFY(screen.follows(picture, list));
         }
         QCOMPARE(screen.shown(), frozen);
         while (list.undo())
-            QVERIFY(isRight());
+            QVERIFY(screen.follows(picture, list));
     }
 
     void onlySquaresNearWhatChangedAreRepainted()
