@@ -18,13 +18,12 @@ QRect touchedPixels(const Annotation& mark, QSizeF canvas, QSize picture)
     return pixelRect(mark.paintedBounds(), canvas, picture);
 }
 
-/// Draws the marks that touch `part` (pixels) onto a picture whose first pixel is `origin`.
+/// Draws the marks that touch `part` (pixels).
 void drawMarks(QPainter& painter, const AnnotationList::Marks& marks, QSizeF canvas, QSize picture,
-               const QRegion& part, QPoint origin)
+               const QRegion& part)
 {
     const PixelsPerPoint ratio = pixelsPerPoint(canvas, picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(-origin);
     painter.scale(ratio.x, ratio.y);
     for (const AnnotationList::Mark& mark : marks) {
         if (part.intersects(touchedPixels(*mark, canvas, picture)))
@@ -137,7 +136,7 @@ void MarkedPicture::render(const QRegion& stale)
         painter.drawImage(rect.topLeft(), m_frozen, rect);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.setClipRegion(stale);
-    drawMarks(painter, m_marks, m_canvas, m_frozen.size(), stale, {});
+    drawMarks(painter, m_marks, m_canvas, m_frozen.size(), stale);
 }
 
 QImage flattened(const QImage& frozen, QSizeF canvas, const QRect& pixels,
@@ -150,10 +149,17 @@ QImage flattened(const QImage& frozen, QSizeF canvas, const QRect& pixels,
     });
     if (view.isNull() || !touched)
         return view;
-    QImage copy = view.copy();
-    QPainter painter(&copy);
-    drawMarks(painter, marks, canvas, frozen.size(), part, part.topLeft());
-    return copy;
+    // As large as the screen, so that every mark is drawn at the place where it is shown; elsewhere
+    // it would come out a little different. What is not written takes no memory.
+    QImage whole(frozen.size(), frozen.format());
+    QPainter painter(&whole);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(part.topLeft(), frozen, part);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setClipRect(part);
+    drawMarks(painter, marks, canvas, frozen.size(), part);
+    painter.end();
+    return croppedView(whole, part);
 }
 
 } // namespace brindlecam

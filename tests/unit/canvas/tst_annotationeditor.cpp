@@ -23,7 +23,11 @@ QImage editorPicture()
     return image;
 }
 
-struct Editing {
+} // namespace
+
+/// An editor, driven as the canvas drives it. Not file-local: lambdas that capture it would not
+/// build as unity.
+struct EditorInHand {
     AnnotationEditor editor{editorPicture(), kEditorPixels};
 
     void draw(Tool tool, QPointF from, QPointF to, Constraint constraint = Constraint::none)
@@ -38,8 +42,6 @@ struct Editing {
     }
 };
 
-} // namespace
-
 /// How marks begin, grow, end, move and go, each with its step back.
 class TestAnnotationEditor final : public test::TestCase {
     Q_OBJECT
@@ -47,7 +49,7 @@ class TestAnnotationEditor final : public test::TestCase {
 private Q_SLOTS:
     void marksBeginWithTheChosenColourAndStroke()
     {
-        Editing e;
+        EditorInHand e;
         e.editor.setColor(Config::palette.at(3));
         e.editor.beginAnnotation(Tool::marker, {30, 40}, {.lineWidth = 18, .opacity = 0.7});
         const Annotation& mark = *e.editor.current();
@@ -74,7 +76,7 @@ private Q_SLOTS:
     void penAndMarkerCollectPointsAndTheOthersMoveTheirEnd()
     {
         QFETCH(Tool, tool);
-        Editing e;
+        EditorInHand e;
         e.editor.beginAnnotation(tool, {30, 40}, {});
         e.editor.drawTo({50, 60}, kEditorSelection, Constraint::none);
         e.editor.drawTo({70, 50}, kEditorSelection, Constraint::none);
@@ -86,7 +88,7 @@ private Q_SLOTS:
 
     void aMarkDrawnOutsideTheSelectionIsClampedToIt()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {500, -10});
         QCOMPARE(e.mark(0).points().last(), QPointF(180, 20));
     }
@@ -114,7 +116,7 @@ private Q_SLOTS:
             const qreal radians = angle * M_PI / 180;
             return start + kLength * QPointF(std::cos(radians), std::sin(radians));
         };
-        Editing e;
+        EditorInHand e;
         e.draw(tool, start, at(degrees), Constraint::eighthTurns);
         const QPointF off = e.mark(0).points().last() - at(expected);
         QVERIFY2(std::hypot(off.x(), off.y()) < 1e-6, "end of the mark");
@@ -122,7 +124,7 @@ private Q_SLOTS:
 
     void aHeldEndStaysInsideTheSelection()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {170, 30}, {180, 128}, Constraint::eighthTurns);
         QCOMPARE(e.mark(0).points().last().y(), 30 + std::hypot(10.0, 98.0));
         e.draw(Tool::line, {170, 60}, {180, 71}, Constraint::eighthTurns);
@@ -131,7 +133,7 @@ private Q_SLOTS:
 
     void aLineShorterThanThreePointsLeavesNothingAndNoStep()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {32, 41});
         QVERIFY(e.editor.annotations().empty());
         QVERIFY(!e.editor.undo());
@@ -139,7 +141,7 @@ private Q_SLOTS:
 
     void aDotOfThePenIsKept()
     {
-        Editing e;
+        EditorInHand e;
         e.editor.beginAnnotation(Tool::pen, {30, 40}, {});
         e.editor.endDrawing();
         QCOMPARE(e.editor.annotations().size(), 1U);
@@ -147,7 +149,7 @@ private Q_SLOTS:
 
     void whatADrawingStepMakesStaleHoldsWhatItTouched()
     {
-        Editing e;
+        EditorInHand e;
         e.editor.beginAnnotation(Tool::arrow, {30, 40}, {});
         const QRectF before = e.editor.current()->paintedBounds();
         const QRectF stale = e.editor.drawTo({90, 90}, kEditorSelection, Constraint::none);
@@ -158,7 +160,7 @@ private Q_SLOTS:
 
     void aNewPieceOfAStrokeMakesOnlyItselfStale()
     {
-        Editing e;
+        EditorInHand e;
         e.editor.beginAnnotation(Tool::pen, {30, 40}, {.lineWidth = 4});
         e.editor.drawTo({100, 100}, kEditorSelection, Constraint::none);
         const QRectF stale = e.editor.drawTo({104, 102}, kEditorSelection, Constraint::none);
@@ -168,7 +170,7 @@ private Q_SLOTS:
 
     void badgesCountPerColour()
     {
-        Editing e;
+        EditorInHand e;
         const auto badge = [&e](const QColor& color) {
             e.editor.setColor(color);
             e.draw(Tool::number, {50, 50}, {50, 50});
@@ -187,7 +189,7 @@ private Q_SLOTS:
 
     void aPixelatingMarkIsPixelatedWhileDrawnAndAnewWhenMoved()
     {
-        Editing e;
+        EditorInHand e;
         e.editor.beginAnnotation(Tool::pixelate, {30, 40}, {});
         e.editor.drawTo({66, 76}, kEditorSelection, Constraint::none);
         QVERIFY(e.editor.current()->pixelated().has_value());
@@ -202,7 +204,7 @@ private Q_SLOTS:
 
     void aMoveTakesOneStepHoweverLong()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {80, 40});
         QVERIFY(e.editor.selectAt({50, 41}));
         e.editor.moveSelected({1, 0}, AnnotationEditor::Step::wanted);
@@ -217,7 +219,7 @@ private Q_SLOTS:
 
     void aRunOfKeysIsOneStepAndEndsWithWhateverElseIsDone()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {80, 40});
         QVERIFY(e.editor.selectAt({50, 41}));
         for (int i = 0; i < 5; ++i)
@@ -234,7 +236,7 @@ private Q_SLOTS:
 
     void undoAndRedoDropTheSelectedMark()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {80, 40});
         e.draw(Tool::line, {30, 60}, {80, 60});
         QVERIFY(e.editor.selectAt({50, 41}));
@@ -248,7 +250,7 @@ private Q_SLOTS:
 
     void aNewMarkEmptiesWhatCouldBeRedone()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {80, 40});
         e.draw(Tool::line, {30, 60}, {80, 60});
         QVERIFY(e.editor.undo());
@@ -260,7 +262,7 @@ private Q_SLOTS:
 
     void choosingAToolDropsTheSelectedMark()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {80, 40});
         QVERIFY(e.editor.selectAt({50, 41}));
         e.editor.chooseTool(Tool::pen);
@@ -269,7 +271,7 @@ private Q_SLOTS:
 
     void pickingAColourLeavesTheMarksAsTheyAre()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {80, 40});
         QVERIFY(e.editor.selectAt({50, 41}));
         e.editor.setColor(Config::palette.at(2));
@@ -278,7 +280,7 @@ private Q_SLOTS:
 
     void textIsAMarkOnlyWhenThereIsAny()
     {
-        Editing e;
+        EditorInHand e;
         e.editor.addText(QString(), Qt::red, {30, 40, 100, 24});
         QVERIFY(e.editor.annotations().empty());
         QVERIFY(!e.editor.undo());
@@ -289,7 +291,7 @@ private Q_SLOTS:
 
     void nothingSelectedMovesAndDeletesNothing()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {80, 40});
         e.editor.moveSelected({5, 5}, AnnotationEditor::Step::wanted);
         e.editor.nudgeSelected({5, 5});
@@ -301,7 +303,7 @@ private Q_SLOTS:
 
     void clearLeavesNoMarkAndNoStep()
     {
-        Editing e;
+        EditorInHand e;
         e.draw(Tool::line, {30, 40}, {80, 40});
         e.editor.clear();
         QVERIFY(e.editor.annotations().empty());
