@@ -36,7 +36,8 @@ CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     , m_typing(*this)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setFocusPolicy(Qt::StrongFocus);
+    // Not by clicks: Qt would bring it here when a bar is clicked while text is typed.
+    setFocusPolicy(Qt::TabFocus);
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
     m_hud.onChange = [this] { refresh(); };

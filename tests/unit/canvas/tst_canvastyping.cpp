@@ -126,6 +126,26 @@ private Q_SLOTS:
         QTRY_VERIFY(caretPixels(Config::leafGreen) > 10);
         QCOMPARE(caretPixels(red), 0);
     }
+
+    void clicksOnBarsLeaveTheFocusInTheField()
+    {
+        Editor e(QSizeF(800, 600)); // room for all of the bars
+        e.canvas->show();
+        QVERIFY(QTest::qWaitForWindowExposed(e.canvas.get()));
+        e.canvas->activateWindow();
+        e.type(QStringLiteral("Hola"));
+        QTRY_VERIFY(e.field()->hasFocus());
+        // Through the window, as real clicks come: Qt looks there for whom the focus goes to.
+        for (const QString& name : {QStringLiteral("Color"), QStringLiteral("Verde")}) {
+            const BarButton* button = e.button(name);
+            const QPoint at = button->mapTo(e.canvas.get(), button->rect().center());
+            QTest::mouseClick(e.canvas->windowHandle(), Qt::LeftButton, {}, at);
+        }
+        QVERIFY(e.field());
+        QVERIFY(e.field()->hasFocus());
+        QCOMPARE(e.field()->color(), Config::leafGreen);
+        QVERIFY(e.marks().empty());
+    }
 };
 
 BRINDLECAM_TEST(TestCanvasTyping);
