@@ -28,5 +28,25 @@ Si tu escritorio pide permiso para capturar la pantalla, acéptalo.</translation
         <source>Flecha (⇧ para ángulos rectos)</source>
         <translation>Flecha (Mayús para ángulos rectos)</translation>
     </message>
+    <message>
+        <source>Mover la selección o una anotación (⌫ la borra)</source>
+        <translation>Mover la selección o una anotación (Supr la borra)</translation>
+    </message>
+    <message>
+        <source>Deshacer (⌘Z)</source>
+        <translation>Deshacer (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Rehacer (⇧⌘Z)</source>
+        <translation>Rehacer (Ctrl+Mayús+Z)</translation>
+    </message>
+    <message>
+        <source>Copiar (⌘C o Enter)</source>
+        <translation>Copiar (Ctrl+C o Enter)</translation>
+    </message>
+    <message>
+        <source>Guardar (⌘S)</source>
+        <translation>Guardar (Ctrl+S)</translation>
+    </message>
 </context>
 </TS>

@@ -33,6 +33,30 @@ private Q_SLOTS:
         QCOMPARE(tooltip(Tool::line), QStringLiteral("Línea (⇧ para ángulos rectos)"));
     }
 
+    void keysOfTheBarsAreThoseOfTheKeyboard_data()
+    {
+        QTest::addColumn<QString>("spanish");
+        QTest::addColumn<QString>("onLinux");
+        const auto row = [](const char* name, const char* spanish, const char* onLinux) {
+            QTest::newRow(name) << QString::fromUtf8(spanish) << QString::fromUtf8(onLinux);
+        };
+        row("pointer", "Mover la selección o una anotación (⌫ la borra)",
+            "Mover la selección o una anotación (Supr la borra)");
+        row("undo", "Deshacer (⌘Z)", "Deshacer (Ctrl+Z)");
+        row("redo", "Rehacer (⇧⌘Z)", "Rehacer (Ctrl+Mayús+Z)");
+        row("copy", "Copiar (⌘C o Enter)", "Copiar (Ctrl+C o Enter)");
+        row("save", "Guardar (⌘S)", "Guardar (Ctrl+S)");
+    }
+
+    void keysOfTheBarsAreThoseOfTheKeyboard()
+    {
+        QFETCH(QString, spanish);
+        QFETCH(QString, onLinux);
+        Catalogues catalogues;
+        catalogues.install(kLinuxCatalogue);
+        QCOMPARE(text(spanish.toUtf8().constData()), onLinux);
+    }
+
     void allOthersStandAsTheyAre()
     {
         Catalogues catalogues;
