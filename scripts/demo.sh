@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Shows the program at work on a virtual screen: a full-screen capture by command, an area capture
-# by keys and mouse. Prints where the pictures are; succeeds only when all of them decode.
+# Shows the program at work on a virtual screen: a full-screen capture by command, an annotated area
+# capture by keys and mouse. Prints where the pictures are; succeeds only when all of them decode.
 # Needs build/release with the program and sample_desktop. Leaves its results in build/demo.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
@@ -66,6 +66,7 @@ export DISPLAY=:$number
 openbox --sm-disable --startup 'echo ready' >"$work/openbox" 2>&1 &
 children+=($!)
 await "no arranca el gestor de ventanas" has_line "$work/openbox" ready
+setxkbmap es # with the dead key of the text below
 "$sample_desktop" >"$work/desktop" 2>&1 &
 children+=($!)
 await "no arranca el escritorio de muestra" has_line "$work/desktop" ready
@@ -85,8 +86,9 @@ await "el programa no responde" has_socket
 picture_count() { find "$1" -name '*.png' 2>/dev/null | wc -l; }
 has_pictures() { [ "$(picture_count "$captures")" -ge "$1" ] && [ "$(picture_count "$history")" -ge "$1" ]; }
 offers_png() { xclip -selection clipboard -t TARGETS -o 2>/dev/null | grep -q '^image/png$'; }
+only_colour() { sed -n '$s/.*\(#[0-9A-F]\{6\}\).*/\1/p'; }
 # The colour of one pixel, where the sample desktop stands still.
-probe() { import -window root -crop 1x1+20+20 -depth 8 txt:- | sed -n '$s/.*\(#[0-9A-F]*\).*/\1/p'; }
+probe() { import -window root -crop 1x1+20+20 -depth 8 txt:- | only_colour; }
 
 # ---- The whole screen, by command
 "$program" fullScreen || fail "no acepta la orden fullScreen"
@@ -97,24 +99,69 @@ await "la captura no está en el portapapeles" offers_png
 # The message about the first capture covers nothing that is probed or dragged over.
 before=$(probe)
 is_dimmed() { [ "$(probe)" != "$before" ]; }
-# Return after the drag is what ends a session; the pointer goes in steps, as a hand would.
 xdotool key super+shift+9
 await "Mayús+Super+9 no abre la captura de área" is_dimmed
-xdotool mousemove 228 206 mousedown 1
-for step in $(seq 1 20); do
-    xdotool mousemove $((228 + 22 * step)) $((206 + 19 * step))
+
+# drag X Y X Y: the pointer goes in steps, as a hand would.
+drag() {
+    local step
+    xdotool mousemove "$1" "$2" mousedown 1
+    for step in $(seq 1 20); do
+        xdotool mousemove $(($1 + ($3 - $1) * step / 20)) $(($2 + ($4 - $2) * step / 20))
+    done
+    xdotool mouseup 1
+}
+click() { xdotool mousemove "$1" "$2" click 1; }
+
+left=216 top=206 right=1204 bottom=716
+drag $left $top $right $bottom
+# The tools stand 8 points beside the selection; button after button, 32 apart, from 4 within.
+arrow=3 rectangle=4 typed=6 number=7 pixelate=8
+choose() { click $((right + 8 + 4 + 15)) $((top + 4 + 15 + 32 * $1)); }
+
+# draws WHAT X Y WIDTH HEIGHT COMMAND…: until the command has changed this part of the screen.
+part() { import -window root -crop "$1" -depth 8 rgb:- | cksum; }
+draws() {
+    local what=$1 place="$4x$5+$2+$3" earlier
+    shift 5
+    earlier=$(part "$place")
+    is_drawn() { [ "$(part "$place")" != "$earlier" ]; }
+    "$@"
+    await "no aparece $what" is_drawn
+}
+choose $arrow
+draws "la flecha" 520 330 60 20 drag 500 346 596 330
+choose $rectangle
+draws "el rectángulo" 300 606 200 6 drag 233 609 671 634
+write() {
+    click 404 346
+    xdotool key shift+a q u dead_acute i space s u b e Return
+}
+choose $typed
+draws "el texto" 400 334 90 24 write
+choose $number
+draws "el número 1" 376 336 20 20 click 386 346
+draws "el número 2" 669 601 20 20 click 679 610
+choose $pixelate
+for line in 487 601 639; do
+    draws "el pixelado" 740 $((line - 4)) 60 8 drag 730 $((line - 9)) 813 $((line + 9))
 done
-# Two equal screenshots in a row: the last move is painted.
+
+# Two equal screenshots in a row: nothing is being painted any more.
 is_at_rest() {
     mv -f "$results/session.png" "$work/earlier.png" 2>/dev/null || true
     import -window root -define png:exclude-chunks=date,time "$results/session.png"
     cmp -s "$results/session.png" "$work/earlier.png"
 }
 await "la pantalla no se queda quieta" is_at_rest
-xdotool mouseup 1 key Return
+xdotool key Return
 await "no aparece la captura de área" has_pictures 2
 await "la captura de área no está en el portapapeles" offers_png
 xclip -selection clipboard -t image/png -o >"$results/clipboard.png"
+# The disc of the first number, as it was clicked on the screen.
+red=$(convert "$results/clipboard.png" -crop "1x1+$((377 - left))+$((346 - top))" -depth 8 txt:- |
+    only_colour)
+[ "$red" = "#ED2E2E" ] || fail "a la captura copiada le faltan las anotaciones"
 
 # ---- Every picture decodes
 check() {
