@@ -1,91 +1,13 @@
 #include "OverlayPictures.h"
 
+#include "Hand.h"
 #include "Photographer.h"
+#include "Session.h"
 #include "canvas/CanvasView.h"
-#include "capture/OverlaySet.h"
-#include "capture/ScreenGrabber.h"
-#include "capture/WindowFinder.h"
-#include "platform/Platform.h"
-
-#include <QCoreApplication>
-#include <QMouseEvent>
 
 namespace brindlecam::pictures {
 
 namespace {
-
-/// A hand on one canvas; places in its points.
-class Hand final {
-public:
-    explicit Hand(CanvasView& canvas)
-        : m_canvas(canvas)
-    {
-    }
-
-    void move(QPointF to)
-    {
-        m_at = to;
-        send(QEvent::MouseMove, Qt::NoButton, m_down ? Qt::LeftButton : Qt::NoButton);
-    }
-    void press(QPointF at)
-    {
-        move(at);
-        m_down = true;
-        send(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
-    }
-    void release()
-    {
-        m_down = false;
-        send(QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton);
-    }
-    void drag(QPointF from, QPointF to)
-    {
-        press(from);
-        move(to);
-    }
-
-private:
-    void send(QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons buttons)
-    {
-        QMouseEvent event(type, m_at, m_canvas.mapToGlobal(m_at), button, buttons, Qt::NoModifier);
-        QCoreApplication::sendEvent(&m_canvas, &event);
-    }
-
-    CanvasView& m_canvas;
-    QPointF m_at;
-    bool m_down = false;
-};
-
-/// One session per picture, as fresh as the controller's.
-class Session final {
-public:
-    Session(Photographer& photographer, Prefs& prefs)
-        : m_overlays(*photographer.platform().panels, prefs)
-    {
-        Platform& platform = photographer.platform();
-        const auto screens = platform.displays->screens();
-        const auto frames = WindowFinder::frontToBackRects(
-            platform.windowList->frontToBack(), screens, QCoreApplication::applicationPid());
-        ScreenGrabber::capture(*platform.grabber, screens, {.dimmedCopy = true},
-                               [&](const Result<std::vector<Shot>>& shots) {
-                                   if (!shots)
-                                       qFatal("%s", qPrintable(shots.error().message));
-                                   for (const Shot& shot : shots.value()) {
-                                       OverlayWindow& window = m_overlays.fill(shot);
-                                       window.canvas()->setWindowRects(
-                                           WindowFinder::onScreen(frames, shot.screen));
-                                       window.cover();
-                                   }
-                               });
-        photographer.rest();
-    }
-    ~Session() { m_overlays.removeAll(); }
-
-    [[nodiscard]] CanvasView& canvas() { return *m_overlays.session().front()->canvas(); }
-
-private:
-    OverlaySet m_overlays;
-};
 
 struct Scene {
     const char* name;

@@ -1,5 +1,7 @@
+#include "BarPictures.h"
 #include "DialogPictures.h"
 #include "IconPictures.h"
+#include "MarkPictures.h"
 #include "MenuPictures.h"
 #include "OverlayPictures.h"
 #include "PanelPictures.h"
@@ -32,6 +34,8 @@ int main(int argc, char* argv[])
     catalogues.install(platform.textCatalogue);
     Appearance::install(platform.interfaceFont);
 
+    QApplication::setCursorFlashTime(0); // or a caret shows only now and then
+
     Defaults defaults(Defaults::standardFile());
     Prefs prefs(defaults);
     pictures::Photographer photographer(platform, QString::fromLocal8Bit(argv[1]));
@@ -40,6 +44,8 @@ int main(int argc, char* argv[])
                        [&] { return platform.panels->translucent() == blended; });
     pictures::takeIconPictures(photographer);
     pictures::takeOverlayPictures(photographer, prefs);
+    pictures::takeBarPictures(photographer, prefs);
+    pictures::takeMarkPictures(photographer, prefs);
     pictures::takePanelPictures(photographer);
     pictures::takeMenuPictures(photographer, prefs);
     pictures::takeDialogPictures(photographer, prefs);
