@@ -40,6 +40,8 @@ private:
     Prefs& m_prefs;
 };
 
+constexpr double kUsualOpacity = 0.4;
+
 // In shares of the screen.
 constexpr QRectF kMiddle(0.2, 0.2, 0.4, 0.5);
 constexpr QRectF kAtRight(0.55, 0.3, 0.45, 0.4);
@@ -99,6 +101,7 @@ void BarScenes::takePopups()
         hand.pressControl(text("Color"));
         hand.pressControl(text("Opacidad del marcador"), 0.1);
     });
+    m_prefs.setMarkerOpacity(kUsualOpacity);
     for (const Tool tool : kAllTools) {
         take(QStringLiteral("tool-") + name(tool), kMiddle,
              [tool](Hand& hand, CanvasView&) { hand.pressControl(tooltip(tool)); });
@@ -176,6 +179,7 @@ void BarScenes::takeMessages()
     take(QStringLiteral("message-scroll-corner"), {0.97, 0.96, 0.03, 0.04}, scroll);
     take(QStringLiteral("message-gif"), {0.4, 0.4, 0.02, 0.03}, gif);
     take(QStringLiteral("message-gif-corner"), {0, 0, 0.02, 0.03}, gif);
+    m_prefs.setMarkerOpacity(kUsualOpacity);
     m_prefs.setSize(sizes(Tool::arrow)->standard, Tool::arrow);
     m_prefs.setSize(sizes(Tool::number)->standard, Tool::number);
 }

@@ -113,8 +113,7 @@ void Hand::pressControl(const QString& name, qreal share)
 
 void Hand::type(const QString& text)
 {
-    for (const QChar& character : text)
-        sendKey(0, character);
+    sendKey(0, text); // at once: an emoji is more than one character
 }
 
 void Hand::key(int key)
