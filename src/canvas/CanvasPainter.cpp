@@ -4,7 +4,6 @@
 #include "canvas/Annotation.h"
 #include "canvas/Hint.h"
 #include "canvas/HintPicture.h"
-#include "canvas/Hud.h"
 #include "canvas/Loupe.h"
 #include "canvas/RepaintArea.h"
 #include "canvas/SelectionFrame.h"
@@ -71,9 +70,6 @@ QRegion CanvasPainter::difference(const CanvasScene& before, const CanvasScene& 
             stale += around(SelectionFrame::aroundMark(*scene->outlinedMark));
         if (before.loupePointer != after.loupePointer && scene->loupePointer)
             stale += around(Loupe::covered(Loupe::rect(*scene->loupePointer, m_size)));
-        const bool messageMoves = before.selection != after.selection;
-        if ((before.message != after.message || messageMoves) && !scene->message.isEmpty())
-            stale += around(Hud::rect(scene->message, selection, m_size));
     }
     return stale;
 }
@@ -124,8 +120,6 @@ void CanvasPainter::paintSelection(QPainter& painter) const
     if (m_scene.handles == CanvasScene::Handles::shown)
         SelectionFrame::paintHandles(painter, m_scene.selection);
     SizeLabel::paint(painter, m_scene.selection, pixels(m_scene.selection).size());
-    if (!m_scene.message.isEmpty())
-        Hud::paint(painter, m_scene.message, m_scene.selection, m_size);
 }
 
 } // namespace brindlecam

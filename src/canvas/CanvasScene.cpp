@@ -18,8 +18,7 @@ bool wantsLoupe(const Selection& selection)
 
 } // namespace
 
-CanvasScene CanvasScene::of(const CanvasModel& model, const std::optional<QPointF>& loupePointer,
-                            const QString& message)
+CanvasScene CanvasScene::of(const CanvasModel& model, const std::optional<QPointF>& loupePointer)
 {
     const Selection& selection = model.selection();
     const AnnotationEditor& editor = model.editor();
@@ -35,7 +34,6 @@ CanvasScene CanvasScene::of(const CanvasModel& model, const std::optional<QPoint
     if (wantsLoupe(selection))
         scene.loupePointer = loupePointer;
     scene.hint = choosing;
-    scene.message = message;
     return scene;
 }
 

@@ -2,7 +2,6 @@
 
 #include <QPointF>
 #include <QRectF>
-#include <QString>
 
 #include <optional>
 
@@ -22,12 +21,10 @@ struct CanvasScene {
     std::optional<QRectF> outlinedMark;
     std::optional<QPointF> loupePointer;
     bool hint = false;
-    QString message; ///< the transient one, or empty
 
     /// `loupePointer` is where the loupe looks when there is one; none: nobody wants one.
     [[nodiscard]] static CanvasScene of(const CanvasModel& model,
-                                        const std::optional<QPointF>& loupePointer,
-                                        const QString& message);
+                                        const std::optional<QPointF>& loupePointer);
 };
 
 } // namespace brindlecam

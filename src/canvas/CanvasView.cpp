@@ -32,6 +32,7 @@ CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     , m_size(frozen.size)
     , m_painter(frozen.image, frozen.dimmed, frozen.size)
     , m_model(frozen.image, frozen.size, frozen.nativeOrigin)
+    , m_hudView(*this)
     , m_tools(*this, {.editor = m_model.editor(), .prefs = prefs, .hud = m_hud})
     , m_typing(*this)
 {
@@ -55,8 +56,6 @@ CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     refresh();
 }
 
-CanvasView::~CanvasView() = default;
-
 void CanvasView::setWindowRects(std::vector<QRectF> windows)
 {
     m_model.selection().setWindows(std::move(windows));
@@ -79,9 +78,9 @@ void CanvasView::clearSelection()
 
 void CanvasView::refresh()
 {
-    const CanvasScene now = CanvasScene::of(m_model, m_prefs.showLoupe() ? m_mouse : std::nullopt,
-                                            m_hud.text().value_or(QString()));
+    const auto now = CanvasScene::of(m_model, m_prefs.showLoupe() ? m_mouse : std::nullopt);
     update(m_painter.show(editor().annotations()) + m_painter.show(now));
+    m_hudView.present(m_hud.text().value_or(QString()), selection().rect(), m_size);
 }
 
 void CanvasView::paintEvent(QPaintEvent* event)

@@ -4,6 +4,7 @@
 #include "canvas/CanvasModel.h"
 #include "canvas/CanvasPainter.h"
 #include "canvas/Hud.h"
+#include "canvas/HudView.h"
 #include "canvas/Outcome.h"
 #include "canvas/TextEntry.h"
 #include "canvas/ToolControl.h"
@@ -36,7 +37,6 @@ public:
     };
 
     CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent);
-    ~CanvasView() override;
 
     /// A selection drag has started here.
     std::function<void()> onBeginSelection;
@@ -118,6 +118,7 @@ private:
     CanvasPainter m_painter;
     CanvasModel m_model;
     Hud m_hud;
+    HudView m_hudView;
     ToolControl m_tools;
     TextEntry m_typing;
     std::optional<QPointF> m_mouse;
