@@ -2,6 +2,7 @@
 
 #include <xcb/xtest.h>
 
+#include <QThread>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -111,16 +112,29 @@ void Input::fake(std::uint8_t type, std::uint8_t detail)
     m_connection.sync();
 }
 
+// A release and a press within one millisecond are what a held key's repeat looks like; no hand is
+// that fast.
+void Input::passMillisecond() const
+{
+    constexpr int kApart = 2;
+    while (m_lastRelease.isValid() && !m_lastRelease.hasExpired(kApart))
+        QThread::msleep(1);
+}
+
 void Input::keyEvent(std::uint8_t type, xcb_keysym_t key)
 {
     const auto codes = m_connection.keycodes(key);
     if (codes.empty())
         qFatal("the keyboard has no key for keysym 0x%x", key);
-    if (type == XCB_KEY_PRESS)
+    if (type == XCB_KEY_PRESS) {
         m_downKeys.push_back(codes.front());
-    else
+        passMillisecond();
+    } else {
         std::erase(m_downKeys, codes.front());
+    }
     fake(type, codes.front());
+    if (type == XCB_KEY_RELEASE)
+        m_lastRelease.start(); // the server has taken it
 }
 
 } // namespace brindlecam::desktop

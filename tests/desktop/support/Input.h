@@ -2,6 +2,7 @@
 
 #include "desktop/support/Connection.h"
 
+#include <QElapsedTimer>
 #include <QPoint>
 
 #include <X11/keysym.h>
@@ -44,10 +45,12 @@ public:
 private:
     void fake(std::uint8_t type, std::uint8_t detail);
     void keyEvent(std::uint8_t type, xcb_keysym_t key);
+    void passMillisecond() const;
 
     Connection m_connection;
     std::vector<std::uint8_t> m_downKeys;
     std::vector<std::uint8_t> m_downButtons;
+    QElapsedTimer m_lastRelease;
 };
 
 } // namespace brindlecam::desktop
