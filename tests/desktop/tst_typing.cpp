@@ -1,0 +1,276 @@
+#include "canvas/TextField.h"
+#include "desktop/AnnotatingTest.h"
+
+#include <QProcess>
+
+namespace brindlecam::desktop {
+
+/// Typing a text on the canvas: which keys are the field's, what ends it, and that nothing typed is
+/// lost.
+class TestTyping final : public AnnotatingTest {
+    Q_OBJECT
+
+private:
+    static constexpr QPointF kAt{140, 120};
+    static constexpr QRectF kInside = QRectF(128, 68, 224, 184); ///< without the border
+
+    /// A session with the field open.
+    [[nodiscard]] bool types(const QJsonObject& settings = {}, qreal scale = 1)
+    {
+        if (!annotates(settings, scale) || !choose(Tool::text))
+            return false;
+        click(kAt);
+        return true;
+    }
+
+    [[nodiscard]] static Annotation at(const char* text) { return typed(kAt, QLatin1String(text)); }
+
+    /// All of the inside but where the caret stands behind this text.
+    [[nodiscard]] QRegion withoutCaret(const Annotation& text) const
+    {
+        const QRectF box = text.bounds();
+        // It stands behind a space, where no letter is.
+        const QRectF caret(box.right() - 3, box.top(), 16, box.height());
+        const QPoint origin = pixels(kInside).topLeft();
+        return QRegion(pixels(kInside)).subtracted(pixels(caret)).translated(-origin);
+    }
+
+    /// Waits until the field shows exactly what the mark will show, caret aside.
+    [[nodiscard]] bool showsInField(const Annotation& text)
+    {
+        const QImage expected = picture({text}, kInside);
+        const QRegion where = withoutCaret(text);
+        return waitUntil([&] { return difference(seen(kInside), expected, where) == 0; });
+    }
+
+    void setKeyboard(const QStringList& arguments)
+    {
+        QProcess process;
+        process.setProcessEnvironment(desktop().environment());
+        process.start(QStringLiteral("setxkbmap"), arguments);
+        QVERIFY(process.waitForFinished(kPatience));
+        QCOMPARE(process.exitCode(), 0);
+    }
+
+private Q_SLOTS:
+    void fieldLooksLikeTheFinishedMark_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::newRow("at 1") << 1.0;
+        QTest::newRow("at 1.5") << 1.5;
+        QTest::newRow("at 2") << 2.0;
+    }
+    void fieldLooksLikeTheFinishedMark()
+    {
+        QFETCH(qreal, scale);
+        QVERIFY(types({}, scale));
+        input().type("hola jg ");
+        QVERIFY(showsInField(at("hola jg ")));
+        input().tap(XK_Return);
+        QVERIFY(shows({at("hola jg ")}, kInside));
+        QVERIFY(returnTakes({at("hola jg ")}));
+    }
+
+    void returnFinishesTheTextOnly_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("Return") << XK_Return;
+        QTest::newRow("Enter of the keypad") << XK_KP_Enter;
+    }
+    void returnFinishesTheTextOnly()
+    {
+        QFETCH(int, key);
+        QVERIFY(types());
+        input().type("uno");
+        input().tap(static_cast<xcb_keysym_t>(key));
+        QVERIFY(isPastedWith({at("uno")}));
+        QCOMPARE(overlays().size(), std::size_t(1));
+        QVERIFY(history().isEmpty());
+        QVERIFY(returnTakes({at("uno")}));
+    }
+
+    void escapeForgetsTheTextAndOnlyThenEndsTheSession()
+    {
+        QVERIFY(types({{QStringLiteral("autoCopy"), false}}));
+        input().type("uno ");
+        QVERIFY(showsInField(at("uno ")));
+        input().tap(XK_Escape);
+        QVERIFY(shows({}, kInside));
+        QCOMPARE(overlays().size(), std::size_t(1));
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        QCOMPARE(program().quit(), 0);
+        QVERIFY(!clipboardIsTaken());
+        QVERIFY(history().isEmpty());
+    }
+
+    void emptyTextLeavesNothing()
+    {
+        QVERIFY(types());
+        input().tap(XK_Return);
+        click(kAt + QPointF(40, 60));
+        input().tap(XK_Return);
+        QVERIFY(returnTakes({}));
+    }
+
+    void copyTakesTheUnfinishedTextAlong()
+    {
+        QVERIFY(types());
+        input().type("uno");
+        input().chord({XK_Control_L, XK_c});
+        QVERIFY(sessionIsOver());
+        QVERIFY(isPastedWith({at("uno")}));
+        QVERIFY(isOnlyCapture(picture({at("uno")})));
+        QVERIFY(isOnlyInHistory(picture({at("uno")})));
+    }
+
+    void saveTakesTheUnfinishedTextAlong()
+    {
+        QVERIFY(types());
+        input().type("uno");
+        input().chord({XK_Control_L, XK_s});
+        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        input().tap(XK_Return);
+        QVERIFY(isOnlyCapture(picture({at("uno")})));
+        QVERIFY(isOnlyInHistory(picture({at("uno")})));
+    }
+
+    void undoInTheFieldTakesBackTypingOnly()
+    {
+        QVERIFY(annotates());
+        QVERIFY(choose(Tool::rect));
+        drag({200, 160}, {300, 220});
+        const Annotation rect = mark(Tool::rect, {200, 160}, {300, 220});
+        QVERIFY(choose(Tool::text));
+        click(kAt);
+        input().type("uno");
+        input().chord({XK_Control_L, XK_z});
+        input().type("dos");
+        input().tap(XK_Return);
+        QVERIFY(isPastedWith({rect, at("dos")}));
+        input().chord({XK_Control_L, XK_z});
+        QVERIFY(isPastedWith({rect}));
+        QVERIFY(returnTakes({rect}));
+    }
+
+    void keysOfTheCanvasEditInTheField()
+    {
+        QVERIFY(types());
+        input().type("abd");
+        tap({XK_Left, XK_c, XK_Home, XK_Delete, XK_End, XK_BackSpace, XK_e});
+        input().tap(XK_Return);
+        QVERIFY(returnTakes({at("bce")}));
+    }
+
+    void deadKeyAndComposeMakeOneLetter()
+    {
+        QVERIFY(types());
+        setKeyboard(
+            {QStringLiteral("es"), QStringLiteral("-option"), QStringLiteral("compose:rctrl")});
+        tap({XK_dead_acute, XK_a, XK_ntilde, XK_Multi_key, XK_apostrophe, XK_e, XK_Multi_key, XK_o,
+             XK_c});
+        input().tap(XK_Return);
+        QVERIFY(returnTakes({typed(kAt, QStringLiteral("áñé©"))}));
+    }
+
+    void clickElsewhereFinishesOneTextAndBeginsAnother()
+    {
+        QVERIFY(types());
+        input().type("uno");
+        click({160, 200});
+        input().type("dos");
+        input().tap(XK_Return);
+        QVERIFY(returnTakes({at("uno"), typed({160, 200}, QStringLiteral("dos"))}));
+    }
+
+    void choosingAToolFinishesTheText()
+    {
+        QVERIFY(types());
+        input().type("uno");
+        QVERIFY(choose(Tool::rect));
+        QVERIFY(isPastedWith({at("uno")}));
+        QVERIFY(returnTakes({at("uno")}));
+    }
+
+    void colorPickedMeanwhileColorsTheText()
+    {
+        QVERIFY(types());
+        input().type("un");
+        QVERIFY(pick(3));
+        input().type("o");
+        input().tap(XK_Return);
+        QVERIFY(returnTakes({typed(kAt, QStringLiteral("uno"), Config::palette.at(3))}));
+    }
+
+    void focusTakenByAnotherWindowFinishesTheText()
+    {
+        useProgram();
+        ClientWindow other(display(), {.pixels = QRect(900, 500, 100, 100)});
+        QVERIFY(selects());
+        QVERIFY(choose(Tool::text));
+        click(kAt);
+        input().type("uno ");
+        QVERIFY(showsInField(at("uno ")));
+        // A session that has only just begun takes a lost focus back.
+        const QImage expected = picture({at("uno ")});
+        QVERIFY(waitUntil([&] {
+            if (!other.hasFocus())
+                other.takeFocus();
+            return samePixels(pasted(), expected);
+        }));
+        QCOMPARE(overlays().size(), std::size_t(1));
+        press(Toolbar::Action::copy);
+        QVERIFY(sessionIsOver());
+        QVERIFY(isOnlyCapture(picture({at("uno ")})));
+    }
+
+    void hotKeyMeanwhileLeavesTheFieldAlone()
+    {
+        QVERIFY(types());
+        input().type("un");
+        pressHotKey(kAreaKey);
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        input().type("o");
+        input().tap(XK_Return);
+        QVERIFY(returnTakes({at("uno")}));
+    }
+
+    void longPastedTextScrollsInTheFieldAndIsCutOffByThePicture()
+    {
+        QVERIFY(annotates({{QStringLiteral("autoCopy"), false}}));
+        const QByteArray longText = QByteArray("abcdefghi ").repeated(1000);
+        QProcess clipboard;
+        clipboard.setProcessEnvironment(desktop().environment());
+        clipboard.start(QStringLiteral("xclip"),
+                        {QStringLiteral("-quiet"), QStringLiteral("-selection"),
+                         QStringLiteral("clipboard"), QStringLiteral("-in")});
+        QVERIFY(clipboard.waitForStarted());
+        clipboard.write(longText);
+        clipboard.closeWriteChannel();
+        QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
+        QVERIFY(choose(Tool::text));
+        click(kAt);
+        input().chord({XK_Control_L, XK_v});
+        const QRectF field = TextField::place(kAt, kSelected);
+        QVERIFY(waitUntil([&] { return !samePixels(seen(field), picture({}, field)); }));
+        // Nothing of it shows beside the field.
+        QVERIFY(shows({}, {128, field.top(), field.left() - 128, field.height()}));
+        input().type("fin");
+        input().tap(XK_Return);
+        const QString whole = QString::fromLatin1(longText + "fin");
+        QVERIFY(shows({typed(kAt, whole)}, kInside));
+        QVERIFY(returnTakes({typed(kAt, whole)}));
+        clipboard.kill();
+        clipboard.waitForFinished();
+    }
+};
+
+} // namespace brindlecam::desktop
+
+int main(int argc, char* argv[])
+{
+    return brindlecam::desktop::runAnnotating<brindlecam::desktop::TestTyping>(argc, argv);
+}
+
+#include "tst_typing.moc"
