@@ -60,12 +60,11 @@ private Q_SLOTS:
     {
         test::CanvasFixture f;
         f.drag({60, 60}, {90, 90});
-        const BarButton* pointer =
-            f.button(QStringLiteral("Mover la selección o una anotación (⌫ la borra)"));
-        const QPoint at = pointer->mapTo(f.canvas.get(), QPoint(5, 12));
+        const BarButton* pen = f.button(tooltip(Tool::pen));
+        const QPoint at = pen->mapTo(f.canvas.get(), QPoint(5, 25));
         f.canvas->scrollCapture();
         QVERIFY(f.canvas->findChild<HudView*>()->geometry().contains(at));
-        QCOMPARE(f.canvas->childAt(at), pointer);
+        QCOMPARE(f.canvas->childAt(at), pen);
     }
 };
 
