@@ -121,18 +121,22 @@ void MarkScenes::takeSizes()
 void MarkScenes::takeTexts()
 {
     const QString plain = QStringLiteral("Aquí sube: ÁÑgjpqy 123");
+    const QString mixed = QStringLiteral("שלום 1️⃣ 👍🏽 abc (2)");
     // The same text while it is typed and afterwards: it must not move.
-    take(QStringLiteral("text-typed"), [&](Hand& hand, CanvasView&) {
-        choose(hand, Tool::text);
-        hand.click(kFirst);
-        hand.type(plain);
-    });
-    take(QStringLiteral("text-finished"), [&](Hand& hand, CanvasView&) {
-        choose(hand, Tool::text);
-        hand.click(kFirst);
-        hand.type(plain);
-        hand.key(Qt::Key_Return);
-    });
+    for (const QString& each : {plain, mixed}) {
+        const QString name = each == plain ? QStringLiteral("plain") : QStringLiteral("mixed");
+        take(QStringLiteral("text-typed-") + name, [&](Hand& hand, CanvasView&) {
+            choose(hand, Tool::text);
+            hand.click(kFirst);
+            hand.type(each);
+        });
+        take(QStringLiteral("text-finished-") + name, [&](Hand& hand, CanvasView&) {
+            choose(hand, Tool::text);
+            hand.click(kFirst);
+            hand.type(each);
+            hand.key(Qt::Key_Return);
+        });
+    }
     take(QStringLiteral("text-empty"), [&](Hand& hand, CanvasView&) {
         choose(hand, Tool::text);
         hand.click({kSelection.right() - 30, kFirst.y()}); // with little room
