@@ -9,7 +9,6 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QProxyStyle>
 #include <QStyleHints>
 #include <QTimerEvent>
 
@@ -25,20 +24,24 @@ constexpr int kLeastWidth = 80;
 constexpr int kAroundLine = 2; // what the field is higher than a line
 // What QLineEdit keeps above the text; the mark's text begins right at the top of its box.
 constexpr int kLineEditTop = 1;
-// By how much QLineEdit's rectangle of a caret without width is wider than that, on each side.
+// By how much QLineEdit's rectangle of a caret is wider than that, on each side.
 constexpr int kAroundCaret = 5;
 constexpr qreal kCaretWidth = 1.5;
 
-/// Takes the caret of QLineEdit away: that one inverts what it stands on, ours has the text's
-/// colour.
-class NoCaretStyle final : public QProxyStyle {
-public:
-    int pixelMetric(PixelMetric metric, const QStyleOption* option,
-                    const QWidget* widget) const override
-    {
-        return metric == PM_TextCursorWidth ? 0 : QProxyStyle::pixelMetric(metric, option, widget);
+/// The event's attributes, and one that takes the caret of QLineEdit away: that one inverts what it
+/// stands on, ours has the text's colour.
+QList<QInputMethodEvent::Attribute> withoutCaret(const QInputMethodEvent& event)
+{
+    constexpr int kInvisible = 0;
+    auto attributes = event.attributes();
+    auto start = static_cast<int>(event.preeditString().size());
+    for (const QInputMethodEvent::Attribute& each : attributes) {
+        if (each.type == QInputMethodEvent::Cursor)
+            start = each.start;
     }
-};
+    attributes.append({QInputMethodEvent::Cursor, start, kInvisible});
+    return attributes;
+}
 
 void call(const std::function<void()>& callback)
 {
@@ -60,9 +63,6 @@ QRect TextField::place(QPointF point, const QRectF& selection)
 TextField::TextField(const QRect& place, const QColor& color, QWidget* canvas)
     : QLineEdit(canvas)
 {
-    auto* style = new NoCaretStyle;
-    style->setParent(this);
-    setStyle(style);
     setGeometry(place);
     setFont(Annotation::textFont());
     setFrame(false);
@@ -75,6 +75,8 @@ TextField::TextField(const QRect& place, const QColor& color, QWidget* canvas)
     setAccessibleName(brindlecam::text("Texto"));
     connect(this, &QLineEdit::cursorPositionChanged, this, &TextField::showCaret);
     connect(this, &QLineEdit::textChanged, this, &TextField::showCaret);
+    QInputMethodEvent nothingComposed;
+    TextField::inputMethodEvent(&nothingComposed);
 }
 
 QColor TextField::color() const
@@ -183,7 +185,11 @@ void TextField::focusOutEvent(QFocusEvent* event)
 void TextField::inputMethodEvent(QInputMethodEvent* event)
 {
     m_composing = !event->preeditString().isEmpty();
-    QLineEdit::inputMethodEvent(event);
+    QInputMethodEvent taken(event->preeditString(), withoutCaret(*event));
+    taken.setCommitString(event->commitString(), event->replacementStart(),
+                          event->replacementLength());
+    QLineEdit::inputMethodEvent(&taken);
+    event->setAccepted(taken.isAccepted());
 }
 
 } // namespace brindlecam

@@ -146,6 +146,35 @@ private Q_SLOTS:
         QCOMPARE(e.field()->color(), Config::leafGreen);
         QVERIFY(e.marks().empty());
     }
+
+    void thereIsNoOtherCaretAtFractionalScales()
+    {
+        Editor e;
+        e.canvas->show();
+        QVERIFY(QTest::qWaitForWindowExposed(e.canvas.get()));
+        e.canvas->activateWindow();
+        e.beginText({60, 60});
+        QTRY_VERIFY(e.field()->hasFocus());
+        // Text, caret and what lies between them and white: all have much red.
+        const auto strangePixels = [&e] {
+            constexpr qreal kScale = 1.5;
+            QImage shown(e.field()->size() * kScale, QImage::Format_RGB32);
+            shown.setDevicePixelRatio(kScale);
+            shown.fill(Qt::white);
+            e.field()->render(&shown, {}, {}, QWidget::DrawChildren);
+            int count = 0;
+            for (int y = 0; y < shown.height(); ++y) {
+                for (int x = 0; x < shown.width(); ++x)
+                    count += qRed(shown.pixel(x, y)) < 200 ? 1 : 0;
+            }
+            return count;
+        };
+        QCOMPARE(strangePixels(), 0);
+        QInputMethodEvent composing(QStringLiteral("ñ"), {});
+        QCoreApplication::sendEvent(e.field(), &composing);
+        QCOMPARE(strangePixels(), 0);
+        QCOMPARE(e.field()->text(), QString());
+    }
 };
 
 BRINDLECAM_TEST(TestCanvasTyping);
