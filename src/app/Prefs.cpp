@@ -12,10 +12,6 @@ namespace brindlecam {
 
 namespace {
 
-constexpr double kLeastMarkerOpacity = 0.1;
-constexpr double kMostMarkerOpacity = 1.0;
-constexpr double kStandardMarkerOpacity = 0.4;
-
 const QString kMarkerOpacityKey = QStringLiteral("markerOpacity");
 
 QString sizeKey(Tool tool)
@@ -77,14 +73,14 @@ bool Prefs::lightGifs() const
 
 double Prefs::markerOpacity() const
 {
-    const double stored = m_defaults.number(kMarkerOpacityKey).value_or(kStandardMarkerOpacity);
-    return std::clamp(stored, kLeastMarkerOpacity, kMostMarkerOpacity);
+    const double stored = m_defaults.number(kMarkerOpacityKey).value_or(kMarkerOpacities.standard);
+    return std::clamp(stored, kMarkerOpacities.minimum, kMarkerOpacities.maximum);
 }
 
 void Prefs::setMarkerOpacity(double opacity)
 {
     m_defaults.setNumber(kMarkerOpacityKey,
-                         std::clamp(opacity, kLeastMarkerOpacity, kMostMarkerOpacity));
+                         std::clamp(opacity, kMarkerOpacities.minimum, kMarkerOpacities.maximum));
 }
 
 double Prefs::size(Tool tool) const

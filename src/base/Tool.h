@@ -24,6 +24,10 @@ struct ToolSizes {
     bool operator==(const ToolSizes&) const = default;
 };
 
+/// Alphas of the marker.
+inline constexpr ToolSizes kMarkerOpacities{
+    .minimum = 0.1, .maximum = 1, .step = 0.05, .standard = 0.4};
+
 /// The size read for tools that have none.
 inline constexpr qreal kFixedToolSize = 3;
 

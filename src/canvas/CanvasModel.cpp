@@ -97,6 +97,7 @@ void CanvasModel::clear()
 {
     m_editor.clear();
     m_selection.clear();
+    m_shown.reset();
 }
 
 QRectF CanvasModel::settledSelection() const

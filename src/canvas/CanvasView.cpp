@@ -1,8 +1,8 @@
 #include "canvas/CanvasView.h"
 
 #include "app/Prefs.h"
+#include "base/Call.h"
 #include "base/Geometry.h"
-#include "base/Text.h"
 #include "canvas/CanvasCursor.h"
 #include "canvas/WheelDelta.h"
 
@@ -11,20 +11,7 @@
 #include <QPainter>
 #include <QWheelEvent>
 
-#include <chrono>
-
 namespace brindlecam {
-
-namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto kTooSmallShown = 2500ms; // how long the reason stays
-// The least selections of long captures, in points.
-constexpr QSizeF kLeastScroll(80, 120);
-constexpr QSizeF kLeastGif(40, 40);
-
-} // namespace
 
 CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     : QWidget(parent)
@@ -33,6 +20,7 @@ CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     , m_painter(frozen.image, frozen.dimmed, frozen.size)
     , m_model(frozen.image, frozen.size, frozen.nativeOrigin)
     , m_hudView(*this)
+    , m_actions(m_model, m_hud)
     , m_tools(*this, {.editor = m_model.editor(), .prefs = prefs, .hud = m_hud})
     , m_typing(*this)
 {
@@ -42,11 +30,16 @@ CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
     m_hud.onChange = [this] { refresh(); };
-    m_tools.onAction = [this](Toolbar::Action action) { act(action); };
+    m_actions.onBeforePicture = [this] { commitText(); };
+    m_actions.onFinish = [this](const Outcome& outcome) { call(onFinish, outcome); };
+    m_tools.onAction = [this](Toolbar::Action action) { m_actions.perform(action); };
     m_tools.onUndo = [this] { undo(); };
     m_tools.onRedo = [this] { redo(); };
     m_tools.onBeforeTool = [this] { commitText(); };
-    m_tools.onTool = [this] { refresh(); };
+    m_tools.onTool = [this] {
+        updateCursor();
+        refresh();
+    };
     m_tools.onColor = [this](const QColor& color) {
         if (TextField* field = m_typing.field())
             field->setColor(color);
@@ -69,6 +62,7 @@ void CanvasView::setUnavailable(std::vector<Toolbar::Action> actions)
 void CanvasView::clearSelection()
 {
     cancelText();
+    m_hud.clear();
     m_model.clear();
     placeBars();
     refresh();
@@ -80,7 +74,7 @@ void CanvasView::refresh()
 {
     const auto now = CanvasScene::of(m_model, m_prefs.showLoupe() ? m_mouse : std::nullopt);
     update(m_painter.show(editor().annotations()) + m_painter.show(now));
-    m_hudView.present(m_hud.text().value_or(QString()), selection().rect(), m_size);
+    m_hudView.present(message(), selection().rect(), m_size);
 }
 
 void CanvasView::paintEvent(QPaintEvent* event)
@@ -134,8 +128,7 @@ void CanvasView::mousePressEvent(QMouseEvent* event)
     setFocus();
     switch (m_model.press(point, m_tools.stroke())) {
     case CanvasModel::Press::selecting:
-        if (onBeginSelection)
-            onBeginSelection();
+        call(onBeginSelection);
         break;
     case CanvasModel::Press::text:
         m_typing.begin(point, selection().rect(), editor().color());
@@ -159,6 +152,11 @@ void CanvasView::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || !selection().isDragging())
         return;
     pointerMoved(exactPosition(*event), event->modifiers());
+    endDrag();
+}
+
+void CanvasView::endDrag()
+{
     const CanvasModel::Release released = m_model.release();
     update(m_painter.around(released.stale));
     placeBars();
@@ -185,7 +183,8 @@ void CanvasView::leaveEvent(QEvent*)
 void CanvasView::wheelEvent(QWheelEvent* event)
 {
     event->accept();
-    m_tools.turn(wheelNotches(*event));
+    if (!selection().isEmpty())
+        m_tools.turn(wheelNotches(*event));
 }
 
 // Keys.
@@ -201,8 +200,7 @@ void CanvasView::keyPressEvent(QKeyEvent* event)
     if (event->isAutoRepeat() && !command->repeats())
         return;
     if (selection().isEmpty() && command->kind != CanvasCommand::Kind::cancel) {
-        if (onCommandElsewhere)
-            onCommandElsewhere(*command);
+        call(onCommandElsewhere, *command);
         return;
     }
     perform(*command);
@@ -210,14 +208,17 @@ void CanvasView::keyPressEvent(QKeyEvent* event)
 
 void CanvasView::perform(const CanvasCommand& command)
 {
+    // What is drawn with the button still down belongs to the picture, too.
+    if (editor().current() && command.kind != CanvasCommand::Kind::cancel)
+        endDrag();
     switch (command.kind) {
     case CanvasCommand::Kind::copy:
-        return copy();
+        return m_actions.copy();
     case CanvasCommand::Kind::save:
-        return saveDocument();
+        return m_actions.saveDocument();
     case CanvasCommand::Kind::cancel:
         if (!stepBack())
-            cancel();
+            m_actions.cancel();
         return;
     case CanvasCommand::Kind::undo:
         return undo();
@@ -296,6 +297,7 @@ void CanvasView::redo()
 
 void CanvasView::changed()
 {
+    updateCursor();
     refresh();
     autoCopy();
 }
@@ -310,92 +312,12 @@ void CanvasView::placeBars()
         m_tools.hideBars();
 }
 
-void CanvasView::act(Toolbar::Action action)
-{
-    switch (action) {
-    case Toolbar::Action::text:
-        return; // nobody recognises text yet: the button is disabled
-    case Toolbar::Action::pin:
-        return pin();
-    case Toolbar::Action::scroll:
-        return scrollCapture();
-    case Toolbar::Action::gif:
-        return recordGif();
-    case Toolbar::Action::copy:
-        return copy();
-    case Toolbar::Action::save:
-        return saveDocument();
-    case Toolbar::Action::close:
-        return cancel();
-    }
-}
-
-// Outcomes.
-
-std::optional<Rendered> CanvasView::render()
-{
-    commitText();
-    return m_model.render();
-}
-
 void CanvasView::autoCopy()
 {
     if (!m_prefs.autoCopy() || m_typing.field() || !onAutoCopy)
         return;
-    if (const auto picture = render())
+    if (const auto picture = m_actions.render())
         onAutoCopy(*picture);
-}
-
-void CanvasView::finish(const Outcome& outcome)
-{
-    if (onFinish)
-        onFinish(outcome);
-}
-
-void CanvasView::copy()
-{
-    if (const auto picture = render())
-        finish(outcome::Copy{*picture});
-}
-
-void CanvasView::saveDocument()
-{
-    if (const auto picture = render())
-        finish(outcome::Save{*picture});
-}
-
-void CanvasView::pin()
-{
-    if (const auto picture = render())
-        finish(outcome::Pin{*picture, m_model.nativeSelection()});
-}
-
-bool CanvasView::hasRoomFor(QSizeF least, const QString& otherwise)
-{
-    const QSizeF size = m_model.settledSelection().size();
-    if (size.width() >= least.width() && size.height() >= least.height())
-        return true;
-    if (!selection().isEmpty())
-        m_hud.show(otherwise, Hud::Stay::timed, kTooSmallShown);
-    return false;
-}
-
-void CanvasView::scrollCapture()
-{
-    if (hasRoomFor(kLeastScroll,
-                   text("Selecciona un área más grande para la captura con desplazamiento")))
-        finish(outcome::Scroll{m_model.nativeSelection()});
-}
-
-void CanvasView::recordGif()
-{
-    if (hasRoomFor(kLeastGif, text("Selecciona un área más grande para grabar")))
-        finish(outcome::Gif{m_model.nativeSelection()});
-}
-
-void CanvasView::cancel()
-{
-    finish(outcome::Cancel{});
 }
 
 } // namespace brindlecam

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "canvas/CanvasActions.h"
 #include "canvas/CanvasCommand.h"
 #include "canvas/CanvasModel.h"
 #include "canvas/CanvasPainter.h"
 #include "canvas/Hud.h"
 #include "canvas/HudView.h"
-#include "canvas/Outcome.h"
 #include "canvas/TextEntry.h"
 #include "canvas/ToolControl.h"
 #include "canvas/Toolbar.h"
@@ -57,14 +57,11 @@ public:
     void setUnavailable(std::vector<Toolbar::Action> actions);
 
     [[nodiscard]] const Selection& selection() const { return m_model.selection(); }
+    /// The transient message over the selection; empty without one.
+    [[nodiscard]] QString message() const { return m_hud.text().value_or(QString()); }
     [[nodiscard]] const AnnotationEditor& editor() const { return m_model.editor(); }
     /// Drops the selection with all marks: another screen has begun one.
     void clearSelection();
-
-    /// The selected part of the frozen screen with its marks, in its own pixels; none when nothing
-    /// is selected. Typed text becomes a mark first. The same picture again as long as nothing has
-    /// changed.
-    [[nodiscard]] std::optional<Rendered> render();
 
     /// What a key asks for.
     void perform(const CanvasCommand& command);
@@ -72,15 +69,10 @@ public:
     /// the bars. False when there is neither.
     bool stepBack();
 
-    /// Each ends the session with its outcome; nothing happens while nothing is selected. Too small
-    /// a selection for one of the last two gets a message instead.
-    void copy();
-    void saveDocument();
-    void pin();
-    void scrollCapture();
-    void recordGif();
-    void cancel();
+    /// What the session can end with.
+    [[nodiscard]] CanvasActions& actions() { return m_actions; }
 
+    /// One step back or forth: of what is typed while text is typed, else of the marks.
     void undo();
     void redo();
 
@@ -104,14 +96,12 @@ private:
     void deleteSelectedAnnotation();
     void commitText();
     void cancelText();
-    void act(Toolbar::Action action);
-    [[nodiscard]] bool hasRoomFor(QSizeF least, const QString& otherwise);
+    void endDrag();
     void placeBars();
     void updateCursor();
     void refresh();
     void changed();
     void autoCopy();
-    void finish(const Outcome& outcome);
 
     Prefs& m_prefs;
     const QSizeF m_size;
@@ -119,6 +109,7 @@ private:
     CanvasModel m_model;
     Hud m_hud;
     HudView m_hudView;
+    CanvasActions m_actions;
     ToolControl m_tools;
     TextEntry m_typing;
     std::optional<QPointF> m_mouse;

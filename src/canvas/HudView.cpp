@@ -20,15 +20,15 @@ void HudView::present(const QString& text, const QRectF& selection, QSizeF canva
         hide();
         return;
     }
-    const bool differs = text != m_text || selection != m_selection || canvasSize != m_canvasSize;
+    if (!isHidden() && text == m_text && selection == m_selection && canvasSize == m_canvasSize)
+        return;
     m_text = text;
     m_selection = selection;
     m_canvasSize = canvasSize;
     setGeometry(roundedOutward(Hud::rect(text, selection, canvasSize)));
     raise();
     show();
-    if (differs)
-        update();
+    update();
 }
 
 void HudView::paintEvent(QPaintEvent*)

@@ -10,8 +10,8 @@ namespace brindlecam {
 
 namespace {
 
-constexpr qreal kHandleReach = 7;  // points from a handle's centre, on each axis
-constexpr qreal kLeastSide = 3; // points; a smaller drag is a click
+constexpr qreal kHandleReach = 7; // points from a handle's centre, on each axis
+constexpr qreal kLeastSide = 3;   // points; a smaller drag is a click
 
 struct Range {
     qreal from;
@@ -168,8 +168,10 @@ std::optional<Selection::AnnotationMove> Selection::moveAnnotationTo(QPointF poi
 
 void Selection::moveBy(QPointF by)
 {
+    // On whole points, as after a drag; the fraction of a point at the far edge is left to that.
+    const QSizeF whole(std::floor(m_canvas.width()), std::floor(m_canvas.height()));
     if (!isEmpty())
-        m_rect = movedInside(m_rect, by, m_canvas);
+        m_rect = settled(movedInside(m_rect, by, whole));
 }
 
 void Selection::moveFarEdges(QPointF by)
@@ -181,6 +183,7 @@ void Selection::moveFarEdges(QPointF by)
     };
     m_rect.setRight(moved(m_rect.right(), by.x(), m_rect.left(), m_canvas.width()));
     m_rect.setBottom(moved(m_rect.bottom(), by.y(), m_rect.top(), m_canvas.height()));
+    m_rect = settled(m_rect);
 }
 
 void Selection::dragTo(QPointF point)

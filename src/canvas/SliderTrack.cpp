@@ -126,6 +126,11 @@ void SliderTrack::hideEvent(QHideEvent*)
 // The next multiple of the step, also from a value between two of them.
 void SliderTrack::keyPressEvent(QKeyEvent* event)
 {
+    // With Shift or Ctrl they are the canvas's.
+    if (event->modifiers() & ~Qt::KeypadModifier) {
+        event->ignore();
+        return;
+    }
     const double steps = m_value / m_range.step;
     switch (event->key()) {
     case Qt::Key_Left:

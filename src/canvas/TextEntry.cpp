@@ -1,16 +1,25 @@
 #include "canvas/TextEntry.h"
 
+#include "base/Call.h"
+
 #include <utility>
 
 namespace brindlecam {
 
 namespace {
 
+bool endsLine(QChar character)
+{
+    const char16_t code = character.unicode();
+    return (code >= u'\n' && code <= u'\r') || code == u'\u0085' || code == u'\u2028' ||
+           code == u'\u2029';
+}
+
 // A mark is one line: a pasted text may bring line breaks and tabs along.
 QString oneLine(QString text)
 {
     for (QChar& character : text) {
-        if (character.isSpace())
+        if (endsLine(character) || character == QLatin1Char('\t'))
             character = QLatin1Char(' ');
     }
     return text;
@@ -34,8 +43,8 @@ TextEntry::~TextEntry()
 void TextEntry::begin(QPointF point, const QRectF& selection, const QColor& color)
 {
     m_field = new TextField(TextField::place(point, selection), color, &m_canvas);
-    m_field->onCommit = [this] { onCommit(); };
-    m_field->onCancel = [this] { onCancel(); };
+    m_field->onCommit = [this] { call(onCommit); };
+    m_field->onCancel = [this] { call(onCancel); };
     m_field->show();
     m_field->setFocus();
 }

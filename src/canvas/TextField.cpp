@@ -1,5 +1,6 @@
 #include "canvas/TextField.h"
 
+#include "base/Call.h"
 #include "base/Text.h"
 #include "canvas/Annotation.h"
 #include "canvas/CanvasCommand.h"
@@ -41,12 +42,6 @@ QList<QInputMethodEvent::Attribute> withoutCaret(const QInputMethodEvent& event)
     }
     attributes.append({QInputMethodEvent::Cursor, start, kInvisible});
     return attributes;
-}
-
-void call(const std::function<void()>& callback)
-{
-    if (callback)
-        callback();
 }
 
 } // namespace
@@ -137,9 +132,17 @@ void TextField::finishComposing()
 void TextField::escape()
 {
     if (m_composing)
-        QGuiApplication::inputMethod()->reset();
+        dropComposition();
     else
         call(onCancel);
+}
+
+// Not every input method says that it has forgotten what it was asked to forget.
+void TextField::dropComposition()
+{
+    QGuiApplication::inputMethod()->reset();
+    QInputMethodEvent nothing;
+    QCoreApplication::sendEvent(this, &nothing);
 }
 
 void TextField::keyPressEvent(QKeyEvent* event)
@@ -166,6 +169,7 @@ void TextField::keyPressEvent(QKeyEvent* event)
         return;
     }
     QLineEdit::keyPressEvent(event);
+    event->accept(); // also what means nothing here: the canvas would move the selection
 }
 
 void TextField::focusInEvent(QFocusEvent* event)

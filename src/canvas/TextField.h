@@ -23,9 +23,10 @@ public:
     /// A child of the canvas, which owns it.
     TextField(const QRect& place, const QColor& color, QWidget* canvas);
 
-    /// The text is to become a mark: Return, or the focus has gone. Once.
+    /// The text is to become a mark: Return, or the focus has gone, which it also does when the
+    /// owner closes the field.
     std::function<void()> onCommit;
-    /// The text is to be forgotten: Escape. Once.
+    /// The text is to be forgotten: Escape.
     std::function<void()> onCancel;
 
     [[nodiscard]] QColor color() const;
@@ -47,6 +48,7 @@ protected:
 private:
     [[nodiscard]] QRect caret() const;
     void showCaret();
+    void dropComposition();
 
     QBasicTimer m_blink;
     bool m_caretShown = false;

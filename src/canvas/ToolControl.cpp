@@ -1,6 +1,7 @@
 #include "canvas/ToolControl.h"
 
 #include "app/Prefs.h"
+#include "base/Call.h"
 #include "base/Text.h"
 #include "canvas/Hud.h"
 
@@ -38,9 +39,9 @@ Toolbar& ToolControl::bars()
     m_bars->onPick = [this](const QColor& color) { pick(color); };
     m_bars->onSize = [this](double size, Tool tool) { setSize(size, tool); };
     m_bars->onOpacity = [this](double opacity) { setOpacity(opacity); };
-    m_bars->onUndo = [this] { onUndo(); };
-    m_bars->onRedo = [this] { onRedo(); };
-    m_bars->onAction = [this](Toolbar::Action action) { onAction(action); };
+    m_bars->onUndo = [this] { call(onUndo); };
+    m_bars->onRedo = [this] { call(onRedo); };
+    m_bars->onAction = [this](Toolbar::Action action) { call(onAction, action); };
     for (const Toolbar::Action action : m_unavailable)
         m_bars->setAvailable(action, Toolbar::Availability::disabled);
     m_bars->setTool(m_subjects.editor.tool());
@@ -90,20 +91,20 @@ void ToolControl::toggle(Tool tool)
         choosePointer();
         return;
     }
-    onBeforeTool();
+    call(onBeforeTool);
     m_subjects.editor.chooseTool(tool);
     bars().setTool(tool);
     bars().showSizePopup(tool);
-    onTool();
+    call(onTool);
 }
 
 void ToolControl::choosePointer()
 {
-    onBeforeTool();
+    call(onBeforeTool);
     m_subjects.editor.choosePointer();
     bars().setTool(std::nullopt);
     bars().hidePopups();
-    onTool();
+    call(onTool);
 }
 
 void ToolControl::pick(const QColor& color)
@@ -111,7 +112,7 @@ void ToolControl::pick(const QColor& color)
     m_subjects.editor.setColor(color);
     bars().setColor(color);
     bars().hidePopups();
-    onColor(color);
+    call(onColor, color);
 }
 
 void ToolControl::setSize(double size, Tool tool)

@@ -2,6 +2,7 @@
 
 #include "app/Config.h"
 #include "app/Prefs.h"
+#include "base/Call.h"
 #include "base/Text.h"
 #include "canvas/BarButton.h"
 #include "canvas/BarPlacement.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <type_traits>
 #include <utility>
 
 namespace brindlecam {
@@ -22,7 +22,9 @@ namespace {
 constexpr qreal kColorButtonSwatch = 18;
 constexpr qreal kPaletteSwatch = 20;
 
-constexpr SliderTrack::Range kOpacities{.lower = 0.1, .upper = 1, .step = 0.05};
+constexpr SliderTrack::Range kOpacities{.lower = kMarkerOpacities.minimum,
+                                        .upper = kMarkerOpacities.maximum,
+                                        .step = kMarkerOpacities.step};
 
 struct ActionRow {
     const char* symbol;
@@ -50,15 +52,6 @@ std::unique_ptr<BarButton> button(const char* symbol, const char* tooltip,
     auto made = std::make_unique<BarButton>(QString::fromLatin1(symbol), text(tooltip));
     made->onClick = std::move(onClick);
     return made;
-}
-
-/// Calls what the owner of the bars has filled in by then.
-template <typename... Arguments>
-void call(const std::function<void(Arguments...)>& callback,
-          const std::type_identity_t<Arguments>&... arguments)
-{
-    if (callback)
-        callback(arguments...);
 }
 
 std::size_t indexOf(Tool tool)
@@ -223,6 +216,8 @@ void Toolbar::placePopups()
 
 void Toolbar::show()
 {
+    if (isShown())
+        return; // raised again, they would cover an open popup
     for (BarView* bar : {m_tools.get(), m_actions.get()}) {
         bar->raise();
         bar->show();

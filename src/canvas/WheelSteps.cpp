@@ -1,5 +1,7 @@
 #include "canvas/WheelSteps.h"
 
+#include "base/Tool.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,8 +11,6 @@ namespace {
 
 constexpr qreal kMostNotches = 1e6; // in one movement
 
-constexpr double kStepsPerWhole = 20;
-constexpr double kLeastOpacity = 0.1;
 /// Of a step: 0.15 - 0.05 must count as two steps.
 constexpr double kWholeStep = 1e-6;
 
@@ -28,8 +28,9 @@ int WheelSteps::add(qreal notches)
 
 double markerOpacityAfter(int steps, double opacity)
 {
+    constexpr double kStepsPerWhole = 1 / kMarkerOpacities.step;
     const double whole = std::floor(steps + opacity * kStepsPerWhole + kWholeStep);
-    return std::clamp(whole / kStepsPerWhole, kLeastOpacity, 1.0);
+    return std::clamp(whole / kStepsPerWhole, kMarkerOpacities.minimum, kMarkerOpacities.maximum);
 }
 
 } // namespace brindlecam

@@ -11,9 +11,6 @@ public:
     /// counts for the next. What is no finite number counts as nothing.
     [[nodiscard]] int add(qreal notches);
 
-    /// Forgets what is left over.
-    void reset() { m_rest = 0; }
-
 private:
     qreal m_rest = 0;
 };

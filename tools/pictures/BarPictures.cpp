@@ -173,8 +173,8 @@ void BarScenes::takeMessages()
     take(QStringLiteral("message-size"), kMiddle, turn(Tool::arrow, 2));
     take(QStringLiteral("message-opacity"), kMiddle, turn(Tool::marker, 2));
     take(QStringLiteral("message-size-small-area"), kSmall, turn(Tool::number, 1));
-    const auto scroll = [](Hand&, CanvasView& canvas) { canvas.scrollCapture(); };
-    const auto gif = [](Hand&, CanvasView& canvas) { canvas.recordGif(); };
+    const auto scroll = [](Hand&, CanvasView& canvas) { canvas.actions().scrollCapture(); };
+    const auto gif = [](Hand&, CanvasView& canvas) { canvas.actions().recordGif(); };
     take(QStringLiteral("message-scroll"), kSmall, scroll);
     take(QStringLiteral("message-scroll-corner"), {0.97, 0.96, 0.03, 0.04}, scroll);
     take(QStringLiteral("message-gif"), {0.4, 0.4, 0.02, 0.03}, gif);

@@ -3,6 +3,7 @@
 #include "CanvasFixture.h"
 #include "canvas/TextField.h"
 
+#include <QFile>
 #include <QPointingDevice>
 #include <QWheelEvent>
 
@@ -45,6 +46,13 @@ struct EditingFixture : CanvasFixture {
         const auto found =
             std::ranges::find_if(fields, [](const TextField* each) { return !each->isHidden(); });
         return found == fields.end() ? nullptr : *found;
+    }
+    /// What the message over the selection says; empty without one.
+    [[nodiscard]] QString message() const { return canvas->message(); }
+    [[nodiscard]] QByteArray stored() const
+    {
+        QFile file(folder.filePath(QStringLiteral("settings.json")));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     void beginText(QPoint at)
     {

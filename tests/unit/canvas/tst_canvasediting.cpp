@@ -235,12 +235,12 @@ private Q_SLOTS:
     {
         Editor e(QSizeF(200, 150)); // two pixels per point
         const QRect native = QRect(20, 20, 300, 240).translated(e.kNativeOrigin);
-        e.canvas->pin();
+        e.canvas->actions().pin();
         QCOMPARE(std::get<outcome::Pin>(e.outcomes.at(0)).frame, native);
         QCOMPARE(std::get<outcome::Pin>(e.outcomes.at(0)).picture.pointSize(), QSizeF(150, 120));
-        e.canvas->scrollCapture();
+        e.canvas->actions().scrollCapture();
         QCOMPARE(std::get<outcome::Scroll>(e.outcomes.at(1)).rect, native);
-        e.canvas->recordGif();
+        e.canvas->actions().recordGif();
         QCOMPARE(std::get<outcome::Gif>(e.outcomes.at(2)).rect, native);
     }
 
@@ -249,15 +249,41 @@ private Q_SLOTS:
         test::CanvasFixture f;
         f.drag({10, 10}, {89, 200}); // one point too narrow to scroll
         const QImage before = f.canvas->grab().toImage();
-        f.canvas->scrollCapture();
+        f.canvas->actions().scrollCapture();
         QVERIFY(f.outcomes.empty());
         QVERIFY(f.canvas->grab().toImage() != before);
-        f.canvas->recordGif(); // wide and high enough
+        f.canvas->actions().recordGif(); // wide and high enough
         QCOMPARE(f.outcomes.size(), 1U);
         f.canvas->clearSelection();
         f.drag({10, 10}, {49, 200});
-        f.canvas->recordGif();
+        f.canvas->actions().recordGif();
         QCOMPARE(f.outcomes.size(), 1U);
+    }
+
+    void aStrokeUnderTheHandIsInWhatTheKeysCopy()
+    {
+        Editor e;
+        e.choose(Tool::line);
+        e.press({50, 60});
+        e.move({150, 60});
+        e.key(Qt::Key_Return);
+        QCOMPARE(e.outcomes.size(), 1U);
+        QCOMPARE(e.marks().size(), 1U);
+        e.release({160, 60}); // too late to change anything
+        QCOMPARE(e.marks().size(), 1U);
+        QCOMPARE(e.mark(0).points().last(), QPointF(150, 60));
+    }
+
+    void movingTheSelectionByKeysLeavesAnOpenPopupOnTop()
+    {
+        Editor e;
+        e.clickButton(QStringLiteral("Color"));
+        const QWidget* palette = e.button(QStringLiteral("Azul"))->parentWidget();
+        const auto* actions = e.button(QStringLiteral("Guardar (⌘S)"))->parentWidget();
+        e.key(Qt::Key_Right);
+        const QObjectList all = e.canvas->children();
+        QVERIFY(all.indexOf(palette) > all.indexOf(actions));
+        QVERIFY(palette->isVisibleTo(e.canvas.get()));
     }
 
     void unavailableActionsAreDisabled()
@@ -307,8 +333,9 @@ private Q_SLOTS:
         e.draw(Tool::arrow, {30, 40}, {90, 70});
         const QRectF rect = e.canvas->selection().rect();
         const QRect pixels = pixelRect(rect, size, e.image.size());
-        QCOMPARE(e.canvas->render()->image(), flattened(e.image, size, pixels, e.marks()));
-        QCOMPARE(e.canvas->render()->pointSize(), rect.size());
+        QCOMPARE(e.canvas->actions().render()->image(),
+                 flattened(e.image, size, pixels, e.marks()));
+        QCOMPARE(e.canvas->actions().render()->pointSize(), rect.size());
     }
 };
 

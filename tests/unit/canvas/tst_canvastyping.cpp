@@ -43,9 +43,43 @@ private Q_SLOTS:
             e.type(QStringLiteral("Hola"));
             QTest::keyClick(e.field(), letter, Qt::ControlModifier);
             QCOMPARE(e.outcomes.size(), 1U);
-            QCOMPARE(e.marks().size(), 1U);
-            QVERIFY(e.canvas->render()->image() != e.image.copy(10, 10, 250, 270));
+            const auto* saved = std::get_if<outcome::Save>(&e.outcomes.front());
+            const Rendered& picture =
+                saved ? saved->picture : std::get<outcome::Copy>(e.outcomes.front()).picture;
+            QCOMPARE(saved != nullptr, letter == Qt::Key_S);
+            QCOMPARE(e.mark(0).text(), QStringLiteral("Hola"));
+            QVERIFY(picture.image() != e.image.copy(10, 10, 250, 270));
         }
+    }
+
+    void keysThatMeanNothingInTheFieldStayThere()
+    {
+        Editor e;
+        e.type(QStringLiteral("Hola"));
+        const QRectF before = e.canvas->selection().rect();
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Delete, Qt::Key_F5}) {
+            QTest::keyClick(e.field(), key);
+            QTest::keyClick(e.field(), key, Qt::ShiftModifier);
+            QTest::keyClick(e.field(), key, Qt::AltModifier);
+        }
+        QTest::keyClick(e.field(), Qt::Key_Left, Qt::AltModifier);
+        QCOMPARE(e.canvas->selection().rect(), before);
+        QCOMPARE(e.field()->text(), QStringLiteral("Hola"));
+    }
+
+    void escapeDropsACompositionFirstThenTheText()
+    {
+        Editor e;
+        e.type(QStringLiteral("Hola"));
+        QInputMethodEvent composing(QStringLiteral("ka"), {});
+        QCoreApplication::sendEvent(e.field(), &composing);
+        QVERIFY(e.canvas->stepBack());
+        QVERIFY(e.field());
+        QCOMPARE(e.field()->text(), QStringLiteral("Hola"));
+        QVERIFY(e.canvas->stepBack());
+        QVERIFY(!e.field());
+        QVERIFY(!e.canvas->stepBack());
+        QVERIFY(e.marks().empty());
     }
 
     void undoWhileTypingUndoesTyping()
@@ -88,9 +122,19 @@ private Q_SLOTS:
     {
         Editor e;
         e.beginText({60, 60});
-        e.field()->insert(QStringLiteral("uno\ndos\ttres"));
+        e.field()->insert(QStringLiteral("uno\ndos\ttres\u2028cuatro"));
         QTest::keyClick(e.field(), Qt::Key_Return);
-        QCOMPARE(e.mark(0).text(), QStringLiteral("uno dos tres"));
+        QCOMPARE(e.mark(0).text(), QStringLiteral("uno dos tres cuatro"));
+    }
+
+    void spacesOfOtherKindsStayAsTheyAre()
+    {
+        Editor e;
+        e.beginText({60, 60});
+        const QString spaced = QStringLiteral("10\u00a0000 あ\u3000い");
+        e.field()->insert(spaced);
+        QTest::keyClick(e.field(), Qt::Key_Return);
+        QCOMPARE(e.mark(0).text(), spaced);
     }
 
     void tenThousandCharactersAreAMarkThatEndsAtThePicture()
@@ -100,7 +144,7 @@ private Q_SLOTS:
         e.field()->setText(QString(10000, QLatin1Char('m')));
         QTest::keyClick(e.field(), Qt::Key_Return);
         QCOMPARE(e.mark(0).text().size(), 10000);
-        QCOMPARE(e.canvas->render()->image().size(), QSize(250, 270));
+        QCOMPARE(e.canvas->actions().render()->image().size(), QSize(250, 270));
     }
 
     void theCaretHasTheTextsColour()

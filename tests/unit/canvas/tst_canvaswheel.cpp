@@ -67,8 +67,50 @@ private Q_SLOTS:
     {
         Editor e;
         const QImage before = e.canvas->grab().toImage();
+        const QByteArray stored = e.stored();
         e.turnWheel(120);
         QCOMPARE(e.canvas->grab().toImage(), before);
+        QCOMPARE(e.stored(), stored);
+    }
+
+    void theWheelDoesNothingWhereNothingIsSelected()
+    {
+        Editor e;
+        e.choose(Tool::pen);
+        e.canvas->clearSelection();
+        e.turnWheel(120);
+        QCOMPARE(e.prefs.size(Tool::pen), 3.0);
+    }
+
+    void messagesTellTheNewValue_data()
+    {
+        QTest::addColumn<Tool>("tool");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("size") << Tool::pen << QStringLiteral("Grosor del lápiz: 4 px");
+        QTest::newRow("badge") << Tool::number << QStringLiteral("Tamaño del número: 28 px");
+        QTest::newRow("opacity") << Tool::marker << QStringLiteral("Opacidad del marcador: 45 %");
+    }
+    void messagesTellTheNewValue()
+    {
+        QFETCH(Tool, tool);
+        Editor e;
+        e.choose(tool);
+        e.turnWheel(120);
+        QTEST(e.message(), "message");
+    }
+
+    void messagesTellWhyALongCaptureDoesNotBegin()
+    {
+        test::EditingFixture e;
+        e.canvas->clearSelection();
+        e.drag({10, 10}, {40, 200});
+        e.canvas->actions().scrollCapture();
+        QCOMPARE(e.message(), QStringLiteral("Selecciona un área más grande para la captura con "
+                                             "desplazamiento"));
+        e.canvas->actions().recordGif();
+        QCOMPARE(e.message(), QStringLiteral("Selecciona un área más grande para grabar"));
+        e.canvas->clearSelection();
+        QCOMPARE(e.message(), QString());
     }
 };
 

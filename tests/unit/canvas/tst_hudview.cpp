@@ -47,7 +47,7 @@ private Q_SLOTS:
         const auto* view = f.canvas->findChild<HudView*>();
         const BarButton* copy = f.button(QStringLiteral("Copiar (⌘C o Enter)"));
         QVERIFY(view->isHidden());
-        f.canvas->scrollCapture(); // too small: says so
+        f.canvas->actions().scrollCapture(); // too small: says so
         QVERIFY(!view->isHidden());
         const QRect tools = f.button(tooltip(Tool::pen))->parentWidget()->geometry();
         QVERIFY(view->geometry().intersects(tools));
@@ -62,7 +62,7 @@ private Q_SLOTS:
         f.drag({60, 60}, {90, 90});
         const BarButton* pen = f.button(tooltip(Tool::pen));
         const QPoint at = pen->mapTo(f.canvas.get(), QPoint(5, 25));
-        f.canvas->scrollCapture();
+        f.canvas->actions().scrollCapture();
         QVERIFY(f.canvas->findChild<HudView*>()->geometry().contains(at));
         QCOMPARE(f.canvas->childAt(at), pen);
     }

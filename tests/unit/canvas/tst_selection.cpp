@@ -243,6 +243,21 @@ private Q_SLOTS:
         QCOMPARE(selection.rect(), QRectF(10, 20, 790, 3));
     }
 
+    void keysLeaveTheSelectionOnWholePointsOfAFractionalScreen()
+    {
+        const QSizeF canvas(1366 / 1.5, 768 / 1.5); // 910.67 × 512
+        Selection selection(canvas);
+        dragOut(selection, {100, 100}, {350, 200});
+        selection.moveBy({1000, 0});
+        QCOMPARE(selection.rect(), QRectF(660, 100, 250, 100));
+        selection.moveBy({-1, 0});
+        QCOMPARE(selection.rect(), QRectF(659, 100, 250, 100));
+        selection.moveFarEdges({1000, 0});
+        QCOMPARE(selection.rect().right(), canvas.width());
+        selection.moveFarEdges({-10, 0});
+        QCOMPARE(selection.rect(), QRectF(659, 100, 242, 100));
+    }
+
     void keysMoveNothingWhileNothingIsSelected()
     {
         Selection selection(kSelectionCanvas);

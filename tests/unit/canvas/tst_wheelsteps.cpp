@@ -55,14 +55,6 @@ private Q_SLOTS:
         QCOMPARE(steps.add(1), 1);
     }
 
-    void aNewBeginningForgetsTheRest()
-    {
-        WheelSteps steps;
-        QCOMPARE(steps.add(0.9), 0);
-        steps.reset();
-        QCOMPARE(steps.add(0.9), 0);
-    }
-
     void markerOpacityMovesFivePercentAStepBothWays()
     {
         for (int percent = 10; percent <= 100; percent += 5) {
