@@ -28,6 +28,7 @@ QFont madeFont()
 QTextLine layOut(QTextLayout& layout)
 {
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setTextDirection(Qt::LayoutDirectionAuto); // as the field has it while it is typed
     option.setWrapMode(QTextOption::NoWrap);
     layout.setTextOption(option);
     layout.beginLayout();

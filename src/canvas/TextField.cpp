@@ -61,7 +61,8 @@ TextField::TextField(const QRect& place, const QColor& color, QWidget* canvas)
     setGeometry(place);
     setFont(Annotation::textFont());
     setFrame(false);
-    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    // Where the mark will stand, also when it reads from right to left.
+    setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignTop);
     setTextMargins(0, -kLineEditTop, 0, 0);
     setColor(color);
     setDragEnabled(false);

@@ -34,6 +34,19 @@ private Q_SLOTS:
         QVERIFY(ink.width() > box.width() / 2);
     }
 
+    void theFirstLetterTellsTheDirection()
+    {
+        // By an unseen letter that reads in one direction.
+        const auto drawn = [](const char* unseen) {
+            const QString words = QString::fromUtf8(unseen) + QStringLiteral("שלום (1) abc");
+            return test::drawnMark(test::textMark({20, 30}, words), {300, 80});
+        };
+        const char* const leftToRight = "\u200e";
+        const char* const rightToLeft = "\u200f";
+        QCOMPARE(drawn(""), drawn(rightToLeft));
+        QVERIFY(drawn("") != drawn(leftToRight));
+    }
+
     void textHasItsColourAndNoBackground()
     {
         const Annotation mark = test::textMark({20, 30}, QStringLiteral("▉"), Qt::green);

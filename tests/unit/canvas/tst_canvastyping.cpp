@@ -191,6 +191,24 @@ private Q_SLOTS:
         QVERIFY(e.marks().empty());
     }
 
+    void textFromRightToLeftBeginsWhereItsMarkWill()
+    {
+        Editor e(QSizeF(800, 600));
+        e.beginText({60, 60});
+        e.field()->setText(QStringLiteral("שלום"));
+        QVERIFY(e.field()->width() > 300);
+        const QImage shown = e.field()->grab().toImage();
+        int last = 0;
+        for (int x = 0; x < shown.width(); ++x) {
+            for (int y = 0; y < shown.height(); ++y) {
+                if (shown.pixel(x, y) == e.field()->color().rgb())
+                    last = x;
+            }
+        }
+        QVERIFY(last > 20);
+        QVERIFY(last < 100);
+    }
+
     void thereIsNoOtherCaretAtFractionalScales()
     {
         Editor e;
