@@ -4,6 +4,7 @@
 #include "base/Call.h"
 #include "base/Geometry.h"
 #include "canvas/CanvasCursor.h"
+#include "canvas/ExactPosition.h"
 #include "canvas/WheelDelta.h"
 
 #include <QKeyEvent>
@@ -98,13 +99,6 @@ void CanvasView::updateCursor()
 
 // Mouse and wheel.
 
-// Qt rounds the position to whole points on its way to a child widget, which at fractional scales
-// is not the pixel under the pointer. The window's position is exact.
-QPointF CanvasView::exactPosition(const QMouseEvent& event) const
-{
-    return event.scenePosition() - QPointF(mapTo(window(), QPoint()));
-}
-
 void CanvasView::pointerMoved(QPointF point, Qt::KeyboardModifiers modifiers)
 {
     using Constraint = AnnotationEditor::Constraint;
@@ -121,7 +115,7 @@ void CanvasView::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || selection().isDragging())
         return;
-    const QPointF point = exactPosition(*event);
+    const QPointF point = exactPosition(*event, *this);
     m_mouse = clamped(point, selection().canvas());
     commitText();
     m_tools.hidePopups();
@@ -144,14 +138,14 @@ void CanvasView::mousePressEvent(QMouseEvent* event)
 
 void CanvasView::mouseMoveEvent(QMouseEvent* event)
 {
-    pointerMoved(exactPosition(*event), event->modifiers());
+    pointerMoved(exactPosition(*event, *this), event->modifiers());
 }
 
 void CanvasView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || !selection().isDragging())
         return;
-    pointerMoved(exactPosition(*event), event->modifiers());
+    pointerMoved(exactPosition(*event, *this), event->modifiers());
     endDrag();
 }
 

@@ -89,8 +89,6 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
-    [[nodiscard]] QPointF exactPosition(const QMouseEvent& event) const;
-
     void pointerMoved(QPointF point, Qt::KeyboardModifiers modifiers);
     void moveByKey(const CanvasCommand& command);
     void deleteSelectedAnnotation();
