@@ -185,14 +185,11 @@ void CanvasView::wheelEvent(QWheelEvent* event)
 
 void CanvasView::keyPressEvent(QKeyEvent* event)
 {
-    const auto command = CanvasCommand::of(*event);
+    const auto command = m_keys.pressed(*event);
     if (!command) {
         QWidget::keyPressEvent(event);
         return;
     }
-    // A held key acts once: its repeats may be those of the press that began the session.
-    if (event->isAutoRepeat() && !command->repeats())
-        return;
     if (selection().isEmpty() && command->kind != CanvasCommand::Kind::cancel) {
         call(onCommandElsewhere, *command);
         return;
