@@ -43,6 +43,19 @@ private:
         return waitUntil([&] { return difference(seen(kInside), expected, where) == 0; });
     }
 
+    /// Another program puts a text on the clipboard.
+    [[nodiscard]] bool otherOffers(const QByteArray& text)
+    {
+        m_other = std::make_unique<QProcess>();
+        m_other->setProcessEnvironment(desktop().environment());
+        m_other->start(QStringLiteral("xclip"),
+                       {QStringLiteral("-quiet"), QStringLiteral("-selection"),
+                        QStringLiteral("clipboard"), QStringLiteral("-in")});
+        m_other->write(text);
+        m_other->closeWriteChannel();
+        return waitUntil([this] { return clipboardIsTaken(); });
+    }
+
     void setKeyboard(const QStringList& arguments)
     {
         QProcess process;
@@ -51,6 +64,8 @@ private:
         QVERIFY(process.waitForFinished(kPatience));
         QCOMPARE(process.exitCode(), 0);
     }
+
+    std::unique_ptr<QProcess> m_other;
 
 private Q_SLOTS:
     void fieldLooksLikeTheFinishedMark_data()
@@ -240,15 +255,7 @@ private Q_SLOTS:
     {
         QVERIFY(annotates({{QStringLiteral("autoCopy"), false}}));
         const QByteArray longText = QByteArray("abcdefghi ").repeated(1000);
-        QProcess clipboard;
-        clipboard.setProcessEnvironment(desktop().environment());
-        clipboard.start(QStringLiteral("xclip"),
-                        {QStringLiteral("-quiet"), QStringLiteral("-selection"),
-                         QStringLiteral("clipboard"), QStringLiteral("-in")});
-        QVERIFY(clipboard.waitForStarted());
-        clipboard.write(longText);
-        clipboard.closeWriteChannel();
-        QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
+        QVERIFY(otherOffers(longText));
         QVERIFY(choose(Tool::text));
         click(kAt);
         input().chord({XK_Control_L, XK_v});
@@ -261,8 +268,55 @@ private Q_SLOTS:
         const QString whole = QString::fromLatin1(longText + "fin");
         QVERIFY(shows({typed(kAt, whole)}, kInside));
         QVERIFY(returnTakes({typed(kAt, whole)}));
-        clipboard.kill();
-        clipboard.waitForFinished();
+    }
+
+    void pastedTextIsDrawnAsTheSystemDrawsIt_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("drawn");
+        const auto same = [](const char* name, const QString& text) {
+            QTest::newRow(name) << text << text;
+        };
+        same("emoji", QStringLiteral("a 😀👩‍💻 b"));
+        same("right to left", QStringLiteral("שלום abc"));
+        same("combining marks", QStringLiteral("e\u0301 n\u0303 x\u0302"));
+        QTest::newRow("lines and tabs") << QStringLiteral("a\nb\tc") << QStringLiteral("a b c");
+    }
+    void pastedTextIsDrawnAsTheSystemDrawsIt()
+    {
+        QFETCH(QString, pasted);
+        QFETCH(QString, drawn);
+        QVERIFY(annotates({{QStringLiteral("autoCopy"), false}}));
+        QVERIFY(otherOffers(pasted.toUtf8()));
+        QVERIFY(choose(Tool::text));
+        click(kAt);
+        input().chord({XK_Control_L, XK_v});
+        QVERIFY(waitUntil([this] { return !samePixels(seen(kInside), picture({}, kInside)); }));
+        input().tap(XK_Return);
+        QVERIFY(returnTakes({typed(kAt, drawn)}));
+    }
+
+    void heldKeyEndsTheTextOnly_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("keepsText");
+        QTest::newRow("Return") << XK_Return << true;
+        QTest::newRow("Escape") << XK_Escape << false;
+    }
+    void heldKeyEndsTheTextOnly()
+    {
+        constexpr int kHeldMilliseconds = 1200; // the server repeats after 660
+        QFETCH(int, key);
+        QFETCH(bool, keepsText);
+        QVERIFY(types());
+        input().type("uno");
+        input().press(static_cast<xcb_keysym_t>(key));
+        const Marks left = keepsText ? Marks{at("uno")} : Marks{};
+        QVERIFY(shows(left, kInside));
+        QTest::qWait(kHeldMilliseconds);
+        input().release(static_cast<xcb_keysym_t>(key));
+        QCOMPARE(overlays().size(), std::size_t(1));
+        QVERIFY(returnTakes(left));
     }
 };
 
