@@ -96,15 +96,20 @@ QPointF AnnotatingTest::toolsButton(int index) const
     return toolsBar().topLeft() + QPointF(kBarPadding, kBarPadding + kPace * index);
 }
 
-QPointF AnnotatingTest::popup(int button, QSize size) const
+QRect AnnotatingTest::popup(int button, QSize size) const
 {
     const QPointF centre = toolsButton(button) + kHalfButton;
-    return BarPlacement::popup(toolsBar(), static_cast<int>(centre.y()), size, canvas()).topLeft();
+    return BarPlacement::popup(toolsBar(), static_cast<int>(centre.y()), size, canvas());
+}
+
+QRect AnnotatingTest::paletteRect() const
+{
+    return popup(kColorButton, kPalette);
 }
 
 QPointF AnnotatingTest::swatch(int index) const
 {
-    return popup(kColorButton, kPalette) + QPointF(kBarPadding + kPace * index, kBarPadding);
+    return paletteRect().topLeft() + QPointF(kBarPadding + kPace * index, kBarPadding);
 }
 
 bool AnnotatingTest::isChosen(std::optional<Tool> tool)
@@ -116,7 +121,7 @@ bool AnnotatingTest::isChosen(std::optional<Tool> tool)
 
 bool AnnotatingTest::choose(Tool tool)
 {
-    pressButton(1 + static_cast<int>(tool));
+    pressTool(tool);
     return isChosen(tool);
 }
 
@@ -131,17 +136,24 @@ void AnnotatingTest::pressButton(int index)
     click(toolsButton(index) + kHalfButton);
 }
 
-bool AnnotatingTest::pick(int index)
+bool AnnotatingTest::isColored(QPointF place, int index)
 {
     const QRgb color = Config::palette.at(static_cast<std::size_t>(index)).rgb();
-    const auto isColored = [&](QPointF place) {
-        return waitUntil([&] { return screen().pixel(pixel(place)).rgb() == color; });
-    };
+    return waitUntil([&] { return screen().pixel(pixel(place)).rgb() == color; });
+}
+
+bool AnnotatingTest::openPalette()
+{
     pressButton(kColorButton);
-    if (!isColored(swatch(index) + kHalfButton))
+    return isColored(swatch(0) + kHalfButton, 0);
+}
+
+bool AnnotatingTest::pick(int index)
+{
+    if (!openPalette())
         return false;
     click(swatch(index) + kHalfButton);
-    return isColored(toolsButton(kColorButton) + kHalfButton);
+    return isColored(toolsButton(kColorButton) + kHalfButton, index);
 }
 
 void AnnotatingTest::press(Toolbar::Action action)

@@ -39,6 +39,9 @@ protected:
     // The bars. Each answers whether the program followed.
     [[nodiscard]] bool choose(Tool tool);
     [[nodiscard]] bool choosePointer();
+    /// Presses the tool's button, whatever follows.
+    void pressTool(Tool tool) { pressButton(1 + static_cast<int>(tool)); }
+    [[nodiscard]] bool openPalette();
     /// Opens the palette and picks its swatch.
     [[nodiscard]] bool pick(int swatch);
     /// Presses the button of the actions bar.
@@ -48,6 +51,9 @@ protected:
     /// Where the bars are around this selection.
     [[nodiscard]] QRect toolsBar(const QRectF& selection = kSelected) const;
     [[nodiscard]] QRect actionsBar(const QRectF& selection = kSelected) const;
+    /// Where the popup of a button of the tools bar is around kSelected.
+    [[nodiscard]] QRect popup(int button, QSize size) const;
+    [[nodiscard]] QRect paletteRect() const;
     /// Whether the button of this tool is shown as the chosen one; none: the pointer's.
     [[nodiscard]] bool isChosen(std::optional<Tool> tool);
 
@@ -95,7 +101,7 @@ private:
     void pressButton(int index);
     [[nodiscard]] QPointF toolsButton(int index) const;
     [[nodiscard]] QPointF swatch(int index) const;
-    [[nodiscard]] QPointF popup(int button, QSize size) const;
+    [[nodiscard]] bool isColored(QPointF place, int index);
 
     qreal m_scale = 1;
     QImage m_frozen; ///< the whole screen before the session
