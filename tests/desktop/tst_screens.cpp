@@ -83,7 +83,7 @@ private Q_SLOTS:
         const QPoint from(300, 300);
         input().drag(from, {size.width() - 1, size.height() - 1}, 3);
         const QRegion inside(320, 320, size.width() - 340, size.height() - 340);
-        const QRegion beside(0, 200, 280, size.height() - 200);
+        const QRegion beside(0, 200, 200, size.height() - 200); // left of the tools bar
         const auto sharp = [&] {
             const QImage now = screen().grab();
             return difference(now, board, inside) == 0 && difference(now, dark, beside) <= 1;
