@@ -199,26 +199,27 @@ void CanvasView::keyPressEvent(QKeyEvent* event)
 
 void CanvasView::perform(const CanvasCommand& command)
 {
+    using Kind = CanvasCommand::Kind;
     // What is drawn with the button still down belongs to the picture, too.
-    if (editor().current() && command.kind != CanvasCommand::Kind::cancel)
+    if (editor().current() && (command.kind == Kind::copy || command.kind == Kind::save))
         endDrag();
     switch (command.kind) {
-    case CanvasCommand::Kind::copy:
+    case Kind::copy:
         return m_actions.copy();
-    case CanvasCommand::Kind::save:
+    case Kind::save:
         return m_actions.saveDocument();
-    case CanvasCommand::Kind::cancel:
+    case Kind::cancel:
         if (!stepBack())
             m_actions.cancel();
         return;
-    case CanvasCommand::Kind::undo:
+    case Kind::undo:
         return undo();
-    case CanvasCommand::Kind::redo:
+    case Kind::redo:
         return redo();
-    case CanvasCommand::Kind::deleteAnnotation:
+    case Kind::deleteAnnotation:
         return deleteSelectedAnnotation();
-    case CanvasCommand::Kind::move:
-    case CanvasCommand::Kind::moveFarEdges:
+    case Kind::move:
+    case Kind::moveFarEdges:
         return moveByKey(command);
     }
 }
