@@ -117,4 +117,14 @@ std::vector<Sample> changes(const QImage& before, const QImage& after, const QRe
     return found;
 }
 
+std::vector<Sample> thinned(const std::vector<Sample>& samples, std::size_t most)
+{
+    if (samples.size() <= most)
+        return samples;
+    std::vector<Sample> kept;
+    for (std::size_t i = 0; i < most; ++i)
+        kept.push_back(samples[i * (samples.size() - 1) / (most - 1)]);
+    return kept;
+}
+
 } // namespace brindlecam::bench

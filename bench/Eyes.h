@@ -58,4 +58,7 @@ private:
 [[nodiscard]] std::vector<Sample> changes(const QImage& before, const QImage& after,
                                           const QRect& within, int step);
 
+/// At most so many of them, evenly chosen, the last included.
+[[nodiscard]] std::vector<Sample> thinned(const std::vector<Sample>& samples, std::size_t most);
+
 } // namespace brindlecam::bench

@@ -57,10 +57,12 @@ void Hands::pressButton()
     m_connection.sync();
 }
 
-void Hands::releaseButton()
+Clock::time_point Hands::releaseButton()
 {
+    const auto moment = Clock::now();
     fake(XCB_BUTTON_RELEASE, kLeftButton);
     m_connection.sync();
+    return moment;
 }
 
 void Hands::fake(std::uint8_t type, std::uint8_t detail, QPoint pixel)

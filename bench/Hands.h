@@ -24,7 +24,8 @@ public:
     /// Returns the moment just before the motion was sent.
     Clock::time_point moveTo(QPoint pixel);
     void pressButton();
-    void releaseButton();
+    /// Returns the moment just before the release was sent.
+    Clock::time_point releaseButton();
 
 private:
     void fake(std::uint8_t type, std::uint8_t detail, QPoint pixel = {});

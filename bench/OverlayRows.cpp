@@ -31,17 +31,6 @@ void pause(std::chrono::milliseconds time)
     QThread::msleep(static_cast<unsigned long>(time.count()));
 }
 
-/// Evenly chosen, the last included.
-std::vector<Sample> thinned(const std::vector<Sample>& samples, std::size_t most)
-{
-    if (samples.size() <= most)
-        return samples;
-    std::vector<Sample> kept;
-    for (std::size_t i = 0; i < most; ++i)
-        kept.push_back(samples[i * (samples.size() - 1) / (most - 1)]);
-    return kept;
-}
-
 } // namespace
 
 OverlayRows::OverlayRows(Stage& stage, Figures& figures)

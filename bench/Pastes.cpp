@@ -13,6 +13,7 @@ namespace brindlecam::bench {
 namespace {
 
 constexpr std::chrono::milliseconds kPatience{10000};
+constexpr std::chrono::milliseconds kCalm{1000}; // no offer for that long: there will be none
 
 } // namespace
 
@@ -38,21 +39,32 @@ Pastes::Pastes(const QString& display)
 void Pastes::forget()
 {
     m_connection.sync();
-    (void)claimed();
+    (void)claims();
 }
 
 std::optional<Clock::time_point> Pastes::awaitPng()
 {
     const auto deadline = Clock::now() + kPatience;
     while (Clock::now() < deadline) {
-        if (claimed() && offersPng())
+        if (claims() > 0 && offersPng())
             return Clock::now();
-        const auto left =
-            std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        pollfd readable{xcb_get_file_descriptor(m_connection.raw()), POLLIN, 0};
-        poll(&readable, 1, static_cast<int>(std::max<decltype(left)>(0, left)));
+        sleep(std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()));
     }
     return {};
+}
+
+int Pastes::countOffers()
+{
+    int offers = 0;
+    auto last = Clock::now();
+    while (Clock::now() - last < kCalm) {
+        if (const int more = claims(); more > 0) {
+            offers += more;
+            last = Clock::now();
+        }
+        sleep(kCalm);
+    }
+    return offers;
 }
 
 QByteArray Pastes::readPng()
@@ -60,12 +72,18 @@ QByteArray Pastes::readPng()
     return m_reader.read("image/png").value_or(QByteArray());
 }
 
-bool Pastes::claimed()
+int Pastes::claims()
 {
-    bool any = false;
+    int any = 0;
     while (const desktop::Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.raw())})
-        any = any || (event->response_type & 0x7f) == m_selectionNotify;
+        any += (event->response_type & 0x7f) == m_selectionNotify ? 1 : 0;
     return any;
+}
+
+void Pastes::sleep(std::chrono::milliseconds patience) const
+{
+    pollfd readable{xcb_get_file_descriptor(m_connection.raw()), POLLIN, 0};
+    poll(&readable, 1, static_cast<int>(std::max<std::int64_t>(0, patience.count())));
 }
 
 bool Pastes::offersPng()

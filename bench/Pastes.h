@@ -19,11 +19,16 @@ public:
     /// The first moment at which somebody who asks is told that there is a PNG; none within the
     /// patience.
     [[nodiscard]] std::optional<Clock::time_point> awaitPng();
+    /// How many pictures were offered since forget(); ends once none has come for a while.
+    [[nodiscard]] int countOffers();
     /// The PNG, whole; empty when it is refused.
     [[nodiscard]] QByteArray readPng();
 
 private:
-    [[nodiscard]] bool claimed();
+    /// How often somebody has claimed the clipboard since the last look.
+    [[nodiscard]] int claims();
+    /// Sleeps until something is reported, at most so long.
+    void sleep(std::chrono::milliseconds patience) const;
     [[nodiscard]] bool offersPng();
 
     desktop::Connection m_connection;

@@ -1,8 +1,11 @@
 // Measures the program from outside and prints the table of figures. Arguments choose the parts to
-// run (overlay, cold, clipboard, rest) and the sizes (1080p, 4k); without arguments everything is
-// run.
+// run (overlay, cold, marks, manymarks, clipboard, livecopy, rest, marksrest) and the sizes (1080p,
+// 4k); without arguments everything is run.
 #include "ClipboardRows.h"
 #include "Figures.h"
+#include "LiveCopyRows.h"
+#include "MarkRestRows.h"
+#include "MarkRows.h"
 #include "OverlayRows.h"
 #include "RestRows.h"
 #include "Stage.h"
@@ -20,8 +23,10 @@ struct Size {
 };
 
 constexpr Size kSizes[] = {{"1080p", {1920, 1080}}, {"4k", {3840, 2160}}};
-const QStringList kParts{QStringLiteral("overlay"), QStringLiteral("cold"),
-                         QStringLiteral("clipboard"), QStringLiteral("rest")};
+const QStringList kParts{QStringLiteral("overlay"),   QStringLiteral("cold"),
+                         QStringLiteral("marks"),     QStringLiteral("manymarks"),
+                         QStringLiteral("clipboard"), QStringLiteral("livecopy"),
+                         QStringLiteral("rest"),      QStringLiteral("marksrest")};
 
 class Choice final {
 public:
@@ -49,6 +54,25 @@ private:
     QStringList m_words;
 };
 
+void measureMarks(const Size& size, Stage& stage, const Choice& choice, Figures& figures)
+{
+    if (choice.part("marks")) {
+        figures.begin(QStringLiteral("%1, drawing").arg(QLatin1String(size.name)));
+        stage.start();
+        MarkRows marks(stage, figures);
+        marks.bars();
+        marks.moves();
+        marks.longStroke();
+        stage.quit();
+    }
+    if (choice.part("manymarks")) {
+        figures.begin(QStringLiteral("%1, very many marks").arg(QLatin1String(size.name)));
+        stage.start({{QStringLiteral("autoCopy"), false}});
+        MarkRows(stage, figures).manyMarks();
+        stage.quit();
+    }
+}
+
 void measure(const Size& size, const Choice& choice, Figures& figures)
 {
     Stage stage(size.pixels, Page::interface);
@@ -66,9 +90,15 @@ void measure(const Size& size, const Choice& choice, Figures& figures)
         if (choice.part("overlay"))
             overlay.firstCapture();
     }
-    if (choice.part("rest") && size.pixels.width() < 3000) {
+    const bool isSmall = size.pixels.width() < 3000;
+    measureMarks(size, stage, choice, figures);
+    if (choice.part("rest") && isSmall) {
         figures.begin(QStringLiteral("%1, at rest").arg(QLatin1String(size.name)));
         RestRows(stage, figures).run();
+    }
+    if (choice.part("marksrest") && isSmall) {
+        figures.begin(QStringLiteral("%1, at rest after drawing").arg(QLatin1String(size.name)));
+        MarkRestRows(stage, figures).run();
     }
 }
 
@@ -83,6 +113,17 @@ void measureClipboard(const Size& size, Page page, Figures& figures)
     clipboard.fullScreen();
 }
 
+void measureLiveCopy(const Size& size, Page page, Figures& figures)
+{
+    figures.begin(QStringLiteral("%1, live copy, %2").arg(QLatin1String(size.name), name(page)));
+    Stage stage(size.pixels, page);
+    stage.start();
+    LiveCopyRows live(stage, figures);
+    live.endOfMark();
+    live.manyChanges();
+    stage.quit();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -94,9 +135,11 @@ int main(int argc, char* argv[])
         if (!choice.size(size.name))
             continue;
         measure(size, choice, figures);
-        if (choice.part("clipboard")) {
-            for (const Page page : {Page::interface, Page::photo})
+        for (const Page page : {Page::interface, Page::photo}) {
+            if (choice.part("clipboard"))
                 measureClipboard(size, page, figures);
+            if (choice.part("livecopy"))
+                measureLiveCopy(size, page, figures);
         }
     }
     figures.conclude();

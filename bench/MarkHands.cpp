@@ -1,0 +1,118 @@
+#include "MarkHands.h"
+
+#include <QThread>
+
+#include <X11/keysym.h>
+
+#include <algorithm>
+#include <array>
+#include <random>
+
+namespace brindlecam::bench {
+
+namespace {
+
+constexpr unsigned long kUnhurried = 400;    // milliseconds
+constexpr QMargins kEdges(140, 30, 120, 80); // the strip, the bars and the handles
+constexpr std::array kDrawn{Tool::pen,    Tool::line,   Tool::arrow,   Tool::rect,
+                            Tool::marker, Tool::number, Tool::pixelate};
+constexpr int kLargestPart = 8; // of the screen's width
+constexpr int kSmallestPart = 24;
+
+} // namespace
+
+MarkHands::MarkHands(Stage& stage)
+    : m_stage(stage)
+{
+}
+
+void MarkHands::selectScreen()
+{
+    Hands& hands = m_stage.hands();
+    m_stage.strikeArea();
+    m_stage.awaitOverlay();
+    QThread::msleep(kUnhurried);
+    hands.letGo();
+    hands.moveTo({0, 0});
+    hands.pressButton();
+    hands.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() / 2});
+    hands.moveTo({m_stage.pixels().width() - 1, m_stage.pixels().height() - 1});
+    hands.releaseButton();
+    hands.moveTo(freeStrip().center());
+    m_taken.reset();
+    rest();
+}
+
+void MarkHands::take(std::optional<Tool> tool)
+{
+    if (m_taken == tool)
+        return;
+    // From the canvas, Tab goes down the tools bar: the pointer first, then the tools. The next
+    // press on the canvas takes the keys back.
+    const auto* const place = tool ? std::ranges::find(kAllTools, *tool) : kAllTools.begin();
+    const auto tabs = (tool ? 2 : 1) + std::distance(kAllTools.begin(), place);
+    for (int i = 0; i < tabs; ++i)
+        m_stage.hands().tap(XK_Tab);
+    m_stage.hands().tap(XK_space);
+    m_taken = tool;
+}
+
+void MarkHands::drag(QPoint from, QPoint to)
+{
+    Hands& hands = m_stage.hands();
+    hands.moveTo(from);
+    hands.pressButton();
+    hands.moveTo((from + to) / 2);
+    hands.moveTo(to);
+    hands.releaseButton();
+}
+
+void MarkHands::drawMany(int count)
+{
+    const QRect area = QRect({}, m_stage.pixels()).marginsRemoved(kEdges);
+    const int smallest = m_stage.pixels().width() / kSmallestPart;
+    const int largest = m_stage.pixels().width() / kLargestPart;
+    std::minstd_rand random(1);
+    const auto between = [&random](int least, int most) {
+        return least + static_cast<int>(random() % static_cast<unsigned>(most - least + 1));
+    };
+    // One tool after the other: on a desktop nobody changes the tool for every mark either.
+    for (std::size_t i = 0; i < kDrawn.size(); ++i) {
+        take(kDrawn.at(i));
+        const auto share = [count](std::size_t tools) {
+            return count * static_cast<int>(tools) / static_cast<int>(kDrawn.size());
+        };
+        for (int mark = share(i); mark < share(i + 1); ++mark) {
+            const QSize size(between(smallest, largest), between(smallest, largest));
+            const QPoint from(between(area.left(), area.right() - size.width()),
+                              between(area.top(), area.bottom() - size.height()));
+            drag(from, from + QPoint(size.width(), size.height()));
+        }
+    }
+    rest();
+}
+
+void MarkHands::undo()
+{
+    m_stage.hands().strike({XK_Control_L}, XK_z);
+    m_stage.hands().letGo();
+}
+
+void MarkHands::redo()
+{
+    m_stage.hands().strike({XK_Control_L, XK_Shift_L}, XK_z);
+    m_stage.hands().letGo();
+}
+
+void MarkHands::rest()
+{
+    (void)m_stage.eyes().grabAtRest();
+}
+
+QRect MarkHands::freeStrip() const
+{
+    return {QPoint(20, kEdges.top()),
+            QSize(kEdges.left() - 40, m_stage.pixels().height() - kEdges.top() - kEdges.bottom())};
+}
+
+} // namespace brindlecam::bench

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Stage.h"
+
+#include "base/Tool.h"
+
+#include <optional>
+
+namespace brindlecam::bench {
+
+/// The user of a canvas: selects the whole screen, takes tools with the keyboard and draws with the
+/// mouse. Native pixels, on a stage of one pixel per point.
+class MarkHands final {
+public:
+    explicit MarkHands(Stage& stage);
+
+    /// Opens an overlay and selects the whole screen; returns when nothing moves any more.
+    void selectScreen();
+    /// Takes a tool, or the pointer, after selectScreen() or a drag.
+    void take(std::optional<Tool> tool);
+    /// One drag, or a click when both places are the same.
+    void drag(QPoint from, QPoint to);
+    /// Marks of every tool that is drawn with the mouse, all over the canvas but for the strip that
+    /// freeStrip() names; always the same ones. Returns when nothing moves any more.
+    void drawMany(int count);
+    void undo();
+    void redo();
+    /// Waits until nothing has been drawn for a while.
+    void rest();
+
+    /// Where drawMany() leaves room at the left for whatever lies below its marks.
+    [[nodiscard]] QRect freeStrip() const;
+
+private:
+    Stage& m_stage;
+    std::optional<Tool> m_taken;
+};
+
+} // namespace brindlecam::bench
