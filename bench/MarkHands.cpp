@@ -1,5 +1,7 @@
 #include "MarkHands.h"
 
+#include "Busy.h"
+
 #include <QThread>
 
 #include <X11/keysym.h>
@@ -18,6 +20,7 @@ constexpr std::array kDrawn{Tool::pen,    Tool::line,   Tool::arrow,   Tool::rec
                             Tool::marker, Tool::number, Tool::pixelate};
 constexpr int kLargestPart = 8; // of the screen's width
 constexpr int kSmallestPart = 24;
+constexpr double kIdle = 0.2; // milliseconds of work while a screen is looked at
 
 } // namespace
 
@@ -104,9 +107,17 @@ void MarkHands::redo()
     m_stage.hands().letGo();
 }
 
-void MarkHands::rest()
+// Drawing what came in a rush may take longer than nothing is drawn between two of its steps.
+QImage MarkHands::rest()
 {
-    (void)m_stage.eyes().grabAtRest();
+    const Busy busy(m_stage.program().pid());
+    QImage screen;
+    double before = 0;
+    do {
+        before = busy.allThreads();
+        screen = m_stage.eyes().grabAtRest();
+    } while (busy.allThreads() - before > kIdle);
+    return screen;
 }
 
 QRect MarkHands::freeStrip() const

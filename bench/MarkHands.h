@@ -25,8 +25,8 @@ public:
     void drawMany(int count);
     void undo();
     void redo();
-    /// Waits until nothing has been drawn for a while.
-    void rest();
+    /// Waits until the program has nothing left to do and nothing is drawn; answers what is shown.
+    QImage rest();
 
     /// Where drawMany() leaves room at the left for whatever lies below its marks.
     [[nodiscard]] QRect freeStrip() const;

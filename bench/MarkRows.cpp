@@ -58,10 +58,10 @@ std::vector<std::vector<Sample>> MarkRows::rehearsed(const Path& path)
 {
     std::vector<std::vector<Sample>> changed;
     beginDrag(path);
-    QImage before = m_stage.eyes().grabAtRest();
+    QImage before = m_user.rest();
     for (int move = 1; move <= kMoves; ++move) {
         m_stage.hands().moveTo(path.first + path.step * move);
-        const QImage after = m_stage.eyes().grabAtRest();
+        const QImage after = m_user.rest();
         changed.push_back(thinned(changes(before, after, after.rect(), kGrid), kMostSamples));
         before = after;
     }
@@ -148,7 +148,7 @@ void MarkRows::bars()
         hands.pressButton();
         hands.moveTo(kArea.center());
         hands.moveTo(kArea.topLeft() + QPoint(kArea.width(), kArea.height()));
-        return m_stage.eyes().grabAtRest();
+        return m_user.rest();
     };
     const auto endSession = [&] {
         hands.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
@@ -158,7 +158,7 @@ void MarkRows::bars()
 
     const QImage without = beginSelection();
     hands.releaseButton();
-    const QImage with = m_stage.eyes().grabAtRest();
+    const QImage with = m_user.rest();
     const auto bar = thinned(changes(without, with, kToolsBar, kGrid), kMostSamples);
     endSession();
     Figure figure{.what = QStringLiteral("end of a selection: bars painted"),
@@ -222,10 +222,10 @@ void MarkRows::measureHover(const QString& what)
 void MarkRows::measureUndo(const QString& what)
 {
     std::vector<std::vector<Sample>> changed;
-    QImage before = m_stage.eyes().grabAtRest();
+    QImage before = m_user.rest();
     for (int step = 0; step < kMoves; ++step) {
         m_user.undo();
-        const QImage after = m_stage.eyes().grabAtRest();
+        const QImage after = m_user.rest();
         changed.push_back(thinned(changes(before, after, after.rect(), kGrid), kMostSamples));
         before = after;
     }
@@ -261,6 +261,7 @@ void MarkRows::manyMarks()
     measureDrag(QStringLiteral("2,000 marks, an arrow is drawn across them: move repainted"),
                 {.press = at(0.15, 0.15), .first = at(0.5, 0.5), .step = at(0.005, 0.0065)});
     m_user.take(std::nullopt);
+    m_user.drag(m_user.freeStrip().center(), m_user.freeStrip().center()); // the keys are its own
     measureHover(QStringLiteral("2,000 marks, pointer passes over them: main thread for a move"));
     measureUndo(QStringLiteral("2,000 marks, undo repainted"));
     for (int step = 0; step < kUndoSteps; ++step)

@@ -118,6 +118,11 @@ QRectF Annotation::paintedBounds() const
     return AnnotationPainting::touched(*this);
 }
 
+std::vector<QRectF> Annotation::paintedParts() const
+{
+    return AnnotationPainting::touchedParts(*this);
+}
+
 bool Annotation::isNegligible() const
 {
     if (m_tool == Tool::text)

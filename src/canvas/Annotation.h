@@ -9,6 +9,7 @@
 #include <QRectF>
 
 #include <optional>
+#include <vector>
 
 class QPainter;
 
@@ -60,6 +61,8 @@ public:
     [[nodiscard]] QRectF bounds() const;
     /// All that draw() may touch, for repainting.
     [[nodiscard]] QRectF paintedBounds() const;
+    /// The same as rectangles that leave out most of what a long line passes by. They may overlap.
+    [[nodiscard]] std::vector<QRectF> paintedParts() const;
     /// Whether it is not worth keeping once the mouse is up: no text, or shorter than 3 points.
     [[nodiscard]] bool isNegligible() const;
     [[nodiscard]] bool hitTest(QPointF point) const;

@@ -56,7 +56,8 @@ void AnnotationEditor::beginAnnotation(Tool tool, QPointF point, const Stroke& s
         m_current->setNumber(nextNumber(m_color));
 }
 
-QRectF AnnotationEditor::drawTo(QPointF point, const QRectF& selection, Constraint constraint)
+std::vector<QRectF> AnnotationEditor::drawTo(QPointF point, const QRectF& selection,
+                                             Constraint constraint)
 {
     if (!m_current)
         return {};
@@ -67,9 +68,9 @@ QRectF AnnotationEditor::drawTo(QPointF point, const QRectF& selection, Constrai
         const qreal reach = mark.lineWidth() / 2 + 2;
         const QRectF piece = spanned(mark.points().last(), point);
         mark.append(point);
-        return piece.adjusted(-reach, -reach, reach, reach);
+        return {piece.adjusted(-reach, -reach, reach, reach)};
     }
-    const QRectF before = mark.paintedBounds();
+    std::vector<QRectF> stale = mark.paintedParts();
     if (mark.tool() == Tool::number) {
         mark.moveTo(point);
     } else {
@@ -80,17 +81,19 @@ QRectF AnnotationEditor::drawTo(QPointF point, const QRectF& selection, Constrai
         mark.setEnd(point);
         pixelate(mark);
     }
-    return before.united(mark.paintedBounds());
+    const std::vector<QRectF> now = mark.paintedParts();
+    stale.insert(stale.end(), now.begin(), now.end());
+    return stale;
 }
 
-QRectF AnnotationEditor::endDrawing()
+std::vector<QRectF> AnnotationEditor::endDrawing()
 {
     if (!m_current)
         return {};
     const Annotation finished = *std::exchange(m_current, std::nullopt);
     if (!finished.isNegligible())
         m_list.append(finished);
-    return finished.paintedBounds();
+    return finished.paintedParts();
 }
 
 void AnnotationEditor::addText(const QString& text, const QColor& color, const QRectF& field)

@@ -10,6 +10,7 @@
 #include <QSizeF>
 
 #include <optional>
+#include <vector>
 
 namespace brindlecam {
 
@@ -52,9 +53,9 @@ public:
     void beginAnnotation(Tool tool, QPointF point, const Stroke& stroke);
     /// The pointer has dragged the current mark on. Both place and constrained end stay inside
     /// `selection`. Answers what must be painted anew.
-    QRectF drawTo(QPointF point, const QRectF& selection, Constraint constraint);
+    std::vector<QRectF> drawTo(QPointF point, const QRectF& selection, Constraint constraint);
     /// Keeps the current mark unless it is negligible. Answers what must be painted anew.
-    QRectF endDrawing();
+    std::vector<QRectF> endDrawing();
     /// A typed text becomes a mark; an empty one does not.
     void addText(const QString& text, const QColor& color, const QRectF& field);
 

@@ -20,6 +20,9 @@ namespace {
 
 constexpr qreal kEdge = 1; // antialiasing at one pixel per point, the coarsest there is
 
+constexpr qreal kStrokeOverhang = 1; // beyond half of the width
+constexpr qreal kPartSide = 32;      // the shorter side of what a piece of a stroke takes, at most
+
 constexpr qreal kShortestArrow = 1;
 constexpr qreal kHeadPerWidth = 4;
 constexpr qreal kHeadBase = 9;
@@ -163,6 +166,58 @@ QRectF badgeArea(const Annotation& mark)
     return circle.adjusted(-beside, 0, beside, 0);
 }
 
+QRectF enlarged(const QRectF& rect, qreal by)
+{
+    return rect.adjusted(-by, -by, by, by);
+}
+
+/// Unlike QRectF's own union, with rectangles that are lines or points.
+QRectF spannedBy(const QRectF& rect, QPointF point)
+{
+    return {QPointF(std::min(rect.left(), point.x()), std::min(rect.top(), point.y())),
+            QPointF(std::max(rect.right(), point.x()), std::max(rect.bottom(), point.y()))};
+}
+
+/// Rectangles along a stroke of this width, each low or narrow.
+std::vector<QRectF> strokeParts(const QPolygonF& points, qreal width)
+{
+    std::vector<QRectF> parts;
+    const qreal reach = width / 2 + kStrokeOverhang + kEdge;
+    QRectF part(points.first(), QSizeF(0, 0));
+    QPointF last = points.first();
+    for (qsizetype i = 1; i < points.size(); ++i) {
+        const QPointF from = points.at(i - 1);
+        const QPointF whole = points.at(i) - from;
+        const qreal across = std::min(std::abs(whole.x()), std::abs(whole.y()));
+        const int pieces = std::max(1, static_cast<int>(std::ceil(across / kPartSide)));
+        for (int piece = 1; piece <= pieces; ++piece) {
+            const QPointF next = from + whole * piece / pieces;
+            const QRectF longer = spannedBy(part, next);
+            if (std::min(longer.width(), longer.height()) <= kPartSide) {
+                part = longer;
+            } else {
+                parts.push_back(enlarged(part, reach));
+                part = spannedBy({last, QSizeF(0, 0)}, next);
+            }
+            last = next;
+        }
+    }
+    parts.push_back(enlarged(part, reach));
+    return parts;
+}
+
+std::vector<QRectF> arrowParts(const Annotation& mark)
+{
+    const QPointF start = mark.points().first();
+    const auto head = arrowHead(start, mark.points().last(), mark.lineWidth());
+    if (!head)
+        return {};
+    std::vector<QRectF> parts = strokeParts({{start, head->base}}, mark.lineWidth());
+    const QRectF tip(head->tip, QSizeF(0, 0));
+    parts.push_back(enlarged(spannedBy(spannedBy(tip, head->left), head->right), 2 * kEdge));
+    return parts;
+}
+
 } // namespace
 
 std::optional<ArrowHead> arrowHead(QPointF start, QPointF end, qreal lineWidth)
@@ -219,7 +274,30 @@ QRectF touched(const Annotation& mark)
     else if (mark.tool() == Tool::number)
         area =
             badgeArea(mark).adjusted(-kOutlineWidth, -kOutlineWidth, kOutlineWidth, kOutlineWidth);
-    return area.adjusted(-kEdge, -kEdge, kEdge, kEdge);
+    return enlarged(area, kEdge);
+}
+
+std::vector<QRectF> touchedParts(const Annotation& mark)
+{
+    switch (mark.tool()) {
+    case Tool::pen:
+    case Tool::line:
+    case Tool::marker:
+        return strokeParts(mark.points(), mark.lineWidth());
+    case Tool::arrow:
+        return arrowParts(mark);
+    case Tool::rect: {
+        const QRectF rect = mark.rect();
+        return strokeParts({{rect.topLeft(), rect.topRight(), rect.bottomRight(), rect.bottomLeft(),
+                             rect.topLeft()}},
+                           mark.lineWidth());
+    }
+    case Tool::text:
+    case Tool::number:
+    case Tool::pixelate:
+        break;
+    }
+    return {touched(mark)};
 }
 
 } // namespace brindlecam::AnnotationPainting

@@ -4,6 +4,7 @@
 #include <QRectF>
 
 #include <optional>
+#include <vector>
 
 class QPainter;
 
@@ -30,6 +31,9 @@ void draw(const Annotation& mark, QPainter& painter);
 
 /// All that drawing may touch, antialiased edges included.
 [[nodiscard]] QRectF touched(const Annotation& mark);
+
+/// The same as rectangles that leave out most of what a long line passes by. They may overlap.
+[[nodiscard]] std::vector<QRectF> touchedParts(const Annotation& mark);
 
 } // namespace AnnotationPainting
 

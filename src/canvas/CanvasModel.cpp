@@ -56,7 +56,7 @@ void CanvasModel::pressedInside(QPointF point, const AnnotationEditor::Stroke& s
     }
 }
 
-QRectF CanvasModel::moveTo(QPointF point, AnnotationEditor::Constraint constraint)
+std::vector<QRectF> CanvasModel::moveTo(QPointF point, AnnotationEditor::Constraint constraint)
 {
     if (m_editor.current())
         return m_editor.drawTo(reach(point), m_selection.rect(), constraint);
@@ -75,9 +75,9 @@ CanvasModel::Release CanvasModel::release()
 {
     const auto* moving = std::get_if<drag::MovingAnnotation>(&m_selection.drag());
     const bool onlyPressed = moving && !moving->checkpointed;
-    const QRectF stale = m_editor.endDrawing();
+    std::vector<QRectF> stale = m_editor.endDrawing();
     m_selection.release();
-    return {stale, onlyPressed ? Picture::same : Picture::changed};
+    return {std::move(stale), onlyPressed ? Picture::same : Picture::changed};
 }
 
 void CanvasModel::moveByKey(QPointF by)

@@ -9,6 +9,7 @@
 #include <QRect>
 
 #include <optional>
+#include <vector>
 
 namespace brindlecam {
 
@@ -33,13 +34,13 @@ public:
     };
     /// `stroke` is that of the mark which the press may begin.
     Press press(QPointF point, const AnnotationEditor::Stroke& stroke);
-    /// The pointer has moved, with or without a drag. Answers which part of the mark being drawn
-    /// must be painted anew.
-    QRectF moveTo(QPointF point, AnnotationEditor::Constraint constraint);
+    /// The pointer has moved, with or without a drag. Answers what must be painted anew around the
+    /// mark being drawn.
+    std::vector<QRectF> moveTo(QPointF point, AnnotationEditor::Constraint constraint);
 
     enum class Picture { same, changed };
     struct Release {
-        QRectF stale; ///< what the mark that was drawn covers
+        std::vector<QRectF> stale; ///< what the mark that was drawn covers
         Picture picture = Picture::same;
     };
     /// Ends the drag.

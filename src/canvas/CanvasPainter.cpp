@@ -30,6 +30,14 @@ QRegion CanvasPainter::around(const QRectF& changed) const
     return repaintArea(changed, pixelsPerPoint(m_size, image().size()).x);
 }
 
+QRegion CanvasPainter::around(const std::vector<QRectF>& changed) const
+{
+    QRegion region;
+    for (const QRectF& rect : changed)
+        region += around(rect);
+    return region;
+}
+
 QRegion CanvasPainter::show(const CanvasScene& scene)
 {
     const CanvasScene before = std::exchange(m_scene, scene);
@@ -67,7 +75,7 @@ QRegion CanvasPainter::difference(const CanvasScene& before, const CanvasScene& 
         if (before.outlinedWindow != after.outlinedWindow && scene->outlinedWindow)
             stale += SelectionFrame::covered(*scene->outlinedWindow, scale);
         if (before.outlinedMark != after.outlinedMark && scene->outlinedMark)
-            stale += around(SelectionFrame::aroundMark(*scene->outlinedMark));
+            stale += SelectionFrame::coveredAroundMark(*scene->outlinedMark, scale);
         if (before.loupePointer != after.loupePointer && scene->loupePointer)
             stale += around(Loupe::covered(Loupe::rect(*scene->loupePointer, m_size)));
     }
@@ -86,7 +94,7 @@ void CanvasPainter::paint(QPainter& painter, const QRegion& exposed, const Annot
         Hint::paint(painter, m_size);
     if (!m_scene.selection.isEmpty()) {
         paintMarks(painter, exposed, current);
-        paintSelection(painter);
+        paintSelection(painter, exposed);
     }
     if (m_scene.loupePointer)
         Loupe::paint(painter, *m_scene.loupePointer, image(), m_size);
@@ -114,12 +122,20 @@ void CanvasPainter::paintMarks(QPainter& painter, const QRegion& exposed, const 
     painter.restore();
 }
 
-void CanvasPainter::paintSelection(QPainter& painter) const
+// Dashes around a whole screen and text take longer than a move of the pointer should, even where
+// nothing of them is exposed.
+void CanvasPainter::paintSelection(QPainter& painter, const QRegion& exposed) const
 {
-    SelectionFrame::paintBorder(painter, m_scene.selection);
-    if (m_scene.handles == CanvasScene::Handles::shown)
-        SelectionFrame::paintHandles(painter, m_scene.selection);
-    SizeLabel::paint(painter, m_scene.selection, pixels(m_scene.selection).size());
+    const QRectF& selection = m_scene.selection;
+    const QSize size = pixels(selection).size();
+    const qreal scale = pixelsPerPoint(m_size, image().size()).x;
+    if (!(exposed & SelectionFrame::covered(selection, scale)).isEmpty()) {
+        SelectionFrame::paintBorder(painter, selection);
+        if (m_scene.handles == CanvasScene::Handles::shown)
+            SelectionFrame::paintHandles(painter, selection);
+    }
+    if (!(exposed & around(SizeLabel::rect(selection, size))).isEmpty())
+        SizeLabel::paint(painter, selection, size);
 }
 
 } // namespace brindlecam

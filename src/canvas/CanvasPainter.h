@@ -10,6 +10,8 @@
 #include <QSize>
 #include <QSizeF>
 
+#include <vector>
+
 class QPainter;
 
 namespace brindlecam {
@@ -36,8 +38,9 @@ public:
     [[nodiscard]] QRegion show(const CanvasScene& scene);
     /// The same for the finished marks.
     [[nodiscard]] QRegion show(const AnnotationList::Marks& marks);
-    /// Whole device pixels around a place that has changed.
+    /// Whole device pixels around places that have changed.
     [[nodiscard]] QRegion around(const QRectF& changed) const;
+    [[nodiscard]] QRegion around(const std::vector<QRectF>& changed) const;
 
     /// Paints what is inside `exposed`; `current` is the mark being drawn, or null.
     void paint(QPainter& painter, const QRegion& exposed, const Annotation* current);
@@ -48,7 +51,7 @@ public:
 private:
     [[nodiscard]] QRegion difference(const CanvasScene& before, const CanvasScene& after) const;
     void paintMarks(QPainter& painter, const QRegion& exposed, const Annotation* current);
-    void paintSelection(QPainter& painter) const;
+    void paintSelection(QPainter& painter, const QRegion& exposed) const;
 
     const QSizeF m_size;
     const HintPicture* m_hintPicture = nullptr;

@@ -103,7 +103,7 @@ void CanvasView::pointerMoved(QPointF point, Qt::KeyboardModifiers modifiers)
 {
     using Constraint = AnnotationEditor::Constraint;
     m_mouse = clamped(point, selection().canvas());
-    const QRectF stale = m_model.moveTo(
+    const std::vector<QRectF> stale = m_model.moveTo(
         point, modifiers & Qt::ShiftModifier ? Constraint::eighthTurns : Constraint::none);
     update(m_painter.around(stale));
     if (!selection().isDragging())
@@ -131,7 +131,7 @@ void CanvasView::mousePressEvent(QMouseEvent* event)
         break;
     }
     if (editor().current())
-        update(m_painter.around(editor().current()->paintedBounds()));
+        update(m_painter.around(editor().current()->paintedParts()));
     placeBars();
     refresh();
 }

@@ -18,12 +18,14 @@ QRect touchedPixels(const Annotation& mark, QSizeF canvas, QSize picture)
     return pixelRect(mark.paintedBounds(), canvas, picture);
 }
 
-/// Draws the marks that touch `part` (pixels).
-void drawMarks(QPainter& painter, const AnnotationList::Marks& marks, QSizeF canvas, QSize picture,
-               const QRegion& part)
+/// Draws the marks that touch `part` (pixels) onto a picture of that part.
+void drawMarks(QImage& target, const AnnotationList::Marks& marks, QSizeF canvas, QSize picture,
+               const QRect& part)
 {
     const PixelsPerPoint ratio = pixelsPerPoint(canvas, picture);
-    painter.setRenderHint(QPainter::Antialiasing);
+    QPainter painter(&target);
+    painter.setClipRect(target.rect()); // a long stroke asks what of it can be seen
+    painter.translate(-part.topLeft());
     painter.scale(ratio.x, ratio.y);
     for (const AnnotationList::Mark& mark : marks) {
         if (part.intersects(touchedPixels(*mark, canvas, picture)))
@@ -40,19 +42,33 @@ MarkedPicture::MarkedPicture(QImage frozen, QSizeF canvas)
              (m_frozen.height() + kSquarePixels - 1) / kSquarePixels)
     , m_covered(static_cast<std::size_t>(m_grid.width()) *
                 static_cast<std::size_t>(m_grid.height()))
-    , m_isStale(m_covered.size())
 {
 }
 
-QRect MarkedPicture::squares(const Annotation& mark) const
+std::vector<QRect> MarkedPicture::touched(const Annotation& mark) const
 {
-    const QRect touched =
-        touchedPixels(mark, m_canvas, m_frozen.size()).intersected(m_frozen.rect());
-    if (touched.isEmpty())
-        return {};
-    // QPoint's own division rounds to the nearest.
-    return {QPoint(touched.left() / kSquarePixels, touched.top() / kSquarePixels),
-            QPoint(touched.right() / kSquarePixels, touched.bottom() / kSquarePixels)};
+    std::vector<QRect> rects;
+    for (const QRectF& part : mark.paintedParts()) {
+        const QRect rect = pixelRect(part, m_canvas, m_frozen.size()) & m_frozen.rect();
+        if (!rect.isEmpty())
+            rects.push_back(rect);
+    }
+    return rects;
+}
+
+std::vector<std::size_t> MarkedPicture::squares(const std::vector<QRect>& rects) const
+{
+    std::vector<std::size_t> touched;
+    for (const QRect& rect : rects) {
+        for (int row = rect.top() / kSquarePixels; row <= rect.bottom() / kSquarePixels; ++row) {
+            for (int column = rect.left() / kSquarePixels; column <= rect.right() / kSquarePixels;
+                 ++column)
+                touched.push_back(index(column, row));
+        }
+    }
+    std::ranges::sort(touched);
+    touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
+    return touched;
 }
 
 std::size_t MarkedPicture::index(int column, int row) const
@@ -61,82 +77,108 @@ std::size_t MarkedPicture::index(int column, int row) const
            static_cast<std::size_t>(column);
 }
 
-QRect MarkedPicture::pixels(int column, int row) const
+QRect MarkedPicture::pixels(std::size_t square) const
 {
-    return QRect(column * kSquarePixels, row * kSquarePixels, kSquarePixels, kSquarePixels)
-        .intersected(m_frozen.rect());
+    const QPoint cell(static_cast<int>(square) % m_grid.width(),
+                      static_cast<int>(square) / m_grid.width());
+    return QRect(cell * kSquarePixels, QSize(kSquarePixels, kSquarePixels)) & m_frozen.rect();
+}
+
+void MarkedPicture::add(const Annotation& mark, QRegion& damage)
+{
+    const std::vector<QRect> rects = touched(mark);
+    for (const std::size_t square : squares(rects)) {
+        // Nothing of it was ever painted, or not since its last mark went.
+        if (m_covered[square]++ == 0)
+            m_stale += pixels(square);
+    }
+    for (const QRect& rect : rects)
+        damage += rect;
+}
+
+void MarkedPicture::remove(const Annotation& mark, QRegion& damage)
+{
+    const std::vector<QRect> rects = touched(mark);
+    for (const std::size_t square : squares(rects))
+        --m_covered[square];
+    for (const QRect& rect : rects)
+        damage += rect;
 }
 
 QRegion MarkedPicture::setMarks(const AnnotationList::Marks& marks)
 {
+    if (marks == m_marks)
+        return {};
     QRegion damage;
-    const auto count = [&](const AnnotationList::Mark& mark, int change) {
-        const QRect area = squares(*mark);
-        for (int row = area.top(); row <= area.bottom(); ++row) {
-            for (int column = area.left(); column <= area.right(); ++column) {
-                m_covered[index(column, row)] += change;
-                m_isStale[index(column, row)] = true;
-            }
-        }
-        if (!area.isEmpty())
-            damage += QRect(area.topLeft() * kSquarePixels, area.size() * kSquarePixels);
-    };
     const auto [oldFrom, newFrom] =
         std::mismatch(m_marks.begin(), m_marks.end(), marks.begin(), marks.end());
     const auto [oldEnd, newEnd] =
         std::mismatch(m_marks.rbegin(), std::make_reverse_iterator(oldFrom), marks.rbegin(),
                       std::make_reverse_iterator(newFrom));
-    std::for_each(oldFrom, oldEnd.base(), [&](const auto& mark) { count(mark, -1); });
-    std::for_each(newFrom, newEnd.base(), [&](const auto& mark) { count(mark, 1); });
+    // First what comes, so that squares which only a moved mark touches stay painted.
+    std::for_each(newFrom, newEnd.base(), [&](const auto& mark) { add(*mark, damage); });
+    std::for_each(oldFrom, oldEnd.base(), [&](const auto& mark) { remove(*mark, damage); });
+    m_stale += damage;
     m_marks = marks;
-    return damage & m_frozen.rect();
+    return damage;
 }
 
-void MarkedPicture::paint(QPainter& painter, const QRegion& exposed)
+QRegion MarkedPicture::marked(const QRegion& exposed) const
 {
     const QRect around = exposed.boundingRect() & m_frozen.rect();
     if (around.isEmpty())
-        return;
-    QRegion shown;
-    QRegion stale;
+        return {};
+    QRegion covered;
     for (int row = around.top() / kSquarePixels; row <= around.bottom() / kSquarePixels; ++row) {
         for (int column = around.left() / kSquarePixels; column <= around.right() / kSquarePixels;
              ++column) {
             const std::size_t square = index(column, row);
-            const QRect part = pixels(column, row);
-            if (m_covered[square] == 0 || !exposed.intersects(part))
-                continue;
-            shown += part;
-            if (m_isStale[square])
-                stale += part;
-            m_isStale[square] = false;
+            if (m_covered[square] > 0)
+                covered += pixels(square);
         }
     }
-    if (!stale.isEmpty())
+    return covered & exposed;
+}
+
+void MarkedPicture::paint(QPainter& painter, const QRegion& exposed)
+{
+    const QRegion shown = marked(exposed);
+    if (shown.isEmpty())
+        return;
+    if (const QRegion stale = m_stale & shown; !stale.isEmpty()) {
         render(stale);
+        m_stale -= stale;
+    }
 
     painter.save();
     // The painter counts in points; one pixel of the picture is one pixel of the screen.
     const PixelsPerPoint ratio = pixelsPerPoint(m_canvas, m_frozen.size());
     painter.scale(1 / ratio.x, 1 / ratio.y);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    for (const QRect& rect : shown& exposed)
+    for (const QRect& rect : shown)
         painter.drawImage(rect.topLeft(), m_painted, rect);
     painter.restore();
 }
 
+// Part by part, each as a picture of its own: a line costs as much as the picture lets it be long,
+// however little of it a clip leaves.
 void MarkedPicture::render(const QRegion& stale)
 {
     // Left as it comes from the system: what is never written takes no memory.
     if (m_painted.isNull())
         m_painted = QImage(m_frozen.size(), m_frozen.format());
-    QPainter painter(&m_painted);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    for (const QRect& rect : stale)
-        painter.drawImage(rect.topLeft(), m_frozen, rect);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setClipRegion(stale);
-    drawMarks(painter, m_marks, m_canvas, m_frozen.size(), stale);
+    uchar* const bits = m_painted.bits();
+    for (const QRect& rect : stale) {
+        const qsizetype offset =
+            rect.top() * m_painted.bytesPerLine() + qsizetype(rect.left()) * m_painted.depth() / 8;
+        QImage part(bits + offset, rect.width(), rect.height(), m_painted.bytesPerLine(),
+                    m_painted.format());
+        QPainter painter(&part);
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.drawImage(QPoint(), m_frozen, rect);
+        painter.end();
+        drawMarks(part, m_marks, m_canvas, m_frozen.size(), rect);
+    }
 }
 
 QImage flattened(const QImage& frozen, QSizeF canvas, const QRect& pixels,
@@ -149,17 +191,9 @@ QImage flattened(const QImage& frozen, QSizeF canvas, const QRect& pixels,
     });
     if (view.isNull() || !touched)
         return view;
-    // As large as the screen, so that every mark is drawn at the place where it is shown; elsewhere
-    // it would come out a little different. What is not written takes no memory.
-    QImage whole(frozen.size(), frozen.format());
-    QPainter painter(&whole);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(part.topLeft(), frozen, part);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setClipRect(part);
-    drawMarks(painter, marks, canvas, frozen.size(), part);
-    painter.end();
-    return croppedView(whole, part);
+    QImage copy = view.copy();
+    drawMarks(copy, marks, canvas, frozen.size(), part);
+    return copy;
 }
 
 } // namespace brindlecam

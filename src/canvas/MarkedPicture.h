@@ -19,8 +19,8 @@ public:
     /// `frozen` has 32 bits per pixel; `canvas` is its size in points.
     MarkedPicture(QImage frozen, QSizeF canvas);
 
-    /// Shows these marks from now on. The answer is what looks different now, in pixels: whole
-    /// squares around what came, went or changed.
+    /// Shows these marks from now on. The answer is where something may look different now, in
+    /// pixels: what came, went or changed, without most of what a long line passes by.
     QRegion setMarks(const AnnotationList::Marks& marks);
 
     /// Paints what lies in `exposed` (pixels) and near marks, pixel by pixel, with a painter that
@@ -28,18 +28,22 @@ public:
     void paint(QPainter& painter, const QRegion& exposed);
 
 private:
-    [[nodiscard]] QRect squares(const Annotation& mark) const;
+    [[nodiscard]] std::vector<QRect> touched(const Annotation& mark) const;
+    [[nodiscard]] std::vector<std::size_t> squares(const std::vector<QRect>& rects) const;
     [[nodiscard]] std::size_t index(int column, int row) const;
-    [[nodiscard]] QRect pixels(int column, int row) const;
+    [[nodiscard]] QRect pixels(std::size_t square) const;
+    void add(const Annotation& mark, QRegion& damage);
+    void remove(const Annotation& mark, QRegion& damage);
+    [[nodiscard]] QRegion marked(const QRegion& exposed) const;
     void render(const QRegion& stale);
 
     QImage m_frozen;
     QSizeF m_canvas;
     QSize m_grid; ///< columns and rows of squares
     AnnotationList::Marks m_marks;
-    QImage m_painted;            ///< valid in squares that marks touch and that are not stale
-    std::vector<int> m_covered;  ///< per square: how many marks touch it
-    std::vector<bool> m_isStale; ///< per square: not painted since its marks changed
+    QImage m_painted;           ///< valid in squares that marks touch, but for what is stale
+    std::vector<int> m_covered; ///< per square: how many marks touch it
+    QRegion m_stale;            ///< pixels not painted since their marks changed
 };
 
 /// A copy of the part of `frozen` inside `pixels` (clipped to it) with the marks drawn on it; where

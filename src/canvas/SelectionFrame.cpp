@@ -32,6 +32,17 @@ void fillBand(QPainter& painter, const QRect& outer, int width, const QColor& co
         painter.fillRect(side, color);
 }
 
+/// The band of this width along the inside of the edges.
+QRegion bandRegion(const QRectF& outer, qreal width, qreal scale)
+{
+    QRegion region;
+    region += repaintArea({outer.left(), outer.top(), outer.width(), width}, scale);
+    region += repaintArea({outer.left(), outer.bottom() - width, outer.width(), width}, scale);
+    region += repaintArea({outer.left(), outer.top(), width, outer.height()}, scale);
+    region += repaintArea({outer.right() - width, outer.top(), width, outer.height()}, scale);
+    return region;
+}
+
 } // namespace
 
 QRegion covered(const QRectF& selection, qreal scale)
@@ -40,13 +51,7 @@ QRegion covered(const QRectF& selection, qreal scale)
         return {};
     const QRectF outer =
         selection.adjusted(-kCoveredReach, -kCoveredReach, kCoveredReach, kCoveredReach);
-    constexpr qreal kBand = 2 * kCoveredReach;
-    QRegion region;
-    region += repaintArea({outer.left(), outer.top(), outer.width(), kBand}, scale);
-    region += repaintArea({outer.left(), outer.bottom() - kBand, outer.width(), kBand}, scale);
-    region += repaintArea({outer.left(), outer.top(), kBand, outer.height()}, scale);
-    region += repaintArea({outer.right() - kBand, outer.top(), kBand, outer.height()}, scale);
-    return region;
+    return bandRegion(outer, 2 * kCoveredReach, scale);
 }
 
 void paintBorder(QPainter& painter, const QRectF& selection)
@@ -89,10 +94,13 @@ void paintHoveredWindow(QPainter& painter, const QRectF& window)
     fillBand(painter, pixels.outward(window), pixels.lineWidth(kHoverWidth), Config::leafGreen);
 }
 
-QRectF aroundMark(const QRectF& bounds)
+QRegion coveredAroundMark(const QRectF& bounds, qreal scale)
 {
+    // The line's round corners come no nearer to the mark than its straight parts by more than
+    // their radius.
     constexpr qreal kReach = kMarkDistance + kMarkLine;
-    return bounds.adjusted(-kReach, -kReach, kReach, kReach);
+    return bandRegion(bounds.adjusted(-kReach, -kReach, kReach, kReach),
+                      2 * kMarkLine + kMarkRadius, scale);
 }
 
 void paintMarkOutline(QPainter& painter, const QRectF& bounds)

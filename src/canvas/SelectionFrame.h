@@ -18,8 +18,8 @@ void paintBorder(QPainter& painter, const QRectF& selection);
 void paintHandles(QPainter& painter, const QRectF& selection);
 void paintHoveredWindow(QPainter& painter, const QRectF& window);
 
-/// Everything that the line around a mark of these bounds covers.
-[[nodiscard]] QRectF aroundMark(const QRectF& bounds);
+/// What the line around a mark of these bounds covers.
+[[nodiscard]] QRegion coveredAroundMark(const QRectF& bounds, qreal scale);
 void paintMarkOutline(QPainter& painter, const QRectF& bounds);
 
 } // namespace SelectionFrame

@@ -8,8 +8,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QThreadPool>
+
+#include <random>
 
 namespace brindlecam {
 
@@ -20,6 +23,18 @@ Rendered picture(QColor colour, QSize pixels = {40, 30})
     QImage image(pixels, QImage::Format_RGB32);
     image.fill(colour);
     return {image, QSizeF(pixels) / 2};
+}
+
+/// A photograph of nothing: slow to encode.
+QImage noise(QSize pixels)
+{
+    QImage image(pixels, QImage::Format_RGB32);
+    std::minstd_rand random(1);
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x)
+            image.setPixel(x, y, 0xff000000U | static_cast<QRgb>(random()));
+    }
+    return image;
 }
 
 QColor colourOf(const QImage& image)
@@ -241,6 +256,48 @@ private Q_SLOTS:
         QCoreApplication::sendPostedEvents();
         QCOMPARE(f.pasteboard.changes, 1);
         QCOMPARE(f.output.stoppedEncodes(), 1);
+    }
+
+    // Each change comes while the picture of the one before is being made, as when a key is held.
+    void quickChangesMakeNoMoreWholeEncodesThanAreShown_data()
+    {
+        QTest::addColumn<int>("threads");
+        QTest::newRow("one thread") << 1;
+        QTest::newRow("two threads") << 2;
+    }
+    void quickChangesMakeNoMoreWholeEncodesThanAreShown()
+    {
+        QFETCH(const int, threads);
+        constexpr int kChanges = 30;
+        QTemporaryDir folder;
+        Defaults defaults(folder.filePath(QStringLiteral("settings.json")));
+        const Prefs prefs(defaults);
+        test::FakePasteboard pasteboard;
+        History history(folder.filePath(QStringLiteral("historia")));
+        QThreadPool pool;
+        pool.setMaxThreadCount(threads);
+        Output output(pasteboard, history, prefs,
+                      [&pool](std::function<void()> job) { pool.start(std::move(job)); });
+        const QImage image = noise(QSize(1600, 1000));
+        QSemaphore begun;
+        for (int change = 0; change < kChanges; ++change) {
+            const QColor colour = QColor::fromHsv(change * 10, 255, 255);
+            const auto flatten = [&begun, image, colour]() mutable {
+                image.setPixelColor(0, 0, colour);
+                begun.release();
+                return image;
+            };
+            output.deliver(Rendered(image.size(), image.size(), flatten), {.copy = true});
+            QVERIFY(begun.tryAcquire(1, 10000));
+            QCoreApplication::sendPostedEvents();
+        }
+        output.finishAll();
+        const int ended = kChanges - output.stoppedEncodes();
+        QVERIFY2(ended <= 1 + pasteboard.changes,
+                 qPrintable(QStringLiteral("%1 encodes ended, %2 pictures were shown")
+                                .arg(ended)
+                                .arg(pasteboard.changes)));
+        QCOMPARE(pasteboard.picture().pixelColor(0, 0), QColor::fromHsv(290, 255, 255));
     }
 
     void textOvertakesAPictureOnItsWay()
