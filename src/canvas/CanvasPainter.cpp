@@ -13,6 +13,28 @@
 
 namespace brindlecam {
 
+namespace {
+
+/// Whether it is drawn as a line that passes by most of what it spans.
+bool isThin(const Annotation& mark)
+{
+    switch (mark.tool()) {
+    case Tool::pen:
+    case Tool::line:
+    case Tool::arrow:
+    case Tool::rect:
+    case Tool::marker:
+        return true;
+    case Tool::text:
+    case Tool::number:
+    case Tool::pixelate:
+        return false;
+    }
+    return false;
+}
+
+} // namespace
+
 CanvasPainter::CanvasPainter(const QImage& image, const QImage& dimmed, QSizeF size)
     : m_size(size)
     , m_dimView(image, dimmed, size)
@@ -103,23 +125,61 @@ void CanvasPainter::paint(QPainter& painter, const QRegion& exposed, const Annot
 // Marks end at the selection's edge, as they will in the picture.
 void CanvasPainter::paintMarks(QPainter& painter, const QRegion& exposed, const Annotation* current)
 {
-    const QRect selected = pixels(m_scene.selection);
     QRegion exposedPixels;
     for (const QRect& rect : exposed)
         exposedPixels += pixelRect(rect, m_size, image().size());
-    m_marked.paint(painter, exposedPixels & selected);
-    if (!current && !m_scene.outlinedMark)
-        return;
+    exposedPixels &= pixels(m_scene.selection);
+    m_marked.paint(painter, exposedPixels);
+
     const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
     painter.save();
     painter.scale(1 / ratio.x, 1 / ratio.y);
-    painter.setClipRect(selected, Qt::IntersectClip);
-    painter.scale(ratio.x, ratio.y);
-    if (current)
+    if (current && !isThin(*current)) {
+        painter.save();
+        painter.setClipRect(pixels(m_scene.selection), Qt::IntersectClip);
+        painter.scale(ratio.x, ratio.y);
         current->draw(painter);
-    if (m_scene.outlinedMark)
-        SelectionFrame::paintMarkOutline(painter, *m_scene.outlinedMark);
+        painter.restore();
+    }
+    for (const QRect& part : lines(current) & exposedPixels)
+        paintLines(painter, part, current);
     painter.restore();
+}
+
+/// The pixels that the lines above the finished marks touch.
+QRegion CanvasPainter::lines(const Annotation* current) const
+{
+    const QSize picture = image().size();
+    QRegion touched;
+    if (current && isThin(*current)) {
+        for (const QRectF& part : current->paintedParts())
+            touched += pixelRect(part, m_size, picture);
+    }
+    if (m_scene.outlinedMark) {
+        const qreal scale = pixelsPerPoint(m_size, picture).x;
+        for (const QRect& part : SelectionFrame::coveredAroundMark(*m_scene.outlinedMark, scale))
+            touched += pixelRect(part, m_size, picture);
+    }
+    return touched;
+}
+
+// On a small picture of its own: what a line costs depends on the picture and not on the clip.
+void CanvasPainter::paintLines(QPainter& painter, const QRect& part, const Annotation* current)
+{
+    const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
+    QImage picture = m_marked.part(part);
+    QPainter lines(&picture);
+    lines.setRenderHint(QPainter::Antialiasing);
+    lines.setClipRect(picture.rect()); // a long stroke asks what of it can be seen
+    lines.translate(-part.topLeft());
+    lines.scale(ratio.x, ratio.y);
+    if (current && isThin(*current))
+        current->draw(lines);
+    if (m_scene.outlinedMark)
+        SelectionFrame::paintMarkOutline(lines, *m_scene.outlinedMark);
+    lines.end();
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(part.topLeft(), picture);
 }
 
 // Dashes around a whole screen and text take longer than a move of the pointer should, even where

@@ -51,6 +51,8 @@ public:
 private:
     [[nodiscard]] QRegion difference(const CanvasScene& before, const CanvasScene& after) const;
     void paintMarks(QPainter& painter, const QRegion& exposed, const Annotation* current);
+    [[nodiscard]] QRegion lines(const Annotation* current) const;
+    void paintLines(QPainter& painter, const QRect& part, const Annotation* current);
     void paintSelection(QPainter& painter, const QRegion& exposed) const;
 
     const QSizeF m_size;

@@ -145,10 +145,7 @@ void MarkedPicture::paint(QPainter& painter, const QRegion& exposed)
     const QRegion shown = marked(exposed);
     if (shown.isEmpty())
         return;
-    if (const QRegion stale = m_stale & shown; !stale.isEmpty()) {
-        render(stale);
-        m_stale -= stale;
-    }
+    refresh(shown);
 
     painter.save();
     // The painter counts in points; one pixel of the picture is one pixel of the screen.
@@ -158,6 +155,34 @@ void MarkedPicture::paint(QPainter& painter, const QRegion& exposed)
     for (const QRect& rect : shown)
         painter.drawImage(rect.topLeft(), m_painted, rect);
     painter.restore();
+}
+
+QImage MarkedPicture::part(const QRect& rect)
+{
+    const QRegion shown = marked(rect);
+    refresh(shown);
+    QImage copy = m_frozen.copy(rect);
+    QPainter painter(&copy);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const QRect& each : shown)
+        painter.drawImage(each.topLeft() - rect.topLeft(), m_painted, each);
+    return copy;
+}
+
+// In whole squares: two narrow strips side by side would take twice the time of a wide one.
+void MarkedPicture::refresh(const QRegion& shown)
+{
+    QRegion stale;
+    for (const QRect& rect : m_stale& shown) {
+        const QPoint first(rect.left() / kSquarePixels, rect.top() / kSquarePixels);
+        const QPoint last(rect.right() / kSquarePixels, rect.bottom() / kSquarePixels);
+        stale += QRect(first * kSquarePixels, (last + QPoint(1, 1)) * kSquarePixels - QPoint(1, 1));
+    }
+    if (stale.isEmpty())
+        return;
+    stale &= m_frozen.rect();
+    render(stale);
+    m_stale -= stale;
 }
 
 // Part by part, each as a picture of its own: a line costs as much as the picture lets it be long,

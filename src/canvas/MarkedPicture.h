@@ -27,6 +27,10 @@ public:
     /// counts in points. Elsewhere it paints nothing: the frozen picture is expected there.
     void paint(QPainter& painter, const QRegion& exposed);
 
+    /// A copy of what paint() shows in `rect` (pixels, inside the picture), with the frozen picture
+    /// where no marks are.
+    [[nodiscard]] QImage part(const QRect& rect);
+
 private:
     [[nodiscard]] std::vector<QRect> touched(const Annotation& mark) const;
     [[nodiscard]] std::vector<std::size_t> squares(const std::vector<QRect>& rects) const;
@@ -35,6 +39,7 @@ private:
     void add(const Annotation& mark, QRegion& damage);
     void remove(const Annotation& mark, QRegion& damage);
     [[nodiscard]] QRegion marked(const QRegion& exposed) const;
+    void refresh(const QRegion& shown);
     void render(const QRegion& stale);
 
     QImage m_frozen;

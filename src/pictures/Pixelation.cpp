@@ -139,6 +139,30 @@ qreal Pixelation::cellPixels(PixelsPerPoint ratio)
     return std::max(kSmallestCell, kCellPoints * ratio.x);
 }
 
+// One strip for all cells of a row: thousands of small rectangles would take far longer.
+void Pixelation::drawRow(QPainter& painter, int row, const std::vector<QRect>& columns, int top,
+                         int bottom) const
+{
+    QRect shown;
+    for (const QRect& column : columns)
+        shown |= column;
+    if (shown.isEmpty())
+        return;
+    QImage strip(shown.width(), bottom - top + 1,
+                 m_cells.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                           : QImage::Format_RGB32);
+    auto* const first = reinterpret_cast<QRgb*>(strip.bits());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].isEmpty())
+            continue;
+        const QRgb colour = qPremultiply(m_cells.pixel(static_cast<int>(i), row));
+        std::fill_n(first + columns[i].left() - shown.left(), columns[i].width(), colour);
+    }
+    for (int y = 1; y < strip.height(); ++y)
+        std::copy_n(first, strip.width(), reinterpret_cast<QRgb*>(strip.scanLine(y)));
+    painter.drawImage(shown.left(), top, strip);
+}
+
 void Pixelation::draw(QPainter& painter, const QRectF& target) const
 {
     const QTransform toDevice = painter.deviceTransform();
@@ -153,22 +177,21 @@ void Pixelation::draw(QPainter& painter, const QRectF& target) const
         visible &= painter.clipBoundingRect().toAlignedRect();
     const qreal cellWidth = m_cell * place.width() / m_size.width();
     const qreal cellHeight = m_cell * place.height() / m_size.height();
+    std::vector<QRect> columns;
+    for (int column = 0; column < m_cells.width(); ++column) {
+        const int left = std::max(visible.left(), pixelFrom(place.left() + column * cellWidth));
+        const int right =
+            std::min(visible.right(), pixelFrom(place.left() + (column + 1) * cellWidth) - 1);
+        columns.emplace_back(QPoint(left, 0), QPoint(right, 0));
+    }
     for (int row = 0; row < m_cells.height(); ++row) {
         const int fromBottom = m_cells.height() - 1 - row;
         const int top =
             std::max(visible.top(), pixelUpTo(place.bottom() - (fromBottom + 1) * cellHeight));
         const int bottom =
             std::min(visible.bottom(), pixelUpTo(place.bottom() - fromBottom * cellHeight) - 1);
-        if (top > bottom)
-            continue;
-        for (int column = 0; column < m_cells.width(); ++column) {
-            const int left = std::max(visible.left(), pixelFrom(place.left() + column * cellWidth));
-            const int right =
-                std::min(visible.right(), pixelFrom(place.left() + (column + 1) * cellWidth) - 1);
-            if (left <= right)
-                painter.fillRect(QRect(QPoint(left, top), QPoint(right, bottom)),
-                                 QColor::fromRgba(m_cells.pixel(column, row)));
-        }
+        if (top <= bottom)
+            drawRow(painter, row, columns, top, bottom);
     }
     painter.restore();
 }

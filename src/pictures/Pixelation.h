@@ -5,6 +5,7 @@
 #include <QImage>
 
 #include <optional>
+#include <vector>
 
 class QPainter;
 
@@ -36,6 +37,9 @@ public:
     [[nodiscard]] const QImage& cells() const { return m_cells; }
 
 private:
+    void drawRow(QPainter& painter, int row, const std::vector<QRect>& columns, int top,
+                 int bottom) const;
+
     Pixelation(QImage cells, QSize size, qreal cell);
 
     QImage m_cells;
