@@ -60,7 +60,7 @@ void CaptureResults::pinned(const Rendered& picture)
 
 void CaptureResults::live(const Rendered& picture)
 {
-    m_output.deliver(picture, {.copy = true});
+    m_output.deliver(picture, {.copy = true, .soonStale = true});
 }
 
 void CaptureResults::keep(const Rendered& picture)

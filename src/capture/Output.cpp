@@ -13,10 +13,14 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 
 namespace brindlecam {
 
 namespace {
+
+// Longer than the pause between the repeats of a held key, and too short to be missed.
+constexpr std::chrono::milliseconds kCalm{50};
 
 QByteArray encodeForFile(const Rendered& picture)
 {
@@ -55,7 +59,7 @@ std::function<QByteArray()> tiffMaker(const Rendered& picture, const QByteArray&
 struct Output::CopyEncode {
     Rendered picture;
     std::atomic<bool> cancelled = false;
-    enum class Stage { encoding, ended } stage = Stage::encoding;
+    enum class Stage { waiting, encoding, ended } stage = Stage::waiting;
     enum class After { kept, forgotten } after = After::kept;
     QByteArray png;
     std::vector<std::shared_ptr<Delivery>> waiting;
@@ -84,6 +88,9 @@ Output::Output(Pasteboard& pasteboard, History& history, const Prefs& prefs, Exe
     , m_prefs(prefs)
     , m_executor(std::move(executor))
 {
+    m_calm.setSingleShot(true);
+    m_calm.setInterval(kCalm);
+    connect(&m_calm, &QTimer::timeout, this, &Output::startWaiting);
 }
 
 Output::~Output()
@@ -125,9 +132,13 @@ void Output::copyText(const QString& text)
 
 void Output::overtakeCopies()
 {
-    if (m_lastCopy)
-        m_lastCopy->cancelled = true;
-    m_lastCopy.reset();
+    m_calm.stop();
+    const auto overtaken = std::exchange(m_lastCopy, nullptr);
+    if (!overtaken)
+        return;
+    overtaken->cancelled = true;
+    if (overtaken->stage == CopyEncode::Stage::waiting)
+        onMainThread([this, overtaken] { copyEncoded(overtaken); });
 }
 
 void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
@@ -135,10 +146,12 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
     if (m_lastCopy && m_lastCopy->picture.isSame(delivery->picture)) {
         if (m_lastCopy->stage == CopyEncode::Stage::ended) {
             publish(*delivery, m_lastCopy->png);
-        } else {
-            delivery->clipboard = Delivery::Part::wanted;
-            m_lastCopy->waiting.push_back(delivery);
+            return;
         }
+        delivery->clipboard = Delivery::Part::wanted;
+        m_lastCopy->waiting.push_back(delivery);
+        if (!delivery->wishes.soonStale)
+            startWaiting();
         return;
     }
     overtakeCopies();
@@ -147,11 +160,33 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
     encode->picture = delivery->picture;
     encode->waiting.push_back(delivery);
     m_lastCopy = encode;
+    // Compressing can't be interrupted: each change of a held key would keep a thread busy for a
+    // picture that nobody sees.
+    if (delivery->wishes.soonStale && m_runningEncodes > 0)
+        m_calm.start();
+    else
+        startEncode(encode);
+}
+
+void Output::startWaiting()
+{
+    m_calm.stop();
+    if (m_lastCopy && m_lastCopy->stage == CopyEncode::Stage::waiting)
+        startEncode(m_lastCopy);
+}
+
+void Output::startEncode(const std::shared_ptr<CopyEncode>& encode)
+{
+    encode->stage = CopyEncode::Stage::encoding;
+    ++m_runningEncodes;
     m_executor([this, encode] {
         // What was overtaken while it waited need not even be flattened.
         if (!encode->cancelled)
             encode->png = encodeForClipboard(encode->picture, encode->cancelled);
-        onMainThread([this, encode] { copyEncoded(encode); });
+        onMainThread([this, encode] {
+            --m_runningEncodes;
+            copyEncoded(encode);
+        });
     });
 }
 
@@ -255,6 +290,7 @@ void Output::forgetLastCopy()
 {
     if (!m_lastCopy)
         return;
+    startWaiting();
     if (m_lastCopy->stage == CopyEncode::Stage::ended)
         m_lastCopy.reset();
     else
@@ -263,6 +299,7 @@ void Output::forgetLastCopy()
 
 void Output::finishAll()
 {
+    startWaiting();
     QEventLoop loop;
     while (!m_running.empty())
         loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);

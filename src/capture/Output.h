@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -19,6 +20,7 @@ class Prefs;
 /// Turns finished pictures into their results: clipboard first, then the file, then the history,
 /// the completion last. Encoding and writing happen on the executor; the clipboard is only touched
 /// while nothing newer is on its way to it, and a newer picture makes an older encode stop early.
+/// While pictures that are soon stale overtake each other, none is encoded until they pause.
 /// Main thread; destroying it waits for what was delivered.
 class Output final : public QObject {
     Q_OBJECT
@@ -26,9 +28,10 @@ class Output final : public QObject {
 public:
     /// What becomes of one picture.
     struct Wishes {
-        bool copy = false;    ///< onto the clipboard
-        QString saveTo = {};  ///< full path of a PNG file to write, or empty
-        bool history = false; ///< into the history, if the user keeps one
+        bool copy = false;      ///< onto the clipboard
+        QString saveTo = {};    ///< full path of a PNG file to write, or empty
+        bool history = false;   ///< into the history, if the user keeps one
+        bool soonStale = false; ///< may wait while others of its kind follow in quick succession
     };
     /// Receives whether the file was written.
     using Done = std::function<void(bool saved)>;
@@ -59,6 +62,9 @@ private:
     struct Delivery;
 
     void startCopy(const std::shared_ptr<Delivery>& delivery);
+    void startEncode(const std::shared_ptr<CopyEncode>& encode);
+    /// Encodes what waits for a pause, if anything does.
+    void startWaiting();
     void startFileEncode(const std::shared_ptr<Delivery>& delivery);
     void copyEncoded(const std::shared_ptr<CopyEncode>& encode);
     void publish(const Delivery& delivery, const QByteArray& png);
@@ -76,6 +82,8 @@ private:
     qint64 m_generation = 0; ///< counts what was put on its way to the clipboard
     int m_stoppedEncodes = 0;
     std::shared_ptr<CopyEncode> m_lastCopy;
+    int m_runningEncodes = 0; ///< for the clipboard
+    QTimer m_calm;            ///< runs while m_lastCopy waits for the changes to stop
     std::vector<std::shared_ptr<Delivery>> m_running; ///< in the order they were handed in
 };
 

@@ -8,9 +8,9 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QThreadPool>
+#include <QTimer>
 
 #include <random>
 
@@ -258,7 +258,56 @@ private Q_SLOTS:
         QCOMPARE(f.output.stoppedEncodes(), 1);
     }
 
-    // Each change comes while the picture of the one before is being made, as when a key is held.
+    void whatIsSoonStaleWaitsForAPauseWhileOthersOvertakeIt()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(picture(Qt::green), {.copy = true, .soonStale = true});
+        f.output.deliver(picture(Qt::blue), {.copy = true, .soonStale = true});
+        QCOMPARE(f.gate.jobs.size(), 1U);
+        f.runAndDeliver(0);
+        QCOMPARE(f.pasteboard.changes, 0);
+        QTRY_COMPARE(f.gate.jobs.size(), 1U);
+        f.runAndDeliver(0);
+        QCOMPARE(f.pasteboard.changes, 1);
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
+        QCOMPARE(f.output.stoppedEncodes(), 2);
+    }
+
+    void whatIsSoonStaleDoesNotWaitAfterAPause()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true, .soonStale = true});
+        f.settle();
+        f.output.deliver(picture(Qt::blue), {.copy = true, .soonStale = true});
+        QCOMPARE(f.gate.jobs.size(), 1U);
+    }
+
+    void whatWaitsForAPauseIsEncodedAtOnceWhenItIsTheResult()
+    {
+        Fixture f;
+        const Rendered last = picture(Qt::blue);
+        f.output.deliver(picture(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(last, {.copy = true, .soonStale = true});
+        QCOMPARE(f.gate.jobs.size(), 1U);
+        f.output.deliver(last, {.copy = true});
+        QCOMPARE(f.gate.jobs.size(), 2U);
+        f.settle();
+        QCOMPARE(f.pasteboard.changes, 1);
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
+    }
+
+    void whatWaitsForAPauseIsEncodedAtOnceWhenTheSessionEnds()
+    {
+        Fixture f;
+        f.output.deliver(picture(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(picture(Qt::blue), {.copy = true, .soonStale = true});
+        f.output.forgetLastCopy();
+        QCOMPARE(f.gate.jobs.size(), 2U);
+        f.settle();
+        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
+    }
+
     void quickChangesMakeNoMoreWholeEncodesThanAreShown_data()
     {
         QTest::addColumn<int>("threads");
@@ -279,25 +328,25 @@ private Q_SLOTS:
         Output output(pasteboard, history, prefs,
                       [&pool](std::function<void()> job) { pool.start(std::move(job)); });
         const QImage image = noise(QSize(1600, 1000));
-        QSemaphore begun;
-        for (int change = 0; change < kChanges; ++change) {
-            const QColor colour = QColor::fromHsv(change * 10, 255, 255);
-            const auto flatten = [&begun, image, colour]() mutable {
-                image.setPixelColor(0, 0, colour);
-                begun.release();
-                return image;
-            };
-            output.deliver(Rendered(image.size(), image.size(), flatten), {.copy = true});
-            QVERIFY(begun.tryAcquire(1, 10000));
-            QCoreApplication::sendPostedEvents();
-        }
+        int change = 0;
+        QTimer heldKey;
+        connect(&heldKey, &QTimer::timeout, &heldKey, [&] {
+            QImage changed = image;
+            changed.setPixelColor(0, 0, QColor::fromHsv(change * 10, 255, 255));
+            output.deliver(Rendered(changed, changed.size()), {.copy = true, .soonStale = true});
+            if (++change == kChanges)
+                heldKey.stop();
+        });
+        heldKey.start(std::chrono::milliseconds(1000 / kChanges));
+        QTRY_COMPARE(change, kChanges);
         output.finishAll();
         const int ended = kChanges - output.stoppedEncodes();
         QVERIFY2(ended <= 1 + pasteboard.changes,
                  qPrintable(QStringLiteral("%1 encodes ended, %2 pictures were shown")
                                 .arg(ended)
                                 .arg(pasteboard.changes)));
-        QCOMPARE(pasteboard.picture().pixelColor(0, 0), QColor::fromHsv(290, 255, 255));
+        QCOMPARE(pasteboard.picture().pixel(0, 0),
+                 QColor::fromHsv((kChanges - 1) * 10, 255, 255).rgb());
     }
 
     void textOvertakesAPictureOnItsWay()
