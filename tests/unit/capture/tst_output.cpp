@@ -10,9 +10,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QThreadPool>
-#include <QTimer>
-
-#include <random>
 
 namespace brindlecam {
 
@@ -23,18 +20,6 @@ Rendered picture(QColor colour, QSize pixels = {40, 30})
     QImage image(pixels, QImage::Format_RGB32);
     image.fill(colour);
     return {image, QSizeF(pixels) / 2};
-}
-
-/// A photograph of nothing: slow to encode.
-QImage noise(QSize pixels)
-{
-    QImage image(pixels, QImage::Format_RGB32);
-    std::minstd_rand random(1);
-    for (int y = 0; y < pixels.height(); ++y) {
-        for (int x = 0; x < pixels.width(); ++x)
-            image.setPixel(x, y, 0xff000000U | static_cast<QRgb>(random()));
-    }
-    return image;
 }
 
 QColor colourOf(const QImage& image)
@@ -256,97 +241,6 @@ private Q_SLOTS:
         QCoreApplication::sendPostedEvents();
         QCOMPARE(f.pasteboard.changes, 1);
         QCOMPARE(f.output.stoppedEncodes(), 1);
-    }
-
-    void whatIsSoonStaleWaitsForAPauseWhileOthersOvertakeIt()
-    {
-        Fixture f;
-        f.output.deliver(picture(Qt::red), {.copy = true, .soonStale = true});
-        f.output.deliver(picture(Qt::green), {.copy = true, .soonStale = true});
-        f.output.deliver(picture(Qt::blue), {.copy = true, .soonStale = true});
-        QCOMPARE(f.gate.jobs.size(), 1U);
-        f.runAndDeliver(0);
-        QCOMPARE(f.pasteboard.changes, 0);
-        QTRY_COMPARE(f.gate.jobs.size(), 1U);
-        f.runAndDeliver(0);
-        QCOMPARE(f.pasteboard.changes, 1);
-        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
-        QCOMPARE(f.output.stoppedEncodes(), 2);
-    }
-
-    void whatIsSoonStaleDoesNotWaitAfterAPause()
-    {
-        Fixture f;
-        f.output.deliver(picture(Qt::red), {.copy = true, .soonStale = true});
-        f.settle();
-        f.output.deliver(picture(Qt::blue), {.copy = true, .soonStale = true});
-        QCOMPARE(f.gate.jobs.size(), 1U);
-    }
-
-    void whatWaitsForAPauseIsEncodedAtOnceWhenItIsTheResult()
-    {
-        Fixture f;
-        const Rendered last = picture(Qt::blue);
-        f.output.deliver(picture(Qt::red), {.copy = true, .soonStale = true});
-        f.output.deliver(last, {.copy = true, .soonStale = true});
-        QCOMPARE(f.gate.jobs.size(), 1U);
-        f.output.deliver(last, {.copy = true});
-        QCOMPARE(f.gate.jobs.size(), 2U);
-        f.settle();
-        QCOMPARE(f.pasteboard.changes, 1);
-        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
-    }
-
-    void whatWaitsForAPauseIsEncodedAtOnceWhenTheSessionEnds()
-    {
-        Fixture f;
-        f.output.deliver(picture(Qt::red), {.copy = true, .soonStale = true});
-        f.output.deliver(picture(Qt::blue), {.copy = true, .soonStale = true});
-        f.output.forgetLastCopy();
-        QCOMPARE(f.gate.jobs.size(), 2U);
-        f.settle();
-        QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::blue));
-    }
-
-    void quickChangesMakeNoMoreWholeEncodesThanAreShown_data()
-    {
-        QTest::addColumn<int>("threads");
-        QTest::newRow("one thread") << 1;
-        QTest::newRow("two threads") << 2;
-    }
-    void quickChangesMakeNoMoreWholeEncodesThanAreShown()
-    {
-        QFETCH(const int, threads);
-        constexpr int kChanges = 30;
-        QTemporaryDir folder;
-        Defaults defaults(folder.filePath(QStringLiteral("settings.json")));
-        const Prefs prefs(defaults);
-        test::FakePasteboard pasteboard;
-        History history(folder.filePath(QStringLiteral("historia")));
-        QThreadPool pool;
-        pool.setMaxThreadCount(threads);
-        Output output(pasteboard, history, prefs,
-                      [&pool](std::function<void()> job) { pool.start(std::move(job)); });
-        const QImage image = noise(QSize(1600, 1000));
-        int change = 0;
-        QTimer heldKey;
-        connect(&heldKey, &QTimer::timeout, &heldKey, [&] {
-            QImage changed = image;
-            changed.setPixelColor(0, 0, QColor::fromHsv(change * 10, 255, 255));
-            output.deliver(Rendered(changed, changed.size()), {.copy = true, .soonStale = true});
-            if (++change == kChanges)
-                heldKey.stop();
-        });
-        heldKey.start(std::chrono::milliseconds(1000 / kChanges));
-        QTRY_COMPARE(change, kChanges);
-        output.finishAll();
-        const int ended = kChanges - output.stoppedEncodes();
-        QVERIFY2(ended <= 1 + pasteboard.changes,
-                 qPrintable(QStringLiteral("%1 encodes ended, %2 pictures were shown")
-                                .arg(ended)
-                                .arg(pasteboard.changes)));
-        QCOMPARE(pasteboard.picture().pixel(0, 0),
-                 QColor::fromHsv((kChanges - 1) * 10, 255, 255).rgb());
     }
 
     void textOvertakesAPictureOnItsWay()

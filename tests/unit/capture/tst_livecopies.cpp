@@ -1,0 +1,169 @@
+#include "app/Defaults.h"
+#include "app/Prefs.h"
+#include "capture/Output.h"
+#include "recents/History.h"
+#include "support/FakePasteboard.h"
+#include "support/GatedExecutor.h"
+#include "support/TestCase.h"
+
+#include <QTemporaryDir>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <random>
+
+namespace brindlecam {
+
+namespace {
+
+Rendered livePicture(QColor colour)
+{
+    QImage image(40, 30, QImage::Format_RGB32);
+    image.fill(colour);
+    return {image, image.size()};
+}
+
+/// A photograph of nothing: slow to encode.
+QImage noise(QSize pixels)
+{
+    QImage image(pixels, QImage::Format_RGB32);
+    std::minstd_rand random(1);
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x)
+            image.setPixel(x, y, 0xff000000U | static_cast<QRgb>(random()));
+    }
+    return image;
+}
+
+struct LiveCopies {
+    QTemporaryDir folder;
+    Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
+    Prefs prefs{defaults};
+    test::FakePasteboard pasteboard;
+    History history{folder.filePath(QStringLiteral("historia"))};
+    test::GatedExecutor gate;
+    Output output{pasteboard, history, prefs, gate.executor()};
+
+    ~LiveCopies() { settle(); }
+
+    QColor shownColour() const
+    {
+        const QImage shown = pasteboard.picture();
+        return shown.isNull() ? QColor() : shown.pixelColor(0, 0);
+    }
+    // Lets everything run in the order it was handed in.
+    void settle()
+    {
+        do {
+            QCoreApplication::sendPostedEvents();
+            if (!gate.jobs.empty())
+                gate.run(0);
+            QCoreApplication::sendPostedEvents();
+        } while (!gate.jobs.empty());
+    }
+    void runAndDeliver(std::size_t index)
+    {
+        gate.run(index);
+        QCoreApplication::sendPostedEvents();
+    }
+};
+
+} // namespace
+
+class TestLiveCopies final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whatIsSoonStaleWaitsForAPauseWhileOthersOvertakeIt()
+    {
+        LiveCopies f;
+        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(livePicture(Qt::green), {.copy = true, .soonStale = true});
+        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        QCOMPARE(f.gate.jobs.size(), 1U);
+        f.runAndDeliver(0);
+        QCOMPARE(f.pasteboard.changes, 0);
+        QTRY_COMPARE(f.gate.jobs.size(), 1U);
+        f.runAndDeliver(0);
+        QCOMPARE(f.pasteboard.changes, 1);
+        QCOMPARE(f.shownColour(), QColor(Qt::blue));
+        QCOMPARE(f.output.stoppedEncodes(), 2);
+    }
+
+    void whatIsSoonStaleDoesNotWaitAfterAPause()
+    {
+        LiveCopies f;
+        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        f.settle();
+        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        QCOMPARE(f.gate.jobs.size(), 1U);
+    }
+
+    void whatWaitsForAPauseIsEncodedAtOnceWhenItIsTheResult()
+    {
+        LiveCopies f;
+        const Rendered last = livePicture(Qt::blue);
+        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(last, {.copy = true, .soonStale = true});
+        QCOMPARE(f.gate.jobs.size(), 1U);
+        f.output.deliver(last, {.copy = true});
+        QCOMPARE(f.gate.jobs.size(), 2U);
+        f.settle();
+        QCOMPARE(f.pasteboard.changes, 1);
+        QCOMPARE(f.shownColour(), QColor(Qt::blue));
+    }
+
+    void whatWaitsForAPauseIsEncodedAtOnceWhenTheSessionEnds()
+    {
+        LiveCopies f;
+        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        f.output.forgetLastCopy();
+        QCOMPARE(f.gate.jobs.size(), 2U);
+        f.settle();
+        QCOMPARE(f.shownColour(), QColor(Qt::blue));
+    }
+
+    void quickChangesMakeNoMoreWholeEncodesThanAreShown_data()
+    {
+        QTest::addColumn<int>("threads");
+        QTest::newRow("one thread") << 1;
+        QTest::newRow("two threads") << 2;
+    }
+    void quickChangesMakeNoMoreWholeEncodesThanAreShown()
+    {
+        QFETCH(const int, threads);
+        constexpr int kChanges = 30;
+        QThreadPool pool;
+        pool.setMaxThreadCount(threads);
+        LiveCopies f;
+        Output output(f.pasteboard, f.history, f.prefs,
+                      [&pool](std::function<void()> job) { pool.start(std::move(job)); });
+        const QImage image = noise(QSize(1600, 1000));
+        int change = 0;
+        QTimer heldKey;
+        connect(&heldKey, &QTimer::timeout, &heldKey, [&] {
+            QImage changed = image;
+            changed.setPixelColor(0, 0, QColor::fromHsv(change * 10, 255, 255));
+            output.deliver(Rendered(changed, changed.size()), {.copy = true, .soonStale = true});
+            if (++change == kChanges)
+                heldKey.stop();
+        });
+        heldKey.start(std::chrono::milliseconds(1000 / kChanges));
+        QTRY_COMPARE(change, kChanges);
+        output.finishAll();
+        const int ended = kChanges - output.stoppedEncodes();
+        QVERIFY2(ended <= 1 + f.pasteboard.changes,
+                 qPrintable(QStringLiteral("%1 encodes ended, %2 pictures were shown")
+                                .arg(ended)
+                                .arg(f.pasteboard.changes)));
+        QCOMPARE(f.pasteboard.picture().pixel(0, 0),
+                 QColor::fromHsv((kChanges - 1) * 10, 255, 255).rgb());
+    }
+};
+
+BRINDLECAM_TEST(TestLiveCopies);
+
+} // namespace brindlecam
+
+#include "tst_livecopies.moc"
