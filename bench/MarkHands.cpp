@@ -32,6 +32,7 @@ MarkHands::MarkHands(Stage& stage)
 void MarkHands::selectScreen()
 {
     Hands& hands = m_stage.hands();
+    QThread::msleep(kUnhurried); // the session before has let go of the keyboard
     m_stage.strikeArea();
     m_stage.awaitOverlay();
     QThread::msleep(kUnhurried);
