@@ -154,6 +154,7 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
             startWaiting();
         return;
     }
+    const bool inARow = m_runningEncodes > 0 || m_calm.isActive();
     overtakeCopies();
     delivery->clipboard = Delivery::Part::wanted;
     const auto encode = std::make_shared<CopyEncode>();
@@ -162,7 +163,7 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
     m_lastCopy = encode;
     // Compressing can't be interrupted: each change of a held key would keep a thread busy for a
     // picture that nobody sees.
-    if (delivery->wishes.soonStale && m_runningEncodes > 0)
+    if (delivery->wishes.soonStale && inARow)
         m_calm.start();
     else
         startEncode(encode);

@@ -79,10 +79,11 @@ private Q_SLOTS:
         LiveCopies f;
         f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
         f.output.deliver(livePicture(Qt::green), {.copy = true, .soonStale = true});
-        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
         QCOMPARE(f.gate.jobs.size(), 1U);
         f.runAndDeliver(0);
+        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
         QCOMPARE(f.pasteboard.changes, 0);
+        QVERIFY(f.gate.jobs.empty());
         QTRY_COMPARE(f.gate.jobs.size(), 1U);
         f.runAndDeliver(0);
         QCOMPARE(f.pasteboard.changes, 1);
