@@ -11,6 +11,25 @@ Annotation textMark(QPointF topLeft, const QString& words, const QColor& color)
     return mark;
 }
 
+Annotation markBetween(Tool tool, QPointF start, QPointF end, const QColor& color, qreal width)
+{
+    Annotation mark(tool, color, start);
+    mark.setLineWidth(width);
+    if (tool == Tool::pen || tool == Tool::marker)
+        mark.append(end);
+    else
+        mark.setEnd(end);
+    return mark;
+}
+
+Annotation badgeMark(QPointF centre, qreal diameter, int number, const QColor& color)
+{
+    Annotation badge(Tool::number, color, centre);
+    badge.setLineWidth(diameter);
+    badge.setNumber(number);
+    return badge;
+}
+
 QImage drawnMark(const Annotation& mark, QSize points, qreal scale)
 {
     QImage picture((QSizeF(points) * scale).toSize(), QImage::Format_RGB32);
