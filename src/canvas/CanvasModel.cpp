@@ -3,6 +3,9 @@
 #include "base/Geometry.h"
 #include "canvas/MarkedPicture.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace brindlecam {
 
 CanvasModel::CanvasModel(const QImage& frozen, QSizeF size, QPoint nativeOrigin)
@@ -98,6 +101,7 @@ void CanvasModel::clear()
     m_editor.clear();
     m_selection.clear();
     m_shown.reset();
+    m_below.reset();
 }
 
 QRectF CanvasModel::settledSelection() const
@@ -112,6 +116,23 @@ QRect CanvasModel::nativeSelection() const
         .translated(m_nativeOrigin);
 }
 
+// Marks mostly come one by one: those that an earlier picture has are not drawn again.
+std::function<QImage()> CanvasModel::flattening(const QRectF& rect, const QRect& pixels) const
+{
+    const AnnotationList::Marks& marks = m_editor.annotations();
+    if (m_below && m_below->rect == rect && m_below->marks.size() <= marks.size() &&
+        std::equal(m_below->marks.begin(), m_below->marks.end(), marks.begin())) {
+        const auto added = marks.begin() + static_cast<std::ptrdiff_t>(m_below->marks.size());
+        return [below = m_below->picture, size = m_size, picture = m_frozen.size(), pixels,
+                added = AnnotationList::Marks(added, marks.end())] {
+            return flattenedOver(below.image(), size, picture, pixels, added);
+        };
+    }
+    return [frozen = m_frozen, size = m_size, pixels, marks] {
+        return flattened(frozen, size, pixels, marks);
+    };
+}
+
 std::optional<Rendered> CanvasModel::render()
 {
     const QRectF rect = settledSelection();
@@ -120,10 +141,10 @@ std::optional<Rendered> CanvasModel::render()
         return std::nullopt;
     const AnnotationList::Marks& marks = m_editor.annotations();
     if (!m_shown || m_shown->rect != rect || m_shown->marks != marks) {
-        const auto flatten = [frozen = m_frozen, size = m_size, pixels, marks] {
-            return flattened(frozen, size, pixels, marks);
-        };
-        m_shown = Shown{Rendered(pixels.size(), rect.size(), flatten), rect, marks};
+        if (m_shown && m_shown->picture.isFlattened())
+            m_below = std::exchange(m_shown, std::nullopt);
+        m_shown =
+            Shown{Rendered(pixels.size(), rect.size(), flattening(rect, pixels)), rect, marks};
     }
     return m_shown->picture;
 }

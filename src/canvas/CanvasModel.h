@@ -8,6 +8,7 @@
 #include <QPoint>
 #include <QRect>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -70,6 +71,7 @@ private:
         AnnotationList::Marks marks;
     };
 
+    [[nodiscard]] std::function<QImage()> flattening(const QRectF& rect, const QRect& pixels) const;
     [[nodiscard]] QPointF reach(QPointF point) const;
     void pressedInside(QPointF point, const AnnotationEditor::Stroke& stroke);
 
@@ -79,6 +81,7 @@ private:
     Selection m_selection;
     AnnotationEditor m_editor;
     std::optional<Shown> m_shown;
+    std::optional<Shown> m_below; ///< an earlier one that is flattened
 };
 
 } // namespace brindlecam

@@ -118,9 +118,24 @@ QRegion MarkedPicture::setMarks(const AnnotationList::Marks& marks)
     // First what comes, so that squares which only a moved mark touches stay painted.
     std::for_each(newFrom, newEnd.base(), [&](const auto& mark) { add(*mark, damage); });
     std::for_each(oldFrom, oldEnd.base(), [&](const auto& mark) { remove(*mark, damage); });
-    m_stale += damage;
+    if (oldFrom == m_marks.end())
+        drawOnTop({newFrom, marks.end()}, damage);
+    else
+        m_stale += damage;
     m_marks = marks;
     return damage;
+}
+
+// Where everything below is painted, marks that come on top need nothing of it anew.
+void MarkedPicture::drawOnTop(const AnnotationList::Marks& added, const QRegion& damage)
+{
+    const QRegion touched = wholeSquares(damage);
+    const QRegion painted = touched - wholeSquares(m_stale & touched);
+    m_stale += damage - painted;
+    for (const QRect& rect : painted) {
+        QImage part = paintedPart(rect);
+        drawMarks(part, added, m_canvas, m_frozen.size(), rect);
+    }
 }
 
 QRegion MarkedPicture::marked(const QRegion& exposed) const
@@ -172,38 +187,47 @@ QImage MarkedPicture::part(const QRect& rect)
 // In whole squares: two narrow strips side by side would take twice the time of a wide one.
 void MarkedPicture::refresh(const QRegion& shown)
 {
-    QRegion stale;
-    for (const QRect& rect : m_stale& shown) {
-        const QPoint first(rect.left() / kSquarePixels, rect.top() / kSquarePixels);
-        const QPoint last(rect.right() / kSquarePixels, rect.bottom() / kSquarePixels);
-        stale += QRect(first * kSquarePixels, (last + QPoint(1, 1)) * kSquarePixels - QPoint(1, 1));
-    }
+    const QRegion stale = wholeSquares(m_stale & shown);
     if (stale.isEmpty())
         return;
-    stale &= m_frozen.rect();
     render(stale);
     m_stale -= stale;
+}
+
+QRegion MarkedPicture::wholeSquares(const QRegion& region) const
+{
+    QRegion whole;
+    for (const QRect& rect : region) {
+        const QPoint first(rect.left() / kSquarePixels, rect.top() / kSquarePixels);
+        const QPoint last(rect.right() / kSquarePixels, rect.bottom() / kSquarePixels);
+        whole += QRect(first * kSquarePixels, (last + QPoint(1, 1)) * kSquarePixels - QPoint(1, 1));
+    }
+    return whole & m_frozen.rect();
 }
 
 // Part by part, each as a picture of its own: a line costs as much as the picture lets it be long,
 // however little of it a clip leaves.
 void MarkedPicture::render(const QRegion& stale)
 {
-    // Left as it comes from the system: what is never written takes no memory.
-    if (m_painted.isNull())
-        m_painted = QImage(m_frozen.size(), m_frozen.format());
-    uchar* const bits = m_painted.bits();
     for (const QRect& rect : stale) {
-        const qsizetype offset =
-            rect.top() * m_painted.bytesPerLine() + qsizetype(rect.left()) * m_painted.depth() / 8;
-        QImage part(bits + offset, rect.width(), rect.height(), m_painted.bytesPerLine(),
-                    m_painted.format());
+        QImage part = paintedPart(rect);
         QPainter painter(&part);
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.drawImage(QPoint(), m_frozen, rect);
         painter.end();
         drawMarks(part, m_marks, m_canvas, m_frozen.size(), rect);
     }
+}
+
+QImage MarkedPicture::paintedPart(const QRect& rect)
+{
+    // Left as it comes from the system: what is never written takes no memory.
+    if (m_painted.isNull())
+        m_painted = QImage(m_frozen.size(), m_frozen.format());
+    const qsizetype offset =
+        rect.top() * m_painted.bytesPerLine() + qsizetype(rect.left()) * m_painted.depth() / 8;
+    return {m_painted.bits() + offset, rect.width(), rect.height(), m_painted.bytesPerLine(),
+            m_painted.format()};
 }
 
 QImage flattened(const QImage& frozen, QSizeF canvas, const QRect& pixels,
@@ -216,8 +240,14 @@ QImage flattened(const QImage& frozen, QSizeF canvas, const QRect& pixels,
     });
     if (view.isNull() || !touched)
         return view;
-    QImage copy = view.copy();
-    drawMarks(copy, marks, canvas, frozen.size(), part);
+    return flattenedOver(view, canvas, frozen.size(), part, marks);
+}
+
+QImage flattenedOver(const QImage& below, QSizeF canvas, QSize picture, const QRect& part,
+                     const AnnotationList::Marks& marks)
+{
+    QImage copy = below.copy();
+    drawMarks(copy, marks, canvas, picture, part);
     return copy;
 }
 

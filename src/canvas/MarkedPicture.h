@@ -39,7 +39,10 @@ private:
     void add(const Annotation& mark, QRegion& damage);
     void remove(const Annotation& mark, QRegion& damage);
     [[nodiscard]] QRegion marked(const QRegion& exposed) const;
+    void drawOnTop(const AnnotationList::Marks& added, const QRegion& damage);
     void refresh(const QRegion& shown);
+    [[nodiscard]] QRegion wholeSquares(const QRegion& region) const;
+    [[nodiscard]] QImage paintedPart(const QRect& rect);
     void render(const QRegion& stale);
 
     QImage m_frozen;
@@ -56,5 +59,10 @@ private:
 /// `canvas` is the size of `frozen` in points. On any thread; null when nothing is left.
 [[nodiscard]] QImage flattened(const QImage& frozen, QSizeF canvas, const QRect& pixels,
                                const AnnotationList::Marks& marks);
+
+/// A copy of `below`, which is the part `part` (pixels) of a picture of this size, with marks drawn
+/// on top of it. On any thread.
+[[nodiscard]] QImage flattenedOver(const QImage& below, QSizeF canvas, QSize picture,
+                                   const QRect& part, const AnnotationList::Marks& marks);
 
 } // namespace brindlecam

@@ -2,6 +2,7 @@
 
 #include "pictures/TiffWriter.h"
 
+#include <atomic>
 #include <cmath>
 #include <mutex>
 
@@ -18,6 +19,7 @@ struct Rendered::Flattening {
     std::once_flag once;
     std::function<QImage()> flatten; ///< empty once the image is there
     QImage image;
+    std::atomic<bool> done = false;
 };
 
 Rendered::Rendered(const QImage& image, QSizeF pointSize)
@@ -41,8 +43,14 @@ QImage Rendered::image() const
     std::call_once(shared.once, [&shared] {
         shared.image = shared.flatten();
         shared.flatten = nullptr; // the frozen screen it holds is no longer needed
+        shared.done = true;
     });
     return shared.image;
+}
+
+bool Rendered::isFlattened() const
+{
+    return !m_flattening || m_flattening->done;
 }
 
 bool Rendered::isSame(const Rendered& other) const

@@ -24,6 +24,8 @@ public:
 
     /// The pixels, shared and not copied. May be slow at first, then at once.
     [[nodiscard]] QImage image() const;
+    /// Whether image() answers at once.
+    [[nodiscard]] bool isFlattened() const;
     [[nodiscard]] QSizeF pointSize() const { return m_pointSize; }
 
     /// Whether both are the same picture, which means the same bytes in every file.

@@ -231,6 +231,26 @@ private Q_SLOTS:
         QCOMPARE(e.mark(0).points().first(), QPointF(50, 60));
     }
 
+    void picturesMadeOneUponTheOtherEqualOneMadeAtOnce()
+    {
+        Editor e;
+        const auto atOnce = [&e] {
+            return flattened(e.image, QSizeF(e.kPixels), QRect(10, 10, 250, 270), e.marks());
+        };
+        e.choose(Tool::marker);
+        for (int i = 0; i < 4; ++i) {
+            e.drag({50, 60 + 10 * i}, {150, 90 + 5 * i}); // over each other, half transparent
+            QCOMPARE(e.canvas->actions().render()->image(), atOnce());
+        }
+        e.canvas->undo();
+        QCOMPARE(e.canvas->actions().render()->image(), atOnce());
+        e.drag({60, 80}, {150, 160});
+        QCOMPARE(e.canvas->actions().render()->image(), atOnce());
+        e.key(Qt::Key_Right);
+        QCOMPARE(e.canvas->actions().render()->image(),
+                 flattened(e.image, QSizeF(e.kPixels), QRect(11, 10, 250, 270), e.marks()));
+    }
+
     void pinScrollAndGifTellTheirPlaceInNativePixels()
     {
         Editor e(QSizeF(200, 150)); // two pixels per point

@@ -49,7 +49,9 @@ private Q_SLOTS:
         const Rendered copy = rendered;
         QCOMPARE(rendered.dotsPerMetre(), 5669);
         QCOMPARE(flattened, 0);
+        QVERIFY(!rendered.isFlattened());
         QCOMPARE(copy.image().size(), QSize(8, 6));
+        QVERIFY(rendered.isFlattened());
         QCOMPARE(rendered.image().cacheKey(), copy.image().cacheKey());
         QCOMPARE(flattened, 1);
     }
