@@ -12,7 +12,7 @@ namespace {
 constexpr qreal kMostNotches = 1e6; // in one movement
 
 /// Of a step: 0.15 - 0.05 must count as two steps.
-constexpr double kWholeStep = 1e-6;
+constexpr double kStepTolerance = 1e-6;
 
 } // namespace
 
@@ -29,7 +29,7 @@ int WheelSteps::add(qreal notches)
 double markerOpacityAfter(int steps, double opacity)
 {
     constexpr double kStepsPerWhole = 1 / kMarkerOpacities.step;
-    const double whole = std::floor(steps + opacity * kStepsPerWhole + kWholeStep);
+    const double whole = std::floor(steps + opacity * kStepsPerWhole + kStepTolerance);
     return std::clamp(whole / kStepsPerWhole, kMarkerOpacities.minimum, kMarkerOpacities.maximum);
 }
 
