@@ -5,6 +5,8 @@ endif()
 include(GNUInstallDirs)
 
 install(TARGETS brindlecam RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# A module of the program's own: the same folder on every system, found from where the program is.
+install(TARGETS brindlecam_ocr LIBRARY DESTINATION lib/brindlecam)
 install(FILES resources/io.halvick.Brindlecam.desktop
   DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES resources/io.halvick.Brindlecam.svg
@@ -24,6 +26,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 # The libraries are found in the program; what it loads or shows at run time is named here.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-  "fonts-inter, fonts-noto-color-emoji, qt6-translations-l10n, qt6-image-formats-plugins")
+  "fonts-inter, fonts-noto-color-emoji, qt6-translations-l10n, qt6-image-formats-plugins, \
+tesseract-ocr-spa, tesseract-ocr-eng")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils")
 include(CPack)

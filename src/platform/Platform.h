@@ -11,6 +11,7 @@
 #include "platform/Panels.h"
 #include "platform/Pasteboard.h"
 #include "platform/QuitSignals.h"
+#include "platform/TextRecognizer.h"
 #include "platform/TrayHosts.h"
 #include "platform/WindowList.h"
 
@@ -33,6 +34,7 @@ struct Platform {
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<FrontApplication> frontApplication;
     std::unique_ptr<FileOpener> fileOpener;
+    std::unique_ptr<TextRecognizer> textRecognizer;
     std::unique_ptr<TrayHosts> trayHosts;
     std::unique_ptr<QuitSignals> quitSignals;
 

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "platform/linux/LinuxFileOpener.h"
+#include "platform/linux/LinuxTextRecognizer.h"
 #include "platform/linux/LinuxTrayHosts.h"
 #include "platform/linux/StatusNotifierHosts.h"
 #include "platform/linux/UnixQuitSignals.h"
@@ -114,6 +115,7 @@ Platform make()
     if (QGuiApplication::platformName() != QLatin1String("xcb"))
         return platform;
     platform.fileOpener = std::make_unique<LinuxFileOpener>();
+    platform.textRecognizer = std::make_unique<LinuxTextRecognizer>();
     platform.quitSignals = std::make_unique<UnixQuitSignals>();
     platform.keyNaming = KeyNaming::words;
     platform.interfaceFont = QStringLiteral("Inter");

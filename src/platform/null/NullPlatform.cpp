@@ -1,6 +1,11 @@
 #include "platform/null/NullPlatform.h"
 
+#include "base/Text.h"
+
+#include <QMetaObject>
 #include <QWidget>
+
+#include <utility>
 
 namespace brindlecam {
 
@@ -78,6 +83,20 @@ public:
     bool openFolder(const QString&) override { return false; }
 };
 
+class NullTextRecognizer final : public TextRecognizer {
+public:
+    void warmUp() override {}
+    void recognize(const QImage&, QObject* context, Done done) override
+    {
+        QMetaObject::invokeMethod(
+            context,
+            [done = std::move(done)] {
+                done(Error{text("este sistema no tiene reconocimiento de texto")});
+            },
+            Qt::QueuedConnection);
+    }
+};
+
 class NullTrayHosts final : public TrayHosts {
 public:
     [[nodiscard]] bool available() const override { return false; }
@@ -103,6 +122,7 @@ Platform makeNullPlatform()
     platform.pasteboard = std::make_unique<NullPasteboard>();
     platform.frontApplication = std::make_unique<NullFrontApplication>();
     platform.fileOpener = std::make_unique<NullFileOpener>();
+    platform.textRecognizer = std::make_unique<NullTextRecognizer>();
     platform.trayHosts = std::make_unique<NullTrayHosts>();
     platform.quitSignals = std::make_unique<NullQuitSignals>();
     return platform;

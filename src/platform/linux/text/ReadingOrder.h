@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/linux/text/Fragment.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace brindlecam {
+
+/// The lines of a page as one reads them: panels beside each other one by one, columns one after
+/// the other, everything else row by row. Any thread.
+[[nodiscard]] QStringList readingOrder(const std::vector<Fragment>& fragments);
+
+} // namespace brindlecam

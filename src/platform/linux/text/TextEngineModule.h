@@ -1,0 +1,38 @@
+#pragma once
+
+#include "base/Result.h"
+#include "platform/linux/text/TextEngine.h"
+
+#include <QLibrary>
+#include <QString>
+
+#include <memory>
+
+namespace brindlecam {
+
+/// The module with the engine, loaded, and one engine out of it; both go with the object. Made,
+/// used and destroyed on one thread.
+class TextEngineModule final {
+public:
+    /// Where the module is: beside the program as it is built, in its library folder once
+    /// installed.
+    [[nodiscard]] static QString usualPath();
+
+    /// Loads module and models, which takes a tenth of a second and more. Fails when the module,
+    /// its libraries or the data of all languages are missing; the error names what.
+    [[nodiscard]] static Result<std::shared_ptr<TextEngineModule>> load(const QString& path);
+
+    ~TextEngineModule();
+    TextEngineModule(const TextEngineModule&) = delete;
+    TextEngineModule& operator=(const TextEngineModule&) = delete;
+
+    [[nodiscard]] TextEngine& engine() { return *m_engine; }
+
+private:
+    explicit TextEngineModule(const QString& path);
+
+    QLibrary m_library;
+    std::unique_ptr<TextEngine> m_engine; ///< its code is the library's
+};
+
+} // namespace brindlecam

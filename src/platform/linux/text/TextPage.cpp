@@ -1,0 +1,69 @@
+#include "platform/linux/text/TextPage.h"
+
+#include "platform/linux/text/DoubtfulWords.h"
+#include "platform/linux/text/FixedPitch.h"
+#include "platform/linux/text/Flatten.h"
+#include "platform/linux/text/Fragment.h"
+#include "platform/linux/text/Icons.h"
+#include "platform/linux/text/Lanczos.h"
+#include "platform/linux/text/MarkScale.h"
+#include "platform/linux/text/Marks.h"
+#include "platform/linux/text/ReadingOrder.h"
+#include "platform/linux/text/TextFixes.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr int kBorder = 10; ///< pixels
+
+QImage bordered(const QImage& grey)
+{
+    constexpr uchar kWhite = 255;
+    QImage result(grey.width() + 2 * kBorder, grey.height() + 2 * kBorder,
+                  QImage::Format_Grayscale8);
+    result.fill(kWhite);
+    for (int y = 0; y < grey.height(); ++y)
+        std::memcpy(result.scanLine(y + kBorder) + kBorder, grey.constScanLine(y), grey.width());
+    return result;
+}
+
+} // namespace
+
+TextPage::TextPage(const QImage& picture)
+{
+    if (picture.isNull())
+        return;
+    Flattened flat = flatten(picture);
+    m_backgrounds = std::move(flat.backgrounds);
+    m_factor = MarkScale::factor(Marks::boxes(flat.grey), flat.grey.size());
+    QImage grey = enlarged(flat.grey, m_factor);
+    const Icons::Found icons = Icons::among(Marks::boxes(grey), m_factor);
+    Icons::erase(grey, icons.certain);
+    for (const QRect& icon : icons.possible)
+        m_possibleIcons.push_back(icon.translated(kBorder, kBorder));
+    m_grey = bordered(grey);
+}
+
+QStringList TextPage::lines(std::vector<Word> words) const
+{
+    DoubtfulWords::dropInkless(words, m_grey);
+    DoubtfulWords::dropIcons(words, m_possibleIcons);
+    FixedPitch::join(words);
+    QStringList lines =
+        readingOrder(fragments(words, [this](QPoint pixel) { return backgroundAt(pixel); }));
+    for (QString& line : lines)
+        line = fixedText(line);
+    return lines;
+}
+
+int TextPage::backgroundAt(QPoint grey) const
+{
+    return m_backgrounds.at({static_cast<int>(std::floor((grey.x() - kBorder) / m_factor)),
+                             static_cast<int>(std::floor((grey.y() - kBorder) / m_factor))});
+}
+
+} // namespace brindlecam
