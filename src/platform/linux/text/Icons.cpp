@@ -22,6 +22,9 @@ constexpr double kCertainHeight = 1.6;
 constexpr double kCertainWidth = 1.2;
 constexpr double kPossibleLong = 1.5;
 constexpr double kPossibleShort = 1.1;
+/// Pixels of the enlarged picture between the parts of one drawing, one above the other. Dots join
+/// their letters too, which does no harm.
+constexpr int kStackedGap = 3;
 /// Which of a row's marks, ordered by height, is as high as a small letter.
 constexpr double kSmallLetter = 0.35;
 
@@ -30,7 +33,12 @@ int middle(const QRect& mark)
     return (mark.top() + mark.bottom()) / 2;
 }
 
-/// One pass from left to right; a mark joins those it overlaps. True when any were joined.
+bool belongTogether(const QRect& a, const QRect& b)
+{
+    return a.adjusted(0, -kStackedGap, 0, kStackedGap).intersects(b);
+}
+
+/// One pass from left to right; a mark joins those it belongs together with. True when any did.
 bool joinOnce(std::vector<QRect>& marks)
 {
     std::sort(marks.begin(), marks.end(),
@@ -44,7 +52,7 @@ bool joinOnce(std::vector<QRect>& marks)
         for (const QRect& other : open) {
             if (other.right() < mark.left()) {
                 done.push_back(other);
-            } else if (other.intersects(whole)) {
+            } else if (belongTogether(other, whole)) {
                 whole |= other;
                 joined = true;
             } else {

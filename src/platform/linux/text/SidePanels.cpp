@@ -36,6 +36,19 @@ QRect boxOf(const std::vector<Fragment>& fragments)
     return box;
 }
 
+/// What stands around another panel, above and below it, is the window and not a panel.
+void dropSurrounding(std::vector<Panel>& panels)
+{
+    std::vector<QRect> boxes;
+    for (const Panel& panel : panels)
+        boxes.push_back(panel.box);
+    std::erase_if(panels, [&boxes](const Panel& panel) {
+        return std::any_of(boxes.begin(), boxes.end(), [&panel](const QRect& other) {
+            return panel.box.intersects(other) && panel.box.height() > other.height();
+        });
+    });
+}
+
 /// Everything on a background of its own with two rows or more.
 std::vector<Panel> candidates(const std::vector<Fragment>& fragments)
 {
@@ -49,6 +62,7 @@ std::vector<Panel> candidates(const std::vector<Fragment>& fragments)
         const QRect box = boxOf(members);
         result.push_back({std::move(members), box});
     }
+    dropSurrounding(result);
     return result;
 }
 
