@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QImageReader>
 
 #include <cstdio>
 
@@ -83,6 +84,7 @@ private:
 int main(int argc, char* argv[])
 {
     QCoreApplication application(argc, argv);
+    QImageReader::setAllocationLimit(0);
     QCommandLineParser parser;
     const QCommandLineOption out(QStringLiteral("out"), QStringLiteral("Where the texts go."),
                                  QStringLiteral("DIR"), QStringLiteral("."));
