@@ -1,0 +1,146 @@
+#include "platform/linux/text/ReadingQueue.h"
+
+#include "platform/linux/text/TextPage.h"
+
+#include <malloc.h>
+
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+std::vector<Word> wordsOf(const std::vector<TextEngine::EngineWord>& read)
+{
+    std::vector<Word> words;
+    words.reserve(read.size());
+    for (const TextEngine::EngineWord& word : read) {
+        words.push_back(
+            {.text = QString::fromStdString(word.utf8),
+             .confidence = word.confidence,
+             .box = QRect(QPoint(word.left, word.top), QPoint(word.right - 1, word.bottom - 1)),
+             .line = word.line});
+    }
+    return words;
+}
+
+/// Gives what was freed back to the system; the allocator would keep it.
+void giveMemoryBack()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
+}
+
+} // namespace
+
+ReadingQueue::ReadingQueue(Options options, QObject& home)
+    : m_options(std::move(options))
+    , m_home(home)
+{
+}
+
+void ReadingQueue::add(std::shared_ptr<Reading> reading)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_waiting.push_back(std::move(reading));
+    }
+    m_wake.notify_one();
+}
+
+void ReadingQueue::close()
+{
+    std::deque<std::shared_ptr<Reading>> unwanted;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_closed = true;
+        unwanted.swap(m_waiting);
+        if (m_current)
+            m_current->cancelled = true;
+    }
+    m_wake.notify_one();
+}
+
+void ReadingQueue::run()
+{
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        sleep(lock);
+        if (m_closed)
+            break;
+        m_current = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        const Reading& reading = *m_current;
+        lock.unlock();
+        Result<QStringList> lines = read(reading);
+        lock.lock();
+        handOver(std::exchange(m_current, nullptr), std::move(lines));
+    }
+    lock.unlock();
+    unload();
+}
+
+void ReadingQueue::sleep(std::unique_lock<std::mutex>& lock)
+{
+    const auto awaited = [this] { return m_closed || !m_waiting.empty(); };
+    if (m_engine && !m_wake.wait_for(lock, m_options.keepFor, awaited)) {
+        lock.unlock();
+        unload();
+        lock.lock();
+    }
+    m_wake.wait(lock, awaited);
+}
+
+Result<QStringList> ReadingQueue::read(const Reading& reading)
+{
+    if (reading.cancelled)
+        return QStringList();
+    if (const auto missing = load())
+        return *missing;
+    const TextPage page(reading.picture);
+    if (page.grey().isNull() || reading.cancelled)
+        return QStringList();
+    const QImage& grey = page.grey();
+    return page.lines(
+        wordsOf(m_engine->engine().read(grey.constBits(), grey.width(), grey.height(),
+                                        static_cast<int>(grey.bytesPerLine()), reading.cancelled)));
+}
+
+/// What was missing the last time may have been installed meanwhile: it is tried every time.
+std::optional<Error> ReadingQueue::load()
+{
+    if (m_engine)
+        return std::nullopt;
+    const Result<Engine> module = TextEngineModule::load(m_options.module);
+    if (!module)
+        return module.error();
+    m_engine = module.value();
+    m_loaded = true;
+    return std::nullopt;
+}
+
+void ReadingQueue::unload()
+{
+    m_engine.reset();
+    giveMemoryBack();
+    m_loaded = false;
+}
+
+/// The mutex is held, so that `home` is there as long as nobody has closed.
+void ReadingQueue::handOver(std::shared_ptr<Reading> reading, Result<QStringList> lines)
+{
+    if (m_closed)
+        return;
+    // The reading goes along: what its callback holds is let go on the main thread.
+    QMetaObject::invokeMethod(
+        &m_home,
+        [reading = std::move(reading), lines = std::move(lines)] {
+            QObject::disconnect(reading->whenGone);
+            if (reading->context && reading->done)
+                reading->done(lines);
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace brindlecam
