@@ -12,7 +12,7 @@ namespace {
 
 /// Milliseconds. The engine stops between two words; only while it looks for the lines of a picture
 /// full of noise does it not listen, for a minute perhaps, and quitting can't wait for that.
-constexpr int kPatience = 3000;
+constexpr int kPatience = 1000;
 
 } // namespace
 
