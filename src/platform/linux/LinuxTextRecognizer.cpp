@@ -21,7 +21,7 @@ LinuxTextRecognizer::LinuxTextRecognizer()
 {
 }
 
-LinuxTextRecognizer::LinuxTextRecognizer(Options options)
+LinuxTextRecognizer::LinuxTextRecognizer(const Options& options)
     : m_queue(std::make_shared<ReadingQueue>(
           ReadingQueue::Options{.module = options.module.isEmpty() ? TextEngineModule::usualPath()
                                                                    : options.module,

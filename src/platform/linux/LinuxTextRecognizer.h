@@ -22,7 +22,7 @@ public:
     };
 
     LinuxTextRecognizer();
-    explicit LinuxTextRecognizer(Options options);
+    explicit LinuxTextRecognizer(const Options& options);
 
     /// Ends the reading under way, and does not wait long for it.
     ~LinuxTextRecognizer() override;

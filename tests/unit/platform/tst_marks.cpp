@@ -32,8 +32,10 @@ std::vector<QRect> marksOfHeight(int height, int count)
 /// Small letters, sixteen high, as they follow an icon in a row.
 std::vector<QRect> lettersFrom(int left)
 {
+    constexpr int kLetters = 8;
     std::vector<QRect> letters;
-    for (int i = 0; i < 8; ++i)
+    letters.reserve(kLetters + 2);
+    for (int i = 0; i < kLetters; ++i)
         letters.emplace_back(left + i * 14, 20, 11, 16);
     return letters;
 }

@@ -52,7 +52,8 @@ ColourRegions::ColourRegions(const QImage& picture)
     connect(picture);
     number();
     measure();
-    m_parent = {};
+    m_parent.clear();
+    m_parent.shrink_to_fit();
 }
 
 void ColourRegions::connect(const QImage& picture)

@@ -112,7 +112,7 @@ void normalise(QImage& differences)
     // What to multiply a difference by, for each value of the strongest around it; 16 bit fraction.
     std::array<unsigned, kWhite + 1> factor{};
     for (int value = 0; value <= kWhite; ++value) {
-        const double full = std::max<double>({double(value), kLeastContrast, kLeastShare * most});
+        const auto full = std::max<double>({double(value), kLeastContrast, kLeastShare * most});
         factor[value] = static_cast<unsigned>((kWhite << 16) / full);
     }
     for (int y = 0; y < differences.height(); ++y) {

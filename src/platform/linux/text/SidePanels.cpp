@@ -40,6 +40,7 @@ QRect boxOf(const std::vector<Fragment>& fragments)
 void dropSurrounding(std::vector<Panel>& panels)
 {
     std::vector<QRect> boxes;
+    boxes.reserve(panels.size());
     for (const Panel& panel : panels)
         boxes.push_back(panel.box);
     std::erase_if(panels, [&boxes](const Panel& panel) {

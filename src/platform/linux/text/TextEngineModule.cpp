@@ -10,7 +10,7 @@ namespace brindlecam {
 QString TextEngineModule::usualPath()
 {
     const QString folder = QCoreApplication::applicationDirPath() + QLatin1Char('/');
-    const QString built = folder + QStringLiteral(BRINDLECAM_OCR_MODULE);
+    QString built = folder + QStringLiteral(BRINDLECAM_OCR_MODULE);
     if (QFile::exists(built))
         return built;
     return folder + QStringLiteral(BRINDLECAM_OCR_FOLDER "/" BRINDLECAM_OCR_MODULE);
