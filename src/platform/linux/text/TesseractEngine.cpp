@@ -26,10 +26,9 @@ std::unique_ptr<TesseractEngine> TesseractEngine::open()
     // but this call, on the very thread that reads, keeps the library from starting them.
     omp_set_max_active_levels(0);
     auto api = std::make_unique<tesseract::TessBaseAPI>();
-    const std::vector<std::string> names{"debug_file"};
-    const std::vector<std::string> values{"/dev/null"};
-    if (api->Init(nullptr, kLanguages, tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values,
-                  false) != 0)
+    // Before anything else: a missing language is told by the result, not on the error stream.
+    api->SetVariable("debug_file", "/dev/null");
+    if (api->Init(nullptr, kLanguages, tesseract::OEM_LSTM_ONLY) != 0)
         return nullptr;
     api->SetPageSegMode(tesseract::PSM_SINGLE_BLOCK);
     return std::unique_ptr<TesseractEngine>(new TesseractEngine(std::move(api)));
