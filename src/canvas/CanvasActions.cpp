@@ -18,17 +18,20 @@ constexpr QSizeF kLeastGif(40, 40);
 
 } // namespace
 
-CanvasActions::CanvasActions(CanvasModel& model, Hud& hud)
+CanvasActions::CanvasActions(CanvasModel& model, Hud& hud, TextRecognizer& recognizer,
+                             QObject& canvas)
     : m_model(model)
     , m_hud(hud)
+    , m_reading(recognizer, canvas, hud)
 {
+    m_reading.onText = [this](const QString& read) { finish(outcome::Text{read}); };
 }
 
 void CanvasActions::perform(Toolbar::Action action)
 {
     switch (action) {
     case Toolbar::Action::text:
-        return; // nobody recognises text yet: the button is disabled
+        return recognizeText();
     case Toolbar::Action::pin:
         return pin();
     case Toolbar::Action::scroll:
@@ -53,6 +56,13 @@ std::optional<Rendered> CanvasActions::render()
 void CanvasActions::finish(const Outcome& outcome)
 {
     call(onFinish, outcome);
+}
+
+void CanvasActions::recognizeText()
+{
+    call(onBeforePicture);
+    if (const QImage picture = m_model.frozenSelection(); !picture.isNull())
+        m_reading.read(picture);
 }
 
 void CanvasActions::copy()

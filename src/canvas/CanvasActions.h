@@ -1,6 +1,7 @@
 #pragma once
 
 #include "canvas/Outcome.h"
+#include "canvas/TextReading.h"
 #include "canvas/Toolbar.h"
 
 #include <QSizeF>
@@ -13,12 +14,14 @@ namespace brindlecam {
 
 class CanvasModel;
 class Hud;
+class TextRecognizer;
 
 /// What a session can end with, each for the present selection. Nothing happens while nothing is
-/// selected. Main thread; borrows model and message.
+/// selected. Main thread; borrows all it is made with.
 class CanvasActions final {
 public:
-    CanvasActions(CanvasModel& model, Hud& hud);
+    /// `canvas` is who asks for text.
+    CanvasActions(CanvasModel& model, Hud& hud, TextRecognizer& recognizer, QObject& canvas);
 
     /// What is still being typed is to become a mark before the picture is made.
     std::function<void()> onBeforePicture;
@@ -31,6 +34,9 @@ public:
     /// The selection with its marks; none when nothing is selected.
     [[nodiscard]] std::optional<Rendered> render();
 
+    /// Ends the session with the text in the selection, read from the screen and not from marks;
+    /// without text, or when it can't be read, a message says so.
+    void recognizeText();
     void copy();
     void saveDocument();
     void pin();
@@ -45,6 +51,7 @@ private:
 
     CanvasModel& m_model;
     Hud& m_hud;
+    TextReading m_reading;
 };
 
 } // namespace brindlecam

@@ -2,6 +2,7 @@
 
 #include "base/Geometry.h"
 #include "canvas/MarkedPicture.h"
+#include "pictures/Crop.h"
 
 #include <algorithm>
 #include <utility>
@@ -114,6 +115,11 @@ QRect CanvasModel::nativeSelection() const
     return pixelRect(settledSelection(), m_size, m_frozen.size())
         .intersected(m_frozen.rect())
         .translated(m_nativeOrigin);
+}
+
+QImage CanvasModel::frozenSelection() const
+{
+    return croppedView(m_frozen, pixelRect(settledSelection(), m_size, m_frozen.size()));
 }
 
 // Marks mostly come one by one: those that an earlier picture has are not drawn again.

@@ -59,6 +59,10 @@ public:
     /// The same in native pixels of the desktop.
     [[nodiscard]] QRect nativeSelection() const;
 
+    /// The selected part of the frozen screen as it was, in its own pixels; null when nothing is
+    /// selected.
+    [[nodiscard]] QImage frozenSelection() const;
+
     /// The selected part of the frozen screen with its marks, in its own pixels; none when nothing
     /// is selected. The same picture again as long as nothing has changed.
     [[nodiscard]] std::optional<Rendered> render();

@@ -14,14 +14,15 @@
 
 namespace brindlecam {
 
-CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
+CanvasView::CanvasView(Prefs& prefs, TextRecognizer& recognizer, const Frozen& frozen,
+                       QWidget* parent)
     : QWidget(parent)
     , m_prefs(prefs)
     , m_size(frozen.size)
     , m_painter(frozen.image, frozen.dimmed, frozen.size)
     , m_model(frozen.image, frozen.size, frozen.nativeOrigin)
     , m_hudView(*this)
-    , m_actions(m_model, m_hud)
+    , m_actions(m_model, m_hud, recognizer, *this)
     , m_tools(*this, {.editor = m_model.editor(), .prefs = prefs, .hud = m_hud})
     , m_typing(*this)
 {
@@ -33,7 +34,10 @@ CanvasView::CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent)
     m_hud.onChange = [this] { refresh(); };
     m_actions.onBeforePicture = [this] { commitText(); };
     m_actions.onFinish = [this](const Outcome& outcome) { call(onFinish, outcome); };
-    m_tools.onAction = [this](Toolbar::Action action) { m_actions.perform(action); };
+    m_tools.onAction = [this](Toolbar::Action action) {
+        m_tools.hidePopups();
+        m_actions.perform(action);
+    };
     m_tools.onUndo = [this] { undo(); };
     m_tools.onRedo = [this] { redo(); };
     m_tools.onBeforeTool = [this] { commitText(); };

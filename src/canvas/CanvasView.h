@@ -19,6 +19,7 @@
 namespace brindlecam {
 
 class Prefs;
+class TextRecognizer;
 
 /// The canvas over one frozen screen: turns mouse, wheel and keys into changes of the selection and
 /// of the marks on it, repaints only what changed, and reports what the user chose. Points of the
@@ -36,7 +37,8 @@ public:
         QPoint nativeOrigin; ///< its place on the desktop, in native pixels
     };
 
-    CanvasView(Prefs& prefs, const Frozen& frozen, QWidget* parent);
+    /// Settings and recogniser outlive the canvas.
+    CanvasView(Prefs& prefs, TextRecognizer& recognizer, const Frozen& frozen, QWidget* parent);
 
     /// A selection drag has started here.
     std::function<void()> onBeginSelection;

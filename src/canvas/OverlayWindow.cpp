@@ -11,9 +11,11 @@
 
 namespace brindlecam {
 
-OverlayWindow::OverlayWindow(Panels& panels, Prefs& prefs, const ScreenInfo& screen)
+OverlayWindow::OverlayWindow(Panels& panels, Prefs& prefs, TextRecognizer& recognizer,
+                             const ScreenInfo& screen)
     : m_panels(panels)
     , m_prefs(prefs)
+    , m_recognizer(recognizer)
     , m_screen(screen)
     , m_hint(screen.size(), screen.scale)
 {
@@ -32,7 +34,7 @@ OverlayWindow::OverlayWindow(Panels& panels, Prefs& prefs, const ScreenInfo& scr
 CanvasView& OverlayWindow::makeContent(const GrabbedScreen& shot)
 {
     delete m_canvas;
-    m_canvas = new CanvasView(m_prefs,
+    m_canvas = new CanvasView(m_prefs, m_recognizer,
                               {.image = shot.image,
                                .dimmed = shot.dimmed,
                                .size = m_screen.size(),

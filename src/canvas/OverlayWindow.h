@@ -12,6 +12,7 @@ namespace brindlecam {
 class CanvasView;
 class Panels;
 class Prefs;
+class TextRecognizer;
 struct GrabbedScreen;
 
 /// The opaque window over one screen during a session. It is made before it is needed and kept
@@ -20,7 +21,8 @@ class OverlayWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    OverlayWindow(Panels& panels, Prefs& prefs, const ScreenInfo& screen);
+    OverlayWindow(Panels& panels, Prefs& prefs, TextRecognizer& recognizer,
+                  const ScreenInfo& screen);
 
     /// The screen this window covers.
     [[nodiscard]] const ScreenInfo& coveredScreen() const { return m_screen; }
@@ -46,6 +48,7 @@ protected:
 private:
     Panels& m_panels;
     Prefs& m_prefs;
+    TextRecognizer& m_recognizer;
     const ScreenInfo m_screen;
     const HintPicture m_hint;
     CanvasView* m_canvas = nullptr; ///< child of this window

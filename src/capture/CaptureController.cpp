@@ -34,7 +34,7 @@ bool sameDisplays(const std::vector<ScreenInfo>& a, const std::vector<ScreenInfo
 
 CaptureController::CaptureController(const Services& services)
     : m_services(services)
-    , m_overlays(*services.platform.panels, services.prefs)
+    , m_overlays(*services.platform.panels, services.prefs, *services.platform.textRecognizer)
 {
     m_services.platform.displays->setOnChange([this] { screensChanged(); });
 }
@@ -116,6 +116,7 @@ void CaptureController::present(const std::vector<Shot>& shots)
         window.cover();
     }
     focusOverlayUnderPointer();
+    m_services.platform.textRecognizer->warmUp();
     std::get<Overlay>(m_state).escapeKey =
         m_services.platform.hotKeys->registerKey(KeyCodes::kEscape, 0, [this] { escapePressed(); });
 }
@@ -154,7 +155,7 @@ void CaptureController::wire(OverlayWindow& window)
 
 std::vector<Toolbar::Action> CaptureController::unavailableActions() const
 {
-    std::vector<Toolbar::Action> missing{Toolbar::Action::text};
+    std::vector<Toolbar::Action> missing;
     if (!onPin)
         missing.push_back(Toolbar::Action::pin);
     if (!onScroll)

@@ -14,9 +14,10 @@ constexpr std::chrono::seconds kPixelsKept{5};
 
 } // namespace
 
-OverlaySet::OverlaySet(Panels& panels, Prefs& prefs)
+OverlaySet::OverlaySet(Panels& panels, Prefs& prefs, TextRecognizer& recognizer)
     : m_panels(panels)
     , m_prefs(prefs)
+    , m_recognizer(recognizer)
 {
     m_releaseTimer.setSingleShot(true);
     m_releaseTimer.setInterval(kPixelsKept);
@@ -32,7 +33,8 @@ OverlayWindow& OverlaySet::windowFor(const ScreenInfo& screen)
         m_windows, [&](const auto& window) { return window->coveredScreen().sameDisplay(screen); });
     if (found != m_windows.end())
         return **found;
-    return *m_windows.emplace_back(std::make_unique<OverlayWindow>(m_panels, m_prefs, screen));
+    return *m_windows.emplace_back(
+        std::make_unique<OverlayWindow>(m_panels, m_prefs, m_recognizer, screen));
 }
 
 void OverlaySet::prepare(const std::vector<ScreenInfo>& screens)

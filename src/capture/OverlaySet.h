@@ -12,6 +12,7 @@ namespace brindlecam {
 
 class Panels;
 class Prefs;
+class TextRecognizer;
 struct GrabbedScreen;
 
 /// The overlay windows, one per screen, kept hidden between sessions so that opening one is only a
@@ -19,7 +20,8 @@ struct GrabbedScreen;
 /// given back. Main thread.
 class OverlaySet final {
 public:
-    OverlaySet(Panels& panels, Prefs& prefs);
+    /// All of it outlives this.
+    OverlaySet(Panels& panels, Prefs& prefs, TextRecognizer& recognizer);
     ~OverlaySet();
 
     /// Makes the windows for these screens, drops those of screens that are gone or changed, and
@@ -43,6 +45,7 @@ private:
 
     Panels& m_panels;
     Prefs& m_prefs;
+    TextRecognizer& m_recognizer;
     std::vector<std::unique_ptr<OverlayWindow>> m_windows;
     std::vector<OverlayWindow*> m_session;
     QTimer m_releaseTimer;

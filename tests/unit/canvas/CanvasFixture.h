@@ -5,6 +5,7 @@
 #include "canvas/BarButton.h"
 #include "canvas/CanvasView.h"
 #include "pictures/Dimming.h"
+#include "support/FakeTextRecognizer.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -37,12 +38,13 @@ struct CanvasFixture {
     QImage image = gradient();
     std::vector<Outcome> outcomes;
     std::vector<Rendered> autoCopied;
+    FakeTextRecognizer recognizer;
     std::unique_ptr<CanvasView> canvas;
 
     explicit CanvasFixture(QSizeF size = kPixels)
     {
         canvas =
-            std::make_unique<CanvasView>(prefs,
+            std::make_unique<CanvasView>(prefs, recognizer,
                                          CanvasView::Frozen{.image = image,
                                                             .dimmed = Dimming::dimmedCopy(image),
                                                             .size = size,

@@ -18,6 +18,7 @@
 #include "support/FakeHotKeys.h"
 #include "support/FakePanels.h"
 #include "support/FakePasteboard.h"
+#include "support/FakeTextRecognizer.h"
 
 #include <QApplication>
 #include <QDir>
@@ -59,6 +60,8 @@ struct CaptureFixture {
     test::FakeHotKeys& hotKeys = install<test::FakeHotKeys>(platform.hotKeys);
     test::FakePanels& panels = install<test::FakePanels>(platform.panels);
     test::FakePasteboard& pasteboard = install<test::FakePasteboard>(platform.pasteboard);
+    test::FakeTextRecognizer& recognizer =
+        install<test::FakeTextRecognizer>(platform.textRecognizer);
     test::FakeFrontApplication& front =
         install<test::FakeFrontApplication>(platform.frontApplication);
     Toast toast{displays, panels};
