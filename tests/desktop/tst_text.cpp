@@ -1,0 +1,101 @@
+#include "app/InterfaceFont.h"
+#include "desktop/AnnotatingTest.h"
+
+#include <QPainter>
+
+namespace brindlecam::desktop {
+
+/// The text of a selection, from a window to the clipboard.
+class TestText final : public AnnotatingTest {
+    Q_OBJECT
+
+private:
+    static constexpr QRect kWindow{100, 40, 280, 240}; // holds the whole selection
+
+    /// What a window shows: these lines, or nothing but its ground.
+    static QImage page(const QStringList& lines, const QColor& ground, const QColor& ink)
+    {
+        constexpr int kPitch = 30;
+        QImage picture(kWindow.size(), QImage::Format_RGB32);
+        picture.fill(ground);
+        QPainter painter(&picture);
+        painter.setFont(InterfaceFont::regular(17));
+        painter.setPen(ink);
+        int y = 70;
+        for (const QString& line : lines) {
+            painter.drawText(34, y, line);
+            y += kPitch;
+        }
+        return picture;
+    }
+
+    /// Opens a session over a window with this picture, with kSelected selected.
+    [[nodiscard]] bool selectsOver(const QImage& picture)
+    {
+        useProgram();
+        m_window = std::make_unique<ClientWindow>(
+            display(), ClientWindowOptions{
+                           .pixels = kWindow, .kind = WindowKind::unmanaged, .picture = picture});
+        return selects();
+    }
+
+    [[nodiscard]] QString copiedText()
+    {
+        ClipboardReader reader(display());
+        return QString::fromUtf8(reader.read("UTF8_STRING").value_or(QByteArray()));
+    }
+
+    std::unique_ptr<ClientWindow> m_window;
+
+private Q_SLOTS:
+    void spanishTextReachesTheClipboardRightToTheAccent_data()
+    {
+        QTest::addColumn<QColor>("ground");
+        QTest::addColumn<QColor>("ink");
+        QTest::newRow("dark on light") << QColor(Qt::white) << QColor(Qt::black);
+        QTest::newRow("light on dark") << QColor(0x1e, 0x1e, 0x2e) << QColor(0xe0, 0xe0, 0xe0);
+    }
+    void spanishTextReachesTheClipboardRightToTheAccent()
+    {
+        QFETCH(QColor, ground);
+        QFETCH(QColor, ink);
+        const QStringList lines{QStringLiteral("El niño comió piña"),
+                                QStringLiteral("¿Cuántos años tenía?"),
+                                QStringLiteral("La acción rápida")};
+        QVERIFY(selectsOver(page(lines, ground, ink)));
+        press(Toolbar::Action::text);
+        QVERIFY(sessionIsOver());
+        QVERIFY(waitUntil([&] { return copiedText() == lines.join(QLatin1Char('\n')); }));
+        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+    }
+
+    void withoutTextTheSessionGoesOn()
+    {
+        QVERIFY(selectsOver(page({}, Qt::white, Qt::black)));
+        const QImage before = seen(kSelected);
+        press(Toolbar::Action::text);
+        QVERIFY(waitUntil([&] { return !samePixels(seen(kSelected), before); })); // says something
+        QVERIFY(waitUntil([&] { return samePixels(seen(kSelected), before); }));  // for a moment
+        QCOMPARE(overlays().size(), std::size_t(1));
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+    }
+
+    void escapeLeavesAtOnceWhileTextIsBeingRead()
+    {
+        QVERIFY(selectsOver(page({QStringLiteral("Hola")}, Qt::white, Qt::black)));
+        press(Toolbar::Action::text);
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        QVERIFY(openArea()); // and is ready for the next
+    }
+};
+
+} // namespace brindlecam::desktop
+
+int main(int argc, char* argv[])
+{
+    return brindlecam::desktop::runAnnotating<brindlecam::desktop::TestText>(argc, argv);
+}
+
+#include "tst_text.moc"
