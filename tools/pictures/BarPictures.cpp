@@ -101,6 +101,8 @@ void BarScenes::takePopups()
         hand.pressControl(text("Color"));
         hand.pressControl(text("Opacidad del marcador"), 0.1);
     });
+    take(QStringLiteral("message-reading"), kMiddle,
+         [](Hand&, CanvasView& canvas) { canvas.actions().recognizeText(); });
     m_prefs.setMarkerOpacity(kUsualOpacity);
     for (const Tool tool : kAllTools) {
         take(QStringLiteral("tool-") + name(tool), kMiddle,
