@@ -16,6 +16,7 @@
 #include "capture/Output.h"
 #include "platform/Platform.h"
 #include "recents/History.h"
+#include "recents/PinnedCaptures.h"
 
 #include <optional>
 
@@ -39,10 +40,12 @@ public:
     [[nodiscard]] StatusMenu& menu() { return m_hostedMenu; }
     [[nodiscard]] HotKeyCenter& hotKeyCenter() { return m_hotKeyCenter; }
     [[nodiscard]] CaptureController& captureController() { return m_captureController; }
+    [[nodiscard]] PinnedCaptures& pinnedCaptures() { return m_pinnedCaptures; }
 
 private:
     void wireApp();
     void wireCapture();
+    void wirePins();
 
     Platform m_platform;
     Defaults m_defaults;
@@ -59,6 +62,7 @@ private:
     CaptureFailure m_captureFailure;
     CaptureResults m_captureResults;
     CaptureController m_captureController;
+    PinnedCaptures m_pinnedCaptures;
     Countdown m_countdown;
     std::optional<StatusItem> m_statusItem;
     bool m_quitting = false;

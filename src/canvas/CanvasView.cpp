@@ -182,7 +182,7 @@ void CanvasView::wheelEvent(QWheelEvent* event)
 {
     event->accept();
     if (!selection().isEmpty())
-        m_tools.turn(wheelNotches(*event));
+        m_tools.turn(WheelDelta::of(*event).notches());
 }
 
 // Keys.

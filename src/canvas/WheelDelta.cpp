@@ -12,13 +12,21 @@ constexpr qreal kPointsPerNotch = 12;
 
 } // namespace
 
-qreal wheelNotches(const QWheelEvent& event)
+WheelDelta WheelDelta::of(const QWheelEvent& event)
 {
+    const qreal notches = event.angleDelta().y() / kAnglePerNotch;
     const bool precise = event.pointingDevice() &&
                          event.pointingDevice()->type() == QInputDevice::DeviceType::TouchPad;
-    if (precise && !event.pixelDelta().isNull())
-        return event.pixelDelta().y() / kPointsPerNotch;
-    return event.angleDelta().y() / kAnglePerNotch;
+    if (!precise)
+        return {notches, Unit::notches};
+    if (event.pixelDelta().isNull())
+        return {notches * kPointsPerNotch, Unit::points};
+    return {qreal(event.pixelDelta().y()), Unit::points};
+}
+
+qreal WheelDelta::notches() const
+{
+    return unit == Unit::points ? amount / kPointsPerNotch : amount;
 }
 
 } // namespace brindlecam

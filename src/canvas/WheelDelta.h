@@ -6,8 +6,20 @@ class QWheelEvent;
 
 namespace brindlecam {
 
-/// How far a wheel was turned, in notches; negative towards the user. A touchpad tells distances:
-/// twelve points of one count as a notch.
-[[nodiscard]] qreal wheelNotches(const QWheelEvent& event);
+/// How far a wheel was turned in one event; negative towards the user.
+struct WheelDelta {
+    enum class Unit {
+        notches, ///< a wheel that turns in steps, or in parts of them
+        points,  ///< a touchpad, which tells distances
+    };
+
+    qreal amount = 0;
+    Unit unit = Unit::notches;
+
+    [[nodiscard]] static WheelDelta of(const QWheelEvent& event);
+
+    /// The same in notches: twelve points count as one.
+    [[nodiscard]] qreal notches() const;
+};
 
 } // namespace brindlecam

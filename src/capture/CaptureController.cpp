@@ -234,6 +234,11 @@ void CaptureController::finish(const Outcome& outcome)
     });
 }
 
+void CaptureController::save(const Rendered& picture)
+{
+    m_services.results.save(picture);
+}
+
 void CaptureController::act(const Outcome& outcome, const std::optional<Rendered>& lastAutoCopied,
                             const std::optional<ScreenInfo>& screen)
 {
@@ -328,6 +333,8 @@ void CaptureController::screensChanged()
             focusOverlayUnderPointer(); // the one that had the keys is gone
     }
     m_overlays.prepare(screens);
+    if (onScreensChanged)
+        onScreensChanged();
 }
 
 } // namespace brindlecam

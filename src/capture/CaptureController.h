@@ -50,6 +50,9 @@ public:
     std::function<void(const QRect& nativeRect, const ScreenInfo& screen)> onScroll;
     std::function<void(const QRect& nativeRect, const ScreenInfo& screen)> onGif;
 
+    /// After a display was added, removed, resized or rescaled, and a session has heard of it.
+    std::function<void()> onScreensChanged;
+
     /// Makes windows and buffers ready for the first capture.
     void warmUp();
 
@@ -59,6 +62,8 @@ public:
     void captureFullScreen();
     /// Ends the area capture; harmless when none runs.
     void finish(const Outcome& outcome);
+    /// Asks where a picture is to be saved and writes it there.
+    void save(const Rendered& picture);
 
     [[nodiscard]] bool busy() const { return !std::holds_alternative<Idle>(m_state); }
 

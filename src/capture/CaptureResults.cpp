@@ -8,6 +8,8 @@
 
 #include <QDir>
 
+#include <utility>
+
 namespace brindlecam {
 
 CaptureResults::CaptureResults(const Prefs& prefs, Output& output, Toast& toast, Alerts& alerts)
@@ -56,6 +58,15 @@ void CaptureResults::text(const QString& recognised, const std::optional<ScreenI
 void CaptureResults::pinned(const Rendered& picture)
 {
     m_output.deliver(picture, {.copy = true, .history = true});
+}
+
+void CaptureResults::copied(const Rendered& picture, std::function<void()> done)
+{
+    m_output.deliver(picture, {.copy = true}, [done = std::move(done)](bool) {
+        if (done)
+            done();
+    });
+    sessionEnded();
 }
 
 void CaptureResults::live(const Rendered& picture)

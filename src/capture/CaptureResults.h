@@ -30,6 +30,8 @@ public:
     void text(const QString& recognised, const std::optional<ScreenInfo>& screen);
     /// A picture that goes on as a pin.
     void pinned(const Rendered& picture);
+    /// The picture of a pin, once more: clipboard only; `done` runs when it is there.
+    void copied(const Rendered& picture, std::function<void()> done);
     /// The selection as it is now, while the session goes on: clipboard only, nothing is told.
     void live(const Rendered& picture);
     /// A picture that was on the clipboard only.

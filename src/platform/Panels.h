@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QRect>
+#include <QRegion>
 
 class QWidget;
 
@@ -16,7 +17,7 @@ enum class PanelRole {
     frame,        ///< above all, takes nothing
     sessionPanel, ///< above windows, all input, focus on demand
     drawer,       ///< like sessionPanel
-    pin,          ///< managed, above, on every desktop
+    pin,          ///< managed, above, on every desktop; over full-screen windows, too
     dialog,       ///< managed, stays on top: alerts, About, save panel
 };
 
@@ -33,6 +34,17 @@ public:
     /// Shows the widget so that it covers exactly this rectangle (dialogs: the window manager
     /// places them; pass an empty rectangle).
     virtual void show(QWidget& widget, const QRect& native) = 0;
+
+    /// Moves and resizes a panel that was shown. The widget hears of its new size later, when the
+    /// window manager has agreed.
+    virtual void place(QWidget& widget, const QRect& native) = 0;
+
+    /// Where the panel is now, wherever somebody else may have moved it.
+    [[nodiscard]] virtual QRect nativeRect(const QWidget& widget) const = 0;
+
+    /// Cuts the panel to these pixels of its own, for the pointer, too; an empty region gives it
+    /// back all of them. A widget's mask counts in points, which is too coarse for corners.
+    virtual void setShape(QWidget& widget, const QRegion& pixels) = 0;
 
     /// Gives the widget the keyboard focus now, whichever window has it.
     virtual void focus(QWidget& widget) = 0;

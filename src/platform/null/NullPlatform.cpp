@@ -59,6 +59,12 @@ public:
             widget.setGeometry(native);
         widget.show();
     }
+    void place(QWidget& widget, const QRect& native) override { widget.setGeometry(native); }
+    [[nodiscard]] QRect nativeRect(const QWidget& widget) const override
+    {
+        return widget.geometry();
+    }
+    void setShape(QWidget&, const QRegion&) override {}
     void focus(QWidget& widget) override { widget.activateWindow(); }
     [[nodiscard]] bool translucent() const override { return true; }
     [[nodiscard]] QImage backdrop(const QRect&) override { return {}; }

@@ -39,6 +39,12 @@ private Q_SLOTS:
         QVERIFY(keys.onPressed);
         QVERIFY(keys.isAvailable);
         QVERIFY(keys.onReloaded);
+        const CaptureController& captures = program.captureController();
+        QVERIFY(captures.onPin);
+        QVERIFY(captures.onScreensChanged);
+        const PinnedCaptures& pins = program.pinnedCaptures();
+        QVERIFY(pins.onCopy);
+        QVERIFY(pins.onSave);
     }
 
     void actionsAreAvailableExactlyWhenTheirRoomIsBuilt()

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <map>
 #include <set>
 #include <vector>
 
@@ -24,15 +25,28 @@ public:
     std::vector<Shown> shown;      ///< in the order they were shown
     std::vector<double> opacities; ///< in the order they were set
     std::vector<QPointer<QWidget>> focused;
+    std::map<const QWidget*, QRegion> shapes; ///< as they are now
 
     void assume(QWidget&, PanelRole role) override { roles.push_back(role); }
     void show(QWidget& widget, const QRect& native) override
     {
         shown.push_back({&widget, native});
+        m_places[&widget] = native;
         if (!native.isEmpty())
             widget.setGeometry(QRect(QPoint(), native.size()));
         widget.show();
     }
+    void place(QWidget& widget, const QRect& native) override
+    {
+        m_places[&widget] = native;
+        widget.resize(native.size());
+    }
+    [[nodiscard]] QRect nativeRect(const QWidget& widget) const override
+    {
+        const auto found = m_places.find(&widget);
+        return found == m_places.end() ? QRect() : found->second;
+    }
+    void setShape(QWidget& widget, const QRegion& pixels) override { shapes[&widget] = pixels; }
     void focus(QWidget& widget) override { focused.push_back(&widget); }
     [[nodiscard]] bool translucent() const override { return blends; }
     [[nodiscard]] QImage backdrop(const QRect& native) override
@@ -53,6 +67,9 @@ public:
         }
         return static_cast<int>(visible.size());
     }
+
+private:
+    std::map<const QWidget*, QRect> m_places;
 };
 
 } // namespace brindlecam::test

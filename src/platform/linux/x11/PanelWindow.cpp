@@ -88,6 +88,7 @@ void PanelWindow::show(const QRect& native)
     setHints();
     setUserTime(now);
     place();
+    cut();
     m_widget.show();
     // Qt has written a user time of its own and may have placed the window by points again.
     setUserTime(now);
@@ -96,6 +97,50 @@ void PanelWindow::show(const QRect& native)
     xcb_flush(x11::connection());
     if (activates)
         focus();
+}
+
+void PanelWindow::moveTo(const QRect& native)
+{
+    m_native = native;
+    m_correctionsLeft = 0; // a hand moves on before the window manager has answered
+    place();
+    xcb_flush(x11::connection());
+}
+
+QRect PanelWindow::nativeRect() const
+{
+    return x11::rectOnRoot(id()).value_or(QRect());
+}
+
+void PanelWindow::setShape(const QRegion& pixels)
+{
+    if (!m_shape && pixels.isEmpty())
+        return;
+    m_shape = pixels;
+    cut();
+    xcb_flush(x11::connection());
+}
+
+void PanelWindow::cut()
+{
+    if (m_shape)
+        x11::setShape(id(), *m_shape);
+}
+
+void PanelWindow::setOverFullScreen(bool over)
+{
+    if (!isPin() || m_traits.managed == !over)
+        return;
+    m_traits.managed = !over;
+    const bool shown = m_widget.isVisible();
+    const QRect native = shown ? nativeRect() : m_native;
+    // A new window: the old one may be in the window manager's frame for some time yet.
+    m_widget.windowHandle()->destroy();
+    m_widget.setWindowFlags(m_traits.flags |
+                            (over ? Qt::BypassWindowManagerHint : Qt::WindowFlags()));
+    m_widget.winId();
+    if (shown)
+        show(native);
 }
 
 void PanelWindow::watchWindow()

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QRect>
+#include <QRegion>
 #include <QWidget>
 
 #include <xcb/xcb.h>
@@ -27,6 +28,16 @@ public:
 
     void show(const QRect& native);
     void focus();
+    /// Where it belongs from now on.
+    void moveTo(const QRect& native);
+    /// Where it is now; empty before it was shown.
+    [[nodiscard]] QRect nativeRect() const;
+    void setShape(const QRegion& pixels);
+
+    [[nodiscard]] bool isPin() const { return m_role == PanelRole::pin; }
+    /// Takes a pin away from the window manager, which would keep it below a full-screen window,
+    /// and gives it back. Does nothing to other panels.
+    void setOverFullScreen(bool over);
 
 protected:
     /// A press on an overlay gives it the focus before the press arrives.
@@ -39,6 +50,7 @@ private:
     void setUserTime(xcb_timestamp_t time);
     void setSizeHints();
     void place();
+    void cut();
     void keepPlace(const QRect& actual);
     void focusNow();
     void insistOnFocus(const xcb_focus_out_event_t& event);
@@ -49,7 +61,8 @@ private:
     PanelRole m_role;
     x11::PanelTraits m_traits;
     std::shared_ptr<X11Events> m_events;
-    QRect m_native; ///< where it belongs; empty: wherever it is
+    QRect m_native;                 ///< where it belongs; empty: wherever it is
+    std::optional<QRegion> m_shape; ///< native pixels; none: nobody has cut it
     int m_correctionsLeft = 0;
     bool m_focusWhenMapped = false;
     QDeadlineTimer m_insists{0}; ///< how long an overlay takes a lost focus back

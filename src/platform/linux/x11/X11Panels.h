@@ -2,6 +2,7 @@
 
 #include "platform/Grabber.h"
 #include "platform/Panels.h"
+#include "platform/linux/x11/FullScreenWatch.h"
 #include "platform/linux/x11/PanelWindow.h"
 #include "platform/linux/x11/X11Events.h"
 
@@ -21,15 +22,24 @@ public:
 
     void assume(QWidget& widget, PanelRole role) override;
     void show(QWidget& widget, const QRect& native) override;
+    void place(QWidget& widget, const QRect& native) override;
+    [[nodiscard]] QRect nativeRect(const QWidget& widget) const override;
+    void setShape(QWidget& widget, const QRegion& pixels) override;
     void focus(QWidget& widget) override;
     [[nodiscard]] bool translucent() const override;
     [[nodiscard]] QImage backdrop(const QRect& native) override;
     void setOpacity(QWidget& widget, double opacity) override;
 
 private:
+    [[nodiscard]] PanelWindow* windowOf(const QWidget& widget) const;
+    void forget(const QObject* gone);
+    /// Keeps the pins over full-screen windows as those come and go.
+    void watchFullScreen();
+
     std::shared_ptr<X11Events> m_events;
     Grabber& m_grabber;
     std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
+    std::unique_ptr<FullScreenWatch> m_fullScreen; ///< while there are pins
     QObject m_context; ///< ends the connections to widgets that outlive this
 };
 

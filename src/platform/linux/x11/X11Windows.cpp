@@ -2,6 +2,8 @@
 
 #include "platform/linux/x11/X11.h"
 
+#include <xcb/shape.h>
+
 #include <array>
 
 namespace brindlecam::x11 {
@@ -45,6 +47,24 @@ void raise(xcb_window_t window)
 {
     constexpr std::uint32_t kAbove = XCB_STACK_MODE_ABOVE;
     xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_STACK_MODE, &kAbove);
+}
+
+void setShape(xcb_window_t window, const QRegion& pixels)
+{
+    if (pixels.isEmpty()) {
+        xcb_shape_mask(connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window, 0, 0,
+                       XCB_PIXMAP_NONE);
+        return;
+    }
+    std::vector<xcb_rectangle_t> rectangles;
+    for (const QRect& rect : pixels) {
+        rectangles.push_back(
+            {static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
+             static_cast<std::uint16_t>(rect.width()), static_cast<std::uint16_t>(rect.height())});
+    }
+    xcb_shape_rectangles(connection(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+                         XCB_CLIP_ORDERING_YX_BANDED, window, 0, 0,
+                         static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
 }
 
 bool setFocus(xcb_window_t window)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRect>
+#include <QRegion>
 
 #include <xcb/xcb.h>
 
@@ -22,6 +23,8 @@ namespace brindlecam::x11 {
 /// Moves and resizes the window.
 void configure(xcb_window_t window, const QRect& rect);
 void raise(xcb_window_t window);
+/// Cuts the window to these pixels of its own; an empty region gives it back all of them.
+void setShape(xcb_window_t window, const QRegion& pixels);
 
 /// Gives the keyboard focus to a window, or to XCB_INPUT_FOCUS_POINTER_ROOT. False when it can't
 /// have it because it is gone or not viewable.

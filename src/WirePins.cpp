@@ -1,0 +1,21 @@
+#include "Program.h"
+
+#include <utility>
+
+namespace brindlecam {
+
+void Program::wirePins()
+{
+    m_captureController.onPin = [this](const Rendered& picture, const QRect& nativeFrame) {
+        m_pinnedCaptures.pin(picture, nativeFrame);
+    };
+    m_captureController.onScreensChanged = [this] { m_pinnedCaptures.stayReachable(); };
+    m_pinnedCaptures.onCopy = [this](const Rendered& picture, std::function<void()> done) {
+        m_captureResults.copied(picture, std::move(done));
+    };
+    m_pinnedCaptures.onSave = [this](const Rendered& picture) {
+        m_captureController.save(picture);
+    };
+}
+
+} // namespace brindlecam

@@ -1,0 +1,168 @@
+#include "recents/PinnedCapture.h"
+
+#include "base/Text.h"
+#include "platform/Displays.h"
+#include "platform/Panels.h"
+#include "recents/PinGeometry.h"
+#include "recents/PinnedView.h"
+
+#include <QCloseEvent>
+
+namespace brindlecam {
+
+namespace {
+
+// Before that the window manager may not have answered our own move.
+constexpr qint64 kAnswered = 300; // ms
+constexpr int kDragDistance = 3;  // points
+
+} // namespace
+
+PinnedCapture::PinnedCapture(const Rendered& rendered, Panels& panels, Displays& displays)
+    : m_rendered(rendered)
+    , m_panels(panels)
+    , m_displays(displays)
+    , m_view(new PinnedView(rendered.image(), *this))
+{
+    setWindowTitle(text("Captura fijada"));
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setFocusProxy(m_view);
+    m_panels.assume(*this, PanelRole::pin);
+}
+
+void PinnedCapture::open(const QRect& native)
+{
+    m_frame = native;
+    m_screen = PinGeometry::screenOf(m_frame, m_displays.screens());
+    shapeItself(native.size());
+    m_panels.show(*this, native);
+    m_sincePut.start();
+}
+
+// Its place and size.
+
+void PinnedCapture::noticeForeignMoves()
+{
+    if (!m_sincePut.hasExpired(kAnswered))
+        return;
+    const QRect actual = m_panels.nativeRect(*this);
+    if (!actual.isEmpty() && actual != PinGeometry::onPixels(m_frame))
+        m_frame = actual;
+}
+
+void PinnedCapture::moveTo(const QRectF& frame)
+{
+    m_frame = frame;
+    m_panels.place(*this, PinGeometry::onPixels(frame));
+    m_sincePut.start();
+}
+
+void PinnedCapture::zoomBy(qreal factor)
+{
+    noticeForeignMoves();
+    const QRectF zoomed = PinGeometry::zoomed(m_frame, m_rendered.pointSize() * scale(), factor);
+    moveTo(PinGeometry::reachable(zoomed, m_displays.layout()));
+}
+
+void PinnedCapture::grip()
+{
+    noticeForeignMoves();
+    m_panels.focus(*this);
+    if (const auto pointer = m_displays.pointer())
+        m_drag = Drag{.from = *pointer, .frame = m_frame};
+}
+
+void PinnedCapture::follow()
+{
+    const auto pointer = m_displays.pointer();
+    if (!m_drag || !pointer)
+        return;
+    const QPoint way = *pointer - m_drag->from;
+    m_drag->moves = m_drag->moves || way.manhattanLength() >= kDragDistance * scale();
+    if (!m_drag->moves)
+        return;
+    // The screen under the pointer decides: the pin's own centre would move with its size.
+    const QRectF underPointer(*pointer, QSizeF());
+    const auto screen = PinGeometry::screenOf(underPointer, m_displays.layout());
+    m_frame = m_drag->frame.translated(way);
+    if (screen && screen->scale != scale()) {
+        adaptTo(screen, *pointer);
+        m_drag = Drag{.from = *pointer, .frame = m_frame, .moves = true};
+    }
+    m_screen = screen;
+    moveTo(m_frame);
+}
+
+void PinnedCapture::letGo()
+{
+    m_drag.reset();
+}
+
+/// The same size in points there as on the screen before.
+void PinnedCapture::adaptTo(const std::optional<ScreenInfo>& screen, QPointF fixed)
+{
+    if (screen)
+        m_frame = PinGeometry::scaled(m_frame, fixed, screen->scale / scale());
+    m_screen = screen;
+}
+
+void PinnedCapture::stayReachable()
+{
+    noticeForeignMoves();
+    const auto screens = m_displays.screens();
+    if (screens.empty())
+        return;
+    letGo();
+    const QRectF before = m_frame;
+    adaptTo(PinGeometry::screenOf(m_frame, screens), m_frame.center());
+    m_frame = PinGeometry::reachable(m_frame, screens);
+    m_screen = PinGeometry::screenOf(m_frame, screens);
+    if (m_frame != before)
+        moveTo(m_frame);
+}
+
+void PinnedCapture::resizeEvent(QResizeEvent*)
+{
+    m_view->setGeometry(rect());
+    if (const QRect actual = m_panels.nativeRect(*this); !actual.isEmpty())
+        shapeItself(actual.size());
+}
+
+void PinnedCapture::shapeItself(QSize pixels)
+{
+    const bool blends = m_panels.translucent();
+    m_view->setPixels(pixels, scale());
+    m_view->setCorners(blends ? PinnedView::Corners::blended : PinnedView::Corners::cut);
+    m_panels.setShape(*this,
+                      blends ? QRegion() : PinGeometry::rounded(pixels, kCornerRadius * scale()));
+}
+
+// What becomes of it.
+
+void PinnedCapture::copyImage()
+{
+    if (onCopy)
+        onCopy();
+}
+
+void PinnedCapture::saveImage()
+{
+    if (onSave)
+        onSave();
+}
+
+void PinnedCapture::dismiss()
+{
+    letGo();
+    hide();
+    if (onDismiss)
+        onDismiss();
+}
+
+void PinnedCapture::closeEvent(QCloseEvent* event)
+{
+    event->accept();
+    dismiss();
+}
+
+} // namespace brindlecam

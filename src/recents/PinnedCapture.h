@@ -1,0 +1,84 @@
+#pragma once
+
+#include "base/ScreenInfo.h"
+#include "pictures/Rendered.h"
+
+#include <QElapsedTimer>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+namespace brindlecam {
+
+class Displays;
+class Panels;
+class PinnedView;
+
+/// A capture that floats above the windows where it was taken: dragged by its picture, resized by
+/// the wheel, closed by a double click. Main thread; rectangles are native pixels of the global
+/// desktop. Borrows the ports.
+class PinnedCapture final : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr qreal kCornerRadius = 6; ///< points
+
+    PinnedCapture(const Rendered& rendered, Panels& panels, Displays& displays);
+
+    /// Owned by whoever made it; all three are filled before it is shown.
+    std::function<void()> onCopy;
+    std::function<void()> onSave;
+    std::function<void()> onDismiss; ///< the pin is off the screen and may be deleted later
+
+    /// Shows it exactly there, without taking the focus.
+    void open(const QRect& native);
+
+    /// Resizes it around its centre.
+    void zoomBy(qreal factor);
+
+    /// A hand takes it where the pointer is, moves with it, lets go.
+    void grip();
+    void follow();
+    void letGo();
+
+    void copyImage();
+    void saveImage();
+    void dismiss();
+
+    /// Puts it where it can be seen when the displays have changed.
+    void stayReachable();
+
+    [[nodiscard]] const Rendered& rendered() const { return m_rendered; }
+    /// The screen it is on; none when there are no screens.
+    [[nodiscard]] const std::optional<ScreenInfo>& onScreen() const { return m_screen; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    /// Where a hand has taken it.
+    struct Drag {
+        QPoint from;        ///< the pointer then
+        QRectF frame;       ///< the pin then, at the scale of the screen it is on now
+        bool moves = false; ///< far enough that it is no click
+    };
+
+    [[nodiscard]] qreal scale() const { return m_screen ? m_screen->scale : 1; }
+    void noticeForeignMoves();
+    void moveTo(const QRectF& frame);
+    void adaptTo(const std::optional<ScreenInfo>& screen, QPointF fixed);
+    void shapeItself(QSize pixels);
+
+    const Rendered m_rendered;
+    Panels& m_panels;
+    Displays& m_displays;
+    PinnedView* m_view; ///< a child
+    QRectF m_frame;     ///< where it was put; reals, so that small steps add up
+    QElapsedTimer m_sincePut;
+    std::optional<ScreenInfo> m_screen;
+    std::optional<Drag> m_drag;
+};
+
+} // namespace brindlecam

@@ -1,0 +1,64 @@
+#include "recents/PinnedCaptures.h"
+
+#include "app/Toast.h"
+#include "base/Text.h"
+#include "recents/PinnedCapture.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace brindlecam {
+
+PinnedCaptures::PinnedCaptures(Panels& panels, Displays& displays, Toast& toast)
+    : m_panels(panels)
+    , m_displays(displays)
+    , m_toast(toast)
+{
+}
+
+PinnedCaptures::~PinnedCaptures() = default;
+
+void PinnedCaptures::pin(const Rendered& picture, const QRect& native)
+{
+    if (picture.image().isNull() || native.isEmpty())
+        return;
+    auto& pin =
+        *m_open.emplace_back(std::make_unique<PinnedCapture>(picture, m_panels, m_displays));
+    pin.onCopy = [this, &pin] { copy(pin); };
+    pin.onSave = [this, &pin] {
+        if (onSave)
+            onSave(pin.rendered());
+    };
+    pin.onDismiss = [this, &pin] { dismiss(pin); };
+    pin.open(native);
+}
+
+void PinnedCaptures::copy(PinnedCapture& pin)
+{
+    if (!onCopy)
+        return;
+    onCopy(pin.rendered(), [&toast = m_toast, shown = QPointer<PinnedCapture>(&pin)] {
+        toast.show(text("Copiado al portapapeles"), shown ? shown->onScreen() : std::nullopt);
+    });
+}
+
+void PinnedCaptures::dismiss(const PinnedCapture& pin)
+{
+    const auto found = std::ranges::find_if(
+        m_open, [&pin](const auto& candidate) { return candidate.get() == &pin; });
+    if (found == m_open.end())
+        return;
+    // Later: it is the pin itself, or its menu, that asks for this.
+    found->release()->deleteLater();
+    m_open.erase(found);
+}
+
+void PinnedCaptures::stayReachable()
+{
+    for (const auto& pin : m_open)
+        pin->stayReachable();
+}
+
+} // namespace brindlecam

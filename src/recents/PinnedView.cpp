@@ -1,0 +1,190 @@
+#include "recents/PinnedView.h"
+
+#include "app/Config.h"
+#include "app/DevicePixels.h"
+#include "base/Text.h"
+#include "canvas/WheelDelta.h"
+#include "recents/PinGeometry.h"
+#include "recents/PinnedCapture.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace brindlecam {
+
+namespace {
+
+// Points.
+constexpr qreal kRadius = PinnedCapture::kCornerRadius;
+constexpr qreal kBorderWidth = 1.5;
+
+const QColor kBorderColor = QColor::fromRgbF(1.0F, 1.0F, 1.0F, 0.35F);
+
+} // namespace
+
+PinnedView::PinnedView(const QImage& image, PinnedCapture& panel)
+    : QWidget(&panel)
+    , m_panel(&panel)
+    , m_picture(image)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(text("Captura fijada"));
+    setToolTip(text("Arrastra para mover · rueda para cambiar el tamaño · doble clic para cerrar · "
+                    "clic derecho para más"));
+}
+
+void PinnedView::setPixels(QSize pixels, qreal scale)
+{
+    if (m_pixels == pixels && m_scale == scale)
+        return;
+    m_pixels = pixels;
+    m_scale = scale;
+    update();
+}
+
+void PinnedView::setCorners(Corners corners)
+{
+    if (m_corners == corners)
+        return;
+    m_corners = corners;
+    update();
+}
+
+// Painting.
+
+void PinnedView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const DevicePixels pixels(painter); // a fractional scale must not blur the picture
+    m_picture.paint(painter, QRect(QPoint(), m_pixels));
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (m_corners == Corners::blended)
+        eraseCorners(painter);
+    paintBorder(painter);
+}
+
+int PinnedView::borderWidth() const
+{
+    return std::max(1, qRound(kBorderWidth * m_scale));
+}
+
+void PinnedView::paintBorder(QPainter& painter) const
+{
+    const int width = borderWidth();
+    const qreal inset = width / 2.0;
+    const qreal radius = std::max(0.0, kRadius * m_scale - inset);
+    painter.setPen(QPen(m_hovering ? Config::leafGreen : kBorderColor, width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(QPointF(), m_pixels).adjusted(inset, inset, -inset, -inset),
+                            radius, radius);
+}
+
+// Only the four corners: a rounded clip would make the whole picture slow.
+void PinnedView::eraseCorners(QPainter& painter) const
+{
+    const QRectF whole(QPointF(), m_pixels);
+    const qreal radius = kRadius * m_scale;
+    QPainterPath rounded;
+    rounded.addRoundedRect(whole, radius, radius);
+    const QSizeF side = QSizeF(radius, radius).boundedTo(whole.size() / 2);
+    painter.save();
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    for (const QPointF corner : {whole.topLeft(), whole.topRight() - QPointF(side.width(), 0),
+                                 whole.bottomLeft() - QPointF(0, side.height()),
+                                 whole.bottomRight() - QPointF(side.width(), side.height())}) {
+        QPainterPath square;
+        square.addRect({corner, side});
+        painter.fillPath(square - rounded, Qt::black);
+    }
+    painter.restore();
+}
+
+// The pointer.
+
+void PinnedView::setHovering(bool hovering)
+{
+    if (m_hovering == hovering)
+        return;
+    m_hovering = hovering;
+    update();
+}
+
+void PinnedView::enterEvent(QEnterEvent*)
+{
+    setHovering(true);
+}
+
+void PinnedView::leaveEvent(QEvent*)
+{
+    setHovering(false);
+}
+
+void PinnedView::mousePressEvent(QMouseEvent* event)
+{
+    if (m_panel && event->button() == Qt::LeftButton)
+        m_panel->grip();
+}
+
+void PinnedView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_panel && event->buttons().testFlag(Qt::LeftButton))
+        m_panel->follow();
+}
+
+void PinnedView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (m_panel && event->button() == Qt::LeftButton)
+        m_panel->letGo();
+}
+
+void PinnedView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (m_panel && event->button() == Qt::LeftButton)
+        m_panel->dismiss();
+}
+
+void PinnedView::wheelEvent(QWheelEvent* event)
+{
+    event->accept();
+    const WheelDelta turn = WheelDelta::of(*event);
+    if (m_panel && turn.amount != 0)
+        m_panel->zoomBy(PinGeometry::factor(turn));
+}
+
+// The menu.
+
+void PinnedView::contextMenuEvent(QContextMenuEvent* event)
+{
+    openMenu(event->reason() == QContextMenuEvent::Mouse ? event->globalPos()
+                                                         : mapToGlobal(rect().center()));
+}
+
+void PinnedView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        openMenu(mapToGlobal(rect().center()));
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void PinnedView::openMenu(QPoint global)
+{
+    if (!m_panel || (m_menu && m_menu->isVisible()))
+        return;
+    m_panel->letGo();
+    m_menu = new QMenu(this);
+    m_menu->setAttribute(Qt::WA_DeleteOnClose);
+    m_menu->addAction(QStringLiteral("Copiar"), m_panel, &PinnedCapture::copyImage);
+    m_menu->addAction(QStringLiteral("Guardar…"), m_panel, &PinnedCapture::saveImage);
+    m_menu->addAction(QStringLiteral("Cerrar"), m_panel, &PinnedCapture::dismiss);
+    m_menu->popup(global);
+}
+
+} // namespace brindlecam

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "recents/PinPicture.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class QMenu;
+
+namespace brindlecam {
+
+class PinnedCapture;
+
+/// What a pin shows: the capture with rounded corners and a border that turns green under the
+/// pointer. Hands every gesture on to its pin, and ignores them once that is gone. Main thread.
+class PinnedView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// How the corners are rounded.
+    enum class Corners {
+        blended, ///< painted transparent
+        cut,     ///< left to the shape of the window
+    };
+
+    PinnedView(const QImage& image, PinnedCapture& panel);
+
+    /// The pin's size, and how many of its pixels make a point.
+    void setPixels(QSize pixels, qreal scale);
+    void setCorners(Corners corners);
+
+    /// Opens the context menu there (Qt's global points).
+    void openMenu(QPoint global);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void setHovering(bool hovering);
+    void paintBorder(QPainter& painter) const;
+    void eraseCorners(QPainter& painter) const;
+    [[nodiscard]] int borderWidth() const;
+
+    QPointer<PinnedCapture> m_panel;
+    PinPicture m_picture;
+    QSize m_pixels;
+    qreal m_scale = 1; ///< native pixels per point
+    Corners m_corners = Corners::blended;
+    bool m_hovering = false;
+    QPointer<QMenu> m_menu;
+};
+
+} // namespace brindlecam
