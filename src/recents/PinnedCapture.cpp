@@ -8,6 +8,8 @@
 
 #include <QCloseEvent>
 
+#include <cmath>
+
 namespace brindlecam {
 
 namespace {
@@ -34,8 +36,8 @@ void PinnedCapture::open(const QRect& native)
 {
     m_frame = native;
     m_screen = PinGeometry::screenOf(m_frame, m_displays.screens());
-    shapeItself(native.size());
     m_panels.show(*this, native);
+    shapeItself();
     m_sincePut.start();
 }
 
@@ -55,6 +57,7 @@ void PinnedCapture::moveTo(const QRectF& frame)
     m_frame = frame;
     m_panels.place(*this, PinGeometry::onPixels(frame));
     m_sincePut.start();
+    shapeItself();
 }
 
 void PinnedCapture::zoomBy(qreal factor)
@@ -64,30 +67,28 @@ void PinnedCapture::zoomBy(qreal factor)
     moveTo(PinGeometry::reachable(zoomed, m_displays.layout()));
 }
 
-void PinnedCapture::grip()
+void PinnedCapture::grip(QPoint pointer)
 {
     noticeForeignMoves();
     m_panels.focus(*this);
-    if (const auto pointer = m_displays.pointer())
-        m_drag = Drag{.from = *pointer, .frame = m_frame};
+    m_drag = Drag{.from = pointer, .frame = m_frame};
 }
 
-void PinnedCapture::follow()
+void PinnedCapture::follow(QPoint pointer)
 {
-    const auto pointer = m_displays.pointer();
-    if (!m_drag || !pointer)
+    if (!m_drag)
         return;
-    const QPoint way = *pointer - m_drag->from;
+    const QPoint way = pointer - m_drag->from;
     m_drag->moves = m_drag->moves || way.manhattanLength() >= kDragDistance * scale();
     if (!m_drag->moves)
         return;
     // The screen under the pointer decides: the pin's own centre would move with its size.
-    const QRectF underPointer(*pointer, QSizeF());
+    const QRectF underPointer(pointer, QSizeF());
     const auto screen = PinGeometry::screenOf(underPointer, m_displays.layout());
     m_frame = m_drag->frame.translated(way);
     if (screen && screen->scale != scale()) {
-        adaptTo(screen, *pointer);
-        m_drag = Drag{.from = *pointer, .frame = m_frame, .moves = true};
+        adaptTo(screen, pointer);
+        m_drag = Drag{.from = pointer, .frame = m_frame, .moves = true};
     }
     m_screen = screen;
     moveTo(m_frame);
@@ -124,12 +125,24 @@ void PinnedCapture::stayReachable()
 void PinnedCapture::resizeEvent(QResizeEvent*)
 {
     m_view->setGeometry(rect());
-    if (const QRect actual = m_panels.nativeRect(*this); !actual.isEmpty())
-        shapeItself(actual.size());
+    shapeItself();
 }
 
-void PinnedCapture::shapeItself(QSize pixels)
+/// What was asked for, exactly, once the widget has about that size: it counts in points. Until
+/// then, and when the window manager has other ideas, what the widget has.
+QSize PinnedCapture::shownPixels() const
 {
+    const QSize asked = PinGeometry::onPixels(m_frame).size();
+    const qreal ratio = devicePixelRatioF();
+    const QSize shown = (QSizeF(size()) * ratio).toSize();
+    const QSize off = shown - asked;
+    const bool same = std::abs(off.width()) <= ratio && std::abs(off.height()) <= ratio;
+    return same ? asked : shown;
+}
+
+void PinnedCapture::shapeItself()
+{
+    const QSize pixels = shownPixels();
     const bool blends = m_panels.translucent();
     m_view->setPixels(pixels, scale());
     m_view->setCorners(blends ? PinnedView::Corners::blended : PinnedView::Corners::cut);

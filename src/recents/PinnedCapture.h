@@ -37,9 +37,9 @@ public:
     /// Resizes it around its centre.
     void zoomBy(qreal factor);
 
-    /// A hand takes it where the pointer is, moves with it, lets go.
-    void grip();
-    void follow();
+    /// A hand takes it at this place (native pixels), moves, lets go.
+    void grip(QPoint pointer);
+    void follow(QPoint pointer);
     void letGo();
 
     void copyImage();
@@ -69,7 +69,8 @@ private:
     void noticeForeignMoves();
     void moveTo(const QRectF& frame);
     void adaptTo(const std::optional<ScreenInfo>& screen, QPointF fixed);
-    void shapeItself(QSize pixels);
+    [[nodiscard]] QSize shownPixels() const;
+    void shapeItself();
 
     const Rendered m_rendered;
     Panels& m_panels;

@@ -8,11 +8,13 @@
 #include "recents/PinnedCapture.h"
 
 #include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScreen>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -26,6 +28,19 @@ constexpr qreal kRadius = PinnedCapture::kCornerRadius;
 constexpr qreal kBorderWidth = 1.5;
 
 const QColor kBorderColor = QColor::fromRgbF(1.0F, 1.0F, 1.0F, 0.35F);
+
+/// Where the event happened, in native pixels of the global desktop. Not where the pointer is by
+/// now: a hand that has let go moves on.
+QPoint nativePlace(const QMouseEvent& event)
+{
+    const QPointF place = event.globalPosition();
+    const QScreen* screen = QGuiApplication::screenAt(place.toPoint());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    // Qt keeps a screen's origin in pixels and divides the rest only.
+    const QPointF origin(screen->geometry().topLeft());
+    return (origin + (place - origin) * screen->devicePixelRatio()).toPoint();
+}
 
 } // namespace
 
@@ -129,13 +144,13 @@ void PinnedView::leaveEvent(QEvent*)
 void PinnedView::mousePressEvent(QMouseEvent* event)
 {
     if (m_panel && event->button() == Qt::LeftButton)
-        m_panel->grip();
+        m_panel->grip(nativePlace(*event));
 }
 
 void PinnedView::mouseMoveEvent(QMouseEvent* event)
 {
     if (m_panel && event->buttons().testFlag(Qt::LeftButton))
-        m_panel->follow();
+        m_panel->follow(nativePlace(*event));
 }
 
 void PinnedView::mouseReleaseEvent(QMouseEvent* event)
@@ -181,6 +196,7 @@ void PinnedView::openMenu(QPoint global)
     m_panel->letGo();
     m_menu = new QMenu(this);
     m_menu->setAttribute(Qt::WA_DeleteOnClose);
+    m_menu->setAttribute(Qt::WA_X11NetWmWindowTypePopupMenu);
     m_menu->addAction(QStringLiteral("Copiar"), m_panel, &PinnedCapture::copyImage);
     m_menu->addAction(QStringLiteral("Guardar…"), m_panel, &PinnedCapture::saveImage);
     m_menu->addAction(QStringLiteral("Cerrar"), m_panel, &PinnedCapture::dismiss);

@@ -1,0 +1,117 @@
+#include "desktop/support/PinTest.h"
+
+#include <algorithm>
+
+namespace brindlecam::desktop {
+
+namespace {
+
+constexpr auto kPin = "_NET_WM_WINDOW_TYPE_UTILITY";
+constexpr auto kMenu = "_NET_WM_WINDOW_TYPE_POPUP_MENU";
+
+// Points: where the bar lies below the selection, and the pin's button in it.
+constexpr int kBarGap = 8;
+constexpr int kBarWidth = 230;
+constexpr int kPinButton = 36 + 15;
+constexpr int kMiddle = 19;
+
+constexpr int kBorder = 2;
+constexpr int kRadius = 6;
+
+} // namespace
+
+void PinTest::usePins(const DesktopOptions& options)
+{
+    usePatternedDesktop(options);
+    program().writeSettings({{QStringLiteral("showLoupe"), false}});
+    startProgram();
+    input().moveTo(kAside);
+    m_before = screen().grabAtRest();
+}
+
+bool PinTest::pinArea(const QRect& area)
+{
+    const std::size_t earlier = pins().size();
+    if (!openArea())
+        return false;
+    const QPoint end(area.x() + area.width(), area.y() + area.height());
+    input().drag(area.topLeft(), end);
+    input().click({end.x() - kBarWidth + kPinButton, end.y() + kBarGap + kMiddle});
+    input().moveTo(kAside);
+    return sessionIsOver() && waitUntil([&] {
+               const auto all = pins();
+               return all.size() == earlier + 1 &&
+                      std::ranges::any_of(
+                          all, [&](const SeenWindow& pin) { return pin.pixels == area; });
+           });
+}
+
+std::vector<SeenWindow> PinTest::pins()
+{
+    return windows().shown(program().pid(), kPin);
+}
+
+bool PinTest::isOnlyPin(const QRect& place)
+{
+    return waitUntil([&] {
+        const auto all = pins();
+        return all.size() == 1 && all.front().pixels == place;
+    });
+}
+
+bool PinTest::pinsAreGone()
+{
+    return waitUntil([this] { return pins().empty(); });
+}
+
+bool PinTest::shows(const QRect& place, const QImage& picture)
+{
+    return waitUntil(
+        [&] { return difference(screen().grab(place), picture, inside(place.size())) == 0; });
+}
+
+QRegion PinTest::inside(QSize pin)
+{
+    QRegion region = QRect(QPoint(), pin).adjusted(kBorder, kBorder, -kBorder, -kBorder);
+    for (const int x : {0, pin.width() - kRadius}) {
+        for (const int y : {0, pin.height() - kRadius})
+            region -= QRect(x, y, kRadius, kRadius);
+    }
+    return region;
+}
+
+bool PinTest::openMenu(QPoint place)
+{
+    input().click(place, Button::right);
+    return waitUntil([this] { return menus().size() == 1; });
+}
+
+void PinTest::choose(int downs)
+{
+    for (int i = 0; i < downs; ++i)
+        input().tap(XK_Down);
+    input().tap(XK_Return);
+}
+
+std::vector<SeenWindow> PinTest::menus()
+{
+    return windows().shown(program().pid(), kMenu);
+}
+
+void PinTest::ask(xcb_window_t window, const QByteArray& message,
+                  std::initializer_list<std::uint32_t> data)
+{
+    const Connection& connection = desktop().connection();
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = connection.atom(message);
+    std::copy(data.begin(), data.end(), std::begin(event.data.data32));
+    xcb_send_event(connection.raw(), 0, connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&event));
+    connection.sync();
+}
+
+} // namespace brindlecam::desktop

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "desktop/support/CaptureTest.h"
+
+#include <QRegion>
+
+#include <initializer_list>
+#include <optional>
+
+namespace brindlecam::desktop {
+
+/// Base of the tests about pins: how a user makes one, finds it on the screen and opens its menu.
+/// Native pixels of the whole screen, at one pixel per point where places in bars are meant.
+class PinTest : public CaptureTest {
+    Q_OBJECT
+
+protected:
+    static constexpr QRect kDragged{300, 250, 400, 300};
+    /// Where no test's pin lies.
+    static constexpr QPoint kAside{20, 780};
+
+    /// A desktop with the program running and the pointer aside; before() is what it looks like.
+    void usePins(const DesktopOptions& options = {});
+    [[nodiscard]] const QImage& before() const { return m_before; }
+
+    /// Takes an area by real drags and presses the bar's button; the pointer goes aside. False when
+    /// no pin covers the area afterwards.
+    [[nodiscard]] bool pinArea(const QRect& area = kDragged);
+    [[nodiscard]] std::vector<SeenWindow> pins();
+    /// Waits until there is exactly one pin, in this place.
+    [[nodiscard]] bool isOnlyPin(const QRect& place);
+    [[nodiscard]] bool pinsAreGone();
+
+    /// Waits until the pin in this place shows the picture pixel for pixel inside its border.
+    [[nodiscard]] bool shows(const QRect& place, const QImage& picture);
+    /// What lies inside the border of a pin as large as this, which has round corners.
+    [[nodiscard]] static QRegion inside(QSize pin);
+
+    /// Opens the menu there with the right button and waits for it.
+    [[nodiscard]] bool openMenu(QPoint place);
+    /// Chooses the item that so many presses of the Down key reach.
+    void choose(int downs);
+    [[nodiscard]] std::vector<SeenWindow> menus();
+
+    /// Asks the window manager for something, as pagers do.
+    void ask(xcb_window_t window, const QByteArray& message,
+             std::initializer_list<std::uint32_t> data);
+
+private:
+    QImage m_before;
+};
+
+} // namespace brindlecam::desktop
