@@ -54,10 +54,15 @@ void PinnedCapture::noticeForeignMoves()
 
 void PinnedCapture::moveTo(const QRectF& frame)
 {
+    const QRect pixels = PinGeometry::onPixels(frame);
+    // The shape grows first: else the middle of a window that has grown by several steps lies
+    // outside of it, and the pointer on something else.
+    cut(pixels.size().expandedTo(shownPixels()));
     m_frame = frame;
-    m_panels.place(*this, PinGeometry::onPixels(frame));
+    m_panels.place(*this, pixels);
     m_sincePut.start();
-    shapeItself();
+    if (pixels.size() == shownPixels())
+        shapeItself();
 }
 
 void PinnedCapture::zoomBy(qreal factor)
@@ -67,17 +72,30 @@ void PinnedCapture::zoomBy(qreal factor)
     moveTo(PinGeometry::reachable(zoomed, m_displays.layout()));
 }
 
-void PinnedCapture::grip(QPoint pointer)
+/// The pixel that was rounded to this one, as long as the pointer is still there.
+QPoint PinnedCapture::exact(QPoint pointer) const
+{
+    const auto now = m_displays.pointer();
+    if (!now)
+        return pointer;
+    const QPoint off = *now - pointer;
+    return std::abs(off.x()) <= scale() && std::abs(off.y()) <= scale() ? *now : pointer;
+}
+
+void PinnedCapture::grip(QPointF place)
 {
     noticeForeignMoves();
     m_panels.focus(*this);
-    m_drag = Drag{.from = pointer, .frame = m_frame};
+    const QPoint from =
+        PinGeometry::onPixels(m_frame).topLeft() + (place * devicePixelRatioF()).toPoint();
+    m_drag = Drag{.from = from, .frame = m_frame};
 }
 
-void PinnedCapture::follow(QPoint pointer)
+void PinnedCapture::follow(QPoint rounded)
 {
     if (!m_drag)
         return;
+    const QPoint pointer = exact(rounded);
     const QPoint way = pointer - m_drag->from;
     m_drag->moves = m_drag->moves || way.manhattanLength() >= kDragDistance * scale();
     if (!m_drag->moves)
@@ -143,11 +161,17 @@ QSize PinnedCapture::shownPixels() const
 void PinnedCapture::shapeItself()
 {
     const QSize pixels = shownPixels();
-    const bool blends = m_panels.translucent();
     m_view->setPixels(pixels, scale());
-    m_view->setCorners(blends ? PinnedView::Corners::blended : PinnedView::Corners::cut);
-    m_panels.setShape(*this,
-                      blends ? QRegion() : PinGeometry::rounded(pixels, kCornerRadius * scale()));
+    m_view->setCorners(m_panels.translucent() ? PinnedView::Corners::blended
+                                              : PinnedView::Corners::cut);
+    cut(pixels);
+}
+
+void PinnedCapture::cut(QSize pixels)
+{
+    const bool blends = m_panels.translucent();
+    m_panels.setShape(*this, blends ? QRegion()
+                                    : PinGeometry::rounded(pixels, kCornerRadius * scale()));
 }
 
 // What becomes of it.

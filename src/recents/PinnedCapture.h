@@ -37,9 +37,10 @@ public:
     /// Resizes it around its centre.
     void zoomBy(qreal factor);
 
-    /// A hand takes it at this place (native pixels), moves, lets go.
-    void grip(QPoint pointer);
-    void follow(QPoint pointer);
+    /// A hand takes it at this place of it (points), moves to that one of the desktop (native
+    /// pixels, which Qt may have rounded to points), lets go.
+    void grip(QPointF place);
+    void follow(QPoint rounded);
     void letGo();
 
     void copyImage();
@@ -66,11 +67,13 @@ private:
     };
 
     [[nodiscard]] qreal scale() const { return m_screen ? m_screen->scale : 1; }
+    [[nodiscard]] QPoint exact(QPoint pointer) const;
     void noticeForeignMoves();
     void moveTo(const QRectF& frame);
     void adaptTo(const std::optional<ScreenInfo>& screen, QPointF fixed);
     [[nodiscard]] QSize shownPixels() const;
     void shapeItself();
+    void cut(QSize pixels);
 
     const Rendered m_rendered;
     Panels& m_panels;

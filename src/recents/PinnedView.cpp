@@ -29,8 +29,8 @@ constexpr qreal kBorderWidth = 1.5;
 
 const QColor kBorderColor = QColor::fromRgbF(1.0F, 1.0F, 1.0F, 0.35F);
 
-/// Where the event happened, in native pixels of the global desktop. Not where the pointer is by
-/// now: a hand that has let go moves on.
+/// Where the event happened, in native pixels of the global desktop, rounded to Qt's points. Not
+/// where the pointer is by now: a hand that has let go moves on.
 QPoint nativePlace(const QMouseEvent& event)
 {
     const QPointF place = event.globalPosition();
@@ -144,7 +144,7 @@ void PinnedView::leaveEvent(QEvent*)
 void PinnedView::mousePressEvent(QMouseEvent* event)
 {
     if (m_panel && event->button() == Qt::LeftButton)
-        m_panel->grip(nativePlace(*event));
+        m_panel->grip(event->scenePosition());
 }
 
 void PinnedView::mouseMoveEvent(QMouseEvent* event)
@@ -196,7 +196,6 @@ void PinnedView::openMenu(QPoint global)
     m_panel->letGo();
     m_menu = new QMenu(this);
     m_menu->setAttribute(Qt::WA_DeleteOnClose);
-    m_menu->setAttribute(Qt::WA_X11NetWmWindowTypePopupMenu);
     m_menu->addAction(QStringLiteral("Copiar"), m_panel, &PinnedCapture::copyImage);
     m_menu->addAction(QStringLiteral("Guardar…"), m_panel, &PinnedCapture::saveImage);
     m_menu->addAction(QStringLiteral("Cerrar"), m_panel, &PinnedCapture::dismiss);

@@ -7,7 +7,7 @@ namespace brindlecam::desktop {
 namespace {
 
 constexpr auto kPin = "_NET_WM_WINDOW_TYPE_UTILITY";
-constexpr auto kMenu = "_NET_WM_WINDOW_TYPE_POPUP_MENU";
+constexpr auto kMenu = "_NET_WM_WINDOW_TYPE_NORMAL" /* and unmanaged */;
 
 // Points: where the bar lies below the selection, and the pin's button in it.
 constexpr int kBarGap = 8;
@@ -26,6 +26,12 @@ void PinTest::usePins(const DesktopOptions& options)
     program().writeSettings({{QStringLiteral("showLoupe"), false}});
     startProgram();
     input().moveTo(kAside);
+    // A compositor without a wallpaper of its own paints the desktop grey, but not at once.
+    const QColor wallpaper = pattern({1, 1}).pixelColor(0, 0);
+    if (options.compositor != Compositor::none && !waitUntil([&] {
+            return screen().pixel({0, 0}) != wallpaper;
+        }))
+        qWarning("the compositor does not paint");
     m_before = screen().grabAtRest();
 }
 
@@ -53,10 +59,14 @@ std::vector<SeenWindow> PinTest::pins()
 
 bool PinTest::isOnlyPin(const QRect& place)
 {
-    return waitUntil([&] {
-        const auto all = pins();
-        return all.size() == 1 && all.front().pixels == place;
-    });
+    if (waitUntil([&] {
+            const auto all = pins();
+            return all.size() == 1 && all.front().pixels == place;
+        }))
+        return true;
+    for (const SeenWindow& pin : pins())
+        qWarning() << "there is a pin at" << pin.pixels;
+    return false;
 }
 
 bool PinTest::pinsAreGone()
@@ -80,6 +90,18 @@ QRegion PinTest::inside(QSize pin)
     return region;
 }
 
+void PinTest::doubleClickPin(QPoint place)
+{
+    input().click(place + QPoint(20, 20)); // too far for one of two clicks
+    const auto hasFocus = [this] {
+        const auto all = pins();
+        return std::ranges::find(all, windows().focused(), &SeenWindow::id) != all.end();
+    };
+    if (!waitUntil(hasFocus))
+        qWarning("the pin has not got the focus");
+    input().doubleClick(place);
+}
+
 bool PinTest::openMenu(QPoint place)
 {
     input().click(place, Button::right);
@@ -95,7 +117,9 @@ void PinTest::choose(int downs)
 
 std::vector<SeenWindow> PinTest::menus()
 {
-    return windows().shown(program().pid(), kMenu);
+    auto all = windows().shown(program().pid(), kMenu);
+    std::erase_if(all, [](const SeenWindow& window) { return window.managed; });
+    return all;
 }
 
 void PinTest::ask(xcb_window_t window, const QByteArray& message,

@@ -36,6 +36,10 @@ protected:
     /// What lies inside the border of a pin as large as this, which has round corners.
     [[nodiscard]] static QRegion inside(QSize pin);
 
+    /// Double-clicks there, on a pin that has got the focus by a click beside it: a window manager
+    /// holds the clicks on other windows back, and no hand clicks twice before it has answered.
+    void doubleClickPin(QPoint place);
+
     /// Opens the menu there with the right button and waits for it.
     [[nodiscard]] bool openMenu(QPoint place);
     /// Chooses the item that so many presses of the Down key reach.

@@ -127,10 +127,10 @@ void PanelWindow::cut()
         x11::setShape(id(), *m_shape);
 }
 
-void PanelWindow::setOverFullScreen(bool over)
+bool PanelWindow::setOverFullScreen(bool over)
 {
     if (!isPin() || m_traits.managed == !over)
-        return;
+        return false;
     m_traits.managed = !over;
     const bool shown = m_widget.isVisible();
     const QRect native = shown ? nativeRect() : m_native;
@@ -141,6 +141,13 @@ void PanelWindow::setOverFullScreen(bool over)
     m_widget.winId();
     if (shown)
         show(native);
+    return shown;
+}
+
+void PanelWindow::raiseDialog()
+{
+    if (m_role == PanelRole::dialog && m_widget.isVisible())
+        x11::raise(id());
 }
 
 void PanelWindow::watchWindow()

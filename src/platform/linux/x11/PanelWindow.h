@@ -36,8 +36,10 @@ public:
 
     [[nodiscard]] bool isPin() const { return m_role == PanelRole::pin; }
     /// Takes a pin away from the window manager, which would keep it below a full-screen window,
-    /// and gives it back. Does nothing to other panels.
-    void setOverFullScreen(bool over);
+    /// and gives it back. Says whether it was shown anew for that; other panels stay as they are.
+    bool setOverFullScreen(bool over);
+    /// Brings a dialog that is open to the front; does nothing to other panels.
+    void raiseDialog();
 
 protected:
     /// A press on an overlay gives it the focus before the press arrives.

@@ -42,8 +42,14 @@ void X11Panels::watchFullScreen()
     if (!m_fullScreen) {
         m_fullScreen = std::make_unique<FullScreenWatch>(m_events, [this] { watchFullScreen(); });
     }
+    bool shownAgain = false;
     for (const auto& [widget, window] : m_windows)
-        window->setOverFullScreen(m_fullScreen->covers());
+        shownAgain = window->setOverFullScreen(m_fullScreen->covers()) || shownAgain;
+    // A dialog that was opened meanwhile, to save a pin, stays above them.
+    for (const auto& [widget, window] : m_windows) {
+        if (shownAgain)
+            window->raiseDialog();
+    }
 }
 
 void X11Panels::show(QWidget& widget, const QRect& native)

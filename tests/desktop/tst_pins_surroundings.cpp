@@ -1,0 +1,353 @@
+#include "desktop/support/PinTest.h"
+#include "desktop/support/VisibleWindows.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <array>
+
+namespace brindlecam::desktop {
+
+/// Pins among windows, desktops, screens and scales.
+class TestPinsSurroundings final : public PinTest {
+    Q_OBJECT
+
+private:
+    static constexpr QRect kLeft{0, 0, 800, 600};
+    static constexpr QRect kRight{800, 0, 1366, 768};
+    static constexpr QRect kOnRight{1001, 300, 450, 300};
+
+    static void addCompositors()
+    {
+        QTest::addColumn<Compositor>("compositor");
+        QTest::newRow("plain") << Compositor::none;
+        QTest::newRow("picom") << Compositor::picom;
+    }
+
+    /// Two screens side by side at these scales.
+    void useTwoScreens(const char* scales = "LEFT=1;RIGHT=1.5")
+    {
+        usePatternedDesktop({.server = {.pixels = {2166, 768},
+                                        .monitors = {{QStringLiteral("LEFT"), kLeft},
+                                                     {QStringLiteral("RIGHT"), kRight}}}});
+        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
+                                       QString::fromLatin1(scales));
+        program().writeSettings({{QStringLiteral("showLoupe"), false}});
+        startProgram();
+    }
+
+    /// Takes an area of the right screen, at 1.5 pixels per point.
+    [[nodiscard]] bool pinOnTheRight()
+    {
+        pressHotKey(kAreaKey);
+        if (!sessionIsReady(2))
+            return false;
+        const QPoint end = kOnRight.topLeft() + QPoint(kOnRight.width(), kOnRight.height());
+        input().drag(kOnRight.topLeft(), end);
+        // The bar's end and the button in it, scaled.
+        input().click(end + QPoint((-230 + 51) * 3 / 2, (8 + 19) * 3 / 2));
+        input().moveTo({20, 580});
+        return sessionIsOver() && isOnlyPin(kOnRight);
+    }
+
+    void setFullScreen(const ClientWindow& window, bool fullScreen)
+    {
+        const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
+        ask(window.id(), "_NET_WM_STATE", {fullScreen ? 1U : 0U, state, 0, 2});
+        QVERIFY(waitUntil([&] { return (window.pixels() == screen().pixels()) == fullScreen; }));
+    }
+    void activate(const ClientWindow& window)
+    {
+        ask(window.id(), "_NET_ACTIVE_WINDOW", {2, 0, 0});
+        QVERIFY(becomesActive(window));
+    }
+
+    /// Whether the pin shows its border and its picture, and the window's colour lies around it.
+    [[nodiscard]] bool liesAbove(QColor around, const QRect& place = kDragged)
+    {
+        return waitUntil(
+                   [&] { return screen().pixel(place.topLeft() - QPoint(3, 3)) == around; }) &&
+               shows(place, before().copy(kDragged));
+    }
+
+    /// RssAnon in kB.
+    [[nodiscard]] qint64 memory()
+    {
+        QFile status(QStringLiteral("/proc/%1/status").arg(program().pid()));
+        if (!status.open(QIODevice::ReadOnly))
+            return 0;
+        static const QRegularExpression size(QStringLiteral("RssAnon:\\s*(\\d+) kB"));
+        return size.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
+    }
+    /// Once the buffers of the last session are given back.
+    [[nodiscard]] qint64 memoryAtRest()
+    {
+        qint64 least = memory();
+        QElapsedTimer sinceLess;
+        sinceLess.start();
+        static_cast<void>(waitUntil([&] {
+            if (const qint64 now = memory(); now < least) {
+                least = now;
+                sinceLess.start();
+            }
+            return sinceLess.hasExpired(6000);
+        }));
+        return least;
+    }
+
+private Q_SLOTS:
+    void pinLiesAboveTheActiveWindow_data() { addCompositors(); }
+    void pinLiesAboveTheActiveWindow()
+    {
+        QFETCH(Compositor, compositor);
+        usePins({.compositor = compositor});
+        QVERIFY(pinArea());
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        activate(window);
+        QVERIFY(liesAbove(Qt::red));
+        // What shines through its round corners, or past them.
+        QCOMPARE(screen().pixel(kDragged.topLeft()), QColor(Qt::red));
+        QCOMPARE(screen().pixel(kDragged.bottomRight()), QColor(Qt::red));
+        input().drag({500, 400}, {520, 430});
+        QVERIFY(liesAbove(Qt::red, kDragged.translated(20, 30)));
+    }
+
+    void pinLiesAboveWindowsWithoutAWindowManager()
+    {
+        usePins({.windowManager = WindowManager::none});
+        QVERIFY(pinArea());
+        input().drag({500, 400}, {520, 430});
+        QVERIFY(isOnlyPin(kDragged.translated(20, 30)));
+        QVERIFY(shows(kDragged.translated(20, 30), before().copy(kDragged)));
+    }
+
+    void pinTakesNoFocusWhenItAppears()
+    {
+        usePins();
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(800, 100, 300, 300), .colour = Qt::red});
+        activate(window);
+        QVERIFY(pinArea());
+        QVERIFY(becomesActive(window));
+        QVERIFY(waitUntil([&] { return window.hasFocus(); }));
+        input().click({500, 400});
+        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+    }
+
+    void pinStaysOnEveryDesktop()
+    {
+        usePins();
+        const Connection& connection = desktop().connection();
+        ask(connection.root(), "_NET_NUMBER_OF_DESKTOPS", {3});
+        QVERIFY(pinArea());
+        input().drag({500, 400}, {520, 430});
+        const QRect moved = kDragged.translated(20, 30);
+        for (const std::uint32_t number : {2U, 1U, 0U}) {
+            ask(connection.root(), "_NET_CURRENT_DESKTOP", {number});
+            QVERIFY(waitUntil([&] {
+                return connection.property32(connection.root(), "_NET_CURRENT_DESKTOP") ==
+                       std::vector{number};
+            }));
+            QVERIFY(isOnlyPin(moved));
+            QVERIFY(shows(moved, before().copy(kDragged)));
+        }
+    }
+
+    void pinLiesAboveAFullScreenProgram_data() { addCompositors(); }
+    void pinLiesAboveAFullScreenProgram()
+    {
+        QFETCH(Compositor, compositor);
+        usePins({.compositor = compositor});
+        QVERIFY(pinArea());
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        activate(window);
+        setFullScreen(window, true);
+        QVERIFY(liesAbove(Qt::red));
+        QVERIFY(window.hasFocus());
+        // It can be used there like anywhere.
+        input().drag({500, 400}, {600, 430});
+        const QRect moved = kDragged.translated(100, 30);
+        QVERIFY(isOnlyPin(moved));
+        QVERIFY(liesAbove(Qt::red, moved));
+        setFullScreen(window, false);
+        activate(window);
+        QVERIFY(waitUntil([this] { return pins().size() == 1 && pins().front().managed; }));
+        QVERIFY(isOnlyPin(moved));
+        QVERIFY(shows(moved, before().copy(kDragged)));
+        doubleClickPin({600, 430});
+        QVERIFY(pinsAreGone());
+    }
+
+    void pinMadeOverAFullScreenProgramLiesAboveIt()
+    {
+        usePins();
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        activate(window);
+        setFullScreen(window, true);
+        QVERIFY(pinArea());
+        QVERIFY(becomesActive(window));
+        input().drag({500, 400}, {600, 430});
+        QVERIFY(isOnlyPin(kDragged.translated(100, 30)));
+        QVERIFY(waitUntil([this] { return screen().pixel({600, 280}) != QColor(Qt::red); }));
+    }
+
+    void savePanelLiesAboveALargePinOverAFullScreenProgram()
+    {
+        usePins();
+        const QRect large(10, 10, 1260, 740);
+        QVERIFY(pinArea(large));
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        activate(window);
+        setFullScreen(window, true);
+        QVERIFY(waitUntil([this] { return pins().size() == 1 && !pins().front().managed; }));
+        QVERIFY(openMenu({500, 400}));
+        choose(2);
+        QVERIFY(waitUntil(
+            [this] { return dialogs().size() == 1 && windows().hasKeyboard(program().pid()); }));
+        const auto panelIsOnTop = [this] {
+            const QRect panel = dialogs().front().pixels;
+            const auto all = visibleWindows(desktop().connection());
+            const auto top =
+                std::ranges::find_if(all.rbegin(), all.rend(), [&](const VisibleWindow& seen) {
+                    return seen.pixels.contains(panel.center());
+                });
+            return top != all.rend() && top->pixels.width() < 1260;
+        };
+        QVERIFY(waitUntil(panelIsOnTop));
+        input().tap(XK_Escape);
+        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(isOnlyPin(large));
+    }
+
+    void everyPixelIsSharpAtEveryScale_data()
+    {
+        QTest::addColumn<QString>("scale");
+        for (const char* scale : {"1.25", "1.5", "1.75", "2", "3"})
+            QTest::addRow("%s", scale) << QString::fromLatin1(scale);
+    }
+    void everyPixelIsSharpAtEveryScale()
+    {
+        QFETCH(QString, scale);
+        usePatternedDesktop({.server = {.pixels = {1920, 1080}}});
+        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
+        program().writeSettings({{QStringLiteral("showLoupe"), false}});
+        startProgram();
+        input().moveTo({10, 1060});
+        const QImage clean = screen().grabAtRest();
+        QVERIFY(openArea());
+        input().drag({301, 203}, {1105, 500});
+        const qreal factor = scale.toDouble();
+        const QPoint button((-230 + 51) * factor, (8 + 19) * factor);
+        input().click(QPoint(1105, 500) + button);
+        input().moveTo({10, 1060});
+        QVERIFY(sessionIsOver());
+        QVERIFY(waitUntil([this] { return pins().size() == 1; }));
+        const QRect place = pins().front().pixels;
+        const int border = qRound(1.5 * factor);
+        const int radius = qCeil(6 * factor);
+        QRegion inside = QRect(QPoint(), place.size()).adjusted(border, border, -border, -border);
+        for (const int x : {0, place.width() - radius}) {
+            for (const int y : {0, place.height() - radius})
+                inside -= QRect(x, y, radius, radius);
+        }
+        QVERIFY(waitUntil(
+            [&] { return difference(screen().grab(place), clean.copy(place), inside) == 0; }));
+        // The border is as even on the far edges as on the near ones.
+        input().moveTo({700, 300});
+        const QColor green(46, 179, 77);
+        const auto isGreen = [&](int fromEdge) {
+            const QPoint far(place.width() - 1 - fromEdge, place.height() - 1 - fromEdge);
+            const QImage now = screen().grab(place);
+            return std::ranges::all_of(std::array{QPoint(100, fromEdge), QPoint(fromEdge, 100),
+                                                  QPoint(100, far.y()), QPoint(far.x(), 100)},
+                                       [&](QPoint at) { return now.pixelColor(at) == green; });
+        };
+        for (int fromEdge = 0; fromEdge < border; ++fromEdge)
+            QVERIFY(waitUntil([&] { return isGreen(fromEdge); }));
+        QVERIFY(!isGreen(border));
+        input().drag({700, 300}, {723, 317});
+        QVERIFY(isOnlyPin(place.translated(23, 17)));
+        input().moveTo({10, 1060});
+        QVERIFY(waitUntil([&] {
+            return difference(screen().grab(place.translated(23, 17)), clean.copy(place), inside) ==
+                   0;
+        }));
+    }
+
+    void pinKeepsItsPointsOnAScreenOfAnotherScale()
+    {
+        useTwoScreens();
+        QVERIFY(pinOnTheRight());
+        input().drag({1100, 400}, {300, 300});
+        // 450 × 300 pixels at 1.5 are 300 × 200 at 1, still held at the same place.
+        QVERIFY(waitUntil([this] {
+            return pins().size() == 1 && pins().front().pixels.size() == QSize(300, 200);
+        }));
+        QVERIFY(pins().front().pixels.contains(300, 300));
+        QVERIFY(kLeft.contains(pins().front().pixels));
+        input().drag({300, 300}, {1100, 400});
+        QVERIFY(waitUntil([this] {
+            return pins().size() == 1 && pins().front().pixels.size() == QSize(450, 300);
+        }));
+        QVERIFY(kRight.contains(pins().front().pixels));
+    }
+
+    void pinOfARemovedScreenComesBack()
+    {
+        useTwoScreens();
+        QVERIFY(pinOnTheRight());
+        desktop().server().removeMonitor(QStringLiteral("RIGHT"));
+        QVERIFY(waitUntil(
+            [this] { return pins().size() == 1 && kLeft.contains(pins().front().pixels); }));
+        QCOMPARE(pins().front().pixels.size(), QSize(300, 200));
+        doubleClickPin(pins().front().pixels.center());
+        QVERIFY(pinsAreGone());
+    }
+
+    void compositorComesAndGoes()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        desktop().startCompositor();
+        input().click({500, 400}, Button::wheelUp);
+        input().click({500, 400}, Button::wheelDown);
+        QVERIFY(waitUntil([this] { return pins().size() == 1; }));
+        desktop().endCompositor();
+        input().drag({500, 400}, {600, 430});
+        QVERIFY(program().isRunning());
+        doubleClickPin({600, 430});
+        QVERIFY(pinsAreGone());
+    }
+
+    void memoryIsGivenBackWithThePins()
+    {
+        usePins();
+        const auto round = [this] {
+            if (!pinArea())
+                return false;
+            doubleClickPin({500, 400});
+            return pinsAreGone();
+        };
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(round());
+        QVERIFY(waitUntil([this] { return history().size() == 3; }));
+        const qint64 before = memoryAtRest();
+        for (int i = 0; i < 50; ++i)
+            QVERIFY(round());
+        const qint64 after = memoryAtRest();
+        QVERIFY2(after <= before * 1.1,
+                 qPrintable(QStringLiteral("%1 kB, then %2 kB").arg(before).arg(after)));
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestPinsSurroundings)
+
+#include "tst_pins_surroundings.moc"
