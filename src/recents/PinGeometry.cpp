@@ -85,6 +85,8 @@ QRect onPixels(const QRectF& frame)
 
 QRegion rounded(QSize pixels, qreal radius)
 {
+    if (pixels.isEmpty())
+        return {};
     const qreal most = std::min({radius, pixels.width() / 2.0, pixels.height() / 2.0});
     const int rows = static_cast<int>(std::ceil(most));
     if (rows < 1)

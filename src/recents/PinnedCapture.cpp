@@ -85,7 +85,8 @@ QPoint PinnedCapture::exact(QPoint pointer) const
 void PinnedCapture::grip(QPointF place)
 {
     noticeForeignMoves();
-    m_panels.focus(*this);
+    if (!isActiveWindow())
+        m_panels.focus(*this);
     const QPoint from =
         PinGeometry::onPixels(m_frame).topLeft() + (place * devicePixelRatioF()).toPoint();
     m_drag = Drag{.from = from, .frame = m_frame};
@@ -144,6 +145,7 @@ void PinnedCapture::resizeEvent(QResizeEvent*)
 {
     m_view->setGeometry(rect());
     shapeItself();
+    repaint(); // Qt would let the old size be seen for some milliseconds
 }
 
 /// What was asked for, exactly, once the widget has about that size: it counts in points. Until
@@ -169,9 +171,11 @@ void PinnedCapture::shapeItself()
 
 void PinnedCapture::cut(QSize pixels)
 {
-    const bool blends = m_panels.translucent();
-    m_panels.setShape(*this, blends ? QRegion()
-                                    : PinGeometry::rounded(pixels, kCornerRadius * scale()));
+    const QSize wanted = m_panels.translucent() ? QSize() : pixels;
+    if (m_cut == wanted)
+        return;
+    m_cut = wanted;
+    m_panels.setShape(*this, PinGeometry::rounded(wanted, kCornerRadius * scale()));
 }
 
 // What becomes of it.

@@ -81,6 +81,7 @@ private:
     PinnedView* m_view; ///< a child
     QRectF m_frame;     ///< where it was put; reals, so that small steps add up
     QElapsedTimer m_sincePut;
+    std::optional<QSize> m_cut; ///< what the window was cut for, in pixels; empty: for nothing
     std::optional<ScreenInfo> m_screen;
     std::optional<Drag> m_drag;
 };

@@ -93,9 +93,14 @@ QRegion PinTest::inside(QSize pin)
 void PinTest::doubleClickPin(QPoint place)
 {
     input().click(place + QPoint(20, 20)); // too far for one of two clicks
-    const auto hasFocus = [this] {
+    const Connection& connection = desktop().connection();
+    const bool managed = connection.hasWindowManager();
+    const auto hasFocus = [&] {
         const auto all = pins();
-        return std::ranges::find(all, windows().focused(), &SeenWindow::id) != all.end();
+        const auto pin = std::ranges::find(all, windows().focused(), &SeenWindow::id);
+        return pin != all.end() &&
+               (!managed || connection.property32(connection.root(), "_NET_ACTIVE_WINDOW") ==
+                                std::vector<std::uint32_t>{pin->id});
     };
     if (!waitUntil(hasFocus))
         qWarning("the pin has not got the focus");
