@@ -6,6 +6,7 @@
 #include "OverlayPictures.h"
 #include "PanelPictures.h"
 #include "Photographer.h"
+#include "PinPictures.h"
 #include "app/Appearance.h"
 #include "app/Catalogues.h"
 #include "app/Defaults.h"
@@ -47,6 +48,7 @@ int main(int argc, char* argv[])
     pictures::takeBarPictures(photographer, prefs);
     pictures::takeMarkPictures(photographer, prefs);
     pictures::takePanelPictures(photographer);
+    pictures::takePinPictures(photographer);
     pictures::takeMenuPictures(photographer, prefs);
     pictures::takeDialogPictures(photographer, prefs);
     return 0;

@@ -36,8 +36,8 @@ protected:
     /// What lies inside the border of a pin as large as this, which has round corners.
     [[nodiscard]] static QRegion inside(QSize pin);
 
-    /// Double-clicks there, on a pin that has got the focus by a click beside it: a window manager
-    /// holds the clicks on other windows back, and no hand clicks twice before it has answered.
+    /// Double-clicks there as fast as a hand can. A window manager looks at every click on a
+    /// managed window first, and two in the same moment are one too many for it.
     void doubleClickPin(QPoint place);
 
     /// Opens the menu there with the right button and waits for it.

@@ -1,0 +1,54 @@
+#include "PinPictures.h"
+
+#include "Photographer.h"
+#include "app/Toast.h"
+#include "platform/Platform.h"
+#include "recents/PinnedCapture.h"
+#include "recents/PinnedCaptures.h"
+#include "recents/PinnedView.h"
+
+#include <QCoreApplication>
+#include <QEnterEvent>
+
+namespace brindlecam::pictures {
+
+namespace {
+
+constexpr int kMostTurns = 30;
+
+void zoomToTheLimit(PinnedCapture& pin, qreal factor)
+{
+    for (int turn = 0; turn < kMostTurns; ++turn)
+        pin.zoomBy(factor);
+}
+
+} // namespace
+
+void takePinPictures(Photographer& photographer)
+{
+    Platform& platform = photographer.platform();
+    Toast toast(*platform.displays, *platform.panels);
+    PinnedCaptures pins(*platform.panels, *platform.displays, toast);
+    const ScreenInfo screen = photographer.screen();
+    // Taken elsewhere than it is shown, so that it can be seen.
+    const QRect taken = screen.toNative({130, 120, 380, 260});
+    const Result<QImage> image = platform.grabber->grabRegion(taken);
+    if (!image)
+        qFatal("%s", qPrintable(image.error().message));
+    pins.pin(Rendered(image.value().copy(), QSizeF(taken.size()) / screen.scale),
+             screen.toNative({520, 300, 380, 260}));
+    photographer.take(QStringLiteral("pin"));
+
+    PinnedCapture& pin = *pins.open().front();
+    QEnterEvent enter({}, {}, {});
+    QCoreApplication::sendEvent(pin.findChild<PinnedView*>(), &enter);
+    photographer.take(QStringLiteral("pin-hovered"));
+    zoomToTheLimit(pin, 0.8);
+    photographer.take(QStringLiteral("pin-smallest"));
+    zoomToTheLimit(pin, 1.2);
+    photographer.take(QStringLiteral("pin-largest"));
+    pin.dismiss();
+    photographer.rest();
+}
+
+} // namespace brindlecam::pictures
