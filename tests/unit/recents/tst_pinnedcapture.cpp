@@ -1,91 +1,15 @@
+#include "PinnedFixture.h"
 #include "app/Config.h"
-#include "app/Toast.h"
-#include "recents/PinnedCapture.h"
-#include "recents/PinnedCaptures.h"
-#include "recents/PinnedView.h"
-#include "support/FakeDisplays.h"
-#include "support/FakePanels.h"
 #include "support/TestCase.h"
 
-#include <QContextMenuEvent>
-#include <QMenu>
-#include <QMouseEvent>
 #include <QPointer>
-#include <QPointingDevice>
-#include <QWheelEvent>
 
 namespace brindlecam {
 
-namespace {
-
-const ScreenInfo kPinnedScreen{QStringLiteral("A"), QRect(0, 0, 1920, 1080), 1,
-                               QRect(0, 0, 1920, 1080)};
-const ScreenInfo kPinnedDenseScreen{QStringLiteral("B"), QRect(1920, 0, 2880, 1800), 2,
-                                    QRect(1920, 0, 2880, 1800)};
-constexpr QRect kPinned(500, 400, 200, 100);
-
-/// The owner of the pins with what it works with, and hands on its newest pin.
-struct PinnedFixture {
-    PinnedFixture()
-    {
-        displays.all = {kPinnedScreen};
-        pins.onCopy = [this](const Rendered& picture, std::function<void()> done) {
-            copied.push_back(picture);
-            copyDone = std::move(done);
-        };
-        pins.onSave = [this](const Rendered& picture) { saved.push_back(picture); };
-    }
-
-    PinnedCapture& open(const QRect& native = kPinned, QSizeF points = {})
-    {
-        QImage image(native.size(), QImage::Format_RGB32);
-        image.fill(Qt::red);
-        pins.pin(Rendered(image, points.isEmpty() ? QSizeF(native.size()) : points), native);
-        return *pins.open().back();
-    }
-    [[nodiscard]] PinnedCapture& pin() const { return *pins.open().back(); }
-    [[nodiscard]] PinnedView& view() const { return *pin().findChild<PinnedView*>(); }
-    [[nodiscard]] QRect place() const { return panels.nativeRect(pin()); }
-
-    void mouse(QEvent::Type type, QPoint global, Qt::MouseButton button = Qt::LeftButton) const
-    {
-        const bool down = type != QEvent::MouseButtonRelease;
-        QMouseEvent event(type, QPointF(global - place().topLeft()), QPointF(global),
-                          type == QEvent::MouseMove ? Qt::NoButton : button,
-                          down ? button : Qt::NoButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&view(), &event);
-    }
-    void wheel(int notches) const { wheel(QPoint(), {0, notches * 120}, nullptr); }
-    void wheel(QPoint pixels, QPoint angle, const QPointingDevice* device) const
-    {
-        QWheelEvent event({}, {}, pixels, angle, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
-                          false, Qt::MouseEventNotSynthesized,
-                          device ? device : QPointingDevice::primaryPointingDevice());
-        QCoreApplication::sendEvent(&view(), &event);
-    }
-    [[nodiscard]] QImage look() const
-    {
-        QImage image(place().size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        view().render(&image, {}, {}, QWidget::RenderFlags());
-        return image.convertToFormat(QImage::Format_ARGB32);
-    }
-
-    test::FakePanels panels;
-    test::FakeDisplays displays;
-    Toast toast{displays, panels};
-    PinnedCaptures pins{panels, displays, toast};
-    std::vector<Rendered> copied;
-    std::vector<Rendered> saved;
-    std::function<void()> copyDone;
-};
-
-QMenu* menuOf(const PinnedFixture& f)
-{
-    return f.view().findChild<QMenu*>();
-}
-
-} // namespace
+using test::kPinned;
+using test::kPinnedDenseScreen;
+using test::kPinnedScreen;
+using test::PinnedFixture;
 
 class TestPinnedCapture final : public test::TestCase {
     Q_OBJECT
@@ -321,37 +245,6 @@ private Q_SLOTS:
         QCOMPARE(f.place(), kPinned);
     }
 
-    void menuHasItsThreeEntriesAsTheyAre()
-    {
-        PinnedFixture f;
-        f.open();
-        QContextMenuEvent event(QContextMenuEvent::Mouse, {50, 50}, {550, 450});
-        QCoreApplication::sendEvent(&f.view(), &event);
-        QVERIFY(menuOf(f)->isVisible());
-        QStringList titles;
-        for (const QAction* action : menuOf(f)->actions()) {
-            titles << action->text();
-            QVERIFY(action->shortcut().isEmpty());
-        }
-        QCOMPARE(titles, QStringList({QStringLiteral("Copiar"), QStringLiteral("Guardar…"),
-                                      QStringLiteral("Cerrar")}));
-        menuOf(f)->actions().at(2)->trigger();
-        QVERIFY(f.pins.open().empty());
-    }
-
-    void keysOpenTheMenuOnce()
-    {
-        PinnedFixture f;
-        f.open();
-        QTest::keyClick(&f.view(), Qt::Key_F10, Qt::ShiftModifier);
-        QVERIFY(menuOf(f)->isVisible());
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, {50, 50}, {550, 450});
-        QCoreApplication::sendEvent(&f.view(), &event);
-        QCOMPARE(f.view().findChildren<QMenu*>().size(), 1);
-        menuOf(f)->close();
-        QTRY_VERIFY(!menuOf(f));
-    }
-
     void otherKeysDoNothing_data()
     {
         QTest::addColumn<Qt::Key>("key");
@@ -367,77 +260,6 @@ private Q_SLOTS:
         QTest::keyClick(&f.view(), key);
         QCOMPARE(f.pins.open().size(), std::size_t(1));
         QVERIFY(f.pin().isVisible());
-    }
-
-    void copyTellsOnThePinsScreen()
-    {
-        PinnedFixture f;
-        f.displays.all = {kPinnedScreen, kPinnedDenseScreen};
-        f.open(QRect(2400, 400, 400, 200), QSizeF(200, 100));
-        f.pin().copyImage();
-        QVERIFY(f.copied.front().isSame(f.pin().rendered()));
-        QVERIFY(!f.toast.visible());
-        f.copyDone();
-        QVERIFY(f.toast.visible());
-        QVERIFY(kPinnedDenseScreen.native.contains(f.panels.shown.back().native));
-        QVERIFY(f.saved.empty());
-    }
-
-    void copyOfAPinThatIsGoneTellsOnThePrimaryScreen()
-    {
-        PinnedFixture f;
-        f.displays.all = {kPinnedScreen, kPinnedDenseScreen};
-        f.open(QRect(2400, 400, 400, 200), QSizeF(200, 100));
-        const QPointer<PinnedCapture> pin = &f.pin();
-        f.pin().copyImage();
-        f.pin().dismiss();
-        QTRY_VERIFY(!pin);
-        f.copyDone();
-        QVERIFY(kPinnedScreen.native.contains(f.panels.shown.back().native));
-    }
-
-    void saveHandsOverThePicture()
-    {
-        PinnedFixture f;
-        f.open();
-        f.pin().saveImage();
-        QVERIFY(f.saved.front().isSame(f.pin().rendered()));
-        QVERIFY(f.copied.empty());
-        QVERIFY(f.pin().isVisible());
-    }
-
-    void closingOneOfTwoPinsLeavesTheOther()
-    {
-        PinnedFixture f;
-        PinnedCapture& first = f.open();
-        PinnedCapture& second = f.open(QRect(10, 10, 50, 50));
-        QCOMPARE(f.pins.open().front().get(), &first);
-        QCOMPARE(f.pins.open().back().get(), &second);
-        first.dismiss();
-        QCOMPARE(f.pins.open().size(), std::size_t(1));
-        QCOMPARE(f.pins.open().front().get(), &second);
-        QVERIFY(second.isVisible());
-    }
-
-    void windowClosedByTheSystemIsDismissed()
-    {
-        PinnedFixture f;
-        f.open();
-        f.pin().close();
-        QVERIFY(f.pins.open().empty());
-    }
-
-    void pictureIsGivenBackWithThePin()
-    {
-        PinnedFixture f;
-        QImage image(400, 300, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        f.pins.pin(Rendered(image, QSizeF(400, 300)), kPinned);
-        const QPointer<PinnedCapture> pin = &f.pin();
-        QVERIFY(!image.isDetached());
-        f.pin().dismiss();
-        QTRY_VERIFY(!pin);
-        QVERIFY(image.isDetached());
     }
 };
 

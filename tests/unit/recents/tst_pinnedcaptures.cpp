@@ -1,0 +1,136 @@
+#include "PinnedFixture.h"
+#include "support/TestCase.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QPointer>
+
+namespace brindlecam {
+
+using test::kPinned;
+using test::kPinnedDenseScreen;
+using test::kPinnedScreen;
+using test::PinnedFixture;
+
+namespace {
+
+QMenu* menuOf(const PinnedFixture& f)
+{
+    return f.view().findChild<QMenu*>();
+}
+
+} // namespace
+
+/// What a pin's menu leads to, and the pins among each other.
+class TestPinnedCaptures final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void menuHasItsThreeEntriesAsTheyAre()
+    {
+        PinnedFixture f;
+        f.open();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {50, 50}, {550, 450});
+        QCoreApplication::sendEvent(&f.view(), &event);
+        QVERIFY(menuOf(f)->isVisible());
+        QStringList titles;
+        for (const QAction* action : menuOf(f)->actions()) {
+            titles << action->text();
+            QVERIFY(action->shortcut().isEmpty());
+        }
+        QCOMPARE(titles, QStringList({QStringLiteral("Copiar"), QStringLiteral("Guardar…"),
+                                      QStringLiteral("Cerrar")}));
+        menuOf(f)->actions().at(2)->trigger();
+        QVERIFY(f.pins.open().empty());
+    }
+
+    void keysOpenTheMenuOnce()
+    {
+        PinnedFixture f;
+        f.open();
+        QTest::keyClick(&f.view(), Qt::Key_F10, Qt::ShiftModifier);
+        QVERIFY(menuOf(f)->isVisible());
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {50, 50}, {550, 450});
+        QCoreApplication::sendEvent(&f.view(), &event);
+        QCOMPARE(f.view().findChildren<QMenu*>().size(), 1);
+        menuOf(f)->close();
+        QTRY_VERIFY(!menuOf(f));
+    }
+
+    void copyTellsOnThePinsScreen()
+    {
+        PinnedFixture f;
+        f.displays.all = {kPinnedScreen, kPinnedDenseScreen};
+        f.open(QRect(2400, 400, 400, 200), QSizeF(200, 100));
+        f.pin().copyImage();
+        QVERIFY(f.copied.front().isSame(f.pin().rendered()));
+        QVERIFY(!f.toast.visible());
+        f.copyDone();
+        QVERIFY(f.toast.visible());
+        QVERIFY(kPinnedDenseScreen.native.contains(f.panels.shown.back().native));
+        QVERIFY(f.saved.empty());
+    }
+
+    void copyOfAPinThatIsGoneTellsOnThePrimaryScreen()
+    {
+        PinnedFixture f;
+        f.displays.all = {kPinnedScreen, kPinnedDenseScreen};
+        f.open(QRect(2400, 400, 400, 200), QSizeF(200, 100));
+        const QPointer<PinnedCapture> pin = &f.pin();
+        f.pin().copyImage();
+        f.pin().dismiss();
+        QTRY_VERIFY(!pin);
+        f.copyDone();
+        QVERIFY(kPinnedScreen.native.contains(f.panels.shown.back().native));
+    }
+
+    void saveHandsOverThePicture()
+    {
+        PinnedFixture f;
+        f.open();
+        f.pin().saveImage();
+        QVERIFY(f.saved.front().isSame(f.pin().rendered()));
+        QVERIFY(f.copied.empty());
+        QVERIFY(f.pin().isVisible());
+    }
+
+    void closingOneOfTwoPinsLeavesTheOther()
+    {
+        PinnedFixture f;
+        PinnedCapture& first = f.open();
+        PinnedCapture& second = f.open(QRect(10, 10, 50, 50));
+        QCOMPARE(f.pins.open().front().get(), &first);
+        QCOMPARE(f.pins.open().back().get(), &second);
+        first.dismiss();
+        QCOMPARE(f.pins.open().size(), std::size_t(1));
+        QCOMPARE(f.pins.open().front().get(), &second);
+        QVERIFY(second.isVisible());
+    }
+
+    void windowClosedByTheSystemIsDismissed()
+    {
+        PinnedFixture f;
+        f.open();
+        f.pin().close();
+        QVERIFY(f.pins.open().empty());
+    }
+
+    void pictureIsGivenBackWithThePin()
+    {
+        PinnedFixture f;
+        QImage image(400, 300, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        f.pins.pin(Rendered(image, QSizeF(400, 300)), kPinned);
+        const QPointer<PinnedCapture> pin = &f.pin();
+        QVERIFY(!image.isDetached());
+        f.pin().dismiss();
+        QTRY_VERIFY(!pin);
+        QVERIFY(image.isDetached());
+    }
+};
+
+BRINDLECAM_TEST(TestPinnedCaptures);
+
+} // namespace brindlecam
+
+#include "tst_pinnedcaptures.moc"
