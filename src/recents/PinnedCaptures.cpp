@@ -24,8 +24,9 @@ void PinnedCaptures::pin(const Rendered& picture, const QRect& native)
 {
     if (picture.image().isNull() || native.isEmpty())
         return;
-    auto& pin =
-        *m_open.emplace_back(std::make_unique<PinnedCapture>(picture, m_panels, m_displays));
+    // Of its own: a part of the frozen screen would hold all of that as long as the pin stands.
+    const Rendered own(picture.image().copy(), picture.pointSize());
+    auto& pin = *m_open.emplace_back(std::make_unique<PinnedCapture>(own, m_panels, m_displays));
     pin.onCopy = [this, &pin] { copy(pin); };
     pin.onSave = [this, &pin] {
         if (onSave)

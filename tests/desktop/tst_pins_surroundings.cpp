@@ -115,7 +115,7 @@ private Q_SLOTS:
         QVERIFY(liesAbove(Qt::red, kDragged.translated(20, 30)));
     }
 
-    void pinLiesAboveWindowsWithoutAWindowManager()
+    void pinStandsAndMovesWithoutAWindowManager()
     {
         usePins({.windowManager = WindowManager::none});
         QVERIFY(pinArea());
@@ -166,6 +166,7 @@ private Q_SLOTS:
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
         activate(window);
         setFullScreen(window, true);
+        QVERIFY(waitUntil([this] { return pins().size() == 1 && !pins().front().managed; }));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(window.hasFocus());
         // It can be used there like anywhere.

@@ -1,4 +1,5 @@
 #include "PinnedFixture.h"
+#include "pictures/Crop.h"
 #include "support/TestCase.h"
 
 #include <QContextMenuEvent>
@@ -115,17 +116,18 @@ private Q_SLOTS:
         QVERIFY(f.pins.open().empty());
     }
 
-    void pictureIsGivenBackWithThePin()
+    void aPinHoldsItsOwnPixelsAndNotTheScreenTheyWereCutFrom()
     {
         PinnedFixture f;
-        QImage image(400, 300, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        f.pins.pin(Rendered(image, QSizeF(400, 300)), kPinned);
+        QImage screen(400, 300, QImage::Format_RGB32);
+        screen.fill(Qt::red);
+        f.pins.pin(Rendered(croppedView(screen, QRect(20, 30, 40, 50)), QSizeF(40, 50)), kPinned);
+        QVERIFY(screen.isDetached());
+        QCOMPARE(f.pin().rendered().image(), screen.copy(20, 30, 40, 50));
+        QCOMPARE(f.pin().rendered().pointSize(), QSizeF(40, 50));
         const QPointer<PinnedCapture> pin = &f.pin();
-        QVERIFY(!image.isDetached());
         f.pin().dismiss();
         QTRY_VERIFY(!pin);
-        QVERIFY(image.isDetached());
     }
 };
 

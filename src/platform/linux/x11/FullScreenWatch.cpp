@@ -40,6 +40,13 @@ bool fillsAScreen(xcb_window_t window)
            });
 }
 
+/// What the icons of a desktop stand on fills the screen below everything else.
+bool isDesktop(xcb_window_t window)
+{
+    return contains(x11::property32(window, x11::atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM),
+                    x11::atom("_NET_WM_WINDOW_TYPE_DESKTOP"));
+}
+
 /// Full-screen windows of other programs that are on the screen now.
 std::vector<xcb_window_t> fullScreenWindows(xcb_window_t active)
 {
@@ -55,6 +62,8 @@ std::vector<xcb_window_t> fullScreenWindows(xcb_window_t active)
         const xcb_window_t client = clients[index];
         const auto states = x11::receiveProperty32(cookies[index]);
         if (x11::isOurs(client))
+            continue;
+        if (isDesktop(client))
             continue;
         const bool fullScreen = contains(states, x11::atom("_NET_WM_STATE_FULLSCREEN")) ||
                                 (client == active && fillsAScreen(client));
