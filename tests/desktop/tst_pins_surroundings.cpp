@@ -64,6 +64,14 @@ private:
         QVERIFY(becomesActive(window));
     }
 
+    enum class Managed { no, yes };
+    /// Whether there is one pin now, and whose it is to place.
+    [[nodiscard]] bool isPinned(Managed managed)
+    {
+        const auto all = pins(); // it may be made anew at any moment
+        return all.size() == 1 && all.front().managed == (managed == Managed::yes);
+    }
+
     /// Whether the pin shows its border and its picture, and the window's colour lies around it.
     [[nodiscard]] bool liesAbove(QColor around, const QRect& place = kDragged)
     {
@@ -166,7 +174,7 @@ private Q_SLOTS:
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
         activate(window);
         setFullScreen(window, true);
-        QVERIFY(waitUntil([this] { return pins().size() == 1 && !pins().front().managed; }));
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(window.hasFocus());
         // It can be used there like anywhere.
@@ -176,7 +184,7 @@ private Q_SLOTS:
         QVERIFY(liesAbove(Qt::red, moved));
         setFullScreen(window, false);
         activate(window);
-        QVERIFY(waitUntil([this] { return pins().size() == 1 && pins().front().managed; }));
+        QVERIFY(waitUntil([this] { return isPinned(Managed::yes); }));
         QVERIFY(isOnlyPin(moved));
         QVERIFY(shows(moved, before().copy(kDragged)));
         doubleClickPin({600, 430});
@@ -192,38 +200,10 @@ private Q_SLOTS:
         setFullScreen(window, true);
         QVERIFY(pinArea());
         QVERIFY(becomesActive(window));
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         input().drag({500, 400}, {600, 430});
         QVERIFY(isOnlyPin(kDragged.translated(100, 30)));
         QVERIFY(waitUntil([this] { return screen().pixel({600, 280}) != QColor(Qt::red); }));
-    }
-
-    void savePanelLiesAboveALargePinOverAFullScreenProgram()
-    {
-        usePins();
-        const QRect large(10, 10, 1260, 740);
-        QVERIFY(pinArea(large));
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
-        activate(window);
-        setFullScreen(window, true);
-        QVERIFY(waitUntil([this] { return pins().size() == 1 && !pins().front().managed; }));
-        QVERIFY(openMenu({500, 400}));
-        choose(2);
-        QVERIFY(waitUntil(
-            [this] { return dialogs().size() == 1 && windows().hasKeyboard(program().pid()); }));
-        const auto panelIsOnTop = [this] {
-            const QRect panel = dialogs().front().pixels;
-            const auto all = visibleWindows(desktop().connection());
-            const auto top =
-                std::ranges::find_if(all.rbegin(), all.rend(), [&](const VisibleWindow& seen) {
-                    return seen.pixels.contains(panel.center());
-                });
-            return top != all.rend() && top->pixels.width() < 1260;
-        };
-        QVERIFY(waitUntil(panelIsOnTop));
-        input().tap(XK_Escape);
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
-        QVERIFY(isOnlyPin(large));
     }
 
     void everyPixelIsSharpAtEveryScale_data()

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include <QElapsedTimer>
+#include <QTest>
+
 namespace brindlecam::desktop {
 
 namespace {
@@ -15,6 +18,8 @@ constexpr int kBarWidth = 230;
 constexpr int kPinButton = 36 + 15;
 constexpr int kMiddle = 19;
 
+constexpr int kMenuOpens = 3000;   // ms
+constexpr int kMenuAnswer = 1000;  // ms in which a menu with the keyboard has followed a key
 constexpr int kBetweenClicks = 80; // ms
 
 constexpr int kBorder = 2;
@@ -101,13 +106,39 @@ void PinTest::doubleClickPin(QPoint place)
 
 bool PinTest::openMenu(QPoint place)
 {
-    input().click(place, Button::right);
-    return waitUntil([this] { return menus().size() == 1; });
+    // The click may come while the pin's window is made anew; another one too soon would close the
+    // menu again.
+    return waitUntil([&] {
+        input().click(place, Button::right);
+        QElapsedTimer timer;
+        for (timer.start(); timer.elapsed() < kMenuOpens; QTest::qWait(kMenuOpens / 100)) {
+            if (menus().size() == 1)
+                return true;
+        }
+        return false;
+    });
 }
 
 void PinTest::choose(int downs)
 {
-    for (int i = 0; i < downs; ++i)
+    // Mapped is not served: keys that come before the menu has the keyboard are lost.
+    const auto all = menus();
+    if (all.empty())
+        return;
+    const QRect place = all.front().pixels;
+    const QImage before = screen().grab(place);
+    const auto followed = [&] {
+        input().tap(XK_Down);
+        QElapsedTimer timer;
+        for (timer.start(); timer.elapsed() < kMenuAnswer; QTest::qWait(kMenuAnswer / 50)) {
+            if (screen().grab(place) != before)
+                return true;
+        }
+        return false;
+    };
+    if (!waitUntil(followed))
+        return;
+    for (int i = 1; i < downs; ++i)
         input().tap(XK_Down);
     input().tap(XK_Return);
 }

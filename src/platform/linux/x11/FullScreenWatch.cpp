@@ -119,6 +119,11 @@ X11Events::Verdict FullScreenWatch::handle(const xcb_generic_event_t& event)
 
 void FullScreenWatch::look()
 {
+    // The windows are made anew: not while one of them is being dragged.
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+        m_later.start();
+        return;
+    }
     const xcb_window_t active = windowProperty(x11::root(), "_NET_ACTIVE_WINDOW");
     const auto windows = fullScreenWindows(active);
     // While a panel of ours has the focus, and while it is on its way, all stays as it is.
