@@ -26,7 +26,14 @@ QString base64Key()
 Defaults::Defaults(QString file)
     : m_file(std::move(file))
 {
+    m_saver.setMaxThreadCount(1); // the last file written is never older than the one before
+    m_saver.setExpiryTimeout(0);
     load();
+}
+
+Defaults::~Defaults()
+{
+    m_saver.waitForDone();
 }
 
 QString Defaults::standardFile()
@@ -89,7 +96,7 @@ bool Defaults::contains(const QString& key) const
 
 QJsonValue Defaults::value(const QString& key) const
 {
-    const std::lock_guard lock(m_valuesMutex);
+    const std::lock_guard lock(m_mutex);
     return std::as_const(m_values).value(key);
 }
 
@@ -122,23 +129,29 @@ void Defaults::remove(const QString& key)
 void Defaults::store(const QString& key, const QJsonValue& value)
 {
     {
-        const std::lock_guard lock(m_valuesMutex);
+        const std::lock_guard lock(m_mutex);
         if (std::as_const(m_values).value(key) == value)
             return;
         m_values.insert(key, value); // undefined removes the key
     }
-    save();
+    saveSoon();
+}
+
+void Defaults::saveSoon()
+{
+    if (!m_savable || m_saveWaits.exchange(true))
+        return;
+    m_saver.start([this] {
+        m_saveWaits = false;
+        save();
+    });
 }
 
 void Defaults::save()
 {
-    if (!m_savable)
-        return;
-    const std::lock_guard oneSave(m_saveMutex);
     QJsonObject values;
     {
-        // Taken inside the save lock: the last file written is never older than the one before.
-        const std::lock_guard lock(m_valuesMutex);
+        const std::lock_guard lock(m_mutex);
         values = m_values;
     }
     QDir().mkpath(QFileInfo(m_file).path());

@@ -59,9 +59,11 @@ private Q_SLOTS:
     void theFileIsOneFlatTypedObject()
     {
         const QString path = file("flat.json");
-        Defaults defaults(path);
-        defaults.setBoolean(QStringLiteral("a"), true);
-        defaults.setData(QStringLiteral("b"), QByteArray("hi"));
+        {
+            Defaults defaults(path);
+            defaults.setBoolean(QStringLiteral("a"), true);
+            defaults.setData(QStringLiteral("b"), QByteArray("hi"));
+        }
         const QJsonObject expected{
             {QStringLiteral("a"), true},
             {QStringLiteral("b"), QJsonObject{{QStringLiteral("base64"), QStringLiteral("aGk=")}}}};
@@ -84,14 +86,26 @@ private Q_SLOTS:
         QVERIFY(!defaults.contains(QStringLiteral("absent")));
     }
 
+    void changesAreSavedAtOnce()
+    {
+        const QString path = file("once.json");
+        Defaults defaults(path);
+        defaults.setBoolean(QStringLiteral("a"), true);
+        QTRY_COMPARE(Defaults(path).boolean(QStringLiteral("a")), std::optional(true));
+        defaults.setBoolean(QStringLiteral("a"), false); // and again, when nothing is under way
+        QTRY_COMPARE(Defaults(path).boolean(QStringLiteral("a")), std::optional(false));
+    }
+
     void removedKeysAreGoneFromTheFileToo()
     {
         const QString path = file("removed.json");
-        Defaults defaults(path);
-        defaults.setBoolean(QStringLiteral("a"), true);
-        defaults.setBoolean(QStringLiteral("b"), true);
-        defaults.remove(QStringLiteral("a"));
-        QVERIFY(!defaults.contains(QStringLiteral("a")));
+        {
+            Defaults defaults(path);
+            defaults.setBoolean(QStringLiteral("a"), true);
+            defaults.setBoolean(QStringLiteral("b"), true);
+            defaults.remove(QStringLiteral("a"));
+            QVERIFY(!defaults.contains(QStringLiteral("a")));
+        }
         const Defaults again(path);
         QVERIFY(!again.contains(QStringLiteral("a")));
         QVERIFY(again.contains(QStringLiteral("b")));
@@ -127,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(read(aside), bytes);
 
         defaults.setBoolean(QStringLiteral("autoCopy"), false);
-        QCOMPARE(Defaults(path).boolean(QStringLiteral("autoCopy")), std::optional(false));
+        QTRY_COMPARE(Defaults(path).boolean(QStringLiteral("autoCopy")), std::optional(false));
     }
 
     void whatCannotBeReadIsNeverReplaced()
