@@ -65,6 +65,21 @@ Clock::time_point Hands::releaseButton()
     return moment;
 }
 
+void Hands::click(QPoint pixel)
+{
+    moveTo(pixel);
+    pressButton();
+    releaseButton();
+}
+
+Clock::time_point Hands::turn(Wheel wheel)
+{
+    const auto moment = Clock::now();
+    fake(XCB_BUTTON_PRESS, static_cast<std::uint8_t>(wheel));
+    fake(XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(wheel));
+    return moment;
+}
+
 void Hands::fake(std::uint8_t type, std::uint8_t detail, QPoint pixel)
 {
     xcb_test_fake_input(m_connection.raw(), type, detail, 0, m_connection.root(),

@@ -4,6 +4,7 @@
 
 #include <QHash>
 
+#include <cstdint>
 #include <initializer_list>
 
 namespace brindlecam::bench {
@@ -26,6 +27,11 @@ public:
     void pressButton();
     /// Returns the moment just before the release was sent.
     Clock::time_point releaseButton();
+    void click(QPoint pixel);
+
+    enum class Wheel : std::uint8_t { up = 4, down = 5 }; ///< buttons
+    /// Turns the wheel by a notch. Returns the moment just before that was sent.
+    Clock::time_point turn(Wheel wheel);
 
 private:
     void fake(std::uint8_t type, std::uint8_t detail, QPoint pixel = {});

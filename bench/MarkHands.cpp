@@ -31,17 +31,18 @@ MarkHands::MarkHands(Stage& stage)
 
 void MarkHands::selectScreen()
 {
+    select(QRect({}, m_stage.pixels() - QSize(1, 1)));
+}
+
+void MarkHands::select(const QRect& area)
+{
     Hands& hands = m_stage.hands();
     QThread::msleep(kUnhurried); // the session before has let go of the keyboard
     m_stage.strikeArea();
     m_stage.awaitOverlay();
     QThread::msleep(kUnhurried);
     hands.letGo();
-    hands.moveTo({0, 0});
-    hands.pressButton();
-    hands.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() / 2});
-    hands.moveTo({m_stage.pixels().width() - 1, m_stage.pixels().height() - 1});
-    hands.releaseButton();
+    drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
     hands.moveTo(freeStrip().center());
     m_taken.reset();
     rest();
@@ -59,6 +60,18 @@ void MarkHands::take(std::optional<Tool> tool)
         m_stage.hands().tap(XK_Tab);
     m_stage.hands().tap(XK_space);
     m_taken = tool;
+}
+
+Clock::time_point MarkHands::choose(Action action)
+{
+    // Past the pointer, the tools, colour, undo and redo.
+    const auto before = 1 + std::ssize(kAllTools) + 3;
+    for (int i = 0; i <= before + static_cast<int>(action); ++i)
+        m_stage.hands().tap(XK_Tab);
+    rest();
+    const auto struck = m_stage.hands().strike({}, XK_space);
+    m_stage.hands().letGo(); // a button acts when the key is let go
+    return struck;
 }
 
 void MarkHands::drag(QPoint from, QPoint to)

@@ -4,6 +4,7 @@
 
 #include "base/Tool.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace brindlecam::bench {
@@ -14,8 +15,16 @@ class MarkHands final {
 public:
     explicit MarkHands(Stage& stage);
 
+    /// What the actions bar offers; the value is the button's place in it.
+    enum class Action : std::uint8_t { text, pin };
+
     /// Opens an overlay and selects the whole screen; returns when nothing moves any more.
     void selectScreen();
+    /// The same with a part of the screen.
+    void select(const QRect& area);
+    /// Goes to a button of the actions bar with the keyboard, once per session and before any tool
+    /// is taken, and strikes it. Returns the moment just before the strike was sent.
+    Clock::time_point choose(Action action);
     /// Takes a tool, or the pointer, after selectScreen() or a drag.
     void take(std::optional<Tool> tool);
     /// One drag, or a click when both places are the same.

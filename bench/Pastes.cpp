@@ -21,6 +21,7 @@ Pastes::Pastes(const QString& display)
     : m_connection(display)
     , m_reader(display)
     , m_png(m_connection.atom("image/png"))
+    , m_text(m_connection.atom("UTF8_STRING"))
 {
     auto* const connection = m_connection.raw();
     const auto* const extension = xcb_get_extension_data(connection, &xcb_xfixes_id);
@@ -42,11 +43,11 @@ void Pastes::forget()
     (void)claims();
 }
 
-std::optional<Clock::time_point> Pastes::awaitPng()
+std::optional<Clock::time_point> Pastes::await(xcb_atom_t wanted)
 {
     const auto deadline = Clock::now() + kPatience;
     while (Clock::now() < deadline) {
-        if (claims() > 0 && offersPng())
+        if (claims() > 0 && offers(wanted))
             return Clock::now();
         sleep(std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()));
     }
@@ -72,6 +73,11 @@ QByteArray Pastes::readPng()
     return m_reader.read("image/png").value_or(QByteArray());
 }
 
+QString Pastes::readText()
+{
+    return QString::fromUtf8(m_reader.read("UTF8_STRING").value_or(QByteArray()));
+}
+
 int Pastes::claims()
 {
     int any = 0;
@@ -86,13 +92,13 @@ void Pastes::sleep(std::chrono::milliseconds patience) const
     poll(&readable, 1, static_cast<int>(std::max<std::int64_t>(0, patience.count())));
 }
 
-bool Pastes::offersPng()
+bool Pastes::offers(xcb_atom_t wanted)
 {
     const QByteArray targets = m_reader.read("TARGETS").value_or(QByteArray());
     for (qsizetype at = 0; at + 4 <= targets.size(); at += 4) {
         xcb_atom_t target = 0;
         std::memcpy(&target, targets.constData() + at, sizeof(target));
-        if (target == m_png)
+        if (target == wanted)
             return true;
     }
     return false;

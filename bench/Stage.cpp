@@ -121,4 +121,13 @@ void Stage::awaitPage()
         qFatal("the page does not come back");
 }
 
+void Stage::lowerPage()
+{
+    const desktop::Connection& connection = m_desktop.connection();
+    const std::uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(connection.raw(), m_windows.back()->id(), XCB_CONFIG_WINDOW_STACK_MODE,
+                         &below);
+    connection.sync();
+}
+
 } // namespace brindlecam::bench

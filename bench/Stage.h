@@ -47,6 +47,9 @@ public:
     void endSession();
     /// Waits until the page is back, all toasts gone.
     void awaitPage();
+    /// Puts the page below the ordinary windows, for surfaces that lie among these; from then on
+    /// the page is never whole again.
+    void lowerPage();
 
 private:
     const QSize m_pixels;

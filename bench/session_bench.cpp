@@ -1,16 +1,18 @@
 // Measures the program from outside and prints the table of figures. Arguments choose the parts to
-// run (overlay, cold, marks, manymarks, clipboard, livecopy, rest, marksrest) and the sizes (1080p,
-// 4k); without arguments everything is run.
+// run (overlay, cold, marks, manymarks, clipboard, livecopy, text, textrest, pins, rest,
+// marksrest) and the sizes (1080p, 4k); without arguments everything is run.
 #include "ClipboardRows.h"
 #include "Figures.h"
 #include "LiveCopyRows.h"
 #include "MarkRestRows.h"
 #include "MarkRows.h"
 #include "OverlayRows.h"
+#include "PinRows.h"
 #include "RestRows.h"
 #include "Stage.h"
+#include "TextRows.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QStringList>
 
 using namespace brindlecam::bench;
@@ -23,10 +25,11 @@ struct Size {
 };
 
 constexpr Size kSizes[] = {{"1080p", {1920, 1080}}, {"4k", {3840, 2160}}};
-const QStringList kParts{QStringLiteral("overlay"),   QStringLiteral("cold"),
-                         QStringLiteral("marks"),     QStringLiteral("manymarks"),
-                         QStringLiteral("clipboard"), QStringLiteral("livecopy"),
-                         QStringLiteral("rest"),      QStringLiteral("marksrest")};
+const QStringList kParts{
+    QStringLiteral("overlay"),   QStringLiteral("cold"),      QStringLiteral("marks"),
+    QStringLiteral("manymarks"), QStringLiteral("clipboard"), QStringLiteral("livecopy"),
+    QStringLiteral("text"),      QStringLiteral("textrest"),  QStringLiteral("pins"),
+    QStringLiteral("rest"),      QStringLiteral("marksrest")};
 
 class Choice final {
 public:
@@ -92,6 +95,19 @@ void measure(const Size& size, const Choice& choice, Figures& figures)
     }
     const bool isSmall = size.pixels.width() < 3000;
     measureMarks(size, stage, choice, figures);
+    if (choice.part("pins")) {
+        figures.begin(QStringLiteral("%1, pins").arg(QLatin1String(size.name)));
+        Stage own(size.pixels, Page::interface);
+        PinRows(own, figures).run();
+    }
+    if ((choice.part("text") || choice.part("textrest")) && isSmall) {
+        figures.begin(QStringLiteral("%1, text").arg(QLatin1String(size.name)));
+        TextRows text(stage, figures);
+        if (choice.part("text"))
+            text.pressToClipboard();
+        if (choice.part("textrest"))
+            text.afterTwoMinutes();
+    }
     if (choice.part("rest") && isSmall) {
         figures.begin(QStringLiteral("%1, at rest").arg(QLatin1String(size.name)));
         RestRows(stage, figures).run();
@@ -128,7 +144,8 @@ void measureLiveCopy(const Size& size, Page page, Figures& figures)
 
 int main(int argc, char* argv[])
 {
-    const QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // for the letters of the paragraph
+    const QGuiApplication application(argc, argv);
     const Choice choice(QCoreApplication::arguments().mid(1));
     Figures figures;
     for (const Size& size : kSizes) {

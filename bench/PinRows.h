@@ -1,0 +1,34 @@
+#pragma once
+
+#include "MarkHands.h"
+
+namespace brindlecam::bench {
+
+class Figures;
+
+/// What a large pin feels like: from a notch of the wheel to the pin in its new size. Native
+/// pixels, on a stage of one pixel per point.
+class PinRows final {
+public:
+    PinRows(Stage& stage, Figures& figures);
+
+    void run();
+
+private:
+    /// Steps of the wheel, and for each what it changes.
+    struct Turn {
+        Hands::Wheel wheel = Hands::Wheel::up;
+        std::vector<Sample> changed;
+    };
+
+    [[nodiscard]] QRect area() const;
+    void open();
+    void close();
+    [[nodiscard]] std::vector<Turn> rehearsed();
+
+    Stage& m_stage;
+    Figures& m_figures;
+    MarkHands m_user;
+};
+
+} // namespace brindlecam::bench
