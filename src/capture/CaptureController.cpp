@@ -2,6 +2,7 @@
 
 #include "app/Activity.h"
 #include "app/Alerts.h"
+#include "app/OpenMenus.h"
 #include "app/Toast.h"
 #include "base/KeyCodes.h"
 #include "base/Overloaded.h"
@@ -60,7 +61,8 @@ void CaptureController::start(std::function<void()> grab)
 {
     m_services.activity.capture = true;
     m_state = Grabbing{};
-    const bool covered = m_services.toast.visible() || m_services.alerts.visible();
+    const bool menuWasOpen = OpenMenus::close();
+    const bool covered = menuWasOpen || m_services.toast.visible() || m_services.alerts.visible();
     m_services.toast.suspend();
     m_services.alerts.suspend();
     if (covered)

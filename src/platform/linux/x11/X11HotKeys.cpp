@@ -8,6 +8,8 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include <QApplication>
+
 #include <algorithm>
 #include <utility>
 
@@ -103,10 +105,12 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     if (kindOf(event) != XCB_KEY_PRESS && kindOf(event) != XCB_KEY_RELEASE)
         return X11Events::Verdict::pass;
     const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
-    const bool ours = key.event == x11::root();
+    const bool ours = key.event == x11::root() || isKeptByAMenu(key);
     if (kindOf(event) == XCB_KEY_PRESS) {
-        if (ours && m_presses.pressed(key.detail, key.time))
-            press(key);
+        const auto wish = ours ? wishFor(key) : nullptr;
+        // The share held here outlives a callback that drops its own registration.
+        if (wish && m_presses.pressed(key.detail, key.time))
+            wish->pressed();
     } else {
         // Whichever window it came to: a grab may have moved to another one meanwhile.
         m_presses.released(key.detail, key.time);
@@ -114,18 +118,24 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     return ours ? X11Events::Verdict::swallow : X11Events::Verdict::pass;
 }
 
-void X11HotKeys::press(const xcb_key_press_event_t& event)
+/// An open menu of ours has the whole keyboard, so that no key grab takes effect. It keeps Esc,
+/// which closes it.
+bool X11HotKeys::isKeptByAMenu(const xcb_key_press_event_t& event) const
+{
+    return kindOf(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_PRESS &&
+           QApplication::activePopupWidget() && wishFor(event) &&
+           event.detail != keyCodes(KeyCodes::kEscape).front();
+}
+
+std::shared_ptr<X11HotKeys::Wish> X11HotKeys::wishFor(const xcb_key_press_event_t& event) const
 {
     for (std::size_t i = m_wishes.size(); i-- > 0;) {
-        const auto wish = m_wishes[i].lock();
-        if (!wish || !wish->grab ||
-            m_bits.relevant(event.state) != m_bits.stateOf(wish->modifiers) ||
-            std::ranges::find(wish->codes, event.detail) == wish->codes.end())
-            continue;
-        // The share held here outlives a callback that drops its own registration.
-        wish->pressed();
-        return;
+        auto wish = m_wishes[i].lock();
+        if (wish && wish->grab && m_bits.relevant(event.state) == m_bits.stateOf(wish->modifiers) &&
+            std::ranges::find(wish->codes, event.detail) != wish->codes.end())
+            return wish;
     }
+    return nullptr;
 }
 
 bool X11HotKeys::changesKeyboard(const xcb_generic_event_t& event) const
