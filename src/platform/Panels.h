@@ -4,6 +4,8 @@
 #include <QRect>
 #include <QRegion>
 
+#include <functional>
+
 class QWidget;
 
 namespace brindlecam {
@@ -39,7 +41,8 @@ public:
     /// window manager has agreed.
     virtual void place(QWidget& widget, const QRect& native) = 0;
 
-    /// Where the panel is now, wherever somebody else may have moved it.
+    /// Where the panel was put last, even if the window manager has not answered yet, or where
+    /// somebody else has moved it since; empty before it was shown.
     [[nodiscard]] virtual QRect nativeRect(const QWidget& widget) const = 0;
 
     /// Cuts the panel to these pixels of its own, for the pointer, too; an empty region gives it
@@ -52,6 +55,10 @@ public:
     /// Whether translucent panels blend with what lies beneath. When they don't, a panel is shaped
     /// by its mask and paints itself over `backdrop`.
     [[nodiscard]] virtual bool translucent() const = 0;
+
+    /// `changed` runs when translucent() may have changed, for panels that are open then. There is
+    /// one listener; an empty function ends it.
+    virtual void setOnChange(std::function<void()> changed) = 0;
 
     /// What the screen shows in this rectangle now, for panels that must paint their own backdrop;
     /// null when it can't be read.

@@ -329,15 +329,20 @@ private Q_SLOTS:
 
     void compositorIsSeenWhenItComesAndGoes()
     {
+        int changes = 0;
+        m_panels.setOnChange([&] { ++changes; });
         QVERIFY(!m_panels.translucent());
         {
             InputClient compositor(QRect(0, 0, 1, 1), InputClient::Kind::overrideRedirect);
             xcb_set_selection_owner(compositor.connection(), compositor.window(),
                                     compositor.atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
             compositor.sync();
+            QTRY_COMPARE(changes, 1);
             QVERIFY(m_panels.translucent());
         }
-        QTRY_VERIFY(!m_panels.translucent());
+        QTRY_COMPARE(changes, 2);
+        QVERIFY(!m_panels.translucent());
+        m_panels.setOnChange({});
     }
 
     void opacityIsToldToTheCompositor()

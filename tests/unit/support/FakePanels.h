@@ -5,8 +5,10 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <map>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace brindlecam::test {
@@ -26,6 +28,7 @@ public:
     std::vector<double> opacities; ///< in the order they were set
     std::vector<QPointer<QWidget>> focused;
     std::map<const QWidget*, QRegion> shapes; ///< as they are now
+    std::function<void()> onChange;           ///< whom to tell when `blends` changes
 
     void assume(QWidget&, PanelRole role) override { roles.push_back(role); }
     void show(QWidget& widget, const QRect& native) override
@@ -49,6 +52,7 @@ public:
     void setShape(QWidget& widget, const QRegion& pixels) override { shapes[&widget] = pixels; }
     void focus(QWidget& widget) override { focused.push_back(&widget); }
     [[nodiscard]] bool translucent() const override { return blends; }
+    void setOnChange(std::function<void()> changed) override { onChange = std::move(changed); }
     [[nodiscard]] QImage backdrop(const QRect& native) override
     {
         QImage image(native.size(), QImage::Format_RGB32);

@@ -89,9 +89,18 @@ bool liesAboveAll(xcb_window_t fullScreen, xcb_window_t active)
     return rect && activeRect && !rect->contains(activeRect->center());
 }
 
+/// What of a window may make it a full-screen one, or no longer one.
+void select(xcb_window_t window, std::uint32_t events)
+{
+    // The window may be gone; nobody minds.
+    const auto cookie =
+        xcb_change_window_attributes_checked(x11::connection(), window, XCB_CW_EVENT_MASK, &events);
+    xcb_discard_reply(x11::connection(), cookie.sequence);
+}
+
 } // namespace
 
-FullScreenWatch::FullScreenWatch(std::shared_ptr<X11Events> events, std::function<void()> changed)
+FullScreenWatch::FullScreenWatch(std::shared_ptr<X11Events> events, Callbacks callbacks)
     : m_events(std::move(events))
 {
     for (QTimer* timer : {&m_soon, &m_later}) {
@@ -100,39 +109,94 @@ FullScreenWatch::FullScreenWatch(std::shared_ptr<X11Events> events, std::functio
     }
     m_later.setInterval(kSecondLook);
     m_subscription = m_events->listen([this](const auto& event) { return handle(event); });
+    m_callbacks.isHeld = callbacks.isHeld;
     look();
-    m_changed = std::move(changed);
+    m_callbacks = std::move(callbacks);
+}
+
+FullScreenWatch::~FullScreenWatch()
+{
+    listenTo({});
+}
+
+bool FullScreenWatch::coversPartOf(const QRect& rect) const
+{
+    return std::ranges::any_of(m_covering,
+                               [&](const QRect& covered) { return covered.intersects(rect); });
 }
 
 X11Events::Verdict FullScreenWatch::handle(const xcb_generic_event_t& event)
 {
-    if (kindOf(event) != XCB_PROPERTY_NOTIFY)
-        return X11Events::Verdict::pass;
-    const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (notify.window == x11::root() && (notify.atom == x11::atom("_NET_ACTIVE_WINDOW") ||
-                                         notify.atom == x11::atom("_NET_CLIENT_LIST_STACKING"))) {
+    if (mayMeanAChange(event)) {
         m_soon.start();
         m_later.start();
+    } else if (m_waits) {
+        m_soon.start();
     }
     return X11Events::Verdict::pass;
 }
 
+bool FullScreenWatch::mayMeanAChange(const xcb_generic_event_t& event)
+{
+    if (kindOf(event) == XCB_PROPERTY_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (notify.window == x11::root())
+            return notify.atom == x11::atom("_NET_ACTIVE_WINDOW") ||
+                   notify.atom == x11::atom("_NET_CLIENT_LIST_STACKING");
+        return notify.atom == x11::atom("_NET_WM_STATE") && m_listened.contains(notify.window);
+    }
+    if (kindOf(event) == XCB_CONFIGURE_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+        const auto known = m_listened.find(notify.window);
+        const QSize size(notify.width, notify.height);
+        return known != m_listened.end() && std::exchange(known->second, size) != size;
+    }
+    return false;
+}
+
+void FullScreenWatch::listenTo(const std::vector<xcb_window_t>& windows)
+{
+    std::erase_if(m_listened, [&](const auto& entry) {
+        const bool dropped = std::ranges::find(windows, entry.first) == windows.end();
+        if (dropped)
+            select(entry.first, XCB_EVENT_MASK_NO_EVENT);
+        return dropped;
+    });
+    for (const xcb_window_t window : windows)
+        listenAlsoTo(window);
+}
+
+void FullScreenWatch::listenAlsoTo(xcb_window_t window)
+{
+    if (m_listened.try_emplace(window).second)
+        select(window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+}
+
 void FullScreenWatch::look()
 {
-    // The windows are made anew: not while one of them is being dragged.
-    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
-        m_later.start();
+    m_waits = m_callbacks.isHeld();
+    if (m_waits)
         return;
-    }
     const xcb_window_t active = windowProperty(x11::root(), "_NET_ACTIVE_WINDOW");
+    std::vector<xcb_window_t> listened;
+    if (active != XCB_WINDOW_NONE && !x11::isOurs(active)) {
+        listened.push_back(active);
+        listenAlsoTo(active); // before it is asked about, so that no change falls in between
+    }
     const auto windows = fullScreenWindows(active);
+    listened.insert(listened.end(), windows.begin(), windows.end());
+    listenTo(listened);
     // While a panel of ours has the focus, and while it is on its way, all stays as it is.
     if (!windows.empty() && (active == XCB_WINDOW_NONE || isOwnPanel(active)))
         return;
-    const bool covers = std::ranges::any_of(
-        windows, [active](xcb_window_t window) { return liesAboveAll(window, active); });
-    if (std::exchange(m_covers, covers) != covers && m_changed)
-        m_changed();
+    m_covering.clear();
+    for (const xcb_window_t window : windows) {
+        const auto rect = x11::rectOnRoot(window);
+        if (rect && liesAboveAll(window, active))
+            m_covering.push_back(*rect);
+    }
+    if (m_callbacks.looked)
+        m_callbacks.looked();
 }
 
 } // namespace brindlecam

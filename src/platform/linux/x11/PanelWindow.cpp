@@ -73,6 +73,7 @@ xcb_window_t PanelWindow::id() const
 void PanelWindow::show(const QRect& native)
 {
     m_native = native;
+    m_asked.settle(native);
     m_correctionsLeft = kMostCorrections;
     // Dialogs come from hot keys and commands, of which Qt knows no time.
     const bool activates =
@@ -102,14 +103,22 @@ void PanelWindow::show(const QRect& native)
 void PanelWindow::moveTo(const QRect& native)
 {
     m_native = native;
+    m_asked.ask(native);
     m_correctionsLeft = 0; // a hand moves on before the window manager has answered
     place();
     xcb_flush(x11::connection());
 }
 
-QRect PanelWindow::nativeRect() const
+QRect PanelWindow::nativeRect()
 {
-    return x11::rectOnRoot(id()).value_or(QRect());
+    const auto seen = x11::rectOnRoot(id());
+    if (!seen || m_native.isEmpty())
+        return seen.value_or(QRect());
+    if (m_correctionsLeft == 0 && !m_asked.leadTo(*seen)) {
+        m_native = *seen;
+        m_asked.settle(*seen);
+    }
+    return m_native;
 }
 
 void PanelWindow::setShape(const QRegion& pixels)
@@ -129,11 +138,11 @@ void PanelWindow::cut()
 
 bool PanelWindow::setOverFullScreen(bool over)
 {
-    if (!isPin() || m_traits.managed == !over)
+    if (m_role != PanelRole::pin || m_traits.managed == !over)
         return false;
     m_traits.managed = !over;
     const bool shown = m_widget.isVisible();
-    const QRect native = shown ? nativeRect() : m_native;
+    const QRect native = nativeRect();
     // A new window: the old one may be in the window manager's frame for some time yet.
     m_widget.windowHandle()->destroy();
     m_widget.setWindowFlags(m_traits.flags |
@@ -144,10 +153,15 @@ bool PanelWindow::setOverFullScreen(bool over)
     return shown;
 }
 
-void PanelWindow::raiseDialog()
+void PanelWindow::raise()
 {
-    if (m_role == PanelRole::dialog && m_widget.isVisible())
-        x11::raise(id());
+    x11::raise(id());
+}
+
+void PanelWindow::lowerBelow(const PanelWindow& other)
+{
+    if (!m_traits.managed)
+        x11::lowerBelow(id(), x11::childOfRoot(other.id()));
 }
 
 void PanelWindow::watchWindow()
@@ -225,6 +239,13 @@ void PanelWindow::keepPlace(const QRect& actual)
     }
 }
 
+// A window in a window manager's frame is told its place in that.
+void PanelWindow::keepPlaceOnRoot()
+{
+    if (const auto actual = x11::rectOnRoot(id()))
+        keepPlace(*actual);
+}
+
 void PanelWindow::focus()
 {
     m_focusWhenMapped = !x11::isViewable(id());
@@ -279,16 +300,14 @@ X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
             return X11Events::Verdict::pass;
         if (!m_traits.managed)
             keepPlace({notify.x, notify.y, notify.width, notify.height});
-        else if (const auto actual = x11::rectOnRoot(id()); actual && m_correctionsLeft > 0)
-            keepPlace(*actual);
+        else if (m_correctionsLeft > 0)
+            keepPlaceOnRoot();
     } else if (kindOf(event) == XCB_MAP_NOTIFY) {
         const auto& notify = reinterpret_cast<const xcb_map_notify_event_t&>(event);
         if (notify.window != id())
             return X11Events::Verdict::pass;
-        if (m_traits.managed) {
-            if (const auto actual = x11::rectOnRoot(id()))
-                keepPlace(*actual);
-        }
+        if (m_traits.managed)
+            keepPlaceOnRoot();
         if (m_focusWhenMapped)
             focusNow();
         m_mappedBy = notify.sequence;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/x11/AskedPlaces.h"
 #include "platform/linux/x11/PanelTraits.h"
 #include "platform/linux/x11/X11Events.h"
 
@@ -30,16 +31,20 @@ public:
     void focus();
     /// Where it belongs from now on.
     void moveTo(const QRect& native);
-    /// Where it is now; empty before it was shown.
-    [[nodiscard]] QRect nativeRect() const;
+    /// Where it was put last, as long as nobody else has moved it from there; empty before it was
+    /// shown.
+    [[nodiscard]] QRect nativeRect();
     void setShape(const QRegion& pixels);
 
-    [[nodiscard]] bool isPin() const { return m_role == PanelRole::pin; }
+    [[nodiscard]] PanelRole role() const { return m_role; }
+    [[nodiscard]] bool isShown() const { return m_widget.isVisible(); }
     /// Takes a pin away from the window manager, which would keep it below a full-screen window,
     /// and gives it back. Says whether it was shown anew for that; other panels stay as they are.
     bool setOverFullScreen(bool over);
-    /// Brings a dialog that is open to the front; does nothing to other panels.
-    void raiseDialog();
+    /// Brings it to the front of its kind.
+    void raise();
+    /// Puts it right below another panel, unless a window manager orders it.
+    void lowerBelow(const PanelWindow& other);
 
 protected:
     /// A press on an overlay gives it the focus before the press arrives.
@@ -54,6 +59,7 @@ private:
     void place();
     void cut();
     void keepPlace(const QRect& actual);
+    void keepPlaceOnRoot();
     void focusNow();
     void insistOnFocus(const xcb_focus_out_event_t& event);
     [[nodiscard]] bool cameWithTheMap(const xcb_expose_event_t& event);
@@ -63,7 +69,8 @@ private:
     PanelRole m_role;
     x11::PanelTraits m_traits;
     std::shared_ptr<X11Events> m_events;
-    QRect m_native;                 ///< where it belongs; empty: wherever it is
+    QRect m_native; ///< where it belongs; empty: wherever it is
+    x11::AskedPlaces m_asked;
     std::optional<QRegion> m_shape; ///< native pixels; none: nobody has cut it
     int m_correctionsLeft = 0;
     bool m_focusWhenMapped = false;

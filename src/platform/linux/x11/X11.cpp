@@ -102,12 +102,4 @@ bool hasWindowManager()
     return !self.empty() && self.front() == check.front();
 }
 
-bool hasCompositor()
-{
-    const auto cookie = xcb_get_selection_owner(connection(), atom("_NET_WM_CM_S0"));
-    const Owned<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection(), cookie, nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
-}
-
 } // namespace brindlecam::x11

@@ -53,7 +53,5 @@ void internAtoms(std::initializer_list<const char*> names);
 
 /// Whether a window manager that follows the EWMH runs now.
 [[nodiscard]] bool hasWindowManager();
-/// Whether a compositing manager runs now.
-[[nodiscard]] bool hasCompositor();
 
 } // namespace brindlecam::x11

@@ -2,6 +2,8 @@
 
 #include "platform/linux/x11/X11.h"
 
+#include <QApplication>
+
 #include <algorithm>
 #include <utility>
 
@@ -10,6 +12,10 @@ namespace brindlecam {
 X11Panels::X11Panels(std::shared_ptr<X11Events> events, Grabber& grabber)
     : m_events(std::move(events))
     , m_grabber(grabber)
+    , m_compositor("_NET_WM_CM_S0", [this] {
+        if (m_changed)
+            m_changed();
+    })
 {
 }
 
@@ -33,22 +39,49 @@ void X11Panels::assume(QWidget& widget, PanelRole role)
 void X11Panels::forget(const QObject* gone)
 {
     m_windows.erase(gone);
-    if (std::ranges::none_of(m_windows, [](const auto& entry) { return entry.second->isPin(); }))
+    if (std::ranges::none_of(
+            m_windows, [](const auto& entry) { return entry.second->role() == PanelRole::pin; }))
         m_fullScreen.reset();
 }
 
 void X11Panels::watchFullScreen()
 {
     if (!m_fullScreen) {
-        m_fullScreen = std::make_unique<FullScreenWatch>(m_events, [this] { watchFullScreen(); });
+        m_fullScreen = std::make_unique<FullScreenWatch>(
+            m_events, FullScreenWatch::Callbacks{.isHeld = [this] { return isInUse(); },
+                                                 .looked = [this] { watchFullScreen(); }});
     }
     bool shownAgain = false;
     for (const auto& [widget, window] : m_windows)
         shownAgain = window->setOverFullScreen(m_fullScreen->covers()) || shownAgain;
-    // A dialog that was opened meanwhile, to save a pin, stays above them.
+    for (const auto& [widget, window] : m_windows)
+        keepAbovePins(*window, shownAgain);
+}
+
+/// Whether our own windows must stay as they are: one is being dragged, or has a menu open, or lies
+/// beneath the overlays of a session.
+bool X11Panels::isInUse() const
+{
+    return QGuiApplication::mouseButtons() != Qt::NoButton || QApplication::activePopupWidget() ||
+           std::ranges::any_of(m_windows, [](const auto& entry) {
+               return entry.second->role() == PanelRole::overlay && entry.second->isShown();
+           });
+}
+
+/// A dialog, to save a pin for one, stays above the pins where no full-screen window covers it.
+void X11Panels::keepAbovePins(PanelWindow& dialog, bool pinsWereRaised)
+{
+    if (dialog.role() != PanelRole::dialog || !dialog.isShown())
+        return;
+    if (pinsWereRaised)
+        dialog.raise();
+    const QRect place = dialog.nativeRect();
+    if (!m_fullScreen->covers() || m_fullScreen->coversPartOf(place))
+        return;
     for (const auto& [widget, window] : m_windows) {
-        if (shownAgain)
-            window->raiseDialog();
+        if (window->role() == PanelRole::pin && window->isShown() &&
+            window->nativeRect().intersects(place))
+            window->lowerBelow(dialog);
     }
 }
 
@@ -68,7 +101,7 @@ void X11Panels::place(QWidget& widget, const QRect& native)
 
 QRect X11Panels::nativeRect(const QWidget& widget) const
 {
-    const PanelWindow* window = windowOf(widget);
+    PanelWindow* window = windowOf(widget);
     return window ? window->nativeRect() : QRect();
 }
 
@@ -88,7 +121,12 @@ void X11Panels::focus(QWidget& widget)
 
 bool X11Panels::translucent() const
 {
-    return x11::hasCompositor();
+    return m_compositor.owned();
+}
+
+void X11Panels::setOnChange(std::function<void()> changed)
+{
+    m_changed = std::move(changed);
 }
 
 QImage X11Panels::backdrop(const QRect& native)

@@ -3,9 +3,11 @@
 #include "platform/Grabber.h"
 #include "platform/Panels.h"
 #include "platform/linux/x11/FullScreenWatch.h"
+#include "platform/linux/x11/OwnerWatch.h"
 #include "platform/linux/x11/PanelWindow.h"
 #include "platform/linux/x11/X11Events.h"
 
+#include <functional>
 #include <memory>
 #include <unordered_map>
 
@@ -27,6 +29,7 @@ public:
     void setShape(QWidget& widget, const QRegion& pixels) override;
     void focus(QWidget& widget) override;
     [[nodiscard]] bool translucent() const override;
+    void setOnChange(std::function<void()> changed) override;
     [[nodiscard]] QImage backdrop(const QRect& native) override;
     void setOpacity(QWidget& widget, double opacity) override;
 
@@ -35,11 +38,15 @@ private:
     void forget(const QObject* gone);
     /// Keeps the pins over full-screen windows as those come and go.
     void watchFullScreen();
+    [[nodiscard]] bool isInUse() const;
+    void keepAbovePins(PanelWindow& dialog, bool pinsWereRaised);
 
     std::shared_ptr<X11Events> m_events;
     Grabber& m_grabber;
     std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
     std::unique_ptr<FullScreenWatch> m_fullScreen; ///< while there are pins
+    std::function<void()> m_changed;
+    OwnerWatch m_compositor;
     QObject m_context; ///< ends the connections to widgets that outlive this
 };
 

@@ -49,6 +49,29 @@ void raise(xcb_window_t window)
     xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_STACK_MODE, &kAbove);
 }
 
+void lowerBelow(xcb_window_t window, xcb_window_t other)
+{
+    const std::array<std::uint32_t, 2> values{other, XCB_STACK_MODE_BELOW};
+    const auto cookie = xcb_configure_window_checked(
+        connection(), window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
+        values.data());
+    xcb_discard_reply(connection(), cookie.sequence);
+    xcb_flush(connection());
+}
+
+xcb_window_t childOfRoot(xcb_window_t window)
+{
+    for (;;) {
+        const Owned<xcb_query_tree_reply_t> reply(
+            xcb_query_tree_reply(connection(), xcb_query_tree(connection(), window), nullptr));
+        if (!reply || reply->parent == XCB_WINDOW_NONE)
+            return XCB_WINDOW_NONE;
+        if (reply->parent == reply->root)
+            return window;
+        window = reply->parent;
+    }
+}
+
 void setShape(xcb_window_t window, const QRegion& pixels)
 {
     if (pixels.isEmpty()) {

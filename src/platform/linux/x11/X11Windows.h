@@ -23,6 +23,11 @@ namespace brindlecam::x11 {
 /// Moves and resizes the window.
 void configure(xcb_window_t window, const QRect& rect);
 void raise(xcb_window_t window);
+/// Both are children of the root. Does nothing when one of them is gone.
+void lowerBelow(xcb_window_t window, xcb_window_t other);
+/// The window itself, or that of its parents which lies directly on the root: a window manager's
+/// frame. XCB_WINDOW_NONE when it is gone.
+[[nodiscard]] xcb_window_t childOfRoot(xcb_window_t window);
 /// Cuts the window to these pixels of its own; an empty region gives it back all of them.
 void setShape(xcb_window_t window, const QRegion& pixels);
 
