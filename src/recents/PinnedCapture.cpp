@@ -14,9 +14,7 @@ namespace brindlecam {
 
 namespace {
 
-// Before that the window manager may not have answered our own move.
-constexpr qint64 kAnswered = 300; // ms
-constexpr int kDragDistance = 3;  // points
+constexpr int kDragDistance = 3; // points
 
 } // namespace
 
@@ -38,15 +36,12 @@ void PinnedCapture::open(const QRect& native)
     m_screen = PinGeometry::screenOf(m_frame, m_displays.screens());
     m_panels.show(*this, native);
     shapeItself();
-    m_sincePut.start();
 }
 
 // Its place and size.
 
 void PinnedCapture::noticeForeignMoves()
 {
-    if (!m_sincePut.hasExpired(kAnswered))
-        return;
     const QRect actual = m_panels.nativeRect(*this);
     if (!actual.isEmpty() && actual != PinGeometry::onPixels(m_frame))
         m_frame = actual;
@@ -60,7 +55,6 @@ void PinnedCapture::moveTo(const QRectF& frame)
     cut(pixels.size().expandedTo(shownPixels()));
     m_frame = frame;
     m_panels.place(*this, pixels);
-    m_sincePut.start();
     if (pixels.size() == shownPixels())
         shapeItself();
 }
@@ -141,6 +135,11 @@ void PinnedCapture::stayReachable()
         moveTo(m_frame);
 }
 
+void PinnedCapture::roundCorners()
+{
+    shapeItself();
+}
+
 void PinnedCapture::resizeEvent(QResizeEvent*)
 {
     m_view->setGeometry(rect());
@@ -198,6 +197,11 @@ void PinnedCapture::dismiss()
     hide();
     if (onDismiss)
         onDismiss();
+}
+
+void PinnedCapture::hideEvent(QHideEvent*)
+{
+    letGo(); // its window may be made anew, and the release went to the old one
 }
 
 void PinnedCapture::closeEvent(QCloseEvent* event)

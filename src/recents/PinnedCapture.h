@@ -3,7 +3,6 @@
 #include "base/ScreenInfo.h"
 #include "pictures/Rendered.h"
 
-#include <QElapsedTimer>
 #include <QWidget>
 
 #include <functional>
@@ -49,6 +48,8 @@ public:
 
     /// Puts it where it can be seen when the displays have changed.
     void stayReachable();
+    /// Blends its corners or cuts them off, when windows have begun or ceased to blend.
+    void roundCorners();
 
     [[nodiscard]] const Rendered& rendered() const { return m_rendered; }
     /// The screen it is on; none when there are no screens.
@@ -56,6 +57,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -78,9 +80,8 @@ private:
     const Rendered m_rendered;
     Panels& m_panels;
     Displays& m_displays;
-    PinnedView* m_view; ///< a child
-    QRectF m_frame;     ///< where it was put; reals, so that small steps add up
-    QElapsedTimer m_sincePut;
+    PinnedView* m_view;         ///< a child
+    QRectF m_frame;             ///< where it was put; reals, so that small steps add up
     std::optional<QSize> m_cut; ///< what the window was cut for, in pixels; empty: for nothing
     std::optional<ScreenInfo> m_screen;
     std::optional<Drag> m_drag;

@@ -2,6 +2,7 @@
 
 #include "app/Toast.h"
 #include "base/Text.h"
+#include "platform/Panels.h"
 #include "recents/PinnedCapture.h"
 
 #include <QPointer>
@@ -16,9 +17,16 @@ PinnedCaptures::PinnedCaptures(Panels& panels, Displays& displays, Toast& toast)
     , m_displays(displays)
     , m_toast(toast)
 {
+    m_panels.setOnChange([this] {
+        for (const auto& pin : m_open)
+            pin->roundCorners();
+    });
 }
 
-PinnedCaptures::~PinnedCaptures() = default;
+PinnedCaptures::~PinnedCaptures()
+{
+    m_panels.setOnChange({});
+}
 
 void PinnedCaptures::pin(const Rendered& picture, const QRect& native)
 {

@@ -17,8 +17,6 @@
 #include <QScreen>
 #include <QWheelEvent>
 
-#include <algorithm>
-
 namespace brindlecam {
 
 namespace {
@@ -80,25 +78,21 @@ void PinnedView::paintEvent(QPaintEvent*)
     const DevicePixels pixels(painter); // a fractional scale must not blur the picture
     m_picture.paint(painter, QRect(QPoint(), m_pixels));
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_corners == Corners::blended)
-        eraseCorners(painter);
     paintBorder(painter);
+    if (m_corners == Corners::blended)
+        eraseCorners(painter); // the border's, too
 }
 
-int PinnedView::borderWidth() const
-{
-    return std::max(1, qRound(kBorderWidth * m_scale));
-}
-
+// A line of one and a half points is one and a half pixels: rounding it would make it a third wider
+// on most screens.
 void PinnedView::paintBorder(QPainter& painter) const
 {
-    const int width = borderWidth();
-    const qreal inset = width / 2.0;
-    const qreal radius = std::max(0.0, kRadius * m_scale - inset);
+    const qreal width = kBorderWidth * m_scale;
+    const qreal inset = width / 2;
     painter.setPen(QPen(m_hovering ? Config::leafGreen : kBorderColor, width));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(QPointF(), m_pixels).adjusted(inset, inset, -inset, -inset),
-                            radius, radius);
+                            kRadius * m_scale, kRadius * m_scale);
 }
 
 // Only the four corners: a rounded clip would make the whole picture slow.
@@ -139,6 +133,11 @@ void PinnedView::enterEvent(QEnterEvent*)
 void PinnedView::leaveEvent(QEvent*)
 {
     setHovering(false);
+}
+
+void PinnedView::hideEvent(QHideEvent*)
+{
+    setHovering(false); // nobody says that the pointer leaves a window that is gone
 }
 
 void PinnedView::mousePressEvent(QMouseEvent* event)

@@ -36,6 +36,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -48,7 +49,6 @@ private:
     void setHovering(bool hovering);
     void paintBorder(QPainter& painter) const;
     void eraseCorners(QPainter& painter) const;
-    [[nodiscard]] int borderWidth() const;
 
     QPointer<PinnedCapture> m_panel;
     PinPicture m_picture;
