@@ -27,6 +27,31 @@ constexpr int kRadius = 6;
 
 } // namespace
 
+void PinTest::addSurroundings()
+{
+    QTest::addColumn<WindowManager>("windowManager");
+    QTest::addColumn<Compositor>("compositor");
+    QTest::newRow("openbox") << WindowManager::openbox << Compositor::none;
+    QTest::newRow("openbox and picom") << WindowManager::openbox << Compositor::picom;
+    QTest::newRow("bare") << WindowManager::none << Compositor::none;
+    QTest::newRow("picom alone") << WindowManager::none << Compositor::picom;
+}
+
+void PinTest::addCompositors()
+{
+    QTest::addColumn<Compositor>("compositor");
+    QTest::newRow("plain") << Compositor::none;
+    QTest::newRow("picom") << Compositor::picom;
+}
+
+void PinTest::useSurroundings()
+{
+    QFETCH(WindowManager, windowManager);
+    QFETCH(Compositor, compositor);
+    usePins({.windowManager = windowManager, .compositor = compositor});
+    QVERIFY(pinArea());
+}
+
 void PinTest::usePins(const DesktopOptions& options)
 {
     usePatternedDesktop(options);
@@ -85,6 +110,12 @@ bool PinTest::shows(const QRect& place, const QImage& picture)
 {
     return waitUntil(
         [&] { return difference(screen().grab(place), picture, inside(place.size())) == 0; });
+}
+
+bool PinTest::liesAbove(QColor around, const QRect& place)
+{
+    return waitUntil([&] { return screen().pixel(place.topLeft() - QPoint(3, 3)) == around; }) &&
+           shows(place, captured());
 }
 
 QRegion PinTest::inside(QSize pin)
@@ -148,6 +179,12 @@ std::vector<SeenWindow> PinTest::menus()
     auto all = windows().shown(program().pid(), kMenu);
     std::erase_if(all, [](const SeenWindow& window) { return window.managed; });
     return all;
+}
+
+void PinTest::activate(const ClientWindow& window)
+{
+    ask(window.id(), "_NET_ACTIVE_WINDOW", {2, 0, 0});
+    QVERIFY(becomesActive(window));
 }
 
 void PinTest::ask(xcb_window_t window, const QByteArray& message,

@@ -19,9 +19,18 @@ protected:
     /// Where no test's pin lies.
     static constexpr QPoint kAside{20, 780};
 
+    /// Rows of a test, and what stands on the desktop in them: every mix of with and without a
+    /// window manager and a compositor, or the compositor alone.
+    static void addSurroundings();
+    static void addCompositors();
+    /// Puts up the row's surroundings and a pin.
+    void useSurroundings();
+
     /// A desktop with the program running and the pointer aside; before() is what it looks like.
     void usePins(const DesktopOptions& options = {});
     [[nodiscard]] const QImage& before() const { return m_before; }
+    /// What the pin at kDragged was taken of.
+    [[nodiscard]] QImage captured() const { return before().copy(kDragged); }
 
     /// Takes an area by real drags and presses the bar's button; the pointer goes aside. False when
     /// no pin covers the area afterwards.
@@ -33,6 +42,8 @@ protected:
 
     /// Waits until the pin in this place shows the picture pixel for pixel inside its border.
     [[nodiscard]] bool shows(const QRect& place, const QImage& picture);
+    /// Waits until it does, and a window of this colour lies around it.
+    [[nodiscard]] bool liesAbove(QColor around, const QRect& place = kDragged);
     /// What lies inside the border of a pin as large as this, which has round corners.
     [[nodiscard]] static QRegion inside(QSize pin);
 
@@ -46,6 +57,8 @@ protected:
     void choose(int downs);
     [[nodiscard]] std::vector<SeenWindow> menus();
 
+    /// Gives another program's window the focus through the window manager.
+    void activate(const ClientWindow& window);
     /// Asks the window manager for something, as pagers do.
     void ask(xcb_window_t window, const QByteArray& message,
              std::initializer_list<std::uint32_t> data);
