@@ -5,6 +5,9 @@
 #include <QApplication>
 
 #include <algorithm>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <utility>
 
 namespace brindlecam {
@@ -38,10 +41,20 @@ void X11Panels::assume(QWidget& widget, PanelRole role)
 
 void X11Panels::forget(const QObject* gone)
 {
-    m_windows.erase(gone);
-    if (std::ranges::none_of(
-            m_windows, [](const auto& entry) { return entry.second->role() == PanelRole::pin; }))
+    const auto found = m_windows.find(gone);
+    if (found == m_windows.end())
+        return;
+    const auto isPin = [](const auto& entry) { return entry.second->role() == PanelRole::pin; };
+    const bool wasPin = isPin(*found);
+    m_windows.erase(found);
+    if (!wasPin)
+        return;
+    if (std::ranges::none_of(m_windows, isPin))
         m_fullScreen.reset();
+#ifdef __GLIBC__
+    // Pictures of some hundred kilobytes lie among everything else; the allocator would keep them.
+    malloc_trim(0);
+#endif
 }
 
 void X11Panels::watchFullScreen()
