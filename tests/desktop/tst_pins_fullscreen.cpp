@@ -1,5 +1,8 @@
 #include "desktop/support/PinTest.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace brindlecam::desktop {
 
 /// Pins over full-screen programs, which window managers keep above everything they manage.
@@ -7,12 +10,57 @@ class TestPinsFullScreen final : public PinTest {
     Q_OBJECT
 
 private:
+    /// A pin that fills most of the right one of two screens.
+    [[nodiscard]] bool pinOnTheRight()
+    {
+        const QRect area(900, 50, 800, 480);
+        pressHotKey(kAreaKey);
+        if (!sessionIsReady(2))
+            return false;
+        pressPinButton(area);
+        input().moveTo({20, 580});
+        return sessionIsOver() && isOnlyPin(area);
+    }
+    void setFullScreenOn(const ClientWindow& window, const QRect& monitor)
+    {
+        const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
+        ask(window.id(), "_NET_WM_STATE", {1, state, 0, 2});
+        QVERIFY(waitUntil([&] { return window.pixels() == monitor; }));
+    }
     void setFullScreen(const ClientWindow& window, bool fullScreen)
     {
         const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
         ask(window.id(), "_NET_WM_STATE", {fullScreen ? 1U : 0U, state, 0, 2});
         QVERIFY(waitUntil([&] { return (window.pixels() == screen().pixels()) == fullScreen; }));
     }
+    /// Says of itself that it is a full-screen window, or that it is none; the window manager has
+    /// no part in it.
+    void claimFullScreen(const ClientWindow& window, bool fullScreen)
+    {
+        const Connection& connection = desktop().connection();
+        const xcb_atom_t state = connection.atom("_NET_WM_STATE_FULLSCREEN");
+        xcb_change_property(connection.raw(), XCB_PROP_MODE_REPLACE, window.id(),
+                            connection.atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, fullScreen ? 1 : 0,
+                            &state);
+        connection.sync();
+    }
+    /// How high a window of the program lies among them all; they are seen from below.
+    [[nodiscard]] std::ptrdiff_t height(const QByteArray& type)
+    {
+        const auto all = windows().shown(program().pid());
+        return std::ranges::find(all, type, &SeenWindow::type) - all.begin();
+    }
+    [[nodiscard]] bool dialogLiesAboveThePin()
+    {
+        return dialogs().size() == 1 && pins().size() == 1 &&
+               height("_NET_WM_WINDOW_TYPE_DIALOG") > height("_NET_WM_WINDOW_TYPE_UTILITY");
+    }
+    [[nodiscard]] bool dialogHasKeyboard()
+    {
+        const auto all = dialogs();
+        return all.size() == 1 && all.front().id == windows().focused();
+    }
+
     enum class Managed { no, yes };
     /// Whether there is one pin now, and whose it is to place.
     [[nodiscard]] bool isPinned(Managed managed)
@@ -62,6 +110,133 @@ private Q_SLOTS:
         input().drag({500, 400}, {600, 430});
         QVERIFY(isOnlyPin(kDragged.translated(100, 30)));
         QVERIFY(waitUntil([this] { return screen().pixel({600, 280}) != QColor(Qt::red); }));
+    }
+
+    void fullScreenIsNoticedWithoutARestack()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        activate(window);
+        QVERIFY(liesAbove(Qt::red));
+        claimFullScreen(window, true);
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
+        claimFullScreen(window, false);
+        QVERIFY(waitUntil([this] { return isPinned(Managed::yes); }));
+        QVERIFY(isOnlyPin(kDragged));
+    }
+
+    void overlayStaysAboveThePins()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        activate(window);
+        QVERIFY(liesAbove(Qt::red));
+        QVERIFY(openArea());
+        setFullScreen(window, true);
+        activate(window);
+        // Where the pin is, the session is dragged on and not the pin.
+        const QRect area(320, 270, 300, 200);
+        input().drag(area.topLeft(), {620, 470});
+        QVERIFY(isPasted(before().copy(area)));
+        QVERIFY(isPinned(Managed::yes));
+        input().click({620, 470}, Button::right); // for the keyboard, wherever it is by now
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        activate(window);
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
+        QVERIFY(isOnlyPin(kDragged));
+        QVERIFY(liesAbove(Qt::red));
+    }
+
+    void openMenuOutlivesTheSwitch()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        QVERIFY(openMenu({500, 400}));
+        setFullScreen(window, true);
+        activate(window);
+        choose(1);
+        QVERIFY(isPasted(captured()));
+        QVERIFY(menus().empty());
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
+        QVERIFY(isOnlyPin(kDragged));
+        QVERIFY(liesAbove(Qt::red));
+    }
+
+    void dragOutlivesTheSwitch()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        input().moveTo({500, 400});
+        input().press(Button::left);
+        input().glideTo({540, 415});
+        setFullScreen(window, true);
+        activate(window);
+        input().glideTo({600, 430});
+        input().release(Button::left);
+        const QRect moved = kDragged.translated(100, 30);
+        QVERIFY(isOnlyPin(moved));
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
+        input().moveTo(kAside);
+        QVERIFY(liesAbove(Qt::red, moved));
+        QVERIFY(isOnlyPin(moved)); // nobody holds it any more
+    }
+
+    void savePanelOpensAboveThePin_data() { addCompositors(); }
+    void savePanelOpensAboveThePin()
+    {
+        QFETCH(Compositor, compositor);
+        usePins({.compositor = compositor});
+        QVERIFY(pinArea());
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        setFullScreen(window, true);
+        activate(window);
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
+        QVERIFY(openMenu({500, 400}));
+        QVERIFY(clickInMenu(2));
+        QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
+        QVERIFY(waitUntil([this] { return dialogLiesAboveThePin(); }));
+        QVERIFY(isOnlyPin(kDragged));
+        input().tap(XK_Return);
+        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(isOnlyCapture(captured()));
+        activate(window);
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
+        input().moveTo(kAside);
+        QVERIFY(liesAbove(Qt::red));
+    }
+
+    void savePanelOnAnotherScreenLiesAboveThePin()
+    {
+        const QRect left(0, 0, 800, 600);
+        const QRect right(800, 0, 1000, 600);
+        usePins({.server = {.pixels = {1800, 600},
+                            .monitors = {{QStringLiteral("LEFT"), left},
+                                         {QStringLiteral("RIGHT"), right}}}});
+        input().moveTo({20, 580});
+        QVERIFY(pinOnTheRight());
+        const ClientWindow window(display(),
+                                  {.pixels = QRect(100, 100, 400, 300), .colour = Qt::red});
+        setFullScreenOn(window, left);
+        activate(window);
+        QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
+        QVERIFY(openMenu(right.center()));
+        QVERIFY(clickInMenu(2));
+        QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
+        QVERIFY(right.intersects(dialogs().front().pixels));
+        QVERIFY(waitUntil([this] { return dialogLiesAboveThePin(); }));
+        QVERIFY(isPinned(Managed::no)); // over the other screen it would be needed
+        input().tap(XK_Escape);
+        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
     }
 };
 

@@ -1,10 +1,55 @@
 #include "desktop/support/PinTest.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace brindlecam::desktop {
 
 /// A pin's menu: what it offers, and what goes on while it is open.
 class TestPinsMenu final : public PinTest {
     Q_OBJECT
+
+private:
+    /// In the lower right corner of the pin: much of a menu there lies outside.
+    static constexpr QPoint kCorner{690, 540};
+
+    /// Every second menu of this test lies partly above the plain desktop.
+    [[nodiscard]] bool openMenuAcrossTheEdge()
+    {
+        return openMenu(kCorner) && !kDragged.contains(menus().front().pixels);
+    }
+
+    enum class Way { hotKey, command };
+    void take(Way way)
+    {
+        if (way == Way::hotKey)
+            input().chord({XK_Shift_L, XK_Super_L, kAreaKey});
+        else
+            QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+    }
+
+    /// Types into the save panel that has the keyboard, and accepts.
+    [[nodiscard]] bool saveAs(std::string_view name)
+    {
+        const std::size_t open = dialogs().size();
+        if (!waitUntil([this] { return dialogHasKeyboard(); }))
+            return false;
+        input().type(name);
+        input().tap(XK_Return);
+        return waitUntil([&] { return dialogs().size() + 1 == open; });
+    }
+    [[nodiscard]] bool dialogHasKeyboard()
+    {
+        const auto all = dialogs();
+        return std::ranges::any_of(all, [focused = windows().focused()](const SeenWindow& dialog) {
+            return dialog.id == focused;
+        });
+    }
+    [[nodiscard]] QImage saved(const char* name)
+    {
+        return QImage(program().folders().captures() + QLatin1Char('/') +
+                      QString::fromLatin1(name) + QStringLiteral(".png"));
+    }
 
 private Q_SLOTS:
     void menuCopiesAgain_data() { addSurroundings(); }
@@ -86,6 +131,103 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return menus().size() == 1; }));
         choose(3);
         QVERIFY(pinsAreGone());
+    }
+
+    void captureClosesAnOpenMenu_data()
+    {
+        QTest::addColumn<WindowManager>("windowManager");
+        QTest::addColumn<Way>("way");
+        QTest::newRow("hot key") << WindowManager::openbox << Way::hotKey;
+        QTest::newRow("command") << WindowManager::openbox << Way::command;
+        QTest::newRow("hot key, bare") << WindowManager::none << Way::hotKey;
+        QTest::newRow("command, bare") << WindowManager::none << Way::command;
+    }
+    void captureClosesAnOpenMenu()
+    {
+        QFETCH(WindowManager, windowManager);
+        QFETCH(Way, way);
+        usePins({.windowManager = windowManager});
+        QVERIFY(pinArea());
+        QVERIFY(openMenuAcrossTheEdge());
+        const QRect menu = menus().front().pixels;
+        take(way);
+        QVERIFY(sessionIsReady());
+        QVERIFY(menus().empty());
+        // Mouse and keys are the session's, and the menu is not in the picture.
+        const QRect area(kDragged.right() + 2, menu.top() - 20, 200, menu.height() + 40);
+        input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
+        input().tap(XK_Return);
+        QVERIFY(sessionIsOver());
+        QVERIFY(isPasted(before().copy(area)));
+        QVERIFY(isOnlyPin(kDragged));
+        QVERIFY(openMenu({500, 400}));
+    }
+
+    void screenIsTakenWithoutAnOpenMenu()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        QVERIFY(openMenuAcrossTheEdge());
+        const QRect menu = menus().front().pixels;
+        input().chord({XK_Shift_L, XK_Super_L, kFullScreenKey});
+        QVERIFY(waitUntil([this] { return pasted().size() == before().size(); }));
+        const QRect beside(kDragged.right() + 2, menu.top(), 200, menu.height());
+        QCOMPARE(pasted().copy(beside), before().copy(beside));
+        QVERIFY(menus().empty());
+    }
+
+    void savePanelOfAPinComesBackAfterACapture()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        QVERIFY(openMenu({500, 400}));
+        choose(2);
+        QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
+        QVERIFY(openArea());
+        QVERIFY(dialogs().empty());
+        input().drag({800, 100}, {900, 200});
+        QVERIFY(isPasted(before().copy(800, 100, 100, 100)));
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(saveAs("fijada"));
+        QVERIFY(waitUntil([this] { return samePixels(saved("fijada"), captured()); }));
+        QVERIFY(isOnlyPin(kDragged));
+    }
+
+    void pinIsSavedAndCopiedWhileAnotherPictureIsBeingSaved()
+    {
+        usePins();
+        const QRect own(20, 20, 240, 150); // where no window manager puts a panel
+        const QRect other(800, 100, 300, 200);
+        QVERIFY(pinArea(own));
+        QVERIFY(openArea());
+        input().drag(other.topLeft(), {1100, 300});
+        QVERIFY(isPasted(before().copy(other)));
+        input().chord({XK_Control_L, XK_s});
+        QVERIFY(waitUntil([this] { return dialogs().size() == 1 && dialogHasKeyboard(); }));
+        const QRect panel = dialogs().front().pixels;
+        QVERIFY(openMenu(own.center()));
+        choose(1);
+        QVERIFY(isPasted(before().copy(own)));
+        QVERIFY(openMenu(own.center()));
+        choose(2);
+        QVERIFY(waitUntil([this] { return dialogs().size() == 2; }));
+        QVERIFY(waitUntil([&] {
+            const xcb_window_t focused = windows().focused();
+            const auto all = dialogs();
+            return std::ranges::any_of(all, [&](const SeenWindow& dialog) {
+                return dialog.id == focused && dialog.pixels != panel;
+            });
+        }));
+        QVERIFY(saveAs("fijada"));
+        QVERIFY(saveAs("otra"));
+        QVERIFY(waitUntil([&] { return samePixels(saved("fijada"), before().copy(own)); }));
+        QVERIFY(waitUntil([&] { return samePixels(saved("otra"), before().copy(other)); }));
+        QCOMPARE(captures().size(), 2);
+        QVERIFY(isPasted(before().copy(own)));
+        QVERIFY(isOnlyPin(own));
+        QVERIFY(openArea());
     }
 };
 

@@ -1,10 +1,6 @@
 #include "desktop/support/PinTest.h"
 #include "desktop/support/VisibleWindows.h"
 
-#include <QElapsedTimer>
-#include <QFile>
-#include <QRegularExpression>
-
 #include <xcb/shape.h>
 
 #include <algorithm>
@@ -75,31 +71,6 @@ private:
         return reply && reply->bounding_shaped != 0;
     }
     [[nodiscard]] QImage corner() { return screen().grab(QRect(kDragged.topLeft(), QSize(6, 6))); }
-
-    /// RssAnon in kB.
-    [[nodiscard]] qint64 memory()
-    {
-        QFile status(QStringLiteral("/proc/%1/status").arg(program().pid()));
-        if (!status.open(QIODevice::ReadOnly))
-            return 0;
-        static const QRegularExpression size(QStringLiteral("RssAnon:\\s*(\\d+) kB"));
-        return size.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
-    }
-    /// Once the buffers of the last session are given back.
-    [[nodiscard]] qint64 memoryAtRest()
-    {
-        qint64 least = memory();
-        QElapsedTimer sinceLess;
-        sinceLess.start();
-        static_cast<void>(waitUntil([&] {
-            if (const qint64 now = memory(); now < least) {
-                least = now;
-                sinceLess.start();
-            }
-            return sinceLess.hasExpired(6000);
-        }));
-        return least;
-    }
 
 private Q_SLOTS:
     void pinLiesAboveTheActiveWindow_data() { addCompositors(); }
@@ -245,6 +216,56 @@ private Q_SLOTS:
         QVERIFY(pinsAreGone());
     }
 
+    void lateWindowManagerIsWaitedFor()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        desktop().pauseWindowManager();
+        for (int turn = 0; turn < 4; ++turn) {
+            input().click({500, 400}, Button::wheelUp);
+            QTest::qWait(200); // so late does it answer
+        }
+        desktop().resumeWindowManager();
+        // 400 × 1.05⁴
+        QVERIFY(waitUntil(
+            [this] { return pins().size() == 1 && pins().front().pixels.width() == 486; }));
+        input().drag({500, 400}, {560, 420});
+        QVERIFY(waitUntil([this] {
+            const QPoint centre = pins().size() == 1 ? pins().front().pixels.center() : QPoint();
+            return (centre - QPoint(560, 420)).manhattanLength() <= 2;
+        }));
+    }
+
+    void pinIsResizedWhereSomebodyElseHasMovedIt()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        QVERIFY(shows(kDragged, captured())); // it has settled
+        constexpr std::uint32_t kPlaceByPager = 2 << 12 | 0x0300 | 10; // static gravity, x and y
+        ask(pins().front().id, "_NET_MOVERESIZE_WINDOW", {kPlaceByPager, 500, 350, 0, 0});
+        QVERIFY(isOnlyPin(QRect(500, 350, 400, 300)));
+        input().click({700, 500}, Button::wheelUp);
+        QVERIFY(isOnlyPin(QRect(490, 343, 420, 315)) || isOnlyPin(QRect(490, 342, 420, 315)));
+    }
+
+    void longPinKeepsTheLimits()
+    {
+        usePins({.server = {.pixels = {10240, 400}}});
+        const QRect area(100, 100, 10000, 100);
+        QVERIFY(pinArea(area));
+        QVERIFY(shows(area, before().copy(area)));
+        const auto becomes = [this](QSize size) {
+            return waitUntil(
+                [&] { return pins().size() == 1 && pins().front().pixels.size() == size; });
+        };
+        for (int turn = 0; turn < 60; ++turn)
+            input().click({5100, 150}, Button::wheelDown);
+        QVERIFY(becomes({2000, 20}));
+        for (int turn = 0; turn < 80; ++turn)
+            input().click({5100, 150}, Button::wheelUp);
+        QVERIFY(becomes({30000, 300}));
+    }
+
     void openPinTurnsRightWhenACompositorComesAndGoes()
     {
         usePins();
@@ -267,26 +288,6 @@ private Q_SLOTS:
         QVERIFY(isRoundOver(Qt::red));
         QVERIFY(shows(kDragged, captured()));
         QVERIFY(isOnlyPin(kDragged));
-    }
-
-    void memoryIsGivenBackWithThePins()
-    {
-        usePins();
-        const auto round = [this] {
-            if (!pinArea())
-                return false;
-            doubleClickPin({500, 400});
-            return pinsAreGone();
-        };
-        for (int i = 0; i < 3; ++i)
-            QVERIFY(round());
-        QVERIFY(waitUntil([this] { return history().size() == 3; }));
-        const qint64 before = memoryAtRest();
-        for (int i = 0; i < 50; ++i)
-            QVERIFY(round());
-        const qint64 after = memoryAtRest();
-        QVERIFY2(after <= before * 1.1,
-                 qPrintable(QStringLiteral("%1 kB, then %2 kB").arg(before).arg(after)));
     }
 };
 

@@ -18,6 +18,7 @@ constexpr int kBarWidth = 230;
 constexpr int kPinButton = 36 + 15;
 constexpr int kMiddle = 19;
 
+constexpr int kItems = 3;          // of the menu
 constexpr int kMenuOpens = 3000;   // ms
 constexpr int kMenuAnswer = 1000;  // ms in which a menu with the keyboard has followed a key
 constexpr int kBetweenClicks = 80; // ms
@@ -72,9 +73,7 @@ bool PinTest::pinArea(const QRect& area)
     const std::size_t earlier = pins().size();
     if (!openArea())
         return false;
-    const QPoint end(area.x() + area.width(), area.y() + area.height());
-    input().drag(area.topLeft(), end);
-    input().click({end.x() - kBarWidth + kPinButton, end.y() + kBarGap + kMiddle});
+    pressPinButton(area);
     input().moveTo(kAside);
     return sessionIsOver() && waitUntil([&] {
                const auto all = pins();
@@ -82,6 +81,13 @@ bool PinTest::pinArea(const QRect& area)
                       std::ranges::any_of(
                           all, [&](const SeenWindow& pin) { return pin.pixels == area; });
            });
+}
+
+void PinTest::pressPinButton(const QRect& area)
+{
+    const QPoint end(area.x() + area.width(), area.y() + area.height());
+    input().drag(area.topLeft(), end);
+    input().click({end.x() - kBarWidth + kPinButton, end.y() + kBarGap + kMiddle});
 }
 
 std::vector<SeenWindow> PinTest::pins()
@@ -148,6 +154,17 @@ bool PinTest::openMenu(QPoint place)
         }
         return false;
     });
+}
+
+bool PinTest::clickInMenu(int item)
+{
+    const auto all = menus();
+    if (all.empty())
+        return false;
+    const QRect place = all.front().pixels;
+    input().click(
+        {place.center().x(), place.top() + place.height() * (2 * item - 1) / (2 * kItems)});
+    return waitUntil([this] { return menus().empty(); });
 }
 
 void PinTest::choose(int downs)

@@ -35,6 +35,8 @@ protected:
     /// Takes an area by real drags and presses the bar's button; the pointer goes aside. False when
     /// no pin covers the area afterwards.
     [[nodiscard]] bool pinArea(const QRect& area = kDragged);
+    /// The same in a session that is open already: drags over the area and presses the button.
+    void pressPinButton(const QRect& area);
     [[nodiscard]] std::vector<SeenWindow> pins();
     /// Waits until there is exactly one pin, in this place.
     [[nodiscard]] bool isOnlyPin(const QRect& place);
@@ -53,6 +55,9 @@ protected:
 
     /// Opens the menu there with the right button and waits for it.
     [[nodiscard]] bool openMenu(QPoint place);
+    /// Chooses the item with this number, counted from one, with the mouse; false when the menu
+    /// does not close.
+    [[nodiscard]] bool clickInMenu(int item);
     /// Chooses the item that so many presses of the Down key reach.
     void choose(int downs);
     [[nodiscard]] std::vector<SeenWindow> menus();

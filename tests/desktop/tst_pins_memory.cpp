@@ -1,0 +1,73 @@
+#include "desktop/support/PinTest.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRegularExpression>
+
+namespace brindlecam::desktop {
+
+/// What pins leave behind when they are closed.
+class TestPinsMemory final : public PinTest {
+    Q_OBJECT
+
+private:
+    /// RssAnon in kB.
+    [[nodiscard]] qint64 memory()
+    {
+        QFile status(QStringLiteral("/proc/%1/status").arg(program().pid()));
+        if (!status.open(QIODevice::ReadOnly))
+            return 0;
+        static const QRegularExpression size(QStringLiteral("RssAnon:\\s*(\\d+) kB"));
+        return size.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
+    }
+    /// Once the buffers of the last session are given back.
+    [[nodiscard]] qint64 memoryAtRest()
+    {
+        qint64 least = memory();
+        QElapsedTimer sinceLess;
+        sinceLess.start();
+        static_cast<void>(waitUntil([&] {
+            if (const qint64 now = memory(); now < least) {
+                least = now;
+                sinceLess.start();
+            }
+            return sinceLess.hasExpired(6000);
+        }));
+        return least;
+    }
+    /// Opens so many pins in the same place, one above the other, and closes them all.
+    [[nodiscard]] bool openAndClose(std::size_t count)
+    {
+        while (pins().size() < count) {
+            if (!pinArea())
+                return false;
+        }
+        while (!pins().empty()) {
+            const std::size_t left = pins().size() - 1;
+            doubleClickPin({500, 400});
+            if (!waitUntil([&] { return pins().size() == left; }))
+                return false;
+        }
+        return true;
+    }
+
+private Q_SLOTS:
+    void memoryIsGivenBackWithThePins()
+    {
+        usePins();
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(openAndClose(1));
+        QVERIFY(waitUntil([this] { return history().size() == 3; }));
+        const qint64 before = memoryAtRest();
+        QVERIFY(openAndClose(50));
+        const qint64 after = memoryAtRest();
+        QVERIFY2(after <= before * 1.1,
+                 qPrintable(QStringLiteral("%1 kB, then %2 kB").arg(before).arg(after)));
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestPinsMemory)
+
+#include "tst_pins_memory.moc"
