@@ -23,9 +23,10 @@ class PinnedCapture final : public QWidget {
 public:
     static constexpr qreal kCornerRadius = 6; ///< points
 
+    /// A pin of this picture, not shown yet. Owned by whoever makes it; the ports outlive it.
     PinnedCapture(const Rendered& rendered, Panels& panels, Displays& displays);
 
-    /// Owned by whoever made it; all three are filled before it is shown.
+    /// What its menu and a double click lead to; all three are filled before it is shown.
     std::function<void()> onCopy;
     std::function<void()> onSave;
     std::function<void()> onDismiss; ///< the pin is off the screen and may be deleted later
@@ -33,17 +34,23 @@ public:
     /// Shows it exactly there, without taking the focus.
     void open(const QRect& native);
 
-    /// Resizes it around its centre.
+    /// Makes it wider by this factor of its present width, within its limits; the height follows,
+    /// the centre stays.
     void zoomBy(qreal factor);
 
-    /// A hand takes it at this place of it (points), moves to that one of the desktop (native
-    /// pixels, which Qt may have rounded to points), lets go.
+    /// A hand takes it at this place, in points from its own top-left corner; gives it the focus.
     void grip(QPointF place);
+    /// The hand has moved there: native pixels of the desktop, which Qt may have rounded to points.
+    /// The pin comes along once that is far enough to be no click; nothing happens without a grip.
     void follow(QPoint rounded);
+    /// The hand lets go; the pin stays where it is.
     void letGo();
 
+    /// Asks for its picture on the clipboard.
     void copyImage();
+    /// Asks the user where its picture is to be saved.
     void saveImage();
+    /// Takes it off the screen for good.
     void dismiss();
 
     /// Puts it where it can be seen when the displays have changed.
@@ -51,6 +58,7 @@ public:
     /// Blends its corners or cuts them off, when windows have begun or ceased to blend.
     void roundCorners();
 
+    /// What it was made of, at its full size.
     [[nodiscard]] const Rendered& rendered() const { return m_rendered; }
     /// The screen it is on; none when there are no screens.
     [[nodiscard]] const std::optional<ScreenInfo>& onScreen() const { return m_screen; }

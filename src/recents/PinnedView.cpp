@@ -87,12 +87,23 @@ void PinnedView::paintEvent(QPaintEvent*)
 // on most screens.
 void PinnedView::paintBorder(QPainter& painter) const
 {
+    const QColor color = m_hovering ? Config::leafGreen : kBorderColor;
+    const QRectF whole(QPointF(), m_pixels);
     const qreal width = kBorderWidth * m_scale;
-    const qreal inset = width / 2;
-    painter.setPen(QPen(m_hovering ? Config::leafGreen : kBorderColor, width));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(QPointF(), m_pixels).adjusted(inset, inset, -inset, -inset),
-                            kRadius * m_scale, kRadius * m_scale);
+    const qreal radius = kRadius * m_scale;
+    if (m_corners == Corners::blended) {
+        const qreal inset = width / 2;
+        painter.setPen(QPen(color, width));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(whole.adjusted(inset, inset, -inset, -inset), radius, radius);
+        return;
+    }
+    // Soft inside only: outside the picture would shine through where the window is cut.
+    QPainterPath ring;
+    ring.addRect(whole);
+    ring.addRoundedRect(whole.adjusted(width, width, -width, -width), radius - width / 2,
+                        radius - width / 2);
+    painter.fillPath(ring, color);
 }
 
 // Only the four corners: a rounded clip would make the whole picture slow.

@@ -23,13 +23,15 @@ public:
         cut,     ///< left to the shape of the window
     };
 
+    /// A child of its pin, which owns it.
     PinnedView(const QImage& image, PinnedCapture& panel);
 
-    /// The pin's size, and how many of its pixels make a point.
+    /// The pin's size in native pixels, and how many of those make a point.
     void setPixels(QSize pixels, qreal scale);
+    /// Repaints it with its corners rounded in this way.
     void setCorners(Corners corners);
 
-    /// Opens the context menu there (Qt's global points).
+    /// Opens the context menu there (Qt's global points), unless it is open already.
     void openMenu(QPoint global);
 
 protected:

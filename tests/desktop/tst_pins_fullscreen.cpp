@@ -21,17 +21,17 @@ private:
         input().moveTo({20, 580});
         return sessionIsOver() && isOnlyPin(area);
     }
-    void setFullScreenOn(const ClientWindow& window, const QRect& monitor)
+    [[nodiscard]] bool setFullScreenOn(const ClientWindow& window, const QRect& monitor)
     {
         const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
         ask(window.id(), "_NET_WM_STATE", {1, state, 0, 2});
-        QVERIFY(waitUntil([&] { return window.pixels() == monitor; }));
+        return waitUntil([&] { return window.pixels() == monitor; });
     }
-    void setFullScreen(const ClientWindow& window, bool fullScreen)
+    [[nodiscard]] bool setFullScreen(const ClientWindow& window, bool fullScreen)
     {
         const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
         ask(window.id(), "_NET_WM_STATE", {fullScreen ? 1U : 0U, state, 0, 2});
-        QVERIFY(waitUntil([&] { return (window.pixels() == screen().pixels()) == fullScreen; }));
+        return waitUntil([&] { return (window.pixels() == screen().pixels()) == fullScreen; });
     }
     /// Says of itself that it is a full-screen window, or that it is none; the window manager has
     /// no part in it.
@@ -78,18 +78,19 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         const ClientWindow window(display(),
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
-        activate(window);
-        setFullScreen(window, true);
+        QVERIFY(activate(window));
+        QVERIFY(setFullScreen(window, true));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(liesAbove(Qt::red));
+        QVERIFY(isRoundOver(Qt::red));
         QVERIFY(window.hasFocus());
         // It can be used there like anywhere.
         input().drag({500, 400}, {600, 430});
         const QRect moved = kDragged.translated(100, 30);
         QVERIFY(isOnlyPin(moved));
         QVERIFY(liesAbove(Qt::red, moved));
-        setFullScreen(window, false);
-        activate(window);
+        QVERIFY(setFullScreen(window, false));
+        QVERIFY(activate(window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::yes); }));
         QVERIFY(isOnlyPin(moved));
         QVERIFY(shows(moved, captured()));
@@ -102,8 +103,8 @@ private Q_SLOTS:
         usePins();
         const ClientWindow window(display(),
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
-        activate(window);
-        setFullScreen(window, true);
+        QVERIFY(activate(window));
+        QVERIFY(setFullScreen(window, true));
         QVERIFY(pinArea());
         QVERIFY(becomesActive(window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
@@ -118,7 +119,7 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         const ClientWindow window(display(),
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
-        activate(window);
+        QVERIFY(activate(window));
         QVERIFY(liesAbove(Qt::red));
         claimFullScreen(window, true);
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
@@ -133,11 +134,11 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         const ClientWindow window(display(),
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
-        activate(window);
+        QVERIFY(activate(window));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(openArea());
-        setFullScreen(window, true);
-        activate(window);
+        QVERIFY(setFullScreen(window, true));
+        ask(window.id(), "_NET_ACTIVE_WINDOW", {2, 0, 0});
         // Where the pin is, the session is dragged on and not the pin.
         const QRect area(320, 270, 300, 200);
         input().drag(area.topLeft(), {620, 470});
@@ -146,7 +147,7 @@ private Q_SLOTS:
         input().click({620, 470}, Button::right); // for the keyboard, wherever it is by now
         input().tap(XK_Escape);
         QVERIFY(sessionIsOver());
-        activate(window);
+        QVERIFY(activate(window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(isOnlyPin(kDragged));
         QVERIFY(liesAbove(Qt::red));
@@ -159,8 +160,8 @@ private Q_SLOTS:
         const ClientWindow window(display(),
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
         QVERIFY(openMenu({500, 400}));
-        setFullScreen(window, true);
-        activate(window);
+        QVERIFY(setFullScreen(window, true));
+        QVERIFY(activate(window));
         choose(1);
         QVERIFY(isPasted(captured()));
         QVERIFY(menus().empty());
@@ -178,8 +179,9 @@ private Q_SLOTS:
         input().moveTo({500, 400});
         input().press(Button::left);
         input().glideTo({540, 415});
-        setFullScreen(window, true);
-        activate(window);
+        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(setFullScreen(window, true));
+        QVERIFY(activate(window));
         input().glideTo({600, 430});
         input().release(Button::left);
         const QRect moved = kDragged.translated(100, 30);
@@ -198,8 +200,8 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         const ClientWindow window(display(),
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
-        setFullScreen(window, true);
-        activate(window);
+        QVERIFY(setFullScreen(window, true));
+        QVERIFY(activate(window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(openMenu({500, 400}));
         QVERIFY(clickInMenu(2));
@@ -209,7 +211,7 @@ private Q_SLOTS:
         input().tap(XK_Return);
         QVERIFY(waitUntil([this] { return dialogs().empty(); }));
         QVERIFY(isOnlyCapture(captured()));
-        activate(window);
+        QVERIFY(activate(window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         input().moveTo(kAside);
         QVERIFY(liesAbove(Qt::red));
@@ -226,8 +228,8 @@ private Q_SLOTS:
         QVERIFY(pinOnTheRight());
         const ClientWindow window(display(),
                                   {.pixels = QRect(100, 100, 400, 300), .colour = Qt::red});
-        setFullScreenOn(window, left);
-        activate(window);
+        QVERIFY(setFullScreenOn(window, left));
+        QVERIFY(activate(window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(openMenu(right.center()));
         QVERIFY(clickInMenu(2));

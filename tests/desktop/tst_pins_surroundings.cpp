@@ -43,22 +43,6 @@ private:
         return sessionIsOver() && isOnlyPin(kOnRight);
     }
 
-    /// Whether the four corners of the pin show what lies beneath, and its edges do not.
-    [[nodiscard]] bool isRoundOver(QColor beneath, const QRect& place = kDragged)
-    {
-        const int right = place.width() - 1;
-        const int bottom = place.height() - 1;
-        return waitUntil([&] {
-            const QImage now = screen().grab(place);
-            const auto isBeneath = [&](QPoint at) { return now.pixelColor(at) == beneath; };
-            const std::array corners{QPoint(0, 0),     QPoint(1, 0),      QPoint(right, 0),
-                                     QPoint(right, 1), QPoint(0, bottom), QPoint(right, bottom)};
-            const std::array edges{QPoint(20, 0), QPoint(0, 20), QPoint(right, 20),
-                                   QPoint(20, bottom)};
-            return std::ranges::all_of(corners, isBeneath) &&
-                   std::ranges::none_of(edges, isBeneath);
-        });
-    }
     /// Whether its window ends at the corners.
     [[nodiscard]] bool isCut()
     {
@@ -69,6 +53,17 @@ private:
         const Owned<xcb_shape_query_extents_reply_t> reply(xcb_shape_query_extents_reply(
             connection.raw(), xcb_shape_query_extents(connection.raw(), all.front().id), nullptr));
         return reply && reply->bounding_shaped != 0;
+    }
+    /// With an alpha channel it has 32 bits.
+    [[nodiscard]] int depth()
+    {
+        const auto all = pins();
+        if (all.empty())
+            return 0;
+        const Connection& connection = desktop().connection();
+        const Owned<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(
+            connection.raw(), xcb_get_geometry(connection.raw(), all.front().id), nullptr));
+        return reply ? reply->depth : 0;
     }
     [[nodiscard]] QImage corner() { return screen().grab(QRect(kDragged.topLeft(), QSize(6, 6))); }
 
@@ -81,7 +76,7 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         const ClientWindow window(display(),
                                   {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
-        activate(window);
+        QVERIFY(activate(window));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));
         QCOMPARE(isCut(), compositor == Compositor::none);
@@ -103,7 +98,7 @@ private Q_SLOTS:
         usePins();
         const ClientWindow window(display(),
                                   {.pixels = QRect(800, 100, 300, 300), .colour = Qt::red});
-        activate(window);
+        QVERIFY(activate(window));
         QVERIFY(pinArea());
         QVERIFY(becomesActive(window));
         QVERIFY(waitUntil([&] { return window.hasFocus(); }));
@@ -155,7 +150,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return pins().size() == 1; }));
         const QRect place = pins().front().pixels;
         const int border = qCeil(1.5 * factor);
-        const int radius = qCeil(6 * factor);
+        const int radius = qCeil(6.75 * factor); // of the border's outer edge
         QRegion inside = QRect(QPoint(), place.size()).adjusted(border, border, -border, -border);
         for (const int x : {0, place.width() - radius}) {
             for (const int y : {0, place.height() - radius})
@@ -240,7 +235,7 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        QVERIFY(shows(kDragged, captured())); // it has settled
+        QVERIFY(shows(kDragged, captured()));                          // it has settled
         constexpr std::uint32_t kPlaceByPager = 2 << 12 | 0x0300 | 10; // static gravity, x and y
         ask(pins().front().id, "_NET_MOVERESIZE_WINDOW", {kPlaceByPager, 500, 350, 0, 0});
         QVERIFY(isOnlyPin(QRect(500, 350, 400, 300)));
@@ -272,10 +267,11 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         const ClientWindow page(display(),
                                 {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
-        activate(page);
+        QVERIFY(activate(page));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));
         QVERIFY(isCut());
+        QCOMPARE(depth(), 32); // already now: it can't be had later
         const QImage stepped = corner();
         desktop().startCompositor();
         QVERIFY(waitUntil([this] { return !isCut(); }));

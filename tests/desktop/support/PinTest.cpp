@@ -1,6 +1,7 @@
 #include "desktop/support/PinTest.h"
 
 #include <algorithm>
+#include <array>
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -24,7 +25,7 @@ constexpr int kMenuAnswer = 1000;  // ms in which a menu with the keyboard has f
 constexpr int kBetweenClicks = 80; // ms
 
 constexpr int kBorder = 2;
-constexpr int kRadius = 6;
+constexpr int kRadius = 7; // of the border's outer edge
 
 } // namespace
 
@@ -124,6 +125,20 @@ bool PinTest::liesAbove(QColor around, const QRect& place)
            shows(place, captured());
 }
 
+bool PinTest::isRoundOver(QColor beneath, const QRect& place)
+{
+    const int right = place.width() - 1;
+    const int bottom = place.height() - 1;
+    const std::array corners{QPoint(0, 0),     QPoint(1, 0),      QPoint(right, 0),
+                             QPoint(right, 1), QPoint(0, bottom), QPoint(right, bottom)};
+    const std::array edges{QPoint(20, 0), QPoint(0, 20), QPoint(right, 20), QPoint(20, bottom)};
+    return waitUntil([&] {
+        const QImage now = screen().grab(place);
+        const auto isBeneath = [&](QPoint at) { return now.pixelColor(at) == beneath; };
+        return std::ranges::all_of(corners, isBeneath) && std::ranges::none_of(edges, isBeneath);
+    });
+}
+
 QRegion PinTest::inside(QSize pin)
 {
     QRegion region = QRect(QPoint(), pin).adjusted(kBorder, kBorder, -kBorder, -kBorder);
@@ -198,10 +213,10 @@ std::vector<SeenWindow> PinTest::menus()
     return all;
 }
 
-void PinTest::activate(const ClientWindow& window)
+bool PinTest::activate(const ClientWindow& window)
 {
     ask(window.id(), "_NET_ACTIVE_WINDOW", {2, 0, 0});
-    QVERIFY(becomesActive(window));
+    return becomesActive(window);
 }
 
 void PinTest::ask(xcb_window_t window, const QByteArray& message,

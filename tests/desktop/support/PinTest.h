@@ -46,6 +46,8 @@ protected:
     [[nodiscard]] bool shows(const QRect& place, const QImage& picture);
     /// Waits until it does, and a window of this colour lies around it.
     [[nodiscard]] bool liesAbove(QColor around, const QRect& place = kDragged);
+    /// Waits until the four corners of the pin show this colour from beneath, and its edges do not.
+    [[nodiscard]] bool isRoundOver(QColor beneath, const QRect& place = kDragged);
     /// What lies inside the border of a pin as large as this, which has round corners.
     [[nodiscard]] static QRegion inside(QSize pin);
 
@@ -62,8 +64,8 @@ protected:
     void choose(int downs);
     [[nodiscard]] std::vector<SeenWindow> menus();
 
-    /// Gives another program's window the focus through the window manager.
-    void activate(const ClientWindow& window);
+    /// Gives another program's window the focus through the window manager and waits for it.
+    [[nodiscard]] bool activate(const ClientWindow& window);
     /// Asks the window manager for something, as pagers do.
     void ask(xcb_window_t window, const QByteArray& message,
              std::initializer_list<std::uint32_t> data);

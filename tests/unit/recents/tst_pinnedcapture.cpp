@@ -80,15 +80,18 @@ private Q_SLOTS:
     void borderIsPaleAndGreenUnderThePointer_data()
     {
         QTest::addColumn<qreal>("scale");
-        QTest::newRow("1") << 1.0; // a pixel and a half
-        QTest::newRow("1.25") << 1.25;
-        QTest::newRow("1.5") << 1.5;
-        QTest::newRow("2") << 2.0;
+        QTest::addColumn<bool>("blends");
+        for (const qreal scale : {1.0, 1.25, 1.5, 2.0}) { // at 1, a pixel and a half
+            QTest::addRow("%g, blended", scale) << scale << true;
+            QTest::addRow("%g, cut", scale) << scale << false;
+        }
     }
     void borderIsPaleAndGreenUnderThePointer()
     {
         QFETCH(qreal, scale);
+        QFETCH(bool, blends);
         PinnedFixture f;
+        f.panels.blends = blends;
         f.displays.all = {kPinnedScreen};
         f.displays.all.front().scale = scale;
         f.open();

@@ -3,6 +3,7 @@
 #include "platform/linux/x11/X11.h"
 #include "platform/linux/x11/X11Windows.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -130,10 +131,16 @@ X11Events::Verdict FullScreenWatch::handle(const xcb_generic_event_t& event)
     if (mayMeanAChange(event)) {
         m_soon.start();
         m_later.start();
-    } else if (m_waits) {
-        m_soon.start();
     }
     return X11Events::Verdict::pass;
+}
+
+// Only while it is held. Qt has counted the buttons by then, unlike when the server tells of one.
+bool FullScreenWatch::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::Hide)
+        m_soon.start();
+    return false;
 }
 
 bool FullScreenWatch::mayMeanAChange(const xcb_generic_event_t& event)
@@ -174,9 +181,11 @@ void FullScreenWatch::listenAlsoTo(xcb_window_t window)
 
 void FullScreenWatch::look()
 {
-    m_waits = m_callbacks.isHeld();
-    if (m_waits)
+    if (m_callbacks.isHeld()) {
+        qApp->installEventFilter(this);
         return;
+    }
+    qApp->removeEventFilter(this);
     const xcb_window_t active = windowProperty(x11::root(), "_NET_ACTIVE_WINDOW");
     std::vector<xcb_window_t> listened;
     if (active != XCB_WINDOW_NONE && !x11::isOurs(active)) {
