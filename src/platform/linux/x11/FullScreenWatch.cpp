@@ -183,6 +183,7 @@ void FullScreenWatch::look()
 {
     if (m_callbacks.isHeld()) {
         qApp->installEventFilter(this);
+        m_later.stop();
         return;
     }
     qApp->removeEventFilter(this);
