@@ -1,3 +1,4 @@
+#include "desktop/TrayHost.h"
 #include "desktop/support/PinTest.h"
 
 #include <algorithm>
@@ -161,6 +162,31 @@ private Q_SLOTS:
         QVERIFY(isPasted(before().copy(area)));
         QVERIFY(isOnlyPin(kDragged));
         QVERIFY(openMenu({500, 400}));
+    }
+
+    void delayedCaptureClosesAnOpenMenu()
+    {
+        constexpr std::size_t kDelayed =
+            4; // place of the submenu; its first entry is an area in 3 s
+        usePins({.bus = MessageBus::session});
+        TrayHost host(desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")));
+        QVERIFY(waitUntil([&] { return host.items().size() == 1; }));
+        QVERIFY(pinArea());
+        const QString item = host.items().front();
+        host.choose(item, host.menu(item).entries[kDelayed].entries[0]);
+        QVERIFY(openMenu({500, 400}));
+        QVERIFY(sessionIsReady());
+        QVERIFY(menus().empty());
+        const QRect area(800, 100, 200, 100);
+        input().drag(area.topLeft(), {1000, 200});
+        input().tap(XK_Return);
+        QVERIFY(sessionIsOver());
+        QVERIFY(isPasted(before().copy(area)));
+        QVERIFY(toastIsGone());
+        QVERIFY(openMenu({500, 400}));
+        take(Way::hotKey);
+        QVERIFY(sessionIsReady());
+        QVERIFY(menus().empty());
     }
 
     void screenIsTakenWithoutAnOpenMenu()

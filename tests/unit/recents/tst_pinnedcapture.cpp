@@ -161,6 +161,21 @@ private Q_SLOTS:
         QCOMPARE(f.place(), kPinned.translated(100, -100));
     }
 
+    void pinMadeAnewForgetsHandAndPointer()
+    {
+        PinnedFixture f;
+        f.open();
+        QEnterEvent enter({}, {}, {});
+        QCoreApplication::sendEvent(&f.view(), &enter);
+        f.mouse(QEvent::MouseButtonPress, {550, 450});
+        f.mouse(QEvent::MouseMove, {560, 450});
+        f.pin().hide();
+        f.pin().show();
+        f.mouse(QEvent::MouseMove, {700, 450});
+        QCOMPARE(f.place(), kPinned.translated(10, 0));
+        QVERIFY(hasBorder(f.look(), 1.5, QColor::fromRgbF(1.0F, 1.0F, 1.0F, 0.35F)));
+    }
+
     void tremblingHandDoesNotMoveIt()
     {
         PinnedFixture f;
