@@ -103,6 +103,7 @@ void select(xcb_window_t window, std::uint32_t events)
 
 FullScreenWatch::FullScreenWatch(std::shared_ptr<X11Events> events, Callbacks callbacks)
     : m_events(std::move(events))
+    , m_callbacks(std::move(callbacks))
 {
     for (QTimer* timer : {&m_soon, &m_later}) {
         timer->setSingleShot(true);
@@ -110,9 +111,7 @@ FullScreenWatch::FullScreenWatch(std::shared_ptr<X11Events> events, Callbacks ca
     }
     m_later.setInterval(kSecondLook);
     m_subscription = m_events->listen([this](const auto& event) { return handle(event); });
-    m_callbacks.isHeld = callbacks.isHeld;
-    look();
-    m_callbacks = std::move(callbacks);
+    update();
 }
 
 FullScreenWatch::~FullScreenWatch()
@@ -181,10 +180,16 @@ void FullScreenWatch::listenAlsoTo(xcb_window_t window)
 
 void FullScreenWatch::look()
 {
+    if (update())
+        m_callbacks.looked();
+}
+
+bool FullScreenWatch::update()
+{
     if (m_callbacks.isHeld()) {
         qApp->installEventFilter(this);
         m_later.stop();
-        return;
+        return false;
     }
     qApp->removeEventFilter(this);
     const xcb_window_t active = windowProperty(x11::root(), "_NET_ACTIVE_WINDOW");
@@ -198,15 +203,14 @@ void FullScreenWatch::look()
     listenTo(listened);
     // While a panel of ours has the focus, and while it is on its way, all stays as it is.
     if (!windows.empty() && (active == XCB_WINDOW_NONE || isOwnPanel(active)))
-        return;
+        return false;
     m_covering.clear();
     for (const xcb_window_t window : windows) {
         const auto rect = x11::rectOnRoot(window);
         if (rect && liesAboveAll(window, active))
             m_covering.push_back(*rect);
     }
-    if (m_callbacks.looked)
-        m_callbacks.looked();
+    return true;
 }
 
 } // namespace brindlecam

@@ -43,6 +43,8 @@ private:
     X11Events::Verdict handle(const xcb_generic_event_t& event);
     [[nodiscard]] bool mayMeanAChange(const xcb_generic_event_t& event);
     void look();
+    /// False when nothing may be learnt now.
+    bool update();
     void listenTo(const std::vector<xcb_window_t>& windows);
     void listenAlsoTo(xcb_window_t window);
 
