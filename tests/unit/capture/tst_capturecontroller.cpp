@@ -3,7 +3,6 @@
 
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMenu>
 
 namespace brindlecam {
 
@@ -25,20 +24,6 @@ private Q_SLOTS:
         QCOMPARE(f.panels.shown.at(1).native, kRight.native);
         QCOMPARE(f.panels.focused.back().data(), static_cast<QWidget*>(overlays.at(1)));
         QVERIFY(f.activity.capture);
-    }
-
-    void openMenusAreClosedBeforeTheScreensAreGrabbed()
-    {
-        Fixture f;
-        QMenu menu;
-        menu.addAction(QStringLiteral("Copiar"));
-        menu.popup({});
-        QVERIFY(menu.isVisible());
-        f.controller.begin();
-        QVERIFY(!menu.isVisible());
-        // What it covered gets some time to be painted again.
-        QCOMPARE(f.grabber.calls, 0);
-        QTRY_COMPARE(f.overlays().size(), 2U);
     }
 
     void twoTriggersInQuickSuccessionOpenOneSession()
