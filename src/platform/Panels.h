@@ -56,6 +56,9 @@ public:
     /// by its mask and paints itself over `backdrop`.
     [[nodiscard]] virtual bool translucent() const = 0;
 
+    /// Whether this panel blends now: one that was made while none did may never do so.
+    [[nodiscard]] virtual bool translucent(const QWidget& widget) const = 0;
+
     /// `changed` runs when translucent() may have changed, for panels that are open then. There is
     /// one listener; an empty function ends it.
     virtual void setOnChange(std::function<void()> changed) = 0;

@@ -163,14 +163,14 @@ void PinnedCapture::shapeItself()
 {
     const QSize pixels = shownPixels();
     m_view->setPixels(pixels, scale());
-    m_view->setCorners(m_panels.translucent() ? PinnedView::Corners::blended
+    m_view->setCorners(m_panels.translucent(*this) ? PinnedView::Corners::blended
                                               : PinnedView::Corners::cut);
     cut(pixels);
 }
 
 void PinnedCapture::cut(QSize pixels)
 {
-    const QSize wanted = m_panels.translucent() ? QSize() : pixels;
+    const QSize wanted = m_panels.translucent(*this) ? QSize() : pixels;
     if (m_cut == wanted)
         return;
     m_cut = wanted;

@@ -67,6 +67,7 @@ public:
     void setShape(QWidget&, const QRegion&) override {}
     void focus(QWidget& widget) override { widget.activateWindow(); }
     [[nodiscard]] bool translucent() const override { return true; }
+    [[nodiscard]] bool translucent(const QWidget&) const override { return true; }
     void setOnChange(std::function<void()>) override {}
     [[nodiscard]] QImage backdrop(const QRect&) override { return {}; }
     void setOpacity(QWidget&, double) override {}

@@ -52,6 +52,7 @@ public:
     void setShape(QWidget& widget, const QRegion& pixels) override { shapes[&widget] = pixels; }
     void focus(QWidget& widget) override { focused.push_back(&widget); }
     [[nodiscard]] bool translucent() const override { return blends; }
+    [[nodiscard]] bool translucent(const QWidget&) const override { return blends; }
     void setOnChange(std::function<void()> changed) override { onChange = std::move(changed); }
     [[nodiscard]] QImage backdrop(const QRect& native) override
     {

@@ -4,6 +4,7 @@
 #include "platform/linux/x11/X11ServerTime.h"
 #include "platform/linux/x11/X11Windows.h"
 
+#include <QBackingStore>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
@@ -21,6 +22,7 @@ namespace {
 // overlay has got the keyboard meanwhile.
 constexpr std::chrono::seconds kInsistence{1};
 constexpr int kMostInsistences = 3;
+constexpr qreal kRoomToGrow = 1.35; ///< to each side: more than half as much again is never kept
 constexpr int kMostCorrections = 8; ///< per show(); more means somebody disagrees
 
 QRect nativeGeometry(const QScreen& screen)
@@ -50,10 +52,11 @@ QRect roundedPoints(const QRect& native, const QScreen& screen)
 
 } // namespace
 
-PanelWindow::PanelWindow(QWidget& widget, PanelRole role, std::shared_ptr<X11Events> events)
+PanelWindow::PanelWindow(QWidget& widget, PanelRole role, const x11::PanelTraits& traits,
+                         std::shared_ptr<X11Events> events)
     : m_widget(widget)
     , m_role(role)
-    , m_traits(x11::PanelTraits::of(role))
+    , m_traits(traits)
     , m_events(std::move(events))
 {
     const bool dialog = role == PanelRole::dialog;
@@ -226,6 +229,19 @@ void PanelWindow::place()
     x11::configure(id(), m_native);
 }
 
+// Qt takes new memory, shared with the server, whenever a window grows, and that takes longer than
+// painting. What has room for more is kept until only half of it is needed.
+void PanelWindow::reserve(QSize pixels)
+{
+    QBackingStore* store = m_widget.backingStore();
+    if (m_role != PanelRole::pin || !store || m_reserved == m_reserved.expandedTo(pixels))
+        return;
+    const bool firstTime = m_reserved.isEmpty();
+    m_reserved = firstTime ? pixels : pixels * kRoomToGrow;
+    if (!firstTime)
+        store->resize(m_reserved / m_widget.devicePixelRatioF());
+}
+
 void PanelWindow::keepPlace(const QRect& actual)
 {
     if (m_native.isEmpty() || m_correctionsLeft == 0)
@@ -298,6 +314,7 @@ X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
         const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
         if (notify.window != id())
             return X11Events::Verdict::pass;
+        reserve({notify.width, notify.height});
         if (!m_traits.managed)
             keepPlace({notify.x, notify.y, notify.width, notify.height});
         else if (m_correctionsLeft > 0)

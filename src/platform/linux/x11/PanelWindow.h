@@ -25,7 +25,8 @@ class PanelWindow final : public QObject {
     Q_OBJECT
 
 public:
-    PanelWindow(QWidget& widget, PanelRole role, std::shared_ptr<X11Events> events);
+    PanelWindow(QWidget& widget, PanelRole role, const x11::PanelTraits& traits,
+                std::shared_ptr<X11Events> events);
 
     void show(const QRect& native);
     void focus();
@@ -37,6 +38,8 @@ public:
     void setShape(const QRegion& pixels);
 
     [[nodiscard]] PanelRole role() const { return m_role; }
+    /// Whether it may have transparent parts, where a compositor is there to blend them.
+    [[nodiscard]] bool canBlend() const { return m_traits.blends; }
     [[nodiscard]] bool isShown() const { return m_widget.isVisible(); }
     /// Takes a pin away from the window manager, which would keep it below a full-screen window,
     /// and gives it back. Says whether it was shown anew for that; other panels stay as they are.
@@ -58,6 +61,7 @@ private:
     void setSizeHints();
     void place();
     void cut();
+    void reserve(QSize pixels);
     void keepPlace(const QRect& actual);
     void keepPlaceOnRoot();
     void focusNow();
@@ -72,6 +76,7 @@ private:
     QRect m_native; ///< where it belongs; empty: wherever it is
     x11::AskedPlaces m_asked;
     std::optional<QRegion> m_shape; ///< native pixels; none: nobody has cut it
+    QSize m_reserved;               ///< pixels that its backing store has had room for
     int m_correctionsLeft = 0;
     bool m_focusWhenMapped = false;
     QDeadlineTimer m_insists{0}; ///< how long an overlay takes a lost focus back

@@ -32,7 +32,13 @@ PanelWindow* X11Panels::windowOf(const QWidget& widget) const
 
 void X11Panels::assume(QWidget& widget, PanelRole role)
 {
-    m_windows.insert_or_assign(&widget, std::make_unique<PanelWindow>(widget, role, m_events));
+    x11::PanelTraits traits = x11::PanelTraits::of(role);
+    // Without a compositor the server itself composes windows that could blend, at each change: a
+    // large pin would take twice as long to resize. Its corners stay cut if one comes later.
+    if (role == PanelRole::pin)
+        traits.blends = m_compositor.owned();
+    m_windows.insert_or_assign(&widget,
+                               std::make_unique<PanelWindow>(widget, role, traits, m_events));
     QObject::connect(&widget, &QObject::destroyed, &m_context,
                      [this](const QObject* gone) { forget(gone); });
     if (role == PanelRole::pin)
@@ -135,6 +141,12 @@ void X11Panels::focus(QWidget& widget)
 bool X11Panels::translucent() const
 {
     return m_compositor.owned();
+}
+
+bool X11Panels::translucent(const QWidget& widget) const
+{
+    const PanelWindow* window = windowOf(widget);
+    return translucent() && window && window->canBlend();
 }
 
 void X11Panels::setOnChange(std::function<void()> changed)

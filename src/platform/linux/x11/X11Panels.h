@@ -29,6 +29,7 @@ public:
     void setShape(QWidget& widget, const QRegion& pixels) override;
     void focus(QWidget& widget) override;
     [[nodiscard]] bool translucent() const override;
+    [[nodiscard]] bool translucent(const QWidget& widget) const override;
     void setOnChange(std::function<void()> changed) override;
     [[nodiscard]] QImage backdrop(const QRect& native) override;
     void setOpacity(QWidget& widget, double opacity) override;
