@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Scores text recognisers against a set of pictures with known texts, side by side in one run.
 
-  score.py SET_DIR --run cli='tesseract {image} - -l spa+eng' --run ours='build/ocr-cli {image}'
+  score.py SET_DIR --run cli='tesseract {image} - -l spa+eng' --run ours='our-reader {image}'
   score.py SET_DIR --texts ours=DIR            texts made elsewhere: DIR/ID.txt; what they cost
                                                in all: --texts-cpu ours=SECONDS
 

@@ -1,8 +1,9 @@
 #include "platform/linux/LinuxTextRecognizer.h"
 
-#include "platform/linux/text/ReadingQueue.h"
+#include "platform/linux/text/ReadingThread.h"
 
 #include <QDeadlineTimer>
+#include <QTimer>
 
 #include <utility>
 
@@ -10,9 +11,11 @@ namespace brindlecam {
 
 namespace {
 
-/// Milliseconds. The engine stops between two words; only while it looks for the lines of a picture
-/// full of noise does it not listen, for a minute perhaps, and quitting can't wait for that.
-constexpr int kPatience = 1000;
+/// How long a reading that nobody wants any more may keep the next one waiting. Our own steps and
+/// the reading of words stop within milliseconds; the engine's search for lines does not listen.
+constexpr std::chrono::milliseconds kPatience{300};
+/// How long the program's end waits for the same.
+constexpr std::chrono::milliseconds kPatienceAtTheEnd{1000};
 
 } // namespace
 
@@ -22,21 +25,19 @@ LinuxTextRecognizer::LinuxTextRecognizer()
 }
 
 LinuxTextRecognizer::LinuxTextRecognizer(const Options& options)
-    : m_queue(std::make_shared<ReadingQueue>(
-          ReadingQueue::Options{.module = options.module.isEmpty() ? TextEngineModule::usualPath()
-                                                                   : options.module,
-                                .keepFor = options.keepFor},
-          m_home))
+    : m_options{.module = options.module.isEmpty() ? TextEngineModule::usualPath() : options.module,
+                .keepFor = options.keepFor}
+    , m_thread(newThread())
 {
 }
 
 LinuxTextRecognizer::~LinuxTextRecognizer()
 {
-    m_queue->close();
-    if (m_thread && !m_thread->wait(QDeadlineTimer(kPatience))) {
-        // It owns a share of all it uses and ends with the process; destroying it now would abort.
-        [[maybe_unused]] QThread* const abandoned = m_thread.release();
-    }
+    m_left.push_back(std::move(m_thread));
+    const QDeadlineTimer deadline(kPatienceAtTheEnd);
+    for (const auto& thread : m_left)
+        thread->close();
+    std::erase_if(m_left, [&deadline](const auto& thread) { return thread->endsBy(deadline); });
 }
 
 void LinuxTextRecognizer::warmUp()
@@ -51,28 +52,48 @@ void LinuxTextRecognizer::recognize(const QImage& picture, QObject* context, Don
     reading->picture = picture;
     reading->context = context;
     reading->done = std::move(done);
-    reading->whenGone =
-        QObject::connect(context, &QObject::destroyed, &m_home, [waiting = std::weak_ptr(reading)] {
-            if (const auto unwanted = waiting.lock())
-                unwanted->cancelled = true;
-        });
+    reading->whenGone = QObject::connect(context, &QObject::destroyed, &m_home,
+                                         [this, waiting = std::weak_ptr(reading)] {
+                                             if (const auto unwanted = waiting.lock())
+                                                 giveUp(unwanted);
+                                         });
     add(reading);
 }
 
 bool LinuxTextRecognizer::isLoaded() const
 {
-    return m_queue->isLoaded();
+    return m_thread->isLoaded();
 }
 
 void LinuxTextRecognizer::add(std::shared_ptr<Reading> reading)
 {
     m_warmedUp = true;
-    m_queue->add(std::move(reading));
-    if (m_thread)
-        return;
-    m_thread.reset(QThread::create([queue = m_queue] { queue->run(); }));
-    m_thread->setObjectName(QStringLiteral("text"));
-    m_thread->start();
+    m_thread->add(std::move(reading));
+}
+
+void LinuxTextRecognizer::giveUp(const std::shared_ptr<Reading>& reading)
+{
+    reading->cancelled = true;
+    reading->done = nullptr; // here, not on the other thread
+    QTimer::singleShot(kPatience, &m_home, [this, waiting = std::weak_ptr(reading)] {
+        const auto unwanted = waiting.lock();
+        if (unwanted && m_thread->isAt(*unwanted))
+            goOnElsewhere();
+    });
+}
+
+void LinuxTextRecognizer::goOnElsewhere()
+{
+    std::erase_if(m_left, [](const auto& thread) { return thread->endsBy(QDeadlineTimer(0)); });
+    m_left.push_back(std::exchange(m_thread, newThread()));
+    for (auto& waiting : m_left.back()->close())
+        m_thread->add(std::move(waiting));
+}
+
+std::unique_ptr<ReadingThread> LinuxTextRecognizer::newThread()
+{
+    return std::make_unique<ReadingThread>(
+        ReadingQueue::Options{.module = m_options.module, .keepFor = m_options.keepFor}, m_home);
 }
 
 } // namespace brindlecam

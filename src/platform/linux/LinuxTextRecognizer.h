@@ -2,18 +2,18 @@
 
 #include "platform/TextRecognizer.h"
 
-#include <QThread>
-
 #include <chrono>
 #include <memory>
+#include <vector>
 
 namespace brindlecam {
 
-class ReadingQueue;
+class ReadingThread;
 struct Reading;
 
 /// Reads with Tesseract, on a thread of its own that sleeps while there is nothing to read. Engine
-/// and models are given back when nobody has read for a while.
+/// and models are given back when nobody has read for a while. A thread whose engine does not hear
+/// that its reading is given up is left to itself, and the next reading gets another.
 class LinuxTextRecognizer final : public TextRecognizer {
 public:
     struct Options {
@@ -36,10 +36,16 @@ public:
 private:
     void add(std::shared_ptr<Reading> reading);
 
+    void giveUp(const std::shared_ptr<Reading>& reading);
+    void goOnElsewhere();
+    [[nodiscard]] std::unique_ptr<ReadingThread> newThread();
+
+    const Options m_options;
     bool m_warmedUp = false;
     QObject m_home; ///< where results land, on the main thread
-    std::shared_ptr<ReadingQueue> m_queue;
-    std::unique_ptr<QThread> m_thread; ///< made with the first reading
+    std::unique_ptr<ReadingThread> m_thread;
+    std::vector<std::unique_ptr<ReadingThread>>
+        m_left; ///< closed, but perhaps not yet at their end
 };
 
 } // namespace brindlecam

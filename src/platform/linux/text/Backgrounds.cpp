@@ -43,12 +43,13 @@ bool carriesText(const ColourRegions& regions, int index)
 
 } // namespace
 
-std::vector<bool> among(const ColourRegions& regions, QSize size)
+std::vector<bool> among(const ColourRegions& regions, QSize size, StopRequest stop)
 {
     const std::vector<Region>& all = regions.regions();
     std::vector<bool> chosen(all.size());
     bool any = false;
     for (std::size_t i = 0; i < all.size(); ++i) {
+        stop.check();
         chosen[i] = reachesEdge(all[i], size) || carriesText(regions, static_cast<int>(i));
         any = any || chosen[i];
     }

@@ -11,7 +11,8 @@ namespace Backgrounds {
 
 /// For each region of the picture, whether it is a background. At least one is, unless the picture
 /// is empty. `size` is the picture's, in pixels.
-[[nodiscard]] std::vector<bool> among(const ColourRegions& regions, QSize size);
+[[nodiscard]] std::vector<bool> among(const ColourRegions& regions, QSize size,
+                                      StopRequest stop = {});
 
 } // namespace Backgrounds
 

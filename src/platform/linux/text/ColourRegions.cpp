@@ -44,23 +44,25 @@ int joined(std::vector<int>& parent, int a, int b)
 
 } // namespace
 
-ColourRegions::ColourRegions(const QImage& picture)
+ColourRegions::ColourRegions(const QImage& picture, StopRequest stop)
     : m_width(picture.width())
     , m_height(picture.height())
     , m_labels(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height))
 {
-    connect(picture);
+    connect(picture, stop);
+    stop.check();
     number();
-    measure();
+    measure(stop);
     m_parent.clear();
     m_parent.shrink_to_fit();
 }
 
-void ColourRegions::connect(const QImage& picture)
+void ColourRegions::connect(const QImage& picture, StopRequest stop)
 {
     int* label = m_labels.data();
     const QRgb* above = nullptr;
     for (int y = 0; y < m_height; ++y) {
+        stop.check();
         const auto* const line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
         for (int x = 0; x < m_width; ++x, ++label) {
             const bool left = x > 0 && sameColour(line[x], line[x - 1]);
@@ -106,7 +108,7 @@ void ColourRegions::number()
         label = areas[label];
 }
 
-void ColourRegions::measure()
+void ColourRegions::measure(StopRequest stop)
 {
     struct Bounds {
         int left = 1 << 30;
@@ -118,6 +120,7 @@ void ColourRegions::measure()
     std::vector<int> squares(m_width, 0);
     const int* label = m_labels.data();
     for (int y = 0; y < m_height; ++y) {
+        stop.check();
         int diagonal = 0;
         for (int x = 0; x < m_width; ++x, ++label) {
             const int above = squares[x];

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/text/StopRequest.h"
+
 #include <QImage>
 #include <QRect>
 
@@ -25,7 +27,7 @@ public:
 
     /// `picture` is a 32-bit picture; its alpha is not looked at. Areas smaller than a background
     /// can be are left out, but the largest is always there.
-    explicit ColourRegions(const QImage& picture);
+    explicit ColourRegions(const QImage& picture, StopRequest stop = {});
 
     [[nodiscard]] const std::vector<Region>& regions() const { return m_regions; }
 
@@ -39,9 +41,9 @@ public:
     [[nodiscard]] int holes(int region) const;
 
 private:
-    void connect(const QImage& picture);
+    void connect(const QImage& picture, StopRequest stop);
     void number();
-    void measure();
+    void measure(StopRequest stop);
 
     int m_width = 0;
     int m_height = 0;

@@ -1,5 +1,6 @@
 #include "platform/linux/text/Flatten.h"
 
+#include "platform/linux/text/Allocated.h"
 #include "platform/linux/text/Backgrounds.h"
 #include "platform/linux/text/ColourRegions.h"
 #include "platform/linux/text/NearestBackground.h"
@@ -59,11 +60,12 @@ bool onSeam(const std::vector<int>& labels, QSize size, QPoint pixel)
     return false;
 }
 
-std::vector<bool> seams(const std::vector<int>& labels, QSize size)
+std::vector<bool> seams(const std::vector<int>& labels, QSize size, StopRequest stop)
 {
     std::vector<bool> found(labels.size());
     std::size_t index = 0;
     for (int y = 0; y < size.height(); ++y) {
+        stop.check();
         for (int x = 0; x < size.width(); ++x, ++index)
             found[index] = labels[index] == ColourRegions::kNone && onSeam(labels, size, {x, y});
     }
@@ -71,10 +73,11 @@ std::vector<bool> seams(const std::vector<int>& labels, QSize size)
 }
 
 /// How far each pixel is from its background: the largest difference of the three channels.
-QImage differences(const QImage& picture, const QImage& backgrounds)
+QImage differences(const QImage& picture, const QImage& backgrounds, StopRequest stop)
 {
-    QImage result(picture.size(), QImage::Format_Grayscale8);
+    QImage result = allocated(QImage(picture.size(), QImage::Format_Grayscale8));
     for (int y = 0; y < picture.height(); ++y) {
+        stop.check();
         const auto* const ink = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
         const auto* const paper = reinterpret_cast<const QRgb*>(backgrounds.constScanLine(y));
         uchar* const line = result.scanLine(y);
@@ -101,9 +104,9 @@ void clearSeams(QImage& differences, const std::vector<bool>& found)
 }
 
 /// Dark on white: each difference against the strongest one around it.
-void normalise(QImage& differences)
+void normalise(QImage& differences, StopRequest stop)
 {
-    const QImage strongest = slidingMaximum(differences, kAcrossReach, kDownReach);
+    const QImage strongest = slidingMaximum(differences, kAcrossReach, kDownReach, stop);
     int most = 0;
     for (int y = 0; y < strongest.height(); ++y) {
         const uchar* const line = strongest.constScanLine(y);
@@ -116,6 +119,7 @@ void normalise(QImage& differences)
         factor[value] = static_cast<unsigned>((kWhite << 16) / full);
     }
     for (int y = 0; y < differences.height(); ++y) {
+        stop.check();
         uchar* const line = differences.scanLine(y);
         const uchar* const around = strongest.constScanLine(y);
         for (int x = 0; x < differences.width(); ++x) {
@@ -127,26 +131,26 @@ void normalise(QImage& differences)
 
 } // namespace
 
-Flattened flatten(const QImage& picture)
+Flattened flatten(const QImage& picture, StopRequest stop)
 {
     if (picture.isNull())
         return {};
-    const QImage colours = picture.convertToFormat(QImage::Format_RGB32);
+    const QImage colours = allocated(picture.convertToFormat(QImage::Format_RGB32));
     const QSize size = colours.size();
-    ColourRegions regions(colours);
-    const std::vector<bool> chosen = Backgrounds::among(regions, size);
+    ColourRegions regions(colours, stop);
+    const std::vector<bool> chosen = Backgrounds::among(regions, size, stop);
     std::vector<int> labels = regions.takeLabels();
     const int count = keepBackgrounds(labels, chosen);
 
     std::vector<bool> rims;
     if (count > 1)
-        rims = seams(labels, size);
-    QImage behind = colours.copy();
-    NearestBackground::spread(labels, behind);
-    Flattened result{differences(colours, behind), BackgroundMap(labels, size)};
+        rims = seams(labels, size, stop);
+    QImage behind = allocated(colours.copy());
+    NearestBackground::spread(labels, behind, stop);
+    Flattened result{differences(colours, behind, stop), BackgroundMap(labels, size)};
     if (!rims.empty())
         clearSeams(result.grey, rims);
-    normalise(result.grey);
+    normalise(result.grey, stop);
     return result;
 }
 

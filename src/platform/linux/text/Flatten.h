@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/text/BackgroundMap.h"
+#include "platform/linux/text/StopRequest.h"
 
 #include <QImage>
 
@@ -13,7 +14,8 @@ struct Flattened {
 };
 
 /// Finds the backgrounds of a picture and measures how far every other pixel stands out from the
-/// nearest of them. Its resolution is taken as one pixel per pixel. Any thread.
-[[nodiscard]] Flattened flatten(const QImage& picture);
+/// nearest of them. Its resolution is taken as one pixel per pixel. Throws std::bad_alloc. Any
+/// thread.
+[[nodiscard]] Flattened flatten(const QImage& picture, StopRequest stop = {});
 
 } // namespace brindlecam

@@ -39,7 +39,7 @@ bool belongTogether(const QRect& a, const QRect& b)
 }
 
 /// One pass from left to right; a mark joins those it belongs together with. True when any did.
-bool joinOnce(std::vector<QRect>& marks)
+bool joinOnce(std::vector<QRect>& marks, StopRequest stop)
 {
     std::sort(marks.begin(), marks.end(),
               [](const QRect& a, const QRect& b) { return a.left() < b.left(); });
@@ -47,6 +47,7 @@ bool joinOnce(std::vector<QRect>& marks)
     std::vector<QRect> open;
     bool joined = false;
     for (const QRect& mark : marks) {
+        stop.check();
         QRect whole = mark;
         std::vector<QRect> still;
         for (const QRect& other : open) {
@@ -68,7 +69,7 @@ bool joinOnce(std::vector<QRect>& marks)
 }
 
 /// Marks that may be icons or letters, parts of one drawing as one, ordered from top to bottom.
-std::vector<QRect> wholeMarks(const std::vector<QRect>& marks, double factor)
+std::vector<QRect> wholeMarks(const std::vector<QRect>& marks, double factor, StopRequest stop)
 {
     std::vector<QRect> result;
     // Frames and rules hold text and would swallow it.
@@ -76,7 +77,7 @@ std::vector<QRect> wholeMarks(const std::vector<QRect>& marks, double factor)
         if (mark.width() <= kMostSide * factor && mark.height() <= kMostSide * factor)
             result.push_back(mark);
     }
-    while (joinOnce(result)) {
+    while (joinOnce(result, stop)) {
     }
     std::sort(result.begin(), result.end(),
               [](const QRect& a, const QRect& b) { return middle(a) < middle(b); });
@@ -124,11 +125,12 @@ Row rowOf(const QRect& mark, const std::vector<QRect>& ordered)
 
 } // namespace
 
-Found among(const std::vector<QRect>& marks, double factor)
+Found among(const std::vector<QRect>& marks, double factor, StopRequest stop)
 {
     Found found;
-    const std::vector<QRect> ordered = wholeMarks(marks, factor);
+    const std::vector<QRect> ordered = wholeMarks(marks, factor, stop);
     for (const QRect& mark : ordered) {
+        stop.check();
         if (!hasIconShape(mark, factor))
             continue;
         const Row row = rowOf(mark, ordered);

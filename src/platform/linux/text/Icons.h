@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/text/StopRequest.h"
+
 #include <QImage>
 #include <QRect>
 
@@ -16,7 +18,7 @@ struct Found {
 };
 
 /// Looks for icons among the marks of a picture, in pixels; `factor` is how much it was enlarged.
-[[nodiscard]] Found among(const std::vector<QRect>& marks, double factor);
+[[nodiscard]] Found among(const std::vector<QRect>& marks, double factor, StopRequest stop = {});
 
 /// Paints white over these places of an 8-bit grey picture.
 void erase(QImage& grey, const std::vector<QRect>& places);

@@ -1,5 +1,7 @@
 #include "platform/linux/text/Lanczos.h"
 
+#include "platform/linux/text/Allocated.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -72,7 +74,7 @@ void mixRows(const std::array<const float*, kTaps>& rows, const Mix& mix, uchar*
 
 } // namespace
 
-QImage enlarged(const QImage& grey, double factor)
+QImage enlarged(const QImage& grey, double factor, StopRequest stop)
 {
     const int width = static_cast<int>(std::lround(grey.width() * factor));
     const int height = static_cast<int>(std::lround(grey.height() * factor));
@@ -87,8 +89,9 @@ QImage enlarged(const QImage& grey, double factor)
         return kept.data() + static_cast<std::size_t>(row % kTaps) * width;
     };
     int widened = 0;
-    QImage result(width, height, QImage::Format_Grayscale8);
+    QImage result = allocated(QImage(width, height, QImage::Format_Grayscale8));
     for (int y = 0; y < height; ++y) {
+        stop.check();
         for (; widened <= rows[y].source.back(); ++widened)
             widen(grey.constScanLine(widened), columns, place(widened));
         std::array<const float*, kTaps> used{};

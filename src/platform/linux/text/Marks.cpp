@@ -82,11 +82,12 @@ std::vector<Stretch> stretches(const uchar* line, int width)
 
 } // namespace
 
-std::vector<QRect> boxes(const QImage& grey)
+std::vector<QRect> boxes(const QImage& grey, StopRequest stop)
 {
     Spots spots;
     std::vector<Stretch> above;
     for (int y = 0; y < grey.height(); ++y) {
+        stop.check();
         std::vector<Stretch> here = stretches(grey.constScanLine(y), grey.width());
         std::size_t first = 0;
         for (Stretch& stretch : here) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/text/StopRequest.h"
+
 #include <QImage>
 #include <QRect>
 
@@ -14,7 +16,7 @@ namespace Marks {
 inline constexpr int kInk = 128;
 
 /// The boxes of all spots, 8-connected, in pixels, in the order of their first pixels.
-[[nodiscard]] std::vector<QRect> boxes(const QImage& grey);
+[[nodiscard]] std::vector<QRect> boxes(const QImage& grey, StopRequest stop = {});
 
 } // namespace Marks
 

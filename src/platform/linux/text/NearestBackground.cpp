@@ -5,7 +5,7 @@
 
 namespace brindlecam::NearestBackground {
 
-void spread(std::vector<int>& labels, QImage& colours)
+void spread(std::vector<int>& labels, QImage& colours, StopRequest stop)
 {
     const int width = colours.width();
     const int height = colours.height();
@@ -38,6 +38,7 @@ void spread(std::vector<int>& labels, QImage& colours)
             front.push_back(index);
     }
     while (!front.empty()) {
+        stop.check();
         for (const int index : front)
             visit(index);
         front.swap(next);

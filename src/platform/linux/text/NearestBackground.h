@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/text/StopRequest.h"
+
 #include <QImage>
 
 #include <vector>
@@ -13,7 +15,7 @@ namespace NearestBackground {
 /// `labels` names the background of each pixel, row by row, or is negative; afterwards it names the
 /// nearest one everywhere. `colours` is the 32-bit picture; afterwards each pixel has the colour of
 /// the background pixel nearest to it. Without a background both stay as they are.
-void spread(std::vector<int>& labels, QImage& colours);
+void spread(std::vector<int>& labels, QImage& colours, StopRequest stop = {});
 
 } // namespace NearestBackground
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/text/Fragment.h"
+#include "platform/linux/text/StopRequest.h"
 
 #include <QStringList>
 
@@ -10,6 +11,7 @@ namespace brindlecam {
 
 /// The lines of a page as one reads them: panels beside each other one by one, columns one after
 /// the other, everything else row by row. Any thread.
-[[nodiscard]] QStringList readingOrder(const std::vector<Fragment>& fragments);
+[[nodiscard]] QStringList readingOrder(const std::vector<Fragment>& fragments,
+                                       StopRequest stop = {});
 
 } // namespace brindlecam

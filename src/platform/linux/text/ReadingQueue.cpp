@@ -1,9 +1,12 @@
 #include "platform/linux/text/ReadingQueue.h"
 
+#include "base/Text.h"
+#include "platform/linux/text/StopRequest.h"
 #include "platform/linux/text/TextPage.h"
 
 #include <malloc.h>
 
+#include <new>
 #include <utility>
 
 namespace brindlecam {
@@ -49,17 +52,24 @@ void ReadingQueue::add(std::shared_ptr<Reading> reading)
     m_wake.notify_one();
 }
 
-void ReadingQueue::close()
+ReadingQueue::Readings ReadingQueue::close()
 {
-    std::deque<std::shared_ptr<Reading>> unwanted;
+    Readings left;
     {
         const std::lock_guard lock(m_mutex);
         m_closed = true;
-        unwanted.swap(m_waiting);
+        left.swap(m_waiting);
         if (m_current)
             m_current->cancelled = true;
     }
     m_wake.notify_one();
+    return left;
+}
+
+bool ReadingQueue::isAt(const Reading& reading) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_current.get() == &reading;
 }
 
 void ReadingQueue::run()
@@ -94,17 +104,39 @@ void ReadingQueue::sleep(std::unique_lock<std::mutex>& lock)
 
 Result<QStringList> ReadingQueue::read(const Reading& reading)
 {
-    if (reading.cancelled)
-        return QStringList();
+    QString why;
+    try {
+        return linesOf(reading);
+    } catch (const StopRequest::Stopped&) {
+        return QStringList(); // for nobody
+    } catch (const std::bad_alloc&) {
+        why = text("no hay memoria suficiente");
+    } catch (...) {
+        why = text("el motor de reconocimiento falló");
+    }
+    // What was interrupted may be in any state. Not before here: its code is also what was thrown.
+    unload();
+    return Error{why};
+}
+
+Result<QStringList> ReadingQueue::linesOf(const Reading& reading)
+{
+    const StopRequest stop(reading.cancelled);
+    stop.check();
     if (const auto missing = load())
         return *missing;
-    const TextPage page(reading.picture);
-    if (page.grey().isNull() || reading.cancelled)
+    const TextPage page(reading.picture, stop);
+    if (page.grey().isNull())
         return QStringList();
     const QImage& grey = page.grey();
-    return page.lines(
-        wordsOf(m_engine->engine().read(grey.constBits(), grey.width(), grey.height(),
-                                        static_cast<int>(grey.bytesPerLine()), reading.cancelled)));
+    stop.check();
+    const auto words =
+        m_engine->engine().read(grey.constBits(), grey.width(), grey.height(),
+                                static_cast<int>(grey.bytesPerLine()), reading.cancelled);
+    stop.check();
+    if (!words)
+        return Error{text("el motor de reconocimiento falló")};
+    return page.lines(wordsOf(*words), stop);
 }
 
 /// What was missing the last time may have been installed meanwhile: it is tried every time.

@@ -43,11 +43,17 @@ public:
     /// Results are handed to `home`'s thread, as long as close() was not called.
     ReadingQueue(Options options, QObject& home);
 
+    using Readings = std::deque<std::shared_ptr<Reading>>;
+
     /// Any thread.
     void add(std::shared_ptr<Reading> reading);
 
-    /// Gives up everything; run() ends soon. `home` is not touched any more. Any thread.
-    void close();
+    /// Gives up what is under way and answers what waits; run() ends soon. `home` is not touched
+    /// any more. Any thread.
+    Readings close();
+
+    /// Whether this very reading is under way. Any thread.
+    [[nodiscard]] bool isAt(const Reading& reading) const;
 
     /// Reads until close(). Sleeps when there is nothing to read, and after a while without engine.
     void run();
@@ -60,6 +66,7 @@ private:
 
     void sleep(std::unique_lock<std::mutex>& lock);
     [[nodiscard]] Result<QStringList> read(const Reading& reading);
+    [[nodiscard]] Result<QStringList> linesOf(const Reading& reading);
     [[nodiscard]] std::optional<Error> load();
     void unload();
     void handOver(std::shared_ptr<Reading> reading, Result<QStringList> lines);
@@ -69,10 +76,10 @@ private:
     std::atomic<bool> m_loaded = false;
     Engine m_engine; ///< the loop's own
 
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::condition_variable m_wake;
     // Guarded by m_mutex.
-    std::deque<std::shared_ptr<Reading>> m_waiting;
+    Readings m_waiting;
     std::shared_ptr<Reading> m_current;
     bool m_closed = false;
 };

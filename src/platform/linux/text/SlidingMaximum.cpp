@@ -1,5 +1,7 @@
 #include "platform/linux/text/SlidingMaximum.h"
 
+#include "platform/linux/text/Allocated.h"
+
 #include <algorithm>
 #include <cstring>
 #include <vector>
@@ -36,20 +38,22 @@ void raise(uchar* target, const uchar* other, int length)
 
 } // namespace
 
-QImage slidingMaximum(const QImage& values, int acrossReach, int downReach)
+QImage slidingMaximum(const QImage& values, int acrossReach, int downReach, StopRequest stop)
 {
     const int width = values.width();
     const int height = values.height();
-    QImage across(values.size(), QImage::Format_Grayscale8);
+    QImage across = allocated(QImage(values.size(), QImage::Format_Grayscale8));
     std::vector<uchar> up;
     std::vector<uchar> down;
-    for (int y = 0; y < height; ++y)
+    for (int y = 0; y < height; ++y) {
+        stop.check();
         maximumAlong(values.constScanLine(y), across.scanLine(y), width, acrossReach, up, down);
+    }
 
     // The same downwards, whole rows at a time.
     const int window = 2 * downReach + 1;
-    QImage fromTop = across;
-    QImage fromBottom = across;
+    QImage fromTop = allocated(across.copy());
+    QImage fromBottom = allocated(across.copy());
     for (int y = 0; y < height; ++y) {
         if ((y + downReach) % window != 0 && y > 0)
             raise(fromTop.scanLine(y), fromTop.constScanLine(y - 1), width);

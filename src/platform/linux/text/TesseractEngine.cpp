@@ -45,9 +45,9 @@ TesseractEngine::~TesseractEngine()
     tesseract::TessBaseAPI::ClearPersistentCache();
 }
 
-std::vector<TextEngine::EngineWord> TesseractEngine::read(const unsigned char* grey, int width,
-                                                          int height, int bytesPerLine,
-                                                          const std::atomic<bool>& cancelled)
+std::optional<std::vector<TextEngine::EngineWord>>
+TesseractEngine::read(const unsigned char* grey, int width, int height, int bytesPerLine,
+                      const std::atomic<bool>& cancelled)
 {
     m_api->SetImage(grey, width, height, 1, bytesPerLine);
     m_api->SetSourceResolution(kScreenResolution);
@@ -55,9 +55,11 @@ std::vector<TextEngine::EngineWord> TesseractEngine::read(const unsigned char* g
     monitor.cancel = isCancelled;
     // The library hands the flag back as it got it, without const.
     monitor.cancel_this = const_cast<std::atomic<bool>*>(&cancelled);
-    const bool read = m_api->Recognize(&monitor) == 0 && !cancelled;
-    std::vector<EngineWord> result;
-    if (read)
+    const bool read = m_api->Recognize(&monitor) == 0;
+    std::optional<std::vector<EngineWord>> result;
+    if (cancelled)
+        result.emplace();
+    else if (read)
         result = words();
     m_api->Clear();
     return result;
@@ -86,7 +88,7 @@ std::vector<TextEngine::EngineWord> TesseractEngine::words() const
 
 } // namespace brindlecam
 
-extern "C" __attribute__((visibility("default"))) brindlecam::TextEngine* brindlecamTextEngine()
+extern "C" __attribute__((visibility("default"))) brindlecam::TextEngine* brindlecamTextEngine2()
 {
     return brindlecam::TesseractEngine::open().release();
 }

@@ -4,12 +4,34 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QRegularExpression>
 
 namespace brindlecam {
 
+namespace {
+
+/// Why the module could not be used. The system's own words come in the user's language, so only
+/// their form counts: a library that was not found stands in front, without a folder; whatever is
+/// wrong with one that was found follows its path.
+Error whyUnusable(const QLibrary& module)
+{
+    static const QRegularExpression missing(QStringLiteral(R"(\(([^\s/()]+\.so[^\s/():]*): )"));
+    const QRegularExpressionMatch found = missing.match(module.errorString());
+    if (found.hasMatch())
+        return {text("falta la biblioteca %1").arg(found.captured(1))};
+    return {text("el módulo brindlecam_ocr está dañado o es de otra versión")};
+}
+
+} // namespace
+
 QString TextEngineModule::usualPath()
 {
-    const QString folder = QCoreApplication::applicationDirPath() + QLatin1Char('/');
+    return usualPath(QCoreApplication::applicationDirPath());
+}
+
+QString TextEngineModule::usualPath(const QString& programFolder)
+{
+    const QString folder = programFolder + QLatin1Char('/');
     QString built = folder + QStringLiteral(BRINDLECAM_OCR_MODULE);
     if (QFile::exists(built))
         return built;
@@ -24,7 +46,7 @@ Result<std::shared_ptr<TextEngineModule>> TextEngineModule::load(const QString& 
     const auto make =
         reinterpret_cast<TextEngineFactory>(module->m_library.resolve(kTextEngineFactory));
     if (!make)
-        return Error{text("falta la biblioteca libtesseract5")};
+        return whyUnusable(module->m_library);
     module->m_engine.reset(make());
     if (!module->m_engine)
         return Error{text("faltan los datos de idioma (tesseract-ocr-spa o tesseract-ocr-eng)")};

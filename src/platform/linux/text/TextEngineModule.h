@@ -18,8 +18,12 @@ public:
     /// installed.
     [[nodiscard]] static QString usualPath();
 
+    /// The same for a program in this folder.
+    [[nodiscard]] static QString usualPath(const QString& programFolder);
+
     /// Loads module and models, which takes a tenth of a second and more. Fails when the module,
-    /// its libraries or the data of all languages are missing; the error names what.
+    /// a library it needs or the data of all languages are missing, or when the module is damaged
+    /// or another version's; the error says which.
     [[nodiscard]] static Result<std::shared_ptr<TextEngineModule>> load(const QString& path);
 
     ~TextEngineModule();

@@ -1,5 +1,6 @@
 #include "platform/linux/text/TextPage.h"
 
+#include "platform/linux/text/Allocated.h"
 #include "platform/linux/text/DoubtfulWords.h"
 #include "platform/linux/text/FixedPitch.h"
 #include "platform/linux/text/Flatten.h"
@@ -23,8 +24,8 @@ constexpr int kBorder = 10; ///< pixels
 QImage bordered(const QImage& grey)
 {
     constexpr uchar kWhite = 255;
-    QImage result(grey.width() + 2 * kBorder, grey.height() + 2 * kBorder,
-                  QImage::Format_Grayscale8);
+    QImage result = allocated(
+        QImage(grey.width() + 2 * kBorder, grey.height() + 2 * kBorder, QImage::Format_Grayscale8));
     result.fill(kWhite);
     for (int y = 0; y < grey.height(); ++y)
         std::memcpy(result.scanLine(y + kBorder) + kBorder, grey.constScanLine(y), grey.width());
@@ -33,28 +34,29 @@ QImage bordered(const QImage& grey)
 
 } // namespace
 
-TextPage::TextPage(const QImage& picture)
+TextPage::TextPage(const QImage& picture, StopRequest stop)
 {
     if (picture.isNull())
         return;
-    Flattened flat = flatten(picture);
+    Flattened flat = flatten(picture, stop);
     m_backgrounds = std::move(flat.backgrounds);
-    m_factor = MarkScale::factor(Marks::boxes(flat.grey), flat.grey.size());
-    QImage grey = enlarged(flat.grey, m_factor);
-    const Icons::Found icons = Icons::among(Marks::boxes(grey), m_factor);
+    m_factor = MarkScale::factor(Marks::boxes(flat.grey, stop), flat.grey.size());
+    QImage grey = enlarged(flat.grey, m_factor, stop);
+    flat.grey = {}; // no second owner: what is erased needs no copy
+    const Icons::Found icons = Icons::among(Marks::boxes(grey, stop), m_factor, stop);
     Icons::erase(grey, icons.certain);
     for (const QRect& icon : icons.possible)
         m_possibleIcons.push_back(icon.translated(kBorder, kBorder));
     m_grey = bordered(grey);
 }
 
-QStringList TextPage::lines(std::vector<Word> words) const
+QStringList TextPage::lines(std::vector<Word> words, StopRequest stop) const
 {
     DoubtfulWords::dropInkless(words, m_grey);
     DoubtfulWords::dropIcons(words, m_possibleIcons);
     FixedPitch::join(words);
     QStringList lines =
-        readingOrder(fragments(words, [this](QPoint pixel) { return backgroundAt(pixel); }));
+        readingOrder(fragments(words, [this](QPoint pixel) { return backgroundAt(pixel); }), stop);
     for (QString& line : lines)
         line = fixedText(line);
     return lines;

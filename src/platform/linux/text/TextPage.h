@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/text/BackgroundMap.h"
+#include "platform/linux/text/StopRequest.h"
 #include "platform/linux/text/Word.h"
 
 #include <QImage>
@@ -16,14 +17,15 @@ namespace brindlecam {
 class TextPage final {
 public:
     /// Makes the picture, in its own pixels, dark on white, large enough and free of icons.
-    explicit TextPage(const QImage& picture);
+    /// Throws std::bad_alloc.
+    explicit TextPage(const QImage& picture, StopRequest stop = {});
 
     /// What the engine reads: 8-bit grey with a white border. Null when there was no picture.
     [[nodiscard]] const QImage& grey() const { return m_grey; }
 
     /// The lines of the words that were read in grey(), in reading order. `words` come line by
     /// line, from left to right, their boxes in pixels of grey().
-    [[nodiscard]] QStringList lines(std::vector<Word> words) const;
+    [[nodiscard]] QStringList lines(std::vector<Word> words, StopRequest stop = {}) const;
 
 private:
     [[nodiscard]] int backgroundAt(QPoint grey) const;
