@@ -47,6 +47,9 @@ ReadingThread::ReadingThread(ReadingQueue::Options options, QObject& home)
 ReadingThread::~ReadingThread()
 {
     close();
+    // Connected first: the end may come in between.
+    if (m_thread)
+        QObject::connect(m_thread.get(), &QThread::finished, m_thread.get(), &QObject::deleteLater);
     if (endsBy(QDeadlineTimer(0)))
         return;
     guardTheEnd();

@@ -3,7 +3,6 @@
 #include "base/Result.h"
 #include "platform/linux/text/TextEngine.h"
 
-#include <QLibrary>
 #include <QString>
 
 #include <memory>
@@ -26,16 +25,17 @@ public:
     /// or another version's; the error says which.
     [[nodiscard]] static Result<std::shared_ptr<TextEngineModule>> load(const QString& path);
 
-    ~TextEngineModule();
-    TextEngineModule(const TextEngineModule&) = delete;
-    TextEngineModule& operator=(const TextEngineModule&) = delete;
-
     [[nodiscard]] TextEngine& engine() { return *m_engine; }
 
 private:
-    explicit TextEngineModule(const QString& path);
+    struct Closer {
+        void operator()(void* library) const;
+    };
 
-    QLibrary m_library;
+    explicit TextEngineModule(void* library);
+
+    // Not QLibrary: its count of users is wrong when several threads have the same module.
+    std::unique_ptr<void, Closer> m_library;
     std::unique_ptr<TextEngine> m_engine; ///< its code is the library's
 };
 

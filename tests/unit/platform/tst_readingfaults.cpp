@@ -1,0 +1,219 @@
+#include "ReadingAnswers.h"
+#include "platform/linux/LinuxTextRecognizer.h"
+#include "platform/linux/text/TextEngineModule.h"
+#include "support/TestCase.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+
+#include <dlfcn.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace brindlecam {
+
+namespace {
+
+const char* const kFault = "BRINDLECAM_FAULT";
+
+/// The engine with faults. What it counts starts anew with each test.
+class FaultyModule final {
+public:
+    FaultyModule()
+        : m_library(::dlopen(BRINDLECAM_FAULTY_ENGINE, RTLD_NOW))
+        , m_before(begun())
+    {
+    }
+    ~FaultyModule()
+    {
+        qunsetenv(kFault);
+        free();
+        ::dlclose(m_library);
+    }
+    FaultyModule(const FaultyModule&) = delete;
+    FaultyModule& operator=(const FaultyModule&) = delete;
+
+    static QString path() { return QStringLiteral(BRINDLECAM_FAULTY_ENGINE); }
+
+    /// What the readings from now on do.
+    static void set(const QByteArray& fault) { qputenv(kFault, fault); }
+
+    [[nodiscard]] int readings() { return begun() - m_before; }
+    void free() { reinterpret_cast<void (*)()>(::dlsym(m_library, "faultyEngineFree"))(); }
+
+private:
+    int begun() { return reinterpret_cast<int (*)()>(::dlsym(m_library, "faultyEngineBegun"))(); }
+
+    void* const m_library;
+    const int m_before;
+};
+
+/// Keeps the process from taking much more memory than it has.
+class ScarceMemory final {
+public:
+    explicit ScarceMemory(rlim_t more)
+    {
+        ::getrlimit(RLIMIT_AS, &m_before);
+        QFile sizes(QStringLiteral("/proc/self/statm"));
+        if (!sizes.open(QIODevice::ReadOnly))
+            return;
+        const rlim_t pages = sizes.readAll().split(' ').front().toULongLong();
+        rlimit limit = m_before;
+        limit.rlim_cur = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + more;
+        ::setrlimit(RLIMIT_AS, &limit);
+    }
+    ~ScarceMemory() { ::setrlimit(RLIMIT_AS, &m_before); }
+    ScarceMemory(const ScarceMemory&) = delete;
+    ScarceMemory& operator=(const ScarceMemory&) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+} // namespace
+
+/// Readings with an engine that does not do as it should, in the program's own recogniser.
+class TestReadingFaults final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aFailingEngineIsAnErrorAndTheNextReadingWorks_data()
+    {
+        QTest::addColumn<QByteArray>("fault");
+        QTest::addColumn<QString>("message");
+        const auto failed = QStringLiteral("el motor de reconocimiento falló");
+        QTest::newRow("it says so") << QByteArray("fails") << failed;
+        QTest::newRow("it throws") << QByteArray("throws") << failed;
+        QTest::newRow("it has no memory")
+            << QByteArray("throws-memory") << QStringLiteral("no hay memoria suficiente");
+    }
+    void aFailingEngineIsAnErrorAndTheNextReadingWorks()
+    {
+        QFETCH(QByteArray, fault);
+        QFETCH(QString, message);
+        FaultyModule module;
+        module.set(fault);
+        LinuxTextRecognizer recognizer({.module = FaultyModule::path()});
+        test::Answers answers;
+        const QImage page = test::writtenPage({QStringLiteral("hola")});
+        recognizer.recognize(page, &answers.context, answers.collect());
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 1, test::kReadingTime);
+        QVERIFY(!answers.all[0].ok());
+        QCOMPARE(answers.all[0].error().message, message);
+
+        module.set({});
+        recognizer.recognize(page, &answers.context, answers.collect());
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 2, test::kReadingTime);
+        QCOMPARE(answers.all[1].value(), QStringList(QStringLiteral("hola")));
+    }
+
+    void aPictureTooLargeForTheMemoryIsAnError()
+    {
+#ifdef __SANITIZE_ADDRESS__
+        QSKIP("the sanitizer ends the program where memory does");
+#endif
+        constexpr rlim_t kTooLittle = 20 << 20;
+        const FaultyModule module;
+        LinuxTextRecognizer recognizer({.module = FaultyModule::path()});
+        test::Answers answers;
+        const QImage small = test::writtenPage({QStringLiteral("hola")});
+        const QImage large = test::noise({4000, 4000});
+        recognizer.recognize(small, &answers.context, answers.collect());
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 1, test::kReadingTime);
+        {
+            const ScarceMemory scarce(kTooLittle);
+            recognizer.recognize(large, &answers.context, answers.collect());
+            QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 2, test::kReadingTime);
+        }
+        QVERIFY(!answers.all[1].ok());
+        QCOMPARE(answers.all[1].error().message, QStringLiteral("no hay memoria suficiente"));
+        recognizer.recognize(small, &answers.context, answers.collect());
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 3, test::kReadingTime);
+        QCOMPARE(answers.all[2].value(), QStringList(QStringLiteral("hola")));
+    }
+
+    void anEngineThatDoesNotListenHoldsUpNobody()
+    {
+        FaultyModule module;
+        module.set("deaf");
+        LinuxTextRecognizer recognizer({.module = FaultyModule::path()});
+        test::Answers answers;
+        const QImage page = test::writtenPage({QStringLiteral("hola")});
+        auto gone = std::make_unique<QObject>();
+        const auto held = std::make_shared<int>(0);
+        recognizer.recognize(page, gone.get(), [done = answers.collect(), held](auto lines) {
+            done(std::move(lines));
+        });
+        QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 1, test::kReadingTime);
+
+        module.set({});
+        // One that waits already, and one that comes later.
+        recognizer.recognize(page, &answers.context, answers.collect());
+        gone.reset();
+        QCOMPARE(held.use_count(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 1, test::kReadingTime);
+        recognizer.recognize(page, &answers.context, answers.collect());
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 2, test::kReadingTime);
+        QCOMPARE(answers.all[1].value(), QStringList(QStringLiteral("hola")));
+
+        module.free();
+        QCOMPARE(module.readings(), 3);
+        QCOMPARE(answers.count(), 2);
+    }
+
+    void quittingLeavesAnEngineThatDoesNotListenBehind()
+    {
+        constexpr qint64 kSoon = 1500; // milliseconds
+        FaultyModule module;
+        module.set("deaf");
+        test::Answers answers;
+        QElapsedTimer timer;
+        {
+            LinuxTextRecognizer recognizer({.module = FaultyModule::path()});
+            recognizer.recognize(test::writtenPage({QStringLiteral("hola")}), &answers.context,
+                                 answers.collect());
+            QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 1, test::kReadingTime);
+            timer.start();
+        }
+        QVERIFY2(timer.elapsed() < kSoon, qPrintable(QString::number(timer.elapsed())));
+        module.free();
+        QCoreApplication::processEvents();
+        QCOMPARE(answers.count(), 0);
+    }
+
+    void theProcessEndsInOrderAmidAReading_data()
+    {
+        QTest::addColumn<QString>("module");
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("deaf") << FaultyModule::path() << QStringLiteral("deaf");
+        QTest::newRow("noise") << TextEngineModule::usualPath() << QString();
+    }
+    void theProcessEndsInOrderAmidAReading()
+    {
+        QFETCH(QString, module);
+        QFETCH(QString, fault);
+        constexpr int kExitCode = 7;
+        constexpr qint64 kSoon = 2000; // milliseconds, a second of patience among them
+        QProcess process;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QString::fromLatin1(kFault), fault);
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.start(QStringLiteral(BRINDLECAM_QUITTING_READER), {module});
+        QVERIFY(process.waitForReadyRead(test::kReadingTime));
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(process.waitForFinished(test::kReadingTime));
+        QVERIFY2(timer.elapsed() < kSoon, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), kExitCode);
+    }
+};
+
+BRINDLECAM_TEST(TestReadingFaults);
+
+} // namespace brindlecam
+
+#include "tst_readingfaults.moc"
