@@ -1,7 +1,11 @@
 #include "app/InterfaceFont.h"
+#include "canvas/Hud.h"
 #include "desktop/AnnotatingTest.h"
 
+#include <QFile>
 #include <QPainter>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 
 namespace brindlecam::desktop {
 
@@ -10,7 +14,8 @@ class TestText final : public AnnotatingTest {
     Q_OBJECT
 
 private:
-    static constexpr QRect kWindow{100, 40, 280, 240}; // holds the whole selection
+    static constexpr const char* kDataFolder = "TESSDATA_PREFIX"; // of the engine
+    static constexpr QRect kWindow{100, 40, 280, 240};            // holds the whole selection
 
     /// What a window shows: these lines, or nothing but its ground.
     static QImage page(const QStringList& lines, const QColor& ground, const QColor& ink)
@@ -45,6 +50,19 @@ private:
         return QString::fromUtf8(reader.read("UTF8_STRING").value_or(QByteArray()));
     }
 
+    /// Waits for a message over the selection, exactly as it is painted over what was seen before.
+    [[nodiscard]] bool says(const QString& message, const QImage& before)
+    {
+        QImage expected = before;
+        {
+            QPainter painter(&expected);
+            painter.setRenderHint(QPainter::Antialiasing);
+            Hud::paint(painter, message, kSelected, canvas());
+        }
+        const QRect place = Hud::rect(message, kSelected, canvas()).toAlignedRect();
+        return waitUntil([&] { return samePixels(seen(place), expected.copy(place)); });
+    }
+
     std::unique_ptr<ClientWindow> m_window;
 
 private Q_SLOTS:
@@ -69,13 +87,45 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
     }
 
+    void withoutTextTheSessionGoesOn_data()
+    {
+        QTest::addColumn<bool>("typed");
+        QTest::newRow("nothing at all") << false;
+        QTest::newRow("only what the text tool wrote") << true;
+    }
     void withoutTextTheSessionGoesOn()
     {
+        QFETCH(bool, typed);
         QVERIFY(selectsOver(page({}, Qt::white, Qt::black)));
-        const QImage before = seen(kSelected);
+        const QImage empty = seen(kSelected);
+        if (typed) {
+            QVERIFY(choose(Tool::text));
+            click({160, 100});
+            input().type("hola");
+            QVERIFY(choosePointer());
+        }
+        const QImage before = screen().grabAtRest();
+        QCOMPARE(!samePixels(before.copy(pixels(kSelected)), empty), typed);
         press(Toolbar::Action::text);
-        QVERIFY(waitUntil([&] { return !samePixels(seen(kSelected), before); })); // says something
-        QVERIFY(waitUntil([&] { return samePixels(seen(kSelected), before); }));  // for a moment
+        QVERIFY(says(QStringLiteral("No se encontró texto en la selección"), before));
+        QVERIFY(
+            waitUntil([&] { return samePixels(seen(kSelected), before.copy(pixels(kSelected))); }));
+        QCOMPARE(overlays().size(), std::size_t(1));
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+    }
+
+    void withoutDataTheSessionSaysWhatIsMissing()
+    {
+        const QTemporaryDir empty;
+        qputenv(kDataFolder, QFile::encodeName(empty.path())); // the program inherits it
+        const auto restored = qScopeGuard([] { qunsetenv(kDataFolder); });
+        QVERIFY(selectsOver(page({QStringLiteral("Hola")}, Qt::white, Qt::black)));
+        const QImage before = screen().grabAtRest();
+        press(Toolbar::Action::text);
+        QVERIFY(says(QStringLiteral("No se pudo leer el texto: faltan los datos de idioma "
+                                    "(tesseract-ocr-spa o tesseract-ocr-eng)"),
+                     before));
         QCOMPARE(overlays().size(), std::size_t(1));
         input().tap(XK_Escape);
         QVERIFY(sessionIsOver());
