@@ -12,6 +12,7 @@
 #include <QHelpEvent>
 
 #include <functional>
+#include <optional>
 
 namespace brindlecam::pictures {
 
@@ -29,6 +30,7 @@ public:
     void takePopups();
     void takeStates();
     void takeMessages();
+    void takeTextMessages();
 
 private:
     using Act = std::function<void(Hand&, CanvasView&)>;
@@ -101,8 +103,6 @@ void BarScenes::takePopups()
         hand.pressControl(text("Color"));
         hand.pressControl(text("Opacidad del marcador"), 0.1);
     });
-    take(QStringLiteral("message-reading"), kMiddle,
-         [](Hand&, CanvasView& canvas) { canvas.actions().recognizeText(); });
     m_prefs.setMarkerOpacity(kUsualOpacity);
     for (const Tool tool : kAllTools) {
         take(QStringLiteral("tool-") + name(tool), kMiddle,
@@ -186,6 +186,48 @@ void BarScenes::takeMessages()
     m_prefs.setSize(sizes(Tool::number)->standard, Tool::number);
 }
 
+void BarScenes::takeTextMessages()
+{
+    struct Place {
+        const char* name;
+        QRectF points;
+    };
+    const QSizeF size = m_photographer.screen().size();
+    const Place places[] = {
+        {"", {size.width() * 0.2, size.height() * 0.2, size.width() * 0.4, size.height() * 0.5}},
+        {"-narrow-left", {0, 200, 120, 300}},
+        {"-narrow-right", {size.width() - 120, 200, 120, 300}},
+        {"-low", {300, size.height() - 20, 120, 20}},
+    };
+    struct Message {
+        const char* name;
+        std::optional<Result<QStringList>> text;
+    };
+    const Message messages[] = {
+        {"message-reading", std::nullopt},
+        {"message-no-text", Result<QStringList>(QStringList())},
+        {"message-text-error",
+         Result<QStringList>(Error{text("faltan los datos de idioma (tesseract-ocr-spa o "
+                                        "tesseract-ocr-eng)")})},
+    };
+    for (const Message& message : messages) {
+        for (const Place& place : places) {
+            {
+                Session session(m_photographer, m_prefs);
+                Hand hand(session.canvas());
+                hand.select(place.points);
+                hand.move(place.points.center());
+                if (message.text)
+                    session.setText(*message.text);
+                session.canvas().actions().recognizeText();
+                m_photographer.take(QStringLiteral("bars-") + QLatin1String(message.name) +
+                                    QLatin1String(place.name));
+            }
+            m_photographer.rest(); // without the overlay
+        }
+    }
+}
+
 } // namespace
 
 void takeBarPictures(Photographer& photographer, Prefs& prefs)
@@ -195,6 +237,7 @@ void takeBarPictures(Photographer& photographer, Prefs& prefs)
     scenes.takePopups();
     scenes.takeStates();
     scenes.takeMessages();
+    scenes.takeTextMessages();
 }
 
 } // namespace brindlecam::pictures

@@ -11,7 +11,7 @@
 namespace brindlecam::pictures {
 
 Session::Session(Photographer& photographer, Prefs& prefs)
-    : m_overlays(*photographer.platform().panels, prefs, *photographer.platform().textRecognizer)
+    : m_overlays(*photographer.platform().panels, prefs, m_recognizer)
 {
     Platform& platform = photographer.platform();
     const auto screens = platform.displays->screens();

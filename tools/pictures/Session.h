@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ToldRecognizer.h"
 #include "capture/OverlaySet.h"
 
 namespace brindlecam {
@@ -23,7 +24,11 @@ public:
     /// The canvas of the primary screen.
     [[nodiscard]] CanvasView& canvas() { return *m_overlays.session().front()->canvas(); }
 
+    /// What the text of a selection is, from now on; before, reading never ends.
+    void setText(Result<QStringList> lines) { m_recognizer.answer = std::move(lines); }
+
 private:
+    ToldRecognizer m_recognizer;
     OverlaySet m_overlays;
 };
 
