@@ -1,5 +1,5 @@
-// quitting_reader MODULE: ends in the middle of a reading of noise, in order and with exit code 7.
-// Says so on standard output the moment before.
+// quitting_reader MODULE: ends in the middle of a reading of many dots, in order and with exit
+// code 7. Says so on standard output the moment before.
 #include "ReadingAnswers.h"
 #include "platform/linux/LinuxTextRecognizer.h"
 
@@ -15,7 +15,9 @@ using namespace brindlecam;
 
 namespace {
 
-constexpr QSize kPage{1500, 1500};
+// Dots so far apart that they may be text, as far as our own steps can tell.
+constexpr QSize kPage{2400, 2400};
+constexpr int kPercent = 2;
 
 /// Whether the engine is at it: the faulty one counts. The other has had more processor time than
 /// loading and our own steps take together.
@@ -37,7 +39,7 @@ int main(int argc, char* argv[])
     const QString module = QString::fromLocal8Bit(argv[1]);
     test::Answers answers;
     LinuxTextRecognizer recognizer({.module = module});
-    recognizer.recognize(test::noise(kPage), &answers.context, answers.collect());
+    recognizer.recognize(test::scatteredDots(kPage, kPercent), &answers.context, answers.collect());
     while (!isAtIt(module))
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     if (answers.count() > 0)

@@ -70,4 +70,16 @@ inline QImage noise(QSize size)
     return picture;
 }
 
+/// Black dots, each a pixel or a few, on white.
+inline QImage scatteredDots(QSize size, int percent)
+{
+    QImage picture = noise(size);
+    for (int y = 0; y < size.height(); ++y) {
+        auto* const line = reinterpret_cast<QRgb*>(picture.scanLine(y));
+        for (int x = 0; x < size.width(); ++x)
+            line[x] = qRed(line[x]) < percent * 256 / 100 ? qRgb(0, 0, 0) : qRgb(255, 255, 255);
+    }
+    return picture;
+}
+
 } // namespace brindlecam::test

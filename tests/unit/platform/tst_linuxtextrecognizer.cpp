@@ -92,6 +92,7 @@ private Q_SLOTS:
         QTest::newRow("one pixel") << blankPage({1, 1});
         QTest::newRow("none at all") << QImage();
         QTest::newRow("a thin line") << blankPage({3000, 2});
+        QTest::newRow("twenty megapixels of noise") << test::noise({5000, 4000});
     }
     void aPictureWithoutTextGivesNoLines()
     {

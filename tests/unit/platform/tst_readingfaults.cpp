@@ -188,7 +188,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("module");
         QTest::addColumn<QString>("fault");
         QTest::newRow("deaf") << FaultyModule::path() << QStringLiteral("deaf");
-        QTest::newRow("noise") << TextEngineModule::usualPath() << QString();
+        QTest::newRow("Tesseract") << TextEngineModule::usualPath() << QString();
     }
     void theProcessEndsInOrderAmidAReading()
     {

@@ -5,6 +5,7 @@
 #include "platform/linux/text/Lanczos.h"
 #include "platform/linux/text/Marks.h"
 #include "platform/linux/text/NearestBackground.h"
+#include "platform/linux/text/Noise.h"
 #include "platform/linux/text/ReadingOrder.h"
 #include "platform/linux/text/SlidingMaximum.h"
 #include "platform/linux/text/StopRequest.h"
@@ -50,6 +51,10 @@ private Q_SLOTS:
         row("strongest", [=](StopRequest stop) { (void)slidingMaximum(grey, 4, 4, stop); });
         row("flattening", [=](StopRequest stop) { (void)flatten(colours, stop); });
         row("marks", [=](StopRequest stop) { (void)Marks::boxes(grey, stop); });
+        row("noise", [=](StopRequest stop) {
+            QImage page = grey;
+            (void)Noise::erase(page, {}, stop);
+        });
         row("enlarging", [=](StopRequest stop) { (void)enlarged(grey, 2, stop); });
         row("icons", [=](StopRequest stop) { (void)Icons::among(Marks::boxes(grey), 1, stop); });
         row("order", [](StopRequest stop) {

@@ -9,6 +9,7 @@
 #include "platform/linux/text/Lanczos.h"
 #include "platform/linux/text/MarkScale.h"
 #include "platform/linux/text/Marks.h"
+#include "platform/linux/text/Noise.h"
 #include "platform/linux/text/ReadingOrder.h"
 #include "platform/linux/text/TextFixes.h"
 
@@ -40,7 +41,10 @@ TextPage::TextPage(const QImage& picture, StopRequest stop)
         return;
     Flattened flat = flatten(picture, stop);
     m_backgrounds = std::move(flat.backgrounds);
-    m_factor = MarkScale::factor(Marks::boxes(flat.grey, stop), flat.grey.size());
+    std::vector<QRect> marks = Marks::boxes(flat.grey, stop);
+    if (Noise::erase(flat.grey, marks, stop))
+        marks = Marks::boxes(flat.grey, stop);
+    m_factor = MarkScale::factor(marks, flat.grey.size());
     QImage grey = enlarged(flat.grey, m_factor, stop);
     flat.grey = {}; // no second owner: what is erased needs no copy
     const Icons::Found icons = Icons::among(Marks::boxes(grey, stop), m_factor, stop);
