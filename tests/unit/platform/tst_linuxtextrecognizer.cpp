@@ -285,6 +285,15 @@ private Q_SLOTS:
         QCOMPARE(qGray(page.grey().pixel(0, 0)), 255);
         QVERIFY(page.lines({}).isEmpty());
     }
+
+    void aBlankPageNeedsNoEngine()
+    {
+        QVERIFY(TextPage(blankPage({400, 300})).grey().isNull());
+        QVERIFY(TextPage(test::noise({400, 300})).grey().isNull());
+        QImage faint = blankPage({400, 300});
+        faint.setPixel(200, 150, qRgb(245, 245, 245));
+        QVERIFY(!TextPage(faint).grey().isNull());
+    }
 };
 
 BRINDLECAM_TEST(TestLinuxTextRecognizer);

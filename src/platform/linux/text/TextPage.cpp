@@ -13,6 +13,7 @@
 #include "platform/linux/text/ReadingOrder.h"
 #include "platform/linux/text/TextFixes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -21,16 +22,27 @@ namespace brindlecam {
 namespace {
 
 constexpr int kBorder = 10; ///< pixels
+constexpr uchar kWhite = 255;
 
 QImage bordered(const QImage& grey)
 {
-    constexpr uchar kWhite = 255;
     QImage result = allocated(
         QImage(grey.width() + 2 * kBorder, grey.height() + 2 * kBorder, QImage::Format_Grayscale8));
     result.fill(kWhite);
     for (int y = 0; y < grey.height(); ++y)
         std::memcpy(result.scanLine(y + kBorder) + kBorder, grey.constScanLine(y), grey.width());
     return result;
+}
+
+/// Whether there is nothing, not even something faint.
+bool isBlank(const QImage& grey)
+{
+    for (int y = 0; y < grey.height(); ++y) {
+        const uchar* const line = grey.constScanLine(y);
+        if (std::any_of(line, line + grey.width(), [](uchar value) { return value != kWhite; }))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -44,6 +56,8 @@ TextPage::TextPage(const QImage& picture, StopRequest stop)
     std::vector<QRect> marks = Marks::boxes(flat.grey, stop);
     if (Noise::erase(flat.grey, marks, stop))
         marks = Marks::boxes(flat.grey, stop);
+    if (isBlank(flat.grey))
+        return;
     m_factor = MarkScale::factor(marks, flat.grey.size());
     QImage grey = enlarged(flat.grey, m_factor, stop);
     flat.grey = {}; // no second owner: what is erased needs no copy

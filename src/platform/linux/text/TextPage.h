@@ -20,7 +20,8 @@ public:
     /// Throws std::bad_alloc.
     explicit TextPage(const QImage& picture, StopRequest stop = {});
 
-    /// What the engine reads: 8-bit grey with a white border. Null when there was no picture.
+    /// What the engine reads: 8-bit grey with a white border. Null when there was no picture or
+    /// nothing on it.
     [[nodiscard]] const QImage& grey() const { return m_grey; }
 
     /// The lines of the words that were read in grey(), in reading order. `words` come line by
