@@ -164,7 +164,7 @@ void PinnedCapture::shapeItself()
     const QSize pixels = shownPixels();
     m_view->setPixels(pixels, scale());
     m_view->setCorners(m_panels.translucent(*this) ? PinnedView::Corners::blended
-                                              : PinnedView::Corners::cut);
+                                                   : PinnedView::Corners::cut);
     cut(pixels);
 }
 
