@@ -1,7 +1,6 @@
 #include "canvas/MarkedPicture.h"
 
 #include "base/Geometry.h"
-#include "base/Parallel.h"
 #include "pictures/Crop.h"
 
 #include <QPainter>
@@ -210,20 +209,14 @@ QRegion MarkedPicture::wholeSquares(const QRegion& region) const
 // however little of it a clip leaves.
 void MarkedPicture::render(const QRegion& stale)
 {
-    const std::vector<QRect> rects(stale.begin(), stale.end());
-    std::vector<QImage> parts;
-    parts.reserve(rects.size());
-    for (const QRect& rect : rects)
-        parts.push_back(paintedPart(rect));
-    inParallel(static_cast<int>(rects.size()), [&](int turn) {
-        const QRect& rect = rects[static_cast<std::size_t>(turn)];
-        QImage& part = parts[static_cast<std::size_t>(turn)];
+    for (const QRect& rect : stale) {
+        QImage part = paintedPart(rect);
         QPainter painter(&part);
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.drawImage(QPoint(), m_frozen, rect);
         painter.end();
         drawMarks(part, m_marks, m_canvas, m_frozen.size(), rect);
-    });
+    }
 }
 
 QImage MarkedPicture::paintedPart(const QRect& rect)
