@@ -1,6 +1,8 @@
 #include "desktop/support/PinTest.h"
 #include "desktop/support/VisibleWindows.h"
 
+#include <QPainter>
+
 #include <xcb/shape.h>
 
 #include <algorithm>
@@ -41,6 +43,24 @@ private:
         input().click(end + QPoint((-230 + 51) * 3 / 2, (8 + 19) * 3 / 2));
         input().moveTo({20, 580});
         return sessionIsOver() && isOnlyPin(kOnRight);
+    }
+
+    /// Whether the pin there shows this picture as well as its size allows: pixel for pixel, or
+    /// drawn smaller once, with nothing moved.
+    [[nodiscard]] bool isSharp(const QRect& place, const QImage& picture)
+    {
+        constexpr int kEdge = 12; // border and corners
+        constexpr int kRounding = 2;
+        QImage expected(place.size(), QImage::Format_RGB32);
+        QPainter painter(&expected);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, picture.size() != place.size());
+        painter.drawImage(expected.rect(), picture);
+        painter.end();
+        const QRect inside = expected.rect().adjusted(kEdge, kEdge, -kEdge, -kEdge);
+        return waitUntil([&] {
+            return difference(screen().grab(place), expected, inside) <=
+                   (picture.size() == place.size() ? 0 : kRounding);
+        });
     }
 
     /// Whether its window ends at the corners.
@@ -184,6 +204,7 @@ private Q_SLOTS:
     void pinKeepsItsPointsOnAScreenOfAnotherScale()
     {
         useTwoScreens();
+        const QImage picture = screen().grabAtRest().copy(kOnRight);
         QVERIFY(pinOnTheRight());
         input().drag({1100, 400}, {300, 300});
         // 450 × 300 pixels at 1.5 are 300 × 200 at 1, still held at the same place.
@@ -192,21 +213,25 @@ private Q_SLOTS:
         }));
         QVERIFY(pins().front().pixels.contains(300, 300));
         QVERIFY(kLeft.contains(pins().front().pixels));
+        QVERIFY(isSharp(pins().front().pixels, picture));
         input().drag({300, 300}, {1100, 400});
         QVERIFY(waitUntil([this] {
             return pins().size() == 1 && pins().front().pixels.size() == QSize(450, 300);
         }));
         QVERIFY(kRight.contains(pins().front().pixels));
+        QVERIFY(isSharp(pins().front().pixels, picture));
     }
 
     void pinOfARemovedScreenComesBack()
     {
         useTwoScreens();
+        const QImage picture = screen().grabAtRest().copy(kOnRight);
         QVERIFY(pinOnTheRight());
         desktop().server().removeMonitor(QStringLiteral("RIGHT"));
         QVERIFY(waitUntil(
             [this] { return pins().size() == 1 && kLeft.contains(pins().front().pixels); }));
         QCOMPARE(pins().front().pixels.size(), QSize(300, 200));
+        QVERIFY(isSharp(pins().front().pixels, picture));
         doubleClickPin(pins().front().pixels.center());
         QVERIFY(pinsAreGone());
     }

@@ -64,11 +64,9 @@ std::vector<xcb_window_t> fullScreenWindows(xcb_window_t active)
         const auto states = x11::receiveProperty32(cookies[index]);
         if (x11::isOurs(client))
             continue;
-        if (isDesktop(client))
-            continue;
         const bool fullScreen = contains(states, x11::atom("_NET_WM_STATE_FULLSCREEN")) ||
                                 (client == active && fillsAScreen(client));
-        if (fullScreen && x11::isViewable(client))
+        if (fullScreen && !isDesktop(client) && x11::isViewable(client))
             found.push_back(client);
     }
     return found;

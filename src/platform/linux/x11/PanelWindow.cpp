@@ -144,6 +144,7 @@ bool PanelWindow::setOverFullScreen(bool over)
     if (m_role != PanelRole::pin || m_traits.managed == !over)
         return false;
     m_traits.managed = !over;
+    m_reserved = 0;
     const bool shown = m_widget.isVisible();
     const QRect native = nativeRect();
     // A new window: the old one may be in the window manager's frame for some time yet.
@@ -230,16 +231,21 @@ void PanelWindow::place()
 }
 
 // Qt takes new memory, shared with the server, whenever a window grows, and that takes longer than
-// painting. What has room for more is kept until only half of it is needed.
+// painting. Memory that has room for more is kept as long as more than half of it is needed.
 void PanelWindow::reserve(QSize pixels)
 {
     QBackingStore* store = m_widget.backingStore();
-    if (m_role != PanelRole::pin || !store || m_reserved == m_reserved.expandedTo(pixels))
+    if (m_role != PanelRole::pin || !store)
         return;
-    const bool firstTime = m_reserved.isEmpty();
-    m_reserved = firstTime ? pixels : pixels * kRoomToGrow;
-    if (!firstTime)
-        store->resize(m_reserved / m_widget.devicePixelRatioF());
+    const qint64 needed = qint64(pixels.width()) * pixels.height();
+    const bool resized = m_reserved > 0;
+    if (needed > m_reserved && resized) {
+        const QSize roomy = pixels * kRoomToGrow;
+        m_reserved = qint64(roomy.width()) * roomy.height();
+        store->resize(roomy / m_widget.devicePixelRatioF());
+    } else if (!resized || 2 * needed <= m_reserved) {
+        m_reserved = needed;
+    }
 }
 
 void PanelWindow::keepPlace(const QRect& actual)

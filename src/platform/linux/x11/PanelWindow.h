@@ -76,7 +76,7 @@ private:
     QRect m_native; ///< where it belongs; empty: wherever it is
     x11::AskedPlaces m_asked;
     std::optional<QRegion> m_shape; ///< native pixels; none: nobody has cut it
-    QSize m_reserved;               ///< pixels that its backing store has had room for
+    qint64 m_reserved = 0; ///< how many pixels a pin's backing store has room for; 0: unknown
     int m_correctionsLeft = 0;
     bool m_focusWhenMapped = false;
     QDeadlineTimer m_insists{0}; ///< how long an overlay takes a lost focus back

@@ -15,7 +15,7 @@ namespace brindlecam {
 
 /// Panels as windows of X11, with or without a window manager and a compositor. Main thread. A
 /// widget that never took a role is shown as it is. Panels that blend get an alpha channel whether
-/// or not a compositor runs now, so that one which starts later finds it.
+/// or not a compositor runs now, so that one which starts later finds it; pins only if one does.
 class X11Panels final : public Panels {
 public:
     /// `grabber` reads the backdrops and must live as long as this.
