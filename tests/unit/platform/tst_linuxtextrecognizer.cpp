@@ -289,7 +289,7 @@ private Q_SLOTS:
     void aBlankPageNeedsNoEngine()
     {
         QVERIFY(TextPage(blankPage({400, 300})).grey().isNull());
-        QVERIFY(TextPage(test::noise({400, 300})).grey().isNull());
+        QVERIFY(TextPage(test::noise({1600, 1200})).grey().isNull());
         QImage faint = blankPage({400, 300});
         faint.setPixel(200, 150, qRgb(245, 245, 245));
         QVERIFY(!TextPage(faint).grey().isNull());

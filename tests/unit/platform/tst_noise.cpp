@@ -8,9 +8,11 @@ namespace brindlecam {
 
 namespace {
 
+constexpr QSize kVastPage(1600, 1200);
+
 QImage textPage(int pixels)
 {
-    QImage page = test::blankPage({700, 600});
+    QImage page = test::blankPage(kVastPage);
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(pixels);
     font.setBold(true);
@@ -18,17 +20,43 @@ QImage textPage(int pixels)
     painter.setFont(font);
     painter.setPen(Qt::black);
     for (int y = pixels; y < page.height(); y += pixels)
-        painter.drawText(0, y, QStringLiteral("immillmi; WilliMM: illumination ").repeated(9));
+        painter.drawText(0, y, QStringLiteral("immillmi; WilliMM: illumination ").repeated(20));
     return page;
 }
 
-QImage leaders()
+/// Lines of dots only, close enough to fill the page.
+QImage leaders(QSize size, int pace)
 {
-    QImage page = test::blankPage({400, 400});
-    for (int y = 10; y < 400; y += 14) {
-        for (int x = 3; x < 400; x += 5)
+    QImage page = test::blankPage(size);
+    for (int y = 10; y < size.height(); y += 14) {
+        for (int x = 3; x < size.width(); x += pace)
             page.setPixel(x, y, qRgb(0, 0, 0));
     }
+    return page;
+}
+
+/// As much of bold lines as a hasty selection holds: nearly no paper.
+QImage boldCrop(QSize size)
+{
+    QImage page = test::blankPage(size);
+    QFont font(QStringLiteral("DejaVu Sans"), -1, QFont::Black);
+    font.setPixelSize(10);
+    QPainter painter(&page);
+    painter.setFont(font);
+    for (int y = 7; y < size.height() + 7; y += 7)
+        painter.drawText(0, y, QStringLiteral("MWNHBRMWEMNWHB").repeated(9));
+    return page;
+}
+
+/// A line of a table of contents, cut out without paper around it.
+QImage leaderLine(QSize size)
+{
+    QImage page = test::blankPage(size);
+    for (int y = 2; y < size.height(); y += 6) {
+        for (int x = 1; x < size.width(); x += 4)
+            page.setPixel(x, y, qRgb(0, 0, 0));
+    }
+    QPainter(&page).fillRect(0, 0, 12, size.height(), Qt::black);
     return page;
 }
 
@@ -41,9 +69,9 @@ private Q_SLOTS:
     void whatIsTooBusyForTextIsErased_data()
     {
         QTest::addColumn<QImage>("picture");
-        QTest::newRow("colours") << test::noise({700, 500});
-        QTest::newRow("dots") << test::scatteredDots({700, 500}, 10);
-        QTest::newRow("half of it") << test::scatteredDots({700, 500}, 50);
+        QTest::newRow("colours") << test::noise(kVastPage);
+        QTest::newRow("dots") << test::scatteredDots(kVastPage, 10);
+        QTest::newRow("half of it") << test::scatteredDots(kVastPage, 50);
     }
     void whatIsTooBusyForTextIsErased()
     {
@@ -59,7 +87,12 @@ private Q_SLOTS:
         QTest::addColumn<QImage>("picture");
         for (const int pixels : {8, 10, 13, 24, 120})
             QTest::addRow("close bold lines of %d pixels", pixels) << textPage(pixels);
-        QTest::newRow("dotted leaders") << leaders();
+        QTest::newRow("dotted leaders") << leaders(kVastPage, 5);
+        QTest::newRow("a crop of close dotted leaders") << leaders({400, 400}, 3);
+        QTest::newRow("one line of dotted leaders") << leaderLine({300, 14});
+        for (const QSize size : {QSize(60, 20), QSize(128, 128), QSize(600, 14), QSize(800, 600)})
+            QTest::addRow("a bold crop of %d x %d", size.width(), size.height()) << boldCrop(size);
+        QTest::newRow("noise that is not vast") << test::noise({800, 800});
         QTest::newRow("nothing") << QImage();
     }
     void textStays()
@@ -73,15 +106,20 @@ private Q_SLOTS:
 
     void textBesideNoiseStays()
     {
-        QImage picture = test::blankPage({1280, 512});
-        QPainter(&picture).drawImage(640, 0, test::noise({640, 512}));
-        test::writeOn(picture, {QStringLiteral("hola")}, Qt::black);
+        constexpr QRect kNoise(1536, 0, 1536, 1024);
+        constexpr int kMargin = 128; // pixels; a tile, which the edge of the noise does not cut
+        QImage picture = test::blankPage({3072, 1024});
+        test::writeOn(picture,
+                      QStringList(38, QStringLiteral("Una línea del texto a la izquierda ") +
+                                          QStringLiteral("del ruido ").repeated(18)),
+                      Qt::black);
+        QPainter(&picture).drawImage(kNoise.topLeft(), test::noise(kNoise.size()));
         const QImage before = flatten(picture).grey;
         QImage grey = before;
         QVERIFY(Noise::erase(grey, Marks::boxes(grey)));
-        const QRect text(0, 0, 256, 128);
+        const QRect text(0, 0, kNoise.left() + kMargin, picture.height());
         QCOMPARE(grey.copy(text), before.copy(text));
-        QVERIFY(!Marks::boxes(grey).empty());
+        QVERIFY(Marks::boxes(grey.copy(kNoise.adjusted(kMargin, 0, 0, 0))).empty());
     }
 };
 

@@ -18,6 +18,9 @@ constexpr double kManyRuns = 0.1; ///< per pixel
 constexpr int kDot = 3;                ///< pixels along the longer side, at most
 constexpr double kMostDots = 0.018;    ///< per pixel
 constexpr double kShareOfMarks = 0.75; ///< of a tile's marks, when it is all dots
+// Bold words or dotted lines that fill a small picture look the same. The engine is through with
+// less than this in time.
+constexpr int kVast = 48; ///< tiles
 
 struct Tile {
     int ink = 0;
@@ -72,22 +75,57 @@ public:
         }
     }
 
+    /// The tiles amid noise: a margin stays, as text may reach into a tile that is mostly noise.
+    /// None when there is little noise.
     [[nodiscard]] std::vector<QRect> noise() const
     {
+        const std::vector<QPoint> busy = tilesWhere([this](QPoint tile) { return isNoise(tile); });
+        if (busy.size() < kVast)
+            return {};
         std::vector<QRect> found;
-        for (int row = 0; row < m_rows; ++row) {
-            for (int column = 0; column < m_columns; ++column) {
-                const QRect place(QPoint(left(column), top(row)),
-                                  QPoint(left(column + 1) - 1, top(row + 1) - 1));
-                const double pixels = static_cast<double>(place.width()) * place.height();
-                if (m_tiles[static_cast<std::size_t>(row) * m_columns + column].isNoise(pixels))
-                    found.push_back(place);
-            }
-        }
+        for (const QPoint tile : tilesWhere([this](QPoint tile) { return isAmidNoise(tile); }))
+            found.push_back(place(tile));
         return found;
     }
 
 private:
+    // A tile is named by its column and row.
+    template <typename Test>
+    [[nodiscard]] std::vector<QPoint> tilesWhere(const Test& test) const
+    {
+        std::vector<QPoint> found;
+        for (int row = 0; row < m_rows; ++row) {
+            for (int column = 0; column < m_columns; ++column) {
+                if (test(QPoint(column, row)))
+                    found.emplace_back(column, row);
+            }
+        }
+        return found;
+    }
+    [[nodiscard]] bool isNoise(QPoint tile) const
+    {
+        const QSize size = place(tile).size();
+        return m_tiles[static_cast<std::size_t>(tile.y()) * m_columns + tile.x()].isNoise(
+            static_cast<double>(size.width()) * size.height());
+    }
+    /// Whether tile and neighbours are noise; beyond the edges there is nothing to spare.
+    [[nodiscard]] bool isAmidNoise(QPoint tile) const
+    {
+        for (int row = std::max(0, tile.y() - 1); row <= std::min(m_rows - 1, tile.y() + 1);
+             ++row) {
+            for (int column = std::max(0, tile.x() - 1);
+                 column <= std::min(m_columns - 1, tile.x() + 1); ++column) {
+                if (!isNoise({column, row}))
+                    return false;
+            }
+        }
+        return true;
+    }
+    [[nodiscard]] QRect place(QPoint tile) const
+    {
+        return {QPoint(left(tile.x()), top(tile.y())),
+                QPoint(left(tile.x() + 1) - 1, top(tile.y() + 1) - 1)};
+    }
     // The first pixel of a tile is the first one that rowAt() puts there.
     [[nodiscard]] int rowAt(int y) const
     {
