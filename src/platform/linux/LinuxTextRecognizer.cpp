@@ -16,6 +16,8 @@ namespace {
 constexpr std::chrono::milliseconds kPatience{300};
 /// How long the program's end waits for the same.
 constexpr std::chrono::milliseconds kPatienceAtTheEnd{1000};
+/// Threads left to themselves, at most; each has an engine, a picture and a processor.
+constexpr std::size_t kMostLeft = 2;
 
 } // namespace
 
@@ -76,18 +78,23 @@ void LinuxTextRecognizer::giveUp(const std::shared_ptr<Reading>& reading)
     reading->cancelled = true;
     reading->done = nullptr; // here, not on the other thread
     QTimer::singleShot(kPatience, &m_home, [this, waiting = std::weak_ptr(reading)] {
-        const auto unwanted = waiting.lock();
-        if (unwanted && m_thread->isAt(*unwanted))
-            goOnElsewhere();
+        if (const auto unwanted = waiting.lock())
+            goOnWithout(*unwanted);
     });
 }
 
-void LinuxTextRecognizer::goOnElsewhere()
+/// Goes on elsewhere while the thread is still at this reading.
+void LinuxTextRecognizer::goOnWithout(const Reading& unwanted)
 {
     std::erase_if(m_left, [](const auto& thread) { return thread->endsBy(QDeadlineTimer(0)); });
+    if (m_left.size() >= kMostLeft)
+        return;
+    auto waiting = m_thread->closeIfAt(unwanted);
+    if (!waiting)
+        return;
     m_left.push_back(std::exchange(m_thread, newThread()));
-    for (auto& waiting : m_left.back()->close())
-        m_thread->add(std::move(waiting));
+    for (auto& reading : *waiting)
+        m_thread->add(std::move(reading));
 }
 
 std::unique_ptr<ReadingThread> LinuxTextRecognizer::newThread()

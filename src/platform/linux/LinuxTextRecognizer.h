@@ -13,7 +13,8 @@ struct Reading;
 
 /// Reads with Tesseract, on a thread of its own that sleeps while there is nothing to read. Engine
 /// and models are given back when nobody has read for a while. A thread whose engine does not hear
-/// that its reading is given up is left to itself, and the next reading gets another.
+/// that its reading is given up is left to itself, and the next reading gets another; after two of
+/// them the next one waits.
 class LinuxTextRecognizer final : public TextRecognizer {
 public:
     struct Options {
@@ -37,7 +38,7 @@ private:
     void add(std::shared_ptr<Reading> reading);
 
     void giveUp(const std::shared_ptr<Reading>& reading);
-    void goOnElsewhere();
+    void goOnWithout(const Reading& unwanted);
     [[nodiscard]] std::unique_ptr<ReadingThread> newThread();
 
     const Options m_options;

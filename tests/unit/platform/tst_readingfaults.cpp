@@ -1,8 +1,10 @@
 #include "ReadingAnswers.h"
 #include "platform/linux/LinuxTextRecognizer.h"
+#include "platform/linux/text/ReadingThread.h"
 #include "platform/linux/text/TextEngineModule.h"
 #include "support/TestCase.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -164,6 +166,75 @@ private Q_SLOTS:
         QCOMPARE(answers.count(), 2);
     }
 
+    void afterTwoEnginesLeftBehindTheNextReadingWaits()
+    {
+        constexpr int kMostThreads = 3;
+        constexpr qint64 kLongerThanThePatience = 900; // milliseconds
+        FaultyModule module;
+        module.set("deaf");
+        LinuxTextRecognizer recognizer({.module = FaultyModule::path()});
+        test::Answers answers;
+        const QImage page = test::writtenPage({QStringLiteral("hola")});
+        for (int begun = 1; begun <= kMostThreads; ++begun) {
+            QObject gone;
+            recognizer.recognize(page, &gone, answers.collect());
+            QTRY_COMPARE_WITH_TIMEOUT(module.readings(), begun, test::kReadingTime);
+        }
+        module.set({});
+        recognizer.recognize(page, &answers.context, answers.collect());
+        QElapsedTimer timer;
+        timer.start();
+        QTRY_VERIFY(timer.hasExpired(kLongerThanThePatience));
+        QCOMPARE(module.readings(), kMostThreads);
+        QCOMPARE(answers.count(), 0);
+
+        module.free();
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 1, test::kReadingTime);
+        QCOMPARE(answers.all[0].value(), QStringList(QStringLiteral("hola")));
+        QCOMPARE(module.readings(), kMostThreads + 1);
+    }
+
+    void onlyTheReadingUnderWayIsGivenUpWithItsThread()
+    {
+        FaultyModule module;
+        QObject home;
+        test::Answers answers;
+        const auto added = [&answers](ReadingThread& thread) {
+            auto reading = std::make_shared<Reading>();
+            reading->picture = test::writtenPage({QStringLiteral("hola")});
+            reading->context = &answers.context;
+            reading->done = answers.collect();
+            thread.add(reading);
+            return reading;
+        };
+        ReadingThread thread({.module = FaultyModule::path(), .keepFor = std::chrono::minutes(1)},
+                             home);
+        module.set("deaf");
+        const auto first = added(thread);
+        const auto second = added(thread);
+        QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 1, test::kReadingTime);
+        QVERIFY(!thread.closeIfAt(*second));
+        module.set({});
+        module.free();
+        QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 2, test::kReadingTime);
+        // The first one is over, though its answer may still be on its way.
+        QVERIFY(!thread.closeIfAt(*first));
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 2, test::kReadingTime);
+
+        module.set("deaf");
+        const auto third = added(thread);
+        const auto fourth = added(thread);
+        QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 3, test::kReadingTime);
+        const auto waiting = thread.closeIfAt(*third);
+        QVERIFY(waiting && waiting->size() == 1 && waiting->front() == fourth);
+        QVERIFY(third->cancelled);
+        QVERIFY(!first->cancelled && !second->cancelled && !fourth->cancelled);
+        module.free();
+        QVERIFY(thread.endsBy(QDeadlineTimer(test::kReadingTime)));
+        QCoreApplication::processEvents();
+        QCOMPARE(answers.count(), 2);
+    }
+
     void quittingLeavesAnEngineThatDoesNotListenBehind()
     {
         constexpr qint64 kSoon = 1500; // milliseconds
@@ -171,14 +242,17 @@ private Q_SLOTS:
         module.set("deaf");
         test::Answers answers;
         QElapsedTimer timer;
+        const auto held = std::make_shared<int>(0);
         {
             LinuxTextRecognizer recognizer({.module = FaultyModule::path()});
-            recognizer.recognize(test::writtenPage({QStringLiteral("hola")}), &answers.context,
-                                 answers.collect());
+            recognizer.recognize(
+                test::writtenPage({QStringLiteral("hola")}), &answers.context,
+                [done = answers.collect(), held](auto lines) { done(std::move(lines)); });
             QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 1, test::kReadingTime);
             timer.start();
         }
         QVERIFY2(timer.elapsed() < kSoon, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(held.use_count(), 1); // let go here, not on the thread left behind
         module.free();
         QCoreApplication::processEvents();
         QCOMPARE(answers.count(), 0);

@@ -54,22 +54,30 @@ void ReadingQueue::add(std::shared_ptr<Reading> reading)
 
 ReadingQueue::Readings ReadingQueue::close()
 {
-    Readings left;
-    {
-        const std::lock_guard lock(m_mutex);
-        m_closed = true;
-        left.swap(m_waiting);
-        if (m_current)
-            m_current->cancelled = true;
-    }
-    m_wake.notify_one();
-    return left;
+    return close(std::unique_lock(m_mutex));
 }
 
-bool ReadingQueue::isAt(const Reading& reading) const
+std::optional<ReadingQueue::Readings> ReadingQueue::closeIfAt(const Reading& reading)
 {
-    const std::lock_guard lock(m_mutex);
-    return m_current.get() == &reading;
+    std::unique_lock lock(m_mutex);
+    if (m_current.get() != &reading)
+        return std::nullopt;
+    return close(std::move(lock));
+}
+
+ReadingQueue::Readings ReadingQueue::close(std::unique_lock<std::mutex> lock)
+{
+    m_closed = true;
+    // What the callback holds is let go here, on the main thread, and after the lock.
+    std::function<void(Result<QStringList>)> unanswered;
+    if (m_current) {
+        m_current->cancelled = true;
+        unanswered = std::exchange(m_current->done, nullptr);
+    }
+    Readings left = std::exchange(m_waiting, {});
+    lock.unlock();
+    m_wake.notify_one();
+    return left;
 }
 
 void ReadingQueue::run()
@@ -163,7 +171,7 @@ void ReadingQueue::unload()
 void ReadingQueue::handOver(std::shared_ptr<Reading> reading, Result<QStringList> lines)
 {
     if (m_closed)
-        return;
+        return; // close() has taken the callback
     // The reading goes along: what its callback holds is let go on the main thread.
     QMetaObject::invokeMethod(
         &m_home,

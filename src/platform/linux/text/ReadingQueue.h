@@ -49,11 +49,12 @@ public:
     void add(std::shared_ptr<Reading> reading);
 
     /// Gives up what is under way and answers what waits; run() ends soon. `home` is not touched
-    /// any more. Any thread.
+    /// any more; what is on its way there arrives. Main thread.
     Readings close();
 
-    /// Whether this very reading is under way. Any thread.
-    [[nodiscard]] bool isAt(const Reading& reading) const;
+    /// The same, but only while this very reading is under way: no other is ever given up by it.
+    /// Nothing when it is not. Main thread.
+    [[nodiscard]] std::optional<Readings> closeIfAt(const Reading& reading);
 
     /// Reads until close(). Sleeps when there is nothing to read, and after a while without engine.
     void run();
@@ -64,6 +65,7 @@ public:
 private:
     using Engine = std::shared_ptr<TextEngineModule>;
 
+    [[nodiscard]] Readings close(std::unique_lock<std::mutex> lock);
     void sleep(std::unique_lock<std::mutex>& lock);
     [[nodiscard]] Result<QStringList> read(const Reading& reading);
     [[nodiscard]] Result<QStringList> linesOf(const Reading& reading);
@@ -76,7 +78,7 @@ private:
     std::atomic<bool> m_loaded = false;
     Engine m_engine; ///< the loop's own
 
-    mutable std::mutex m_mutex;
+    std::mutex m_mutex;
     std::condition_variable m_wake;
     // Guarded by m_mutex.
     Readings m_waiting;

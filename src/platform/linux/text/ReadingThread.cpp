@@ -76,6 +76,11 @@ ReadingQueue::Readings ReadingThread::close()
     return m_queue->close();
 }
 
+std::optional<ReadingQueue::Readings> ReadingThread::closeIfAt(const Reading& reading)
+{
+    return m_queue->closeIfAt(reading);
+}
+
 bool ReadingThread::endsBy(const QDeadlineTimer& deadline)
 {
     return !m_thread || m_thread->wait(deadline);

@@ -5,6 +5,7 @@
 #include <QThread>
 
 #include <memory>
+#include <optional>
 
 class QDeadlineTimer;
 
@@ -27,11 +28,11 @@ public:
     /// Gives up what is under way, and answers what waits. The thread ends as soon as it listens.
     ReadingQueue::Readings close();
 
+    /// The same, but only while this very reading is under way; nothing when it is not.
+    [[nodiscard]] std::optional<ReadingQueue::Readings> closeIfAt(const Reading& reading);
+
     /// Waits for the end after close(), at most until then; whether it came.
     [[nodiscard]] bool endsBy(const QDeadlineTimer& deadline);
-
-    /// Whether this very reading is under way.
-    [[nodiscard]] bool isAt(const Reading& reading) const { return m_queue->isAt(reading); }
 
     /// Whether engine and models are loaded at present.
     [[nodiscard]] bool isLoaded() const { return m_queue->isLoaded(); }
