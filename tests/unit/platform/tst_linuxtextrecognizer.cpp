@@ -1,3 +1,4 @@
+#include "OwnThreads.h"
 #include "ReadingAnswers.h"
 #include "platform/linux/LinuxTextRecognizer.h"
 #include "platform/linux/text/TextEngineModule.h"
@@ -12,6 +13,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
 #include <ctime>
 
 namespace brindlecam {
@@ -156,6 +158,24 @@ private Q_SLOTS:
         recognizer.recognize(blankPage({40, 40}), &answers.context, answers.collect());
         QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 2, 4 * kReadingTime);
         QVERIFY2(std::clock() - start - whole < whole * 2 / 3, "the whole page was read");
+    }
+
+    void eachReaderTakesOneThread()
+    {
+        // The second one starts as after an engine that was left behind.
+        std::array<LinuxTextRecognizer, 2> recognizers;
+        Answers answers;
+        const QImage page = writtenPage(QStringList(3, QStringLiteral("Una línea entre varias")));
+        int round = 0;
+        for (LinuxTextRecognizer& recognizer : recognizers) {
+            const auto before = test::ownThreads();
+            recognizer.recognize(page, &answers.context, answers.collect());
+            ++round;
+            QTRY_COMPARE_WITH_TIMEOUT(answers.count(), round, kReadingTime);
+            QCOMPARE(answers.all.back().value().size(), 3);
+            // The engine's own helpers would still be there.
+            QCOMPARE((test::ownThreads() - before).size(), 1);
+        }
     }
 
     void whereNothingReadsTheErrorSaysSo()
