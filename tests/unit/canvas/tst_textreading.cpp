@@ -102,6 +102,26 @@ private Q_SLOTS:
         QVERIFY(!e.button(QStringLiteral("Azul"))->isVisibleTo(e.canvas.get()));
     }
 
+    void typingAndPopupsAreOverBeforeThePictureIsHandedOver()
+    {
+        Editor e;
+        e.type(QStringLiteral("Hola"));
+        e.clickButton(QStringLiteral("Color"));
+        QVERIFY(e.field());
+        QVERIFY(e.button(QStringLiteral("Azul"))->isVisibleTo(e.canvas.get()));
+        bool handedOver = false;
+        e.recognizer.onRequest = [&] {
+            handedOver = true;
+            QVERIFY(!e.field());
+            QVERIFY(!e.button(QStringLiteral("Azul"))->isVisibleTo(e.canvas.get()));
+            QCOMPARE(e.marks().size(), 1U);
+            QCOMPARE(e.mark(0).text(), QStringLiteral("Hola"));
+            QCOMPARE(e.recognizer.requests.front().picture, e.image.copy(10, 10, 250, 270));
+        };
+        e.clickButton(buttonName());
+        QVERIFY(handedOver);
+    }
+
     void nothingSelectedReadsNothing()
     {
         test::CanvasFixture f;

@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include <deque>
+#include <functional>
 #include <utility>
 
 namespace brindlecam::test {
@@ -18,6 +19,7 @@ public:
         Done done;
     };
 
+    std::function<void()> onRequest; ///< once the picture is handed over
     int warmUps = 0;
     std::deque<Request> requests; ///< not answered yet, the oldest first
 
@@ -25,6 +27,8 @@ public:
     void recognize(const QImage& picture, QObject* context, Done done) override
     {
         requests.push_back({picture, context, std::move(done)});
+        if (onRequest)
+            onRequest();
     }
 
     /// Answers the oldest reading, unless whoever asked is gone.
