@@ -156,10 +156,10 @@ bool AnnotatingTest::pick(int index)
     return isColored(toolsButton(kColorButton) + kHalfButton, index);
 }
 
-void AnnotatingTest::press(Toolbar::Action action)
+void AnnotatingTest::press(Toolbar::Action action, const QRectF& selection)
 {
-    click(actionsBar().topLeft() + QPointF(kBarPadding + kPace * static_cast<int>(action), 4) +
-          kHalfButton);
+    click(actionsBar(selection).topLeft() +
+          QPointF(kBarPadding + kPace * static_cast<int>(action), 4) + kHalfButton);
 }
 
 // The hands.

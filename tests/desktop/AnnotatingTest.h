@@ -45,7 +45,7 @@ protected:
     /// Opens the palette and picks its swatch.
     [[nodiscard]] bool pick(int swatch);
     /// Presses the button of the actions bar.
-    void press(Toolbar::Action action);
+    void press(Toolbar::Action action, const QRectF& selection = kSelected);
     void pressUndo() { pressButton(kUndoButton); }
     void pressRedo() { pressButton(kRedoButton); }
     /// Where the bars are around this selection.

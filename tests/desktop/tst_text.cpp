@@ -2,6 +2,7 @@
 #include "canvas/Hud.h"
 #include "desktop/AnnotatingTest.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QPainter>
 #include <QScopeGuard>
@@ -16,6 +17,8 @@ class TestText final : public AnnotatingTest {
 private:
     static constexpr const char* kDataFolder = "TESSDATA_PREFIX"; // of the engine
     static constexpr QRect kWindow{100, 40, 280, 240};            // holds the whole selection
+    static constexpr QRect kFullWindow{40, 40, 1100, 600};
+    static constexpr QRectF kFullSelected{50, 50, 1080, 580};
 
     /// What a window shows: these lines, or nothing but its ground.
     static QImage page(const QStringList& lines, const QColor& ground, const QColor& ink)
@@ -34,13 +37,35 @@ private:
         return picture;
     }
 
+    /// So much that it takes seconds to read.
+    static QImage fullPage()
+    {
+        constexpr int kPitch = 15;
+        QImage picture(kFullWindow.size(), QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        painter.setFont(InterfaceFont::regular(11));
+        painter.setPen(Qt::black);
+        const QString line = QStringLiteral("Una línea larga entre muchas otras. ").repeated(6);
+        for (int y = kPitch; y < picture.height(); y += kPitch)
+            painter.drawText(6, y, line);
+        return picture;
+    }
+
+    /// Puts a window with this picture there, in place of the one before.
+    void show(const QImage& picture, const QRect& place = kWindow)
+    {
+        m_window.reset();
+        m_window = std::make_unique<ClientWindow>(
+            display(), ClientWindowOptions{
+                           .pixels = place, .kind = WindowKind::unmanaged, .picture = picture});
+    }
+
     /// Opens a session over a window with this picture, with kSelected selected.
     [[nodiscard]] bool selectsOver(const QImage& picture)
     {
         useProgram();
-        m_window = std::make_unique<ClientWindow>(
-            display(), ClientWindowOptions{
-                           .pixels = kWindow, .kind = WindowKind::unmanaged, .picture = picture});
+        show(picture);
         return selects();
     }
 
@@ -51,15 +76,16 @@ private:
     }
 
     /// Waits for a message over the selection, exactly as it is painted over what was seen before.
-    [[nodiscard]] bool says(const QString& message, const QImage& before)
+    [[nodiscard]] bool says(const QString& message, const QImage& before,
+                            const QRectF& selection = kSelected)
     {
         QImage expected = before;
         {
             QPainter painter(&expected);
             painter.setRenderHint(QPainter::Antialiasing);
-            Hud::paint(painter, message, kSelected, canvas());
+            Hud::paint(painter, message, selection, canvas());
         }
-        const QRect place = Hud::rect(message, kSelected, canvas()).toAlignedRect();
+        const QRect place = Hud::rect(message, selection, canvas()).toAlignedRect();
         return waitUntil([&] { return samePixels(seen(place), expected.copy(place)); });
     }
 
@@ -133,11 +159,42 @@ private Q_SLOTS:
 
     void escapeLeavesAtOnceWhileTextIsBeingRead()
     {
-        QVERIFY(selectsOver(page({QStringLiteral("Hola")}, Qt::white, Qt::black)));
-        press(Toolbar::Action::text);
+        constexpr qint64 kAtOnce = 1000; // milliseconds; the page takes several times as long
+        const auto reading = QStringLiteral("Leyendo texto…");
+        useProgram();
+        show(fullPage(), kFullWindow);
+        const QRectF inside = kFullSelected.adjusted(60, 60, -60, -60); // without frame and handles
+        const QImage undimmed = screen().grabAtRest().copy(pixels(inside));
+        QVERIFY(openArea());
+        drag(kFullSelected.topLeft(), kFullSelected.bottomRight());
+        QVERIFY(waitUntil([&] { return samePixels(seen(inside), undimmed); }));
+        const QImage before = screen().grabAtRest();
+        press(Toolbar::Action::text, kFullSelected);
+        QVERIFY(says(reading, before, kFullSelected));
+        QElapsedTimer timer;
+        timer.start();
         input().tap(XK_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(openArea()); // and is ready for the next
+        QVERIFY2(timer.elapsed() < kAtOnce, qPrintable(QString::number(timer.elapsed())));
+
+        // Readings answer in their turn: had the first one gone on, it would be through now.
+        show(page({}, Qt::white, Qt::black));
+        QVERIFY(selects());
+        const QImage empty = screen().grabAtRest();
+        timer.start();
+        press(Toolbar::Action::text);
+        QVERIFY(says(QStringLiteral("No se encontró texto en la selección"), empty));
+        QVERIFY2(timer.elapsed() < kAtOnce, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(copiedText(), QString());
+        input().tap(XK_Escape);
+        QVERIFY(sessionIsOver());
+
+        const auto line = QStringLiteral("La acción rápida");
+        show(page({line}, Qt::white, Qt::black));
+        QVERIFY(selects());
+        press(Toolbar::Action::text);
+        QVERIFY(waitUntil([&] { return !copiedText().isEmpty(); }));
+        QCOMPARE(copiedText(), line);
     }
 };
 
