@@ -15,7 +15,7 @@ public:
     void run();
 
 private:
-    /// Steps of the wheel, and for each what it changes.
+    /// A notch of the wheel and what it changes.
     struct Turn {
         Hands::Wheel wheel = Hands::Wheel::up;
         std::vector<Sample> changed;

@@ -31,7 +31,7 @@ constexpr double kMostWarm = 150; // milliseconds
 constexpr double kMostCold = 350;
 constexpr double kMostLeft = 2; // MiB
 
-/// 300 characters without the line feeds.
+/// Some 300 characters without the line feeds.
 QStringList paragraph()
 {
     return {QStringLiteral("El tren de las siete salió con retraso, y nadie supo decir por"),

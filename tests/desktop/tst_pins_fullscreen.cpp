@@ -89,8 +89,7 @@ private Q_SLOTS:
         QFETCH(Compositor, compositor);
         usePins({.compositor = compositor});
         QVERIFY(pinArea());
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow window(display(), beneath());
         QVERIFY(activate(window));
         QVERIFY(setFullScreen(window, true));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
@@ -114,8 +113,7 @@ private Q_SLOTS:
     void pinMadeOverAFullScreenProgramLiesAboveIt()
     {
         usePins();
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow window(display(), beneath());
         QVERIFY(activate(window));
         QVERIFY(setFullScreen(window, true));
         QVERIFY(pinArea());
@@ -130,8 +128,7 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow window(display(), beneath());
         QVERIFY(activate(window));
         QVERIFY(liesAbove(Qt::red));
         QTest::qWait(kAllLooked);
@@ -147,8 +144,7 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow window(display(), beneath());
         QVERIFY(activate(window));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(openArea());
@@ -176,8 +172,7 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow window(display(), beneath());
         QVERIFY(openMenu({500, 400}));
         QVERIFY(setFullScreen(window, true));
         QVERIFY(activate(window));
@@ -198,8 +193,7 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow window(display(), beneath());
         input().moveTo({500, 400});
         input().press(Button::left);
         input().glideTo({540, 415});
@@ -222,8 +216,7 @@ private Q_SLOTS:
         QFETCH(Compositor, compositor);
         usePins({.compositor = compositor});
         QVERIFY(pinArea());
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow window(display(), beneath());
         QVERIFY(setFullScreen(window, true));
         QVERIFY(activate(window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));

@@ -94,8 +94,7 @@ private Q_SLOTS:
         QFETCH(Compositor, compositor);
         usePins({.compositor = compositor});
         QVERIFY(pinArea());
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow window(display(), beneath());
         QVERIFY(activate(window));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));
@@ -290,8 +289,7 @@ private Q_SLOTS:
     {
         usePins({.compositor = Compositor::picom});
         QVERIFY(pinArea());
-        const ClientWindow page(display(),
-                                {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow page(display(), beneath());
         QVERIFY(activate(page));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));
@@ -315,8 +313,7 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow page(display(),
-                                {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red});
+        const ClientWindow page(display(), beneath());
         QVERIFY(activate(page));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));

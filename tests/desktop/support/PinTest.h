@@ -19,6 +19,12 @@ protected:
     /// Where no test's pin lies.
     static constexpr QPoint kAside{20, 780};
 
+    /// A red window that a pin of kDragged lies over.
+    [[nodiscard]] static ClientWindowOptions beneath()
+    {
+        return {.pixels = QRect(200, 150, 700, 500), .colour = Qt::red};
+    }
+
     /// Rows of a test, and what stands on the desktop in them: every mix of with and without a
     /// window manager and a compositor, or the compositor alone.
     static void addSurroundings();
