@@ -1,6 +1,7 @@
 #include "Program.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QThreadPool>
 #include <QTimer>
 
@@ -50,6 +51,9 @@ Program::~Program()
 {
     // The session's end leaves the main loop without asking; nothing is lost then either.
     quit();
+    QEventLoop loop;
+    while (m_stage != Stage::over)
+        loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
 void Program::start(std::optional<CaptureAction> action)
@@ -66,8 +70,9 @@ void Program::start(std::optional<CaptureAction> action)
 
 void Program::quit()
 {
-    if (std::exchange(m_quitting, true))
+    if (m_stage != Stage::running)
         return;
+    m_stage = Stage::quitting;
     // From here on nothing new begins, whoever asks.
     m_hotKeyCenter.releaseAll();
     m_countdown.cancel();
@@ -77,9 +82,12 @@ void Program::quit()
     m_statusItem.reset();
     // What a session has copied so far belongs into the history, as after Esc.
     m_captureController.finish(outcome::Cancel{});
-    m_output.finishAll();
-    m_platform.pasteboard->handOver();
-    QCoreApplication::quit();
+    m_output.finishAll([this] {
+        m_platform.pasteboard->handOver(&m_context, [this] {
+            m_stage = Stage::over;
+            QCoreApplication::quit();
+        });
+    });
 }
 
 } // namespace brindlecam

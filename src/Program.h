@@ -18,6 +18,8 @@
 #include "recents/History.h"
 #include "recents/PinnedCaptures.h"
 
+#include <QObject>
+
 #include <optional>
 
 namespace brindlecam {
@@ -33,7 +35,8 @@ public:
     /// the first-run message comes after that.
     void start(std::optional<CaptureAction> action);
 
-    /// Ends the main loop once every capture has reached its place and the clipboard is handed on.
+    /// Begins nothing new from now on, and ends the main loop once every capture has reached its
+    /// place and the clipboard is handed on. Does not wait for that.
     void quit();
 
     [[nodiscard]] AppDelegate& delegate() { return m_delegate; }
@@ -65,7 +68,9 @@ private:
     PinnedCaptures m_pinnedCaptures;
     Countdown m_countdown;
     std::optional<StatusItem> m_statusItem;
-    bool m_quitting = false;
+    enum class Stage { running, quitting, over };
+    Stage m_stage = Stage::running;
+    QObject m_context; ///< receives what others answer; gone before the rest
 };
 
 } // namespace brindlecam

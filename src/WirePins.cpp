@@ -10,7 +10,8 @@ void Program::wirePins()
         m_pinnedCaptures.pin(picture, nativeFrame);
     };
     m_captureController.onScreensChanged = [this] { m_pinnedCaptures.stayReachable(); };
-    m_pinnedCaptures.onCopy = [this](const Rendered& picture, std::function<void()> done) {
+    m_pinnedCaptures.onCopy = [this](const Rendered& picture,
+                                     std::function<void(ClipboardFate)> done) {
         m_captureResults.copied(picture, std::move(done));
     };
     m_pinnedCaptures.onSave = [this](const Rendered& picture) {

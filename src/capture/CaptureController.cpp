@@ -247,10 +247,10 @@ void CaptureController::act(const Outcome& outcome, const std::optional<Rendered
     CaptureResults& results = m_services.results;
     std::visit(Overloaded{
                    [&](const outcome::Copy& copy) { results.area(copy.picture, screen); },
-                   [&](const outcome::Save& save) { results.keep(save.picture); },
+                   [&](const outcome::Save& save) { results.keep(save.picture, screen); },
                    [&](const outcome::Text& recognised) { results.text(recognised.text, screen); },
                    [&](const outcome::Pin& pin) {
-                       results.pinned(pin.picture);
+                       results.pinned(pin.picture, screen);
                        if (onPin)
                            onPin(pin.picture, pin.frame);
                    },
@@ -258,7 +258,7 @@ void CaptureController::act(const Outcome& outcome, const std::optional<Rendered
                    [&](const outcome::Gif& gif) { startLater(onGif, gif.rect); },
                    [&](outcome::Cancel) {
                        if (lastAutoCopied)
-                           results.keep(*lastAutoCopied);
+                           results.keep(*lastAutoCopied, screen);
                    },
                },
                outcome);

@@ -3,7 +3,6 @@
 #include "app/Prefs.h"
 #include "app/Toast.h"
 #include "capture/Output.h"
-#include "capture/ResultToast.h"
 #include "capture/SavePanel.h"
 
 #include <QDir>
@@ -25,75 +24,100 @@ QString CaptureResults::pathInFolder() const
     return QDir(m_prefs.saveFolder()).filePath(Prefs::newFileName());
 }
 
-void CaptureResults::area(const Rendered& picture, const std::optional<ScreenInfo>& screen)
+std::function<void(const std::optional<QString>&)> CaptureResults::teller(const Screen& screen)
+{
+    return [&toast = m_toast, screen](const std::optional<QString>& message) {
+        if (message)
+            toast.show(*message, screen);
+    };
+}
+
+void CaptureResults::deliverCaptured(ResultToast::Kind kind, const Rendered& picture,
+                                     const QString& saveTo, const Screen& screen)
+{
+    m_output.deliver(picture, {.copy = true, .saveTo = saveTo, .history = true},
+                     [tell = teller(screen), kind](const Fate& fate) {
+                         tell(ResultToast::message(kind, fate));
+                     });
+}
+
+void CaptureResults::area(const Rendered& picture, const Screen& screen)
 {
     const QString saveTo = m_prefs.autoSaveArea() ? pathInFolder() : QString();
-    m_output.deliver(picture, {.copy = true, .saveTo = saveTo, .history = true},
-                     [&toast = m_toast, screen, requested = !saveTo.isEmpty()](bool saved) {
-                         toast.show(ResultToast::message(ResultToast::Kind::area,
-                                                         {.requested = requested, .saved = saved}),
-                                    screen);
-                     });
+    deliverCaptured(ResultToast::Kind::area, picture, saveTo, screen);
 }
 
 void CaptureResults::fullScreen(const Shot& shot)
 {
     const QString saveTo = m_prefs.autoSaveFullScreen() ? pathInFolder() : QString();
-    m_output.deliver(
-        Rendered(shot.image, shot.screen.size()), {.copy = true, .saveTo = saveTo, .history = true},
-        [&toast = m_toast, screen = shot.screen, requested = !saveTo.isEmpty()](bool saved) {
-            toast.show(ResultToast::message(ResultToast::Kind::fullScreen,
-                                            {.requested = requested, .saved = saved}),
-                       screen);
-        });
+    deliverCaptured(ResultToast::Kind::fullScreen, Rendered(shot.image, shot.screen.size()), saveTo,
+                    shot.screen);
     sessionEnded();
 }
 
-void CaptureResults::text(const QString& recognised, const std::optional<ScreenInfo>& screen)
+void CaptureResults::text(const QString& recognised, const Screen& screen)
 {
-    m_output.copyText(recognised);
-    m_toast.show(ResultToast::textMessage(recognised), screen);
+    m_output.copyText(recognised, [tell = teller(screen), recognised](ClipboardFate fate) {
+        tell(ResultToast::textMessage(recognised, fate));
+    });
 }
 
-void CaptureResults::pinned(const Rendered& picture)
+void CaptureResults::pinned(const Rendered& picture, const Screen& screen)
 {
-    m_output.deliver(picture, {.copy = true, .history = true});
+    m_output.deliver(picture, {.copy = true, .history = true},
+                     [tell = teller(screen)](const Fate& fate) {
+                         if (fate.clipboard == ClipboardFate::refused)
+                             tell(ResultToast::notCopied());
+                     });
 }
 
-void CaptureResults::copied(const Rendered& picture, std::function<void()> done)
+void CaptureResults::copied(const Rendered& picture, std::function<void(ClipboardFate)> done)
 {
-    m_output.deliver(picture, {.copy = true}, [done = std::move(done)](bool) {
+    m_output.deliver(picture, {.copy = true}, [done = std::move(done)](const Fate& fate) {
         if (done)
-            done();
+            done(fate.clipboard.value_or(ClipboardFate::refused));
     });
     sessionEnded();
 }
 
 void CaptureResults::live(const Rendered& picture)
 {
-    m_output.deliver(picture, {.copy = true, .soonStale = true});
+    m_output.deliver(picture, {.copy = true, .soonStale = true}, [live = m_live](const Fate& fate) {
+        if (fate.clipboard == ClipboardFate::overtaken)
+            return;
+        live->refused = fate.clipboard == ClipboardFate::refused;
+        if (live->refused && live->tell)
+            live->tell();
+    });
 }
 
-void CaptureResults::keep(const Rendered& picture)
+void CaptureResults::keep(const Rendered& picture, const Screen& screen)
 {
     m_output.deliver(picture, {.history = true});
+    m_live->tell = [tell = teller(screen)] { tell(ResultToast::notCopied()); };
+    if (m_live->refused)
+        m_live->tell();
 }
 
 void CaptureResults::save(const Rendered& picture, std::function<void()> closed)
 {
-    SavePanel::open(
-        m_alerts, m_prefs.saveFolder(), Prefs::newFileName(),
-        [&output = m_output, picture, closed = std::move(closed)](std::optional<QString> path) {
-            if (path)
-                output.writeFile(picture, *path);
-            if (closed)
-                closed();
-        });
+    SavePanel::open(m_alerts, m_prefs.saveFolder(), Prefs::newFileName(),
+                    [&output = m_output, tell = teller(std::nullopt), picture,
+                     closed = std::move(closed)](std::optional<QString> path) {
+                        if (path) {
+                            output.writeFile(picture, *path, [tell](const Fate& fate) {
+                                tell(ResultToast::saveMessage(fate));
+                            });
+                        }
+                        if (closed)
+                            closed();
+                    });
 }
 
 void CaptureResults::sessionEnded()
 {
     m_output.forgetLastCopy();
+    m_live = std::make_shared<LiveCopy>();
 }
 
 } // namespace brindlecam

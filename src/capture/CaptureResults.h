@@ -1,12 +1,14 @@
 #pragma once
 
 #include "base/ScreenInfo.h"
+#include "capture/ResultToast.h"
 #include "capture/ScreenGrabber.h"
 #include "pictures/Rendered.h"
 
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace brindlecam {
@@ -28,28 +30,40 @@ public:
     void fullScreen(const Shot& shot);
     /// Recognised text.
     void text(const QString& recognised, const std::optional<ScreenInfo>& screen);
-    /// A picture that goes on as a pin.
-    void pinned(const Rendered& picture);
-    /// The picture of a pin, once more: clipboard only; `done` runs when it is there.
-    void copied(const Rendered& picture, std::function<void()> done);
-    /// The selection as it is now, while the session goes on: clipboard only, nothing is told.
+    /// A picture that goes on as a pin; nothing is told unless it could not be copied.
+    void pinned(const Rendered& picture, const std::optional<ScreenInfo>& screen);
+    /// The picture of a pin, once more: clipboard only.
+    void copied(const Rendered& picture, std::function<void(ClipboardFate)> done);
+    /// The selection as it is now, while the session goes on: clipboard only, nothing is told yet.
     void live(const Rendered& picture);
-    /// A picture that was on the clipboard only.
-    void keep(const Rendered& picture);
+    /// A picture that was to be on the clipboard only; tells if live() has not brought it there.
+    void keep(const Rendered& picture, const std::optional<ScreenInfo>& screen);
     /// Asks where the picture is to be saved and writes it there; `closed` runs when the panel has
-    /// closed either way.
+    /// closed either way. What could not be written is told.
     void save(const Rendered& picture, std::function<void()> closed = {});
 
     /// The session is over: its last clipboard picture need not be remembered any more.
     void sessionEnded();
 
 private:
+    using Screen = std::optional<ScreenInfo>;
+    /// What became of the last live copy of a session. Shared with what is still on its way.
+    struct LiveCopy {
+        bool refused = false;
+        std::function<void()> tell; ///< set once the session has ended with it
+    };
+
     [[nodiscard]] QString pathInFolder() const;
+    void deliverCaptured(ResultToast::Kind kind, const Rendered& picture, const QString& saveTo,
+                         const Screen& screen);
+    /// Shows a message, if there is one. Callbacks hold this instead of us.
+    [[nodiscard]] std::function<void(const std::optional<QString>&)> teller(const Screen& screen);
 
     const Prefs& m_prefs;
     Output& m_output;
     Toast& m_toast;
     Alerts& m_alerts;
+    std::shared_ptr<LiveCopy> m_live = std::make_shared<LiveCopy>();
 };
 
 } // namespace brindlecam

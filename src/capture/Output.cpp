@@ -43,6 +43,11 @@ bool writePicture(const QString& path, const QByteArray& png)
     return writeWhole(path, png);
 }
 
+Fate::Copy outcomeOf(bool succeeded)
+{
+    return succeeded ? Fate::Copy::done : Fate::Copy::failed;
+}
+
 // Made from the PNG, so that an idle clipboard keeps some compressed bytes and not a whole screen.
 std::function<QByteArray()> tiffMaker(const Rendered& picture, const QByteArray& png)
 {
@@ -68,17 +73,17 @@ struct Output::CopyEncode {
 /// One picture on its way. The clipboard comes first: somebody waits for it, and an encode for the
 /// file beside it would take half of its time on a small machine.
 struct Output::Delivery {
-    enum class Part { wanted, over };
     enum class Stage { copying, encoding, encoded, writing };
 
     Rendered picture;
     Wishes wishes;
     Done done;
-    qint64 token = 0;            ///< the generation it was handed in with
-    Part clipboard = Part::over; ///< over: published, overtaken, or not asked for
+    qint64 token = 0; ///< the generation it was handed in with
     Stage stage = Stage::copying;
     QByteArray filePng;
+    Fate fate;
 
+    [[nodiscard]] bool copied() const { return !wishes.copy || fate.clipboard; }
     [[nodiscard]] bool writes() const { return !wishes.saveTo.isEmpty() || wishes.history; }
 };
 
@@ -117,17 +122,24 @@ void Output::deliver(const Rendered& picture, const Wishes& wishes, Done done)
     delivery->token = m_generation;
     if (wishes.copy)
         startCopy(delivery);
-    if (delivery->clipboard == Delivery::Part::over && delivery->writes())
+    else if (delivery->writes())
         startFileEncode(delivery);
     // Never before the caller has its call behind it.
     onMainThread([this, delivery] { advance(delivery); });
 }
 
-void Output::copyText(const QString& text)
+void Output::copyText(const QString& text, TextDone done)
 {
     ++m_generation;
     overtakeCopies();
-    m_pasteboard.setText(text);
+    ++m_textsOnTheirWay;
+    m_pasteboard.set(ClipboardContent::text(text), this,
+                     [this, done = std::move(done)](ClipboardFate fate) {
+                         --m_textsOnTheirWay;
+                         if (done)
+                             done(fate);
+                         tellWhenFinished();
+                     });
 }
 
 void Output::overtakeCopies()
@@ -145,10 +157,9 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
 {
     if (m_lastCopy && m_lastCopy->picture.isSame(delivery->picture)) {
         if (m_lastCopy->stage == CopyEncode::Stage::ended) {
-            publish(*delivery, m_lastCopy->png);
+            publish(delivery, m_lastCopy->png);
             return;
         }
-        delivery->clipboard = Delivery::Part::wanted;
         m_lastCopy->waiting.push_back(delivery);
         if (!delivery->wishes.soonStale)
             startWaiting();
@@ -156,7 +167,6 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
     }
     const bool inARow = m_runningEncodes > 0 || m_calm.isActive();
     overtakeCopies();
-    delivery->clipboard = Delivery::Part::wanted;
     const auto encode = std::make_shared<CopyEncode>();
     encode->picture = delivery->picture;
     encode->waiting.push_back(delivery);
@@ -198,17 +208,24 @@ void Output::copyEncoded(const std::shared_ptr<CopyEncode>& encode)
         ++m_stoppedEncodes;
     if (encode == m_lastCopy && encode->after == CopyEncode::After::forgotten)
         m_lastCopy.reset();
-    for (const auto& delivery : std::exchange(encode->waiting, {})) {
-        publish(*delivery, encode->png);
-        delivery->clipboard = Delivery::Part::over;
-        advance(delivery);
-    }
+    for (const auto& delivery : std::exchange(encode->waiting, {}))
+        publish(delivery, encode->png);
 }
 
-void Output::publish(const Delivery& delivery, const QByteArray& png)
+void Output::publish(const std::shared_ptr<Delivery>& delivery, const QByteArray& png)
 {
-    if (delivery.token == m_generation)
-        m_pasteboard.setPicture(png, tiffMaker(delivery.picture, png));
+    if (delivery->token != m_generation) {
+        clipboardAnswered(delivery, ClipboardFate::overtaken);
+        return;
+    }
+    m_pasteboard.set(ClipboardContent::picture(png, tiffMaker(delivery->picture, png)), this,
+                     [this, delivery](ClipboardFate fate) { clipboardAnswered(delivery, fate); });
+}
+
+void Output::clipboardAnswered(const std::shared_ptr<Delivery>& delivery, ClipboardFate fate)
+{
+    delivery->fate.clipboard = fate;
+    advance(delivery);
 }
 
 void Output::startFileEncode(const std::shared_ptr<Delivery>& delivery)
@@ -239,12 +256,12 @@ void Output::advance(const std::shared_ptr<Delivery>& delivery)
 {
     switch (delivery->stage) {
     case Delivery::Stage::copying:
-        if (delivery->clipboard != Delivery::Part::over)
+        if (!delivery->copied())
             return;
         if (delivery->writes())
             startFileEncode(delivery);
         else
-            finish(delivery, false);
+            finish(delivery);
         return;
     case Delivery::Stage::encoded:
         if (!waitsForEarlier(*delivery))
@@ -260,31 +277,30 @@ void Output::startWriting(const std::shared_ptr<Delivery>& delivery)
 {
     delivery->stage = Delivery::Stage::writing;
     m_executor([this, delivery] {
+        Fate& fate = delivery->fate;
         const QByteArray& png = delivery->filePng;
-        bool saved = false;
-        if (!png.isEmpty()) {
-            if (!delivery->wishes.saveTo.isEmpty())
-                saved = writePicture(delivery->wishes.saveTo, png);
-            if (delivery->wishes.history && m_prefs.keepHistory())
-                m_history.add(png, QStringLiteral("png"));
-        }
-        onMainThread([this, delivery, saved] { finish(delivery, saved); });
+        if (!delivery->wishes.saveTo.isEmpty())
+            fate.file = outcomeOf(!png.isEmpty() && writePicture(delivery->wishes.saveTo, png));
+        if (delivery->wishes.history && m_prefs.keepHistory())
+            fate.history = outcomeOf(m_history.add(png, QStringLiteral("png")));
+        onMainThread([this, delivery] { finish(delivery); });
     });
 }
 
-void Output::finish(const std::shared_ptr<Delivery>& delivery, bool saved)
+void Output::finish(const std::shared_ptr<Delivery>& delivery)
 {
     if (std::erase(m_running, delivery) == 0)
         return;
     if (delivery->done)
-        delivery->done(saved);
+        delivery->done(delivery->fate);
     for (const auto& other : std::vector(m_running))
         advance(other);
+    tellWhenFinished();
 }
 
-void Output::writeFile(const Rendered& picture, const QString& path)
+void Output::writeFile(const Rendered& picture, const QString& path, Done done)
 {
-    deliver(picture, {.copy = false, .saveTo = path, .history = false});
+    deliver(picture, {.copy = false, .saveTo = path, .history = false}, std::move(done));
 }
 
 void Output::forgetLastCopy()
@@ -298,11 +314,27 @@ void Output::forgetLastCopy()
         m_lastCopy->after = CopyEncode::After::forgotten;
 }
 
-void Output::finishAll()
+void Output::finishAll(std::function<void()> then)
 {
     startWaiting();
+    m_afterAll.push_back(std::move(then));
+    onMainThread([this] { tellWhenFinished(); });
+}
+
+void Output::tellWhenFinished()
+{
+    if (!m_running.empty() || m_textsOnTheirWay > 0)
+        return;
+    for (const auto& then : std::exchange(m_afterAll, {}))
+        then();
+}
+
+void Output::finishAll()
+{
+    bool finished = false;
+    finishAll([&finished] { finished = true; });
     QEventLoop loop;
-    while (!m_running.empty())
+    while (!finished)
         loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 

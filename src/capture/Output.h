@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Executor.h"
+#include "capture/Fate.h"
 #include "pictures/Rendered.h"
 
 #include <QObject>
@@ -33,8 +34,10 @@ public:
         bool history = false;   ///< into the history, if the user keeps one
         bool soonStale = false; ///< may wait while others of its kind follow in quick succession
     };
-    /// Receives whether the file was written.
-    using Done = std::function<void(bool saved)>;
+    /// Receives what became of each part.
+    using Done = std::function<void(const Fate& fate)>;
+    /// Receives what became of a text.
+    using TextDone = std::function<void(ClipboardFate fate)>;
 
     Output(Pasteboard& pasteboard, History& history, const Prefs& prefs, Executor executor);
     ~Output() override;
@@ -42,10 +45,10 @@ public:
     void deliver(const Rendered& picture, const Wishes& wishes, Done done = {});
 
     /// Puts text on the clipboard in place of any picture that is on its way there.
-    void copyText(const QString& text);
+    void copyText(const QString& text, TextDone done = {});
 
-    /// Writes the picture to a file of the user's choice; errors are dropped.
-    void writeFile(const Rendered& picture, const QString& path);
+    /// Writes the picture to a file of the user's choice.
+    void writeFile(const Rendered& picture, const QString& path, Done done = {});
 
     /// Forgets the bytes of the last clipboard picture, which are kept so that the same picture is
     /// not encoded twice in a session; not before they have reached the clipboard.
@@ -54,7 +57,10 @@ public:
     /// Encodes for the clipboard that ended early because something newer was on its way.
     [[nodiscard]] int stoppedEncodes() const { return m_stoppedEncodes; }
 
-    /// Waits until everything delivered so far has reached its place.
+    /// Calls `then` on the main thread, after this call, when everything that was delivered has
+    /// reached its place.
+    void finishAll(std::function<void()> then);
+    /// Waits for that.
     void finishAll();
 
 private:
@@ -67,12 +73,14 @@ private:
     void startWaiting();
     void startFileEncode(const std::shared_ptr<Delivery>& delivery);
     void copyEncoded(const std::shared_ptr<CopyEncode>& encode);
-    void publish(const Delivery& delivery, const QByteArray& png);
+    void publish(const std::shared_ptr<Delivery>& delivery, const QByteArray& png);
+    void clipboardAnswered(const std::shared_ptr<Delivery>& delivery, ClipboardFate fate);
     void advance(const std::shared_ptr<Delivery>& delivery);
     void startWriting(const std::shared_ptr<Delivery>& delivery);
-    void finish(const std::shared_ptr<Delivery>& delivery, bool saved);
+    void finish(const std::shared_ptr<Delivery>& delivery);
     [[nodiscard]] bool waitsForEarlier(const Delivery& delivery) const;
     void overtakeCopies();
+    void tellWhenFinished();
     void onMainThread(std::function<void()> then);
 
     Pasteboard& m_pasteboard;
@@ -85,6 +93,8 @@ private:
     int m_runningEncodes = 0; ///< for the clipboard
     QTimer m_calm;            ///< runs while m_lastCopy waits for the changes to stop
     std::vector<std::shared_ptr<Delivery>> m_running; ///< in the order they were handed in
+    int m_textsOnTheirWay = 0;
+    std::vector<std::function<void()>> m_afterAll; ///< who waits for everything
 };
 
 } // namespace brindlecam

@@ -1,29 +1,35 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "platform/ClipboardContent.h"
 
 #include <functional>
 
+class QObject;
+
 namespace brindlecam {
 
-/// The general clipboard. Main thread. We stay its owner while the program runs; large contents
-/// are served without stopping the main loop.
+/// What became of something that was to be put on the clipboard.
+enum class ClipboardFate {
+    taken,     ///< it is there
+    overtaken, ///< something newer of ours was on its way already
+    refused,   ///< the clipboard could not be taken
+};
+
+/// The general clipboard. Main thread; no call waits. We stay its owner while the program runs.
 class Pasteboard {
 public:
+    using Answer = std::function<void(ClipboardFate)>;
+
     virtual ~Pasteboard() = default;
 
-    /// Replaces the content by a picture: PNG bytes (may be empty: then only TIFF is offered) and a
-    /// TIFF that `makeTiff` encodes when somebody first asks for it, on another thread. False when
-    /// the clipboard could not be taken.
-    virtual bool setPicture(const QByteArray& png, std::function<QByteArray()> makeTiff) = 0;
+    /// Replaces the content. `answer` is called once on the main thread, after this call, however
+    /// long ago the system stopped listening; not when `context` is gone by then.
+    virtual void set(ClipboardContent content, QObject* context, Answer answer) = 0;
 
-    /// Replaces the content by text. False when the clipboard could not be taken.
-    virtual bool setText(const QString& text) = 0;
-
-    /// Hands the content to a clipboard manager, when there is one, so that it outlives us. Waits
-    /// for it, but not for long. For quitting.
-    virtual void handOver() = 0;
+    /// Hands the content to a clipboard manager, when there is one, so that it outlives us. `done`
+    /// is called once on the main thread, after this call: when the manager has it, when there is
+    /// nothing to hand over, or when it has kept us waiting for too long.
+    virtual void handOver(QObject* context, std::function<void()> done) = 0;
 };
 
 } // namespace brindlecam

@@ -23,15 +23,16 @@ QString History::standardFolder()
     return parent + QStringLiteral("/Brindlecam/Recientes");
 }
 
-void History::add(const QByteArray& data, const QString& fileExtension) const
+bool History::add(const QByteArray& data, const QString& fileExtension) const
 {
     if (data.isEmpty())
-        return;
+        return false;
     QDir().mkpath(m_folder);
-    (void)writeWhole(path(HistoryNames::nameFor(m_clock(), fileExtension)), data);
+    const bool added = writeWhole(path(HistoryNames::nameFor(m_clock(), fileExtension)), data);
     // Another thread may be pruning too: removing what is gone already fails and harms nobody.
     for (const QString& name : HistoryNames::surplus(HistoryNames::entries(fileNames())))
         QFile::remove(path(name));
+    return added;
 }
 
 QStringList History::items() const

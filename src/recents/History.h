@@ -11,8 +11,7 @@ namespace brindlecam {
 
 /// Private copies of the latest captures, one file each in a folder of their own, so that they can
 /// be shown and copied again after the clipboard has moved on. Nothing is kept in memory: every
-/// call lists the folder. Safe from any thread. File system errors are never reported: an entry
-/// that can't be written is not there, a folder that can't be listed is empty.
+/// call lists the folder. Safe from any thread. A folder that can't be listed is empty.
 class History final {
 public:
     /// The wall clock, asked from the thread of each add().
@@ -29,8 +28,8 @@ public:
 
     /// Stores encoded bytes under the current time and removes the oldest entries beyond 20. An
     /// entry of the same millisecond and extension ("png" or "gif") is overwritten. The entry
-    /// appears whole or not at all.
-    void add(const QByteArray& data, const QString& fileExtension) const;
+    /// appears whole or not at all; false: not at all.
+    bool add(const QByteArray& data, const QString& fileExtension) const;
 
     /// Absolute paths of the entries, newest first.
     [[nodiscard]] QStringList items() const;

@@ -48,8 +48,19 @@ void PinnedCaptures::copy(PinnedCapture& pin)
 {
     if (!onCopy)
         return;
-    onCopy(pin.rendered(), [&toast = m_toast, shown = QPointer<PinnedCapture>(&pin)] {
-        toast.show(text("Copiado al portapapeles"), shown ? shown->onScreen() : std::nullopt);
+    const auto tell = [&toast = m_toast,
+                       shown = QPointer<PinnedCapture>(&pin)](const QString& message) {
+        toast.show(message, shown ? shown->onScreen() : std::nullopt);
+    };
+    onCopy(pin.rendered(), [tell](ClipboardFate fate) {
+        switch (fate) {
+        case ClipboardFate::taken:
+            return tell(text("Copiado al portapapeles"));
+        case ClipboardFate::refused:
+            return tell(text("No se pudo copiar la captura"));
+        case ClipboardFate::overtaken:
+            return; // what came after it tells
+        }
     });
 }
 

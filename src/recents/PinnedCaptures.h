@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pictures/Rendered.h"
+#include "platform/Pasteboard.h"
 
 #include <QRect>
 
@@ -22,8 +23,8 @@ public:
     PinnedCaptures(Panels& panels, Displays& displays, Toast& toast);
     ~PinnedCaptures();
 
-    /// Puts the picture on the clipboard and calls `done` when it is there.
-    std::function<void(const Rendered& picture, std::function<void()> done)> onCopy;
+    /// Puts the picture on the clipboard; `done` receives what became of it.
+    std::function<void(const Rendered& picture, std::function<void(ClipboardFate)> done)> onCopy;
     /// Asks the user where the picture is to be saved.
     std::function<void(const Rendered& picture)> onSave;
 

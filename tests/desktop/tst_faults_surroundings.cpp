@@ -119,6 +119,28 @@ private Q_SLOTS:
         verifyAreaCapture(*window, QRect(10, 10, 50, 50));
     }
 
+    void clipboardSurvivesTheLossOfItsConnection()
+    {
+        useDesktop({});
+        const auto window = showSample(QRect(200, 150, 500, 400));
+        window->takeFocus();
+        program().start();
+        QVERIFY(awaitHotKeys());
+        pressFullScreenKey();
+        verifyFullScreenCapture(*window);
+        if (QTest::currentTestFailed())
+            return;
+        const QImage before = pastedPicture();
+        const Connection other(display());
+        xcb_kill_client(other.raw(), other.selectionOwner("CLIPBOARD"));
+        other.sync();
+        // The server may give the new window the number of the old one.
+        QVERIFY(waitUntil([&] { return other.selectionOwner("CLIPBOARD") != XCB_WINDOW_NONE; }));
+        QVERIFY(samePixels(pastedPicture(), before));
+        pressAreaKey();
+        verifyAreaCapture(*window, QRect(7, 9, 123, 45));
+    }
+
     void overlayStaysAboveAClientThatDrawsAllTheTime_data()
     {
         QTest::addColumn<Compositor>("compositor");

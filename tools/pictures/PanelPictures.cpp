@@ -14,12 +14,13 @@ void takeToasts(Photographer& photographer)
 {
     Platform& platform = photographer.platform();
     Toast toast(*platform.displays, *platform.panels);
-    const auto message = [](bool saved) {
-        return ResultToast::message(ResultToast::Kind::area, {.requested = true, .saved = saved});
+    const auto show = [&toast](Fate::Copy file) {
+        const Fate fate{.clipboard = ClipboardFate::taken, .file = file};
+        toast.show(ResultToast::message(ResultToast::Kind::area, fate).value_or(QString()));
     };
-    toast.show(message(true));
+    show(Fate::Copy::done);
     photographer.take(QStringLiteral("toast-short"));
-    toast.show(message(false));
+    show(Fate::Copy::failed);
     photographer.take(QStringLiteral("toast-long"));
     toast.suspend();
     photographer.rest();

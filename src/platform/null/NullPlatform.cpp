@@ -75,9 +75,16 @@ public:
 
 class NullPasteboard final : public Pasteboard {
 public:
-    bool setPicture(const QByteArray&, std::function<QByteArray()>) override { return false; }
-    bool setText(const QString&) override { return false; }
-    void handOver() override {}
+    void set(ClipboardContent, QObject* context, Answer answer) override
+    {
+        QMetaObject::invokeMethod(
+            context, [answer = std::move(answer)] { answer(ClipboardFate::refused); },
+            Qt::QueuedConnection);
+    }
+    void handOver(QObject* context, std::function<void()> done) override
+    {
+        QMetaObject::invokeMethod(context, std::move(done), Qt::QueuedConnection);
+    }
 };
 
 class NullFrontApplication final : public FrontApplication {

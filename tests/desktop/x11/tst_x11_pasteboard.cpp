@@ -1,12 +1,8 @@
-#include "platform/linux/x11/X11Pasteboard.h"
-#include "support/TestCase.h"
 #include "x11/InputClient.h"
+#include "x11/PasteboardTest.h"
 #include "x11/SelectionReader.h"
 
-#include "platform/linux/x11/X11.h"
-
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -16,7 +12,6 @@
 
 #include <atomic>
 #include <memory>
-#include <thread>
 
 namespace brindlecam {
 
@@ -34,16 +29,6 @@ QByteArray noise(qsizetype size)
     auto* words = reinterpret_cast<quint32*>(bytes.data());
     generator.fillRange(words, size / 4);
     return bytes;
-}
-
-void onThePool(std::function<void()> work)
-{
-    QThreadPool::globalInstance()->start(std::move(work));
-}
-
-QByteArray nothing()
-{
-    return {};
 }
 
 QByteArray pastedByXclip(const QString& target)
@@ -91,65 +76,12 @@ qint64 privateMemory()
     return size.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong() * 1024;
 }
 
-/// A clipboard manager that keeps what it is asked to keep: on its own thread, because the program
-/// that quits waits for it.
-class FakeManager final {
-public:
-    FakeManager()
-    {
-        m_thread = std::thread([this] { serve(); });
-        m_owns.acquire();
-    }
-    ~FakeManager() { m_thread.join(); }
-
-    QList<QByteArray> asked;
-    std::optional<QByteArray> kept;
-
-private:
-    void serve()
-    {
-        SelectionReader client;
-        client.own("CLIPBOARD_MANAGER");
-        m_owns.release();
-        const x11::Owned<xcb_generic_event_t> event(
-            client.waitFor(XCB_SELECTION_REQUEST, [](auto*) { return true; }));
-        if (!event)
-            return;
-        const auto& request = reinterpret_cast<xcb_selection_request_event_t&>(*event);
-        for (const xcb_atom_t target : client.atomsOf(request.requestor, request.property))
-            asked.push_back(client.nameOf(target));
-        if (!asked.isEmpty())
-            kept = client.read(asked.front().constData());
-        client.own("CLIPBOARD");
-        xcb_selection_notify_event_t notice{};
-        notice.response_type = XCB_SELECTION_NOTIFY;
-        notice.requestor = request.requestor;
-        notice.selection = request.selection;
-        notice.target = request.target;
-        notice.property = request.property;
-        xcb_send_event(client.connection(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
-                       reinterpret_cast<const char*>(&notice));
-        xcb_flush(client.connection());
-        // Gone, and with it the clipboard, only when the last request was answered.
-        (void)client.atom("CLIPBOARD");
-    }
-
-    QSemaphore m_owns;
-    std::thread m_thread;
-};
-
 } // namespace
 
-class TestX11Pasteboard final : public test::TestCase {
+class TestX11Pasteboard final : public test::PasteboardTest {
     Q_OBJECT
 
-private:
-    std::unique_ptr<X11Pasteboard> m_pasteboard;
-
 private Q_SLOTS:
-    void initTestCase() { m_pasteboard = std::make_unique<X11Pasteboard>(onThePool); }
-    void cleanupTestCase() { m_pasteboard.reset(); }
-
     void pictureIsReadByOthers_data()
     {
         QTest::addColumn<qsizetype>("size");
@@ -163,7 +95,7 @@ private Q_SLOTS:
     {
         QFETCH(qsizetype, size);
         const QByteArray png = noise(size);
-        QVERIFY(m_pasteboard->setPicture(png, nothing));
+        QVERIFY(setPicture(png, nothing));
         SelectionReader reader;
         QVERIFY(reader.read("image/png") == png);
         QVERIFY(pastedByXclip(QStringLiteral("image/png")) == png);
@@ -171,12 +103,12 @@ private Q_SLOTS:
 
     void offersPngBeforeTiff()
     {
-        QVERIFY(m_pasteboard->setPicture("png", nothing));
+        QVERIFY(setPicture("png", nothing));
         SelectionReader reader;
         const QList<QByteArray> expected{"TARGETS",      "TIMESTAMP", "MULTIPLE",
                                          "SAVE_TARGETS", "image/png", "image/tiff"};
         QCOMPARE(reader.targets(), expected);
-        QVERIFY(m_pasteboard->setPicture({}, nothing));
+        QVERIFY(setPicture({}, nothing));
         QVERIFY(!reader.targets().contains("image/png"));
         QVERIFY(!reader.read("image/png"));
         QVERIFY(!reader.read("UTF8_STRING"));
@@ -187,7 +119,7 @@ private Q_SLOTS:
         SelectionReader reader;
         for (int i = 0; i < 50; ++i) {
             const QByteArray png = "picture " + QByteArray::number(i);
-            QVERIFY(m_pasteboard->setPicture(png, nothing));
+            QVERIFY(setPicture(png, nothing));
             QCOMPARE(reader.read("image/png"), png);
         }
     }
@@ -198,7 +130,7 @@ private Q_SLOTS:
         for (int i = 0; i < 5; ++i) {
             QVERIFY(copiedByXclip(QStringLiteral("theirs")));
             QTRY_COMPARE(reader.read("UTF8_STRING"), QByteArray("theirs"));
-            QVERIFY(m_pasteboard->setPicture("ours", nothing));
+            QVERIFY(setPicture("ours", nothing));
             QCOMPARE(reader.read("image/png"), QByteArray("ours"));
         }
     }
@@ -219,7 +151,7 @@ private Q_SLOTS:
     void textIsReadInEveryKind()
     {
         QFETCH(QByteArray, target);
-        QVERIFY(m_pasteboard->setText(QStringLiteral("mañana → 5 €")));
+        QVERIFY(setText(QStringLiteral("mañana → 5 €")));
         SelectionReader reader;
         QTEST(reader.read(target.constData()).value_or("refused"), "bytes");
     }
@@ -228,7 +160,7 @@ private Q_SLOTS:
     {
         auto gate = std::make_shared<QSemaphore>();
         auto made = std::make_shared<std::atomic_int>(0);
-        QVERIFY(m_pasteboard->setPicture("png", [gate, made] {
+        QVERIFY(setPicture("png", [gate, made] {
             ++*made;
             gate->acquire();
             return QByteArray("tiff");
@@ -251,7 +183,7 @@ private Q_SLOTS:
 
     void tiffThatCannotBeMadeIsRefused()
     {
-        QVERIFY(m_pasteboard->setPicture("png", nothing));
+        QVERIFY(setPicture("png", nothing));
         SelectionReader reader;
         QVERIFY(!reader.read("image/tiff"));
         QVERIFY(!reader.read("image/tiff"));
@@ -260,7 +192,7 @@ private Q_SLOTS:
     void tiffAskedForBeforeALossStillComes()
     {
         auto gate = std::make_shared<QSemaphore>();
-        QVERIFY(m_pasteboard->setPicture("png", [gate] {
+        QVERIFY(setPicture("png", [gate] {
             gate->acquire();
             return QByteArray("tiff");
         }));
@@ -268,14 +200,14 @@ private Q_SLOTS:
         reader.ask("image/tiff");
         SelectionReader other;
         QCOMPARE(other.read("image/png"), QByteArray("png"));
-        QVERIFY(m_pasteboard->setText(QStringLiteral("newer")));
+        QVERIFY(setText(QStringLiteral("newer")));
         gate->release();
         QCOMPARE(reader.answer(), QByteArray("tiff"));
     }
 
     void severalAreAskedForAtOnce()
     {
-        QVERIFY(m_pasteboard->setPicture("png", [] { return QByteArray("tiff"); }));
+        QVERIFY(setPicture("png", [] { return QByteArray("tiff"); }));
         SelectionReader reader;
         const QList<std::optional<QByteArray>> expected{QByteArray("png"), QByteArray("tiff"),
                                                         std::nullopt};
@@ -285,12 +217,12 @@ private Q_SLOTS:
     void transferFinishesWithTheContentItBeganWith()
     {
         const QByteArray older = noise(3 * kMega);
-        QVERIFY(m_pasteboard->setPicture(older, nothing));
+        QVERIFY(setPicture(older, nothing));
         SelectionReader slow;
         slow.ask("image/png");
         QVERIFY(slow.beginChunks());
         const QByteArray newer = noise(2 * kMega);
-        QVERIFY(m_pasteboard->setPicture(newer, nothing));
+        QVERIFY(setPicture(newer, nothing));
         SelectionReader quick;
         QVERIFY(quick.read("image/png") == newer);
         QVERIFY(slow.finishChunks() == older);
@@ -300,7 +232,7 @@ private Q_SLOTS:
     void requestorThatDiesDoesNoHarm()
     {
         const QByteArray png = noise(4 * kMega);
-        QVERIFY(m_pasteboard->setPicture(png, nothing));
+        QVERIFY(setPicture(png, nothing));
         for (int i = 0; i < 3; ++i) {
             SelectionReader mortal;
             mortal.ask("image/png");
@@ -318,7 +250,7 @@ private Q_SLOTS:
 
     void sleepsWhenNobodyAsks()
     {
-        QVERIFY(m_pasteboard->setPicture(noise(2 * kMega), nothing));
+        QVERIFY(setPicture(noise(2 * kMega), nothing));
         SelectionReader reader;
         QVERIFY(reader.read("image/png"));
         QTest::qWait(200);
@@ -330,53 +262,18 @@ private Q_SLOTS:
 
     void memoryIsGivenBackAfterALoss()
     {
-        QVERIFY(m_pasteboard->setText(QStringLiteral("small")));
+        QVERIFY(setText(QStringLiteral("small")));
         const qint64 before = privateMemory();
-        QVERIFY(m_pasteboard->setPicture(noise(48 * kMega), nothing));
+        QVERIFY(setPicture(noise(48 * kMega), nothing));
         QVERIFY(privateMemory() > before + 40 * kMega);
         QVERIFY(copiedByXclip(QStringLiteral("theirs")));
         QTRY_VERIFY(privateMemory() < before + 4 * kMega);
     }
 
-    void managerKeepsThePictureAndIsAskedForNothingThatMustBeMade()
-    {
-        const QByteArray png = noise(5 * kMega);
-        QVERIFY(m_pasteboard->setPicture(png, nothing));
-        FakeManager manager;
-        m_pasteboard->handOver();
-        // The manager has answered, so its thread is at its end.
-        QTRY_VERIFY(manager.kept.has_value());
-        QCOMPARE(manager.asked, QList<QByteArray>{"image/png"});
-        QVERIFY(manager.kept == png);
-    }
-
-    void withoutAManagerHandingOverTakesNoTime()
-    {
-        QVERIFY(m_pasteboard->setPicture("png", nothing));
-        QElapsedTimer clock;
-        clock.start();
-        m_pasteboard->handOver();
-        QVERIFY(clock.elapsed() < 500);
-        SelectionReader reader;
-        QCOMPARE(reader.read("image/png"), QByteArray("png"));
-    }
-
-    void silentManagerIsWaitedForTwoSeconds()
-    {
-        QVERIFY(m_pasteboard->setPicture("png", nothing));
-        SelectionReader manager;
-        QVERIFY(manager.own("CLIPBOARD_MANAGER"));
-        QElapsedTimer clock;
-        clock.start();
-        m_pasteboard->handOver();
-        QVERIFY(clock.elapsed() >= 1900 && clock.elapsed() < 3000);
-    }
-
     void destroyingItGivesTheClipboardUp()
     {
         auto gate = std::make_shared<QSemaphore>();
-        auto pasteboard = std::make_unique<X11Pasteboard>(onThePool);
-        QVERIFY(pasteboard->setPicture(noise(kMega), [gate] {
+        QVERIFY(setPicture(noise(kMega), [gate] {
             gate->acquire();
             return QByteArray("tiff");
         }));
@@ -385,10 +282,11 @@ private Q_SLOTS:
         SelectionReader slow;
         slow.ask("image/png");
         QVERIFY(slow.beginChunks());
-        pasteboard.reset();
+        m_pasteboard.reset();
         gate->release();
         QThreadPool::globalInstance()->waitForDone();
         QVERIFY(!slow.read("image/png"));
+        m_pasteboard = makePasteboard();
     }
 };
 

@@ -196,7 +196,7 @@ private Q_SLOTS:
         f.controller.begin();
         f.controller.finish(outcome::Text{QStringLiteral("uno\ndos")});
         QCOMPARE(f.pasteboard.plainText, std::optional(QStringLiteral("uno\ndos")));
-        QVERIFY(f.toast.visible());
+        QTRY_VERIFY(f.toast.visible());
     }
 
     void pinIsCopiedKeptAndHandedOn()

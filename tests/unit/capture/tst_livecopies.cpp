@@ -55,16 +55,16 @@ struct LiveCopies {
     void settle()
     {
         do {
-            QCoreApplication::sendPostedEvents();
+            test::sendAllPostedEvents();
             if (!gate.jobs.empty())
                 gate.run(0);
-            QCoreApplication::sendPostedEvents();
+            test::sendAllPostedEvents();
         } while (!gate.jobs.empty());
     }
     void runAndDeliver(std::size_t index)
     {
         gate.run(index);
-        QCoreApplication::sendPostedEvents();
+        test::sendAllPostedEvents();
     }
 };
 

@@ -57,16 +57,16 @@ private:
         void settle()
         {
             do {
-                QCoreApplication::sendPostedEvents();
+                test::sendAllPostedEvents();
                 if (!gate.jobs.empty())
                     gate.run(0);
-                QCoreApplication::sendPostedEvents();
+                test::sendAllPostedEvents();
             } while (!gate.jobs.empty());
         }
         void runAndDeliver(std::size_t index)
         {
             gate.run(index);
-            QCoreApplication::sendPostedEvents();
+            test::sendAllPostedEvents();
         }
     };
 
@@ -122,10 +122,10 @@ private Q_SLOTS:
     void clipboardComesBeforeFileAndTheCompletionLast()
     {
         Fixture f;
-        std::optional<bool> saved;
+        std::optional<Fate> fate;
         f.output.deliver(picture(Qt::red), {.copy = true, .saveTo = f.file(), .history = true},
-                         [&saved](bool written) { saved = written; });
-        QCoreApplication::sendPostedEvents();
+                         [&fate](const Fate& told) { fate = told; });
+        test::sendAllPostedEvents();
         QCOMPARE(f.gate.jobs.size(), 1U); // nothing takes the clipboard's time
         f.runAndDeliver(0);
         QCOMPARE(f.pasteboard.changes, 1);
@@ -133,11 +133,14 @@ private Q_SLOTS:
         f.runAndDeliver(0); // encoding for the file
         QCOMPARE(f.gate.jobs.size(), 1U);
         QVERIFY(!QFile::exists(f.file()));
-        QVERIFY(!saved);
+        QVERIFY(!fate);
         f.runAndDeliver(0); // writing
         QCOMPARE(colourOfFile(f.file()), QColor(Qt::red));
         QCOMPARE(f.history.items().size(), 1);
-        QCOMPARE(saved, std::optional(true));
+        QVERIFY(fate);
+        QCOMPARE(fate->clipboard, ClipboardFate::taken);
+        QCOMPARE(fate->file, Fate::Copy::done);
+        QCOMPARE(fate->history, Fate::Copy::done);
     }
 
     void missingFolderIsMadeWithItsParents()
@@ -155,11 +158,14 @@ private Q_SLOTS:
         QFile obstacle(f.folder.filePath(QStringLiteral("capturas")));
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
         obstacle.close();
-        std::optional<bool> saved;
+        std::optional<Fate> fate;
         f.output.deliver(picture(Qt::red), {.copy = true, .saveTo = f.file(), .history = true},
-                         [&saved](bool written) { saved = written; });
+                         [&fate](const Fate& told) { fate = told; });
         f.settle();
-        QCOMPARE(saved, std::optional(false));
+        QVERIFY(fate);
+        QCOMPARE(fate->clipboard, ClipboardFate::taken);
+        QCOMPARE(fate->file, Fate::Copy::failed);
+        QCOMPARE(fate->history, Fate::Copy::done);
         QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
         QCOMPARE(f.history.items().size(), 1);
         QCOMPARE(obstacle.size(), 0);
@@ -202,14 +208,16 @@ private Q_SLOTS:
     {
         Fixture f;
         const Rendered shown = picture(Qt::red);
-        std::optional<bool> saved;
+        std::optional<Fate> fate;
         f.output.deliver(shown, {.copy = true});
-        f.output.deliver(shown, {.copy = true}, [&saved](bool written) { saved = written; });
+        f.output.deliver(shown, {.copy = true}, [&fate](const Fate& told) { fate = told; });
         QCOMPARE(f.gate.jobs.size(), 1U);
         f.settle();
         QCOMPARE(f.pasteboard.changes, 1);
         QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
-        QCOMPARE(saved, std::optional(false));
+        QVERIFY(fate);
+        QCOMPARE(fate->clipboard, ClipboardFate::taken);
+        QCOMPARE(fate->file, Fate::Copy::notWanted);
     }
 
     void aPictureOvertakenWhileItWaitedIsNotEvenFlattened()
@@ -238,7 +246,7 @@ private Q_SLOTS:
         f.gate.run(1);
         // What runs to its end asks whether it is still wanted and finds that it is not.
         f.gate.run(0);
-        QCoreApplication::sendPostedEvents();
+        test::sendAllPostedEvents();
         QCOMPARE(f.pasteboard.changes, 1);
         QCOMPARE(f.output.stoppedEncodes(), 1);
     }
@@ -246,11 +254,88 @@ private Q_SLOTS:
     void textOvertakesAPictureOnItsWay()
     {
         Fixture f;
-        f.output.deliver(picture(Qt::red), {.copy = true});
-        f.output.copyText(QStringLiteral("hola"));
+        std::optional<Fate> fate;
+        std::optional<ClipboardFate> textFate;
+        f.output.deliver(picture(Qt::red), {.copy = true},
+                         [&fate](const Fate& told) { fate = told; });
+        f.output.copyText(QStringLiteral("hola"),
+                          [&textFate](ClipboardFate told) { textFate = told; });
+        QVERIFY(!textFate); // never before the caller has its call behind it
         f.settle();
+        QVERIFY(fate);
+        QCOMPARE(fate->clipboard, ClipboardFate::overtaken);
+        QCOMPARE(textFate, ClipboardFate::taken);
         QCOMPARE(f.pasteboard.plainText, std::optional(QStringLiteral("hola")));
         QCOMPARE(f.pasteboard.changes, 1);
+    }
+
+    void aRefusedClipboardIsToldAndTheFileIsWrittenAllTheSame()
+    {
+        Fixture f;
+        f.pasteboard.answers = ClipboardFate::refused;
+        std::optional<Fate> fate;
+        std::optional<ClipboardFate> textFate;
+        f.output.deliver(picture(Qt::red), {.copy = true, .saveTo = f.file(), .history = true},
+                         [&fate](const Fate& told) { fate = told; });
+        f.settle();
+        f.output.copyText(QStringLiteral("hola"),
+                          [&textFate](ClipboardFate told) { textFate = told; });
+        f.settle();
+        QVERIFY(fate);
+        QCOMPARE(fate->clipboard, ClipboardFate::refused);
+        QCOMPARE(fate->file, Fate::Copy::done);
+        QCOMPARE(fate->history, Fate::Copy::done);
+        QCOMPARE(colourOfFile(f.file()), QColor(Qt::red));
+        QCOMPARE(textFate, ClipboardFate::refused);
+    }
+
+    void anOvertakenPictureIsToldAsSuch()
+    {
+        Fixture f;
+        std::optional<Fate> older;
+        std::optional<Fate> newer;
+        f.output.deliver(picture(Qt::red), {.copy = true, .saveTo = f.file()},
+                         [&older](const Fate& told) { older = told; });
+        f.output.deliver(picture(Qt::blue), {.copy = true},
+                         [&newer](const Fate& told) { newer = told; });
+        f.settle();
+        QVERIFY(older && newer);
+        QCOMPARE(older->clipboard, ClipboardFate::overtaken);
+        QCOMPARE(older->file, Fate::Copy::done);
+        QCOMPARE(newer->clipboard, ClipboardFate::taken);
+    }
+
+    void aHistoryThatCanNotBeWrittenIsTold()
+    {
+        Fixture f;
+        QFile obstacle(f.folder.filePath(QStringLiteral("historia")));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        std::optional<Fate> fate;
+        f.output.deliver(picture(Qt::red), {.copy = true, .history = true},
+                         [&fate](const Fate& told) { fate = told; });
+        f.settle();
+        QVERIFY(fate);
+        QCOMPARE(fate->clipboard, ClipboardFate::taken);
+        QCOMPARE(fate->history, Fate::Copy::failed);
+    }
+
+    void finishingTellsWhenPicturesAndTextsHaveReachedTheirPlace()
+    {
+        Fixture f;
+        bool finished = false;
+        f.output.deliver(picture(Qt::red), {.copy = true, .saveTo = f.file()});
+        f.output.finishAll([&finished] { finished = true; });
+        QVERIFY(!finished);
+        f.settle();
+        QVERIFY(finished);
+        QCOMPARE(colourOfFile(f.file()), QColor(Qt::red));
+        finished = false;
+        f.output.copyText(QStringLiteral("hola"), [&finished](ClipboardFate) {
+            QVERIFY(!finished); // told first
+        });
+        f.output.finishAll([&finished] { finished = true; });
+        f.settle();
+        QVERIFY(finished);
     }
 
     void destroyingItWaitsForWhatWasDelivered()
@@ -286,7 +371,7 @@ private Q_SLOTS:
     {
         Fixture f;
         bool completed = false;
-        f.output.deliver(picture(Qt::red), {}, [&completed](bool) { completed = true; });
+        f.output.deliver(picture(Qt::red), {}, [&completed](const Fate&) { completed = true; });
         QVERIFY(!completed);
         f.settle();
         QVERIFY(completed);
@@ -295,11 +380,14 @@ private Q_SLOTS:
     void aNullPictureLeavesNoFileAndSaysSo()
     {
         Fixture f;
-        std::optional<bool> saved;
+        std::optional<Fate> fate;
         f.output.deliver({}, {.copy = false, .saveTo = f.file(), .history = true},
-                         [&saved](bool written) { saved = written; });
+                         [&fate](const Fate& told) { fate = told; });
         f.settle();
-        QCOMPARE(saved, std::optional(false));
+        QVERIFY(fate);
+        QVERIFY(!fate->clipboard);
+        QCOMPARE(fate->file, Fate::Copy::failed);
+        QCOMPARE(fate->history, Fate::Copy::failed);
         QVERIFY(!QFile::exists(f.file()));
         QVERIFY(f.history.items().isEmpty());
     }

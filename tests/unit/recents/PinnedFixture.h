@@ -25,7 +25,7 @@ struct PinnedFixture {
     PinnedFixture()
     {
         displays.all = {kPinnedScreen};
-        pins.onCopy = [this](const Rendered& picture, std::function<void()> done) {
+        pins.onCopy = [this](const Rendered& picture, std::function<void(ClipboardFate)> done) {
             copied.push_back(picture);
             copyDone = std::move(done);
         };
@@ -73,7 +73,7 @@ struct PinnedFixture {
     PinnedCaptures pins{panels, displays, toast};
     std::vector<Rendered> copied;
     std::vector<Rendered> saved;
-    std::function<void()> copyDone;
+    std::function<void(ClipboardFate)> copyDone;
 };
 
 } // namespace brindlecam::test

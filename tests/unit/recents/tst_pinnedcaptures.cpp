@@ -66,10 +66,32 @@ private Q_SLOTS:
         f.pin().copyImage();
         QVERIFY(f.copied.front().isSame(f.pin().rendered()));
         QVERIFY(!f.toast.visible());
-        f.copyDone();
+        f.copyDone(ClipboardFate::taken);
         QVERIFY(f.toast.visible());
         QVERIFY(kPinnedDenseScreen.native.contains(f.panels.shown.back().native));
         QVERIFY(f.saved.empty());
+    }
+
+    void whatBecameOfTheCopyIsToldAsItIs_data()
+    {
+        QTest::addColumn<ClipboardFate>("fate");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("taken") << ClipboardFate::taken << QStringLiteral("Copiado al portapapeles");
+        QTest::newRow("refused") << ClipboardFate::refused
+                                 << QStringLiteral("No se pudo copiar la captura");
+        QTest::newRow("overtaken") << ClipboardFate::overtaken << QString();
+    }
+    void whatBecameOfTheCopyIsToldAsItIs()
+    {
+        QFETCH(ClipboardFate, fate);
+        QFETCH(QString, told);
+        PinnedFixture f;
+        f.open();
+        f.pin().copyImage();
+        f.copyDone(fate);
+        QCOMPARE(f.toast.visible(), !told.isEmpty());
+        if (!told.isEmpty())
+            QCOMPARE(f.panels.shown.back().widget->accessibleName(), told);
     }
 
     void copyOfAPinThatIsGoneTellsOnThePrimaryScreen()
@@ -81,7 +103,7 @@ private Q_SLOTS:
         f.pin().copyImage();
         f.pin().dismiss();
         QTRY_VERIFY(!pin);
-        f.copyDone();
+        f.copyDone(ClipboardFate::taken);
         QVERIFY(kPinnedScreen.native.contains(f.panels.shown.back().native));
     }
 

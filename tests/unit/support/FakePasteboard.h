@@ -3,40 +3,59 @@
 #include "platform/Pasteboard.h"
 
 #include <QImage>
+#include <QMetaObject>
+#include <QString>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
 namespace brindlecam::test {
 
-/// A clipboard that counts what is put on it.
+/// A clipboard that counts what is put on it, and refuses when told to.
 class FakePasteboard final : public Pasteboard {
 public:
+    ClipboardFate answers = ClipboardFate::taken; ///< what becomes of everything from now on
     int changes = 0;
+    int handOvers = 0;
     std::optional<QByteArray> png;
     std::function<QByteArray()> makeTiff;
     std::optional<QString> plainText;
 
-    bool setPicture(const QByteArray& bytes, std::function<QByteArray()> tiff) override
+    void set(ClipboardContent content, QObject* context, Answer answer) override
     {
-        ++changes;
-        png = bytes;
-        makeTiff = std::move(tiff);
-        plainText.reset();
-        return true;
+        if (answers == ClipboardFate::taken)
+            show(content);
+        QMetaObject::invokeMethod(
+            context, [answer = std::move(answer), fate = answers] { answer(fate); },
+            Qt::QueuedConnection);
     }
-    bool setText(const QString& text) override
+    void handOver(QObject* context, std::function<void()> done) override
     {
-        ++changes;
-        plainText = text;
-        png.reset();
-        return true;
+        ++handOvers;
+        QMetaObject::invokeMethod(context, std::move(done), Qt::QueuedConnection);
     }
-    void handOver() override {}
 
     [[nodiscard]] QImage picture() const
     {
         return png ? QImage::fromData(*png, "PNG").convertToFormat(QImage::Format_RGB32) : QImage();
+    }
+
+private:
+    void show(const ClipboardContent& content)
+    {
+        ++changes;
+        png.reset();
+        makeTiff = nullptr;
+        plainText.reset();
+        for (const auto& format : content.formats) {
+            if (format.mimeType == "image/png")
+                png = format.bytes;
+            else if (format.mimeType == "image/tiff")
+                makeTiff = format.make;
+            else if (format.mimeType == "text/plain;charset=utf-8")
+                plainText = QString::fromUtf8(format.bytes);
+        }
     }
 };
 

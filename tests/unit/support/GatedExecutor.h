@@ -2,10 +2,20 @@
 
 #include "base/Executor.h"
 
+#include <QCoreApplication>
+
 #include <deque>
 #include <utility>
 
 namespace brindlecam::test {
+
+/// Delivers what is posted, and what is posted by that: Qt leaves the latter for the next time.
+inline void sendAllPostedEvents()
+{
+    constexpr int kMostHops = 4; // more than any answer takes
+    for (int i = 0; i < kMostHops; ++i)
+        QCoreApplication::sendPostedEvents();
+}
 
 /// Holds work back until the test lets it run, in the order the test wants.
 class GatedExecutor final {

@@ -1,8 +1,10 @@
 #include "platform/linux/x11/Mailbox.h"
 
+#include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <utility>
 
 namespace brindlecam::x11 {
@@ -34,6 +36,13 @@ void Mailbox::close()
     const std::lock_guard lock(m_mutex);
     m_closed = true;
     dropped.swap(m_tasks);
+}
+
+void Mailbox::wait() const
+{
+    pollfd ready{m_descriptor, POLLIN, 0};
+    while (::poll(&ready, 1, -1) < 0 && errno == EINTR) {
+    }
 }
 
 void Mailbox::runAll()

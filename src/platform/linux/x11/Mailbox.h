@@ -24,6 +24,8 @@ public:
 
     /// For the thread itself: becomes readable when there are tasks.
     [[nodiscard]] int descriptor() const { return m_descriptor; }
+    /// For the thread itself: sleeps until there is one.
+    void wait() const;
     /// For the thread itself: runs every task there is.
     void runAll();
 

@@ -7,6 +7,31 @@
 
 namespace brindlecam::x11 {
 
+namespace {
+
+/// A format under one of the names that clients ask for it by.
+struct Target {
+    QByteArray name;
+    QByteArray type;
+    QByteArray bytes;
+};
+
+std::vector<Target> targetsOf(const ClipboardContent::Format& format)
+{
+    if (format.mimeType != "text/plain;charset=utf-8")
+        return {{format.mimeType, format.mimeType, format.bytes}};
+    const QByteArray utf8Name = QByteArrayLiteral("UTF8_STRING");
+    const QByteArray plainName = QByteArrayLiteral("text/plain");
+    const QByteArray latinName = QByteArrayLiteral("STRING");
+    return {{utf8Name, utf8Name, format.bytes},
+            {format.mimeType, format.mimeType, format.bytes},
+            {plainName, plainName, format.bytes},
+            {latinName, latinName, QString::fromUtf8(format.bytes).toLatin1()},
+            {QByteArrayLiteral("TEXT"), utf8Name, format.bytes}};
+}
+
+} // namespace
+
 OfferedContent::OfferedContent(xcb_connection_t* connection, ClipboardContent content,
                                Executor pool, Executor post)
     : m_pool(std::move(pool))
@@ -14,12 +39,12 @@ OfferedContent::OfferedContent(xcb_connection_t* connection, ClipboardContent co
 {
     for (auto& format : content.formats) {
         const State state = format.make ? State::unknown : State::ready;
-        m_formats.push_back({internAtom(connection, format.target),
-                             internAtom(connection, format.type), std::move(format.bytes),
-                             std::move(format.make), state});
+        for (Target& target : targetsOf(format)) {
+            m_formats.push_back({internAtom(connection, target.name),
+                                 internAtom(connection, target.type), std::move(target.bytes),
+                                 format.make, state});
+        }
     }
-    for (const QByteArray& name : content.kept)
-        m_kept.push_back(internAtom(connection, name));
 }
 
 std::vector<xcb_atom_t> OfferedContent::targets() const
@@ -28,6 +53,18 @@ std::vector<xcb_atom_t> OfferedContent::targets() const
     for (const Format& format : m_formats)
         targets.push_back(format.target);
     return targets;
+}
+
+std::vector<xcb_atom_t> OfferedContent::kept() const
+{
+    std::vector<xcb_atom_t> kept;
+    for (const Format& format : m_formats) {
+        if (format.state == State::ready)
+            kept.push_back(format.target);
+    }
+    if (kept.empty() && !m_formats.empty())
+        kept.push_back(m_formats.front().target);
+    return kept;
 }
 
 OfferedContent::Format* OfferedContent::find(xcb_atom_t target)

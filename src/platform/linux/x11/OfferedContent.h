@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Executor.h"
-#include "platform/linux/x11/ClipboardContent.h"
+#include "platform/ClipboardContent.h"
 
 #include <QByteArray>
 
@@ -13,8 +13,9 @@
 
 namespace brindlecam::x11 {
 
-/// A ClipboardContent as one connection offers it: names became atoms, and what must be made is
-/// made when first asked for. The selection's thread; shared with the requests that wait for it.
+/// A ClipboardContent as an X server's clients ask for it: a format has an atom, text has several,
+/// and what must be made is made when first asked for. The selection's thread; shared with the
+/// requests that wait for it. Outlives the connection it was made on.
 class OfferedContent final : public std::enable_shared_from_this<OfferedContent> {
 public:
     enum class State { unknown, waiting, ready };
@@ -25,8 +26,9 @@ public:
 
     /// Atoms of the formats in order.
     [[nodiscard]] std::vector<xcb_atom_t> targets() const;
-    /// What a clipboard manager is asked to keep.
-    [[nodiscard]] const std::vector<xcb_atom_t>& kept() const { return m_kept; }
+    /// What a clipboard manager is asked to keep: nothing that would first have to be made, as long
+    /// as there is something else.
+    [[nodiscard]] std::vector<xcb_atom_t> kept() const;
 
     /// Whether the bytes of a target are there. Begins to make them when they are not; `madeReady`
     /// is then called once, later, on the selection's thread.
@@ -50,7 +52,6 @@ private:
     [[nodiscard]] Format* find(xcb_atom_t target);
 
     std::vector<Format> m_formats;
-    std::vector<xcb_atom_t> m_kept;
     Executor m_pool;
     Executor m_post;
 };

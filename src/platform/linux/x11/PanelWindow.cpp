@@ -1,7 +1,7 @@
 #include "platform/linux/x11/PanelWindow.h"
 
+#include "platform/linux/x11/ServerClock.h"
 #include "platform/linux/x11/X11.h"
-#include "platform/linux/x11/X11ServerTime.h"
 #include "platform/linux/x11/X11Windows.h"
 
 #include <QBackingStore>
@@ -53,11 +53,12 @@ QRect roundedPoints(const QRect& native, const QScreen& screen)
 } // namespace
 
 PanelWindow::PanelWindow(QWidget& widget, PanelRole role, const x11::PanelTraits& traits,
-                         std::shared_ptr<X11Events> events)
+                         std::shared_ptr<X11Events> events, x11::ServerClock& clock)
     : m_widget(widget)
     , m_role(role)
     , m_traits(traits)
     , m_events(std::move(events))
+    , m_clock(clock)
 {
     const bool dialog = role == PanelRole::dialog;
     m_widget.setWindowFlags(dialog ? m_widget.windowFlags() | m_traits.flags : m_traits.flags);
@@ -81,7 +82,7 @@ void PanelWindow::show(const QRect& native)
     // Dialogs come from hot keys and commands, of which Qt knows no time.
     const bool activates =
         m_traits.activates && !m_widget.testAttribute(Qt::WA_ShowWithoutActivating);
-    const xcb_timestamp_t now = activates ? x11::serverTime() : XCB_CURRENT_TIME;
+    const xcb_timestamp_t now = activates ? m_clock.now() : XCB_CURRENT_TIME;
     if (!native.isEmpty()) {
         QScreen* screen = screenOf(native);
         m_widget.setScreen(screen);
@@ -284,7 +285,7 @@ void PanelWindow::focusNow()
     }
     if (m_traits.managed && x11::hasWindowManager()) {
         x11::raise(id());
-        x11::activate(id(), x11::serverTime());
+        x11::activate(id(), m_clock.now());
     } else {
         x11::setFocus(id());
     }

@@ -19,6 +19,10 @@
 
 namespace brindlecam {
 
+namespace x11 {
+class ServerClock;
+}
+
 /// One widget in its panel role: keeps its native window where it belongs and gives it the focus.
 /// Main thread; rectangles are native pixels. Lives as long as its widget.
 class PanelWindow final : public QObject {
@@ -26,7 +30,7 @@ class PanelWindow final : public QObject {
 
 public:
     PanelWindow(QWidget& widget, PanelRole role, const x11::PanelTraits& traits,
-                std::shared_ptr<X11Events> events);
+                std::shared_ptr<X11Events> events, x11::ServerClock& clock);
 
     void show(const QRect& native);
     void focus();
@@ -73,6 +77,7 @@ private:
     PanelRole m_role;
     x11::PanelTraits m_traits;
     std::shared_ptr<X11Events> m_events;
+    x11::ServerClock& m_clock;
     QRect m_native; ///< where it belongs; empty: wherever it is
     x11::AskedPlaces m_asked;
     std::optional<QRegion> m_shape; ///< native pixels; none: nobody has cut it

@@ -43,28 +43,61 @@ SelectionOwner::SelectionOwner(xcb_connection_t* connection, Executor pool, Exec
 
 SelectionOwner::~SelectionOwner() = default;
 
-void SelectionOwner::take(ClipboardContent content, std::function<void(bool)> taken)
+void SelectionOwner::take(ClipboardContent content, Client client)
 {
-    if (m_taking)
-        m_taking->taken(false);
+    if (const auto earlier = std::exchange(m_taking, std::nullopt))
+        earlier->client->taken(ClipboardFate::overtaken);
     m_taking =
-        Taking{std::make_shared<OfferedContent>(m_connection, std::move(content), m_pool, m_post),
-               std::move(taken)};
-    // Changing nothing of a property is how a client learns the server's time.
+        Estate{std::make_shared<OfferedContent>(m_connection, std::move(content), m_pool, m_post),
+               std::move(client)};
+    askForTime();
+}
+
+SelectionOwner::Estate SelectionOwner::leave()
+{
+    if (const auto done = std::exchange(m_handedOver, nullptr))
+        done();
+    if (m_taking)
+        return *std::exchange(m_taking, std::nullopt);
+    return {std::exchange(m_content, nullptr), std::nullopt};
+}
+
+void SelectionOwner::inherit(Estate estate)
+{
+    if (!estate.content)
+        return;
+    if (!estate.client) {
+        if (ownerOf(m_atoms.clipboard) != XCB_WINDOW_NONE)
+            return;
+        estate.client = Client{[](ClipboardFate) {}, std::make_shared<std::atomic_bool>(false)};
+    }
+    m_taking = std::move(estate);
+    askForTime();
+}
+
+// Changing nothing of a property is how a client learns the server's time.
+void SelectionOwner::askForTime()
+{
     xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, m_window, m_atoms.timestamp,
                         XCB_ATOM_INTEGER, 32, 0, nullptr);
 }
 
 void SelectionOwner::own(xcb_timestamp_t time)
 {
+    if (*m_taking->client->leaves) {
+        m_taking.reset();
+        return;
+    }
     xcb_set_selection_owner(m_connection, m_window, m_atoms.clipboard, time);
     const bool ours = ownerOf(m_atoms.clipboard) == m_window;
-    const Taking taking = *std::exchange(m_taking, std::nullopt);
+    if (xcb_connection_has_error(m_connection) != 0)
+        return; // the next connection takes it
+    const Estate taking = *std::exchange(m_taking, std::nullopt);
     if (ours) {
         m_content = taking.content;
         m_since = time;
     }
-    taking.taken(ours);
+    taking.client->taken(ours ? ClipboardFate::taken : ClipboardFate::refused);
 }
 
 void SelectionOwner::lose()
@@ -159,9 +192,12 @@ bool SelectionOwner::isReady(const Request& request)
     }
     bool ready = true;
     for (const xcb_atom_t target : targets) {
-        ready = request.content->prepare(target, [this] { answerWaiting(); }) ==
-                    OfferedContent::State::ready &&
-                ready;
+        const auto madeReady = [owner = weak_from_this()] {
+            if (const auto alive = owner.lock())
+                alive->answerWaiting();
+        };
+        ready =
+            request.content->prepare(target, madeReady) == OfferedContent::State::ready && ready;
     }
     return ready;
 }

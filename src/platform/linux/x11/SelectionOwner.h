@@ -1,12 +1,14 @@
 #pragma once
 
 #include "base/Executor.h"
+#include "platform/Pasteboard.h"
 #include "platform/linux/x11/IncrTransfer.h"
 #include "platform/linux/x11/OfferedContent.h"
 #include "platform/linux/x11/SelectionAtoms.h"
 
 #include <xcb/xcb.h>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -19,17 +21,35 @@ namespace brindlecam::x11 {
 ///
 /// What was asked for before a newer content came, or before another client took the selection, is
 /// still answered with what was there then.
-class SelectionOwner final {
+///
+/// Held by a shared pointer, because bytes may be ready only after the connection is lost.
+class SelectionOwner final : public std::enable_shared_from_this<SelectionOwner> {
 public:
+    /// Somebody who waits for a content to be taken.
+    struct Client {
+        std::function<void(ClipboardFate)> taken;       ///< called once, on the selection's thread
+        std::shared_ptr<const std::atomic_bool> leaves; ///< true: waits no longer, so take nothing
+    };
+    /// What a lost connection leaves to the next one.
+    struct Estate {
+        std::shared_ptr<OfferedContent> content; ///< null: nothing of ours was on the clipboard
+        std::optional<Client> client;            ///< none: it was on the clipboard
+    };
+
     /// `pool` runs what makes bytes; `post` runs a task on the selection's thread while this lives.
     SelectionOwner(xcb_connection_t* connection, Executor pool, Executor post);
     ~SelectionOwner();
     SelectionOwner(const SelectionOwner&) = delete;
     SelectionOwner& operator=(const SelectionOwner&) = delete;
 
-    /// Takes the selection for this content with a fresh time of the server. `taken` is called once
-    /// with what became of it.
-    void take(ClipboardContent content, std::function<void(bool)> taken);
+    /// Takes the selection for this content with a fresh time of the server.
+    void take(ClipboardContent content, Client client);
+
+    /// The connection is lost: what there was, for another owner to take over.
+    [[nodiscard]] Estate leave();
+    /// Offers again what an earlier connection has left, unless somebody else has the clipboard by
+    /// now; what is still to be taken is taken from anybody.
+    void inherit(Estate estate);
 
     /// Asks the clipboard manager to keep the content. `done` is called once: when it has, or at
     /// once when there is none or the selection isn't ours.
@@ -44,15 +64,12 @@ public:
 
 private:
     using Content = std::shared_ptr<OfferedContent>;
-    struct Taking {
-        Content content;
-        std::function<void(bool)> taken;
-    };
     struct Request {
         xcb_selection_request_event_t event;
         Content content;
     };
 
+    void askForTime();
     void own(xcb_timestamp_t time);
     void lose();
     void propertyChanged(const xcb_property_notify_event_t& event);
@@ -78,7 +95,7 @@ private:
     Executor m_pool;
     Executor m_post;
     xcb_window_t m_window = XCB_WINDOW_NONE;
-    std::optional<Taking> m_taking; ///< waits for the server's time
+    std::optional<Estate> m_taking; ///< waits for the server's time
     Content m_content;              ///< null: the selection isn't ours
     xcb_timestamp_t m_since = XCB_CURRENT_TIME;
     std::vector<Request> m_waiting; ///< for bytes that are being made

@@ -53,31 +53,50 @@ SelectionThread::~SelectionThread()
     m_thread->wait();
 }
 
-bool SelectionThread::post(std::function<void(SelectionOwner&)> work)
+void SelectionThread::post(std::function<void(SelectionOwner*)> work)
 {
-    return m_mailbox->post([this, work = std::move(work)] { work(*m_owner); });
+    m_mailbox->post([this, work = std::move(work)] { work(m_owner); });
 }
 
 void SelectionThread::run(const Executor& pool)
 {
-    const OwnConnection connection(xcb_connect(nullptr, nullptr));
-    if (!xcb_connection_has_error(connection.get())) {
-        SelectionOwner owner(connection.get(), pool,
-                             [mailbox = m_mailbox](auto task) { mailbox->post(std::move(task)); });
-        m_owner = &owner;
-        while (!m_quit && !xcb_connection_has_error(connection.get())) {
-            m_mailbox->runAll();
-            handleAll(connection.get(), owner);
-            owner.giveUpSilent();
-            if (m_quit)
-                break;
-            std::array<pollfd, 2> ready{
-                pollfd{xcb_get_file_descriptor(connection.get()), POLLIN, 0},
-                pollfd{m_mailbox->descriptor(), POLLIN, 0}};
-            ::poll(ready.data(), ready.size(), timeoutUntil(owner.deadline()));
+    SelectionOwner::Estate estate;
+    while (!m_quit) {
+        const OwnConnection connection(xcb_connect(nullptr, nullptr));
+        if (xcb_connection_has_error(connection.get()) == 0) {
+            estate = serve(connection.get(), pool, std::move(estate));
+            continue;
         }
+        if (const auto client = std::exchange(estate.client, std::nullopt)) {
+            client->taken(ClipboardFate::refused);
+            estate = {};
+        }
+        m_mailbox->runAll();
+        if (!m_quit)
+            m_mailbox->wait();
     }
     m_mailbox->close();
+}
+
+SelectionOwner::Estate SelectionThread::serve(xcb_connection_t* connection, const Executor& pool,
+                                              SelectionOwner::Estate inherited)
+{
+    const auto owner = std::make_shared<SelectionOwner>(
+        connection, pool, [mailbox = m_mailbox](auto task) { mailbox->post(std::move(task)); });
+    m_owner = owner.get();
+    owner->inherit(std::move(inherited));
+    while (!m_quit && xcb_connection_has_error(connection) == 0) {
+        m_mailbox->runAll();
+        handleAll(connection, *owner);
+        owner->giveUpSilent();
+        if (m_quit)
+            break;
+        std::array<pollfd, 2> ready{pollfd{xcb_get_file_descriptor(connection), POLLIN, 0},
+                                    pollfd{m_mailbox->descriptor(), POLLIN, 0}};
+        ::poll(ready.data(), ready.size(), timeoutUntil(owner->deadline()));
+    }
+    m_owner = nullptr;
+    return owner->leave();
 }
 
 } // namespace brindlecam::x11

@@ -12,7 +12,9 @@
 namespace brindlecam::x11 {
 
 /// The thread and connection that own the clipboard. It sleeps in poll() until somebody asks for
-/// something. Made, used and destroyed on the main thread; destroying it gives the clipboard up.
+/// something. A connection that is lost is made again at once, and what was offered is offered
+/// again; where that fails, each piece of work is another attempt. Made, used and destroyed on the
+/// main thread; destroying it gives the clipboard up.
 class SelectionThread final {
 public:
     /// `pool` runs what makes bytes.
@@ -21,14 +23,17 @@ public:
     SelectionThread(const SelectionThread&) = delete;
     SelectionThread& operator=(const SelectionThread&) = delete;
 
-    /// Runs a piece of work on the thread. False when the X server is gone.
-    bool post(std::function<void(SelectionOwner&)> work);
+    /// Runs a piece of work on the thread; it gets null when the X server can't be reached.
+    void post(std::function<void(SelectionOwner*)> work);
 
 private:
     void run(const Executor& pool);
+    /// Serves one connection as long as it lasts; answers with what is left for the next one.
+    SelectionOwner::Estate serve(xcb_connection_t* connection, const Executor& pool,
+                                 SelectionOwner::Estate inherited);
 
     std::shared_ptr<Mailbox> m_mailbox = std::make_shared<Mailbox>();
-    SelectionOwner* m_owner = nullptr; ///< the thread's own; lives while it runs
+    SelectionOwner* m_owner = nullptr; ///< the thread's own; null while there is no connection
     bool m_quit = false;               ///< the thread's own
     std::unique_ptr<QThread> m_thread;
 };

@@ -37,8 +37,8 @@ void X11Panels::assume(QWidget& widget, PanelRole role)
     // large pin would take twice as long to resize. Its corners stay cut if one comes later.
     if (role == PanelRole::pin)
         traits.blends = m_compositor.owned();
-    m_windows.insert_or_assign(&widget,
-                               std::make_unique<PanelWindow>(widget, role, traits, m_events));
+    m_windows.insert_or_assign(
+        &widget, std::make_unique<PanelWindow>(widget, role, traits, m_events, m_clock));
     QObject::connect(&widget, &QObject::destroyed, &m_context,
                      [this](const QObject* gone) { forget(gone); });
     if (role == PanelRole::pin)

@@ -5,6 +5,7 @@
 #include "platform/linux/x11/FullScreenWatch.h"
 #include "platform/linux/x11/OwnerWatch.h"
 #include "platform/linux/x11/PanelWindow.h"
+#include "platform/linux/x11/ServerClock.h"
 #include "platform/linux/x11/X11Events.h"
 
 #include <functional>
@@ -44,6 +45,7 @@ private:
 
     std::shared_ptr<X11Events> m_events;
     Grabber& m_grabber;
+    x11::ServerClock m_clock;
     std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
     std::unique_ptr<FullScreenWatch> m_fullScreen; ///< while there are pins
     std::function<void()> m_changed;

@@ -1,63 +1,93 @@
 #include "platform/linux/x11/X11Pasteboard.h"
 
-#include <QSemaphore>
+#include <QMetaObject>
 
-#include <atomic>
-#include <memory>
+#include <chrono>
 #include <utility>
+#include <vector>
 
 namespace brindlecam {
 
 namespace {
 
-constexpr int kTakeMs = 1000;
-constexpr int kHandOverMs = 2000;
-
-/// An answer of the selection's thread that the main thread waits for. Shared, because the main
-/// thread may have stopped waiting.
-struct Answer {
-    QSemaphore given;
-    std::atomic_bool yes = false;
-};
+// For a server that serves somebody else only, and for a clipboard manager that takes its time.
+constexpr std::chrono::seconds kPatience{2};
 
 } // namespace
 
 X11Pasteboard::X11Pasteboard(Executor pool)
     : m_thread(std::move(pool))
 {
+    m_patience.setSingleShot(true);
+    QObject::connect(&m_patience, &QTimer::timeout, &m_mainThread, [this] { giveUpOverdue(); });
 }
 
-bool X11Pasteboard::setPicture(const QByteArray& png, std::function<QByteArray()> makeTiff)
+void X11Pasteboard::set(ClipboardContent content, QObject* context, Answer answer)
 {
-    return take(x11::ClipboardContent::picture(png, std::move(makeTiff)));
-}
-
-bool X11Pasteboard::setText(const QString& text)
-{
-    return take(x11::ClipboardContent::text(text));
-}
-
-bool X11Pasteboard::take(x11::ClipboardContent content)
-{
-    const auto answer = std::make_shared<Answer>();
-    const bool asked =
-        m_thread.post([answer, content = std::move(content)](x11::SelectionOwner& owner) {
-            owner.take(content, [answer](bool taken) {
-                answer->yes = taken;
-                answer->given.release();
-            });
+    const auto [number, waiting] = await(context, std::move(answer));
+    x11::SelectionOwner::Client client{tellerOf(number), waiting.leaves};
+    m_thread.post(
+        [content = std::move(content), client = std::move(client)](x11::SelectionOwner* owner) {
+            if (owner)
+                owner->take(content, client);
+            else
+                client.taken(ClipboardFate::refused);
         });
-    return asked && answer->given.tryAcquire(1, kTakeMs) && answer->yes;
 }
 
-void X11Pasteboard::handOver()
+void X11Pasteboard::handOver(QObject* context, std::function<void()> done)
 {
-    const auto answer = std::make_shared<Answer>();
-    const bool asked = m_thread.post([answer](x11::SelectionOwner& owner) {
-        owner.handOver([answer] { answer->given.release(); });
+    const Number number = await(context, [done = std::move(done)](ClipboardFate) { done(); }).first;
+    m_thread.post([tell = tellerOf(number)](x11::SelectionOwner* owner) {
+        const auto handedOver = [tell] { tell(ClipboardFate::taken); };
+        if (owner)
+            owner->handOver(handedOver);
+        else
+            handedOver();
     });
-    if (asked)
-        answer->given.tryAcquire(1, kHandOverMs);
+}
+
+std::pair<X11Pasteboard::Number, const X11Pasteboard::Waiting&>
+X11Pasteboard::await(QObject* context, Answer answer)
+{
+    const auto added =
+        m_waiting.emplace(++m_last, Waiting{context, std::move(answer), QDeadlineTimer(kPatience),
+                                            std::make_shared<std::atomic_bool>(false)});
+    if (!m_patience.isActive())
+        m_patience.start(kPatience);
+    return {m_last, added.first->second};
+}
+
+std::function<void(ClipboardFate)> X11Pasteboard::tellerOf(Number number)
+{
+    return [this, number](ClipboardFate fate) {
+        QMetaObject::invokeMethod(
+            &m_mainThread, [this, number, fate] { settle(number, fate); }, Qt::QueuedConnection);
+    };
+}
+
+void X11Pasteboard::settle(Number number, ClipboardFate fate)
+{
+    const auto node = m_waiting.extract(number);
+    if (m_waiting.empty())
+        m_patience.stop();
+    if (node && node.mapped().context)
+        node.mapped().answer(fate);
+}
+
+void X11Pasteboard::giveUpOverdue()
+{
+    std::vector<Number> overdue;
+    for (const auto& [number, waiting] : m_waiting) {
+        if (!waiting.limit.hasExpired())
+            continue;
+        *waiting.leaves = true; // what is refused now must not be there later all the same
+        overdue.push_back(number);
+    }
+    for (const Number number : overdue)
+        settle(number, ClipboardFate::refused);
+    if (!m_waiting.empty())
+        m_patience.start(static_cast<int>(m_waiting.begin()->second.limit.remainingTime()));
 }
 
 } // namespace brindlecam

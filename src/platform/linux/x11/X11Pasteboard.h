@@ -2,8 +2,17 @@
 
 #include "base/Executor.h"
 #include "platform/Pasteboard.h"
-#include "platform/linux/x11/ClipboardContent.h"
 #include "platform/linux/x11/SelectionThread.h"
+
+#include <QDeadlineTimer>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <utility>
 
 namespace brindlecam {
 
@@ -15,14 +24,30 @@ public:
     /// `pool` runs the TIFF encoder, off the main thread.
     explicit X11Pasteboard(Executor pool);
 
-    bool setPicture(const QByteArray& png, std::function<QByteArray()> makeTiff) override;
-    bool setText(const QString& text) override;
-    void handOver() override;
+    void set(ClipboardContent content, QObject* context, Answer answer) override;
+    void handOver(QObject* context, std::function<void()> done) override;
 
 private:
-    bool take(x11::ClipboardContent content);
+    using Number = quint64;
+    /// Somebody who waits for an answer of the thread.
+    struct Waiting {
+        QPointer<QObject> context;
+        Answer answer;
+        QDeadlineTimer limit;
+        std::shared_ptr<std::atomic_bool> leaves; ///< tells the thread that the limit is over
+    };
 
-    x11::SelectionThread m_thread;
+    std::pair<Number, const Waiting&> await(QObject* context, Answer answer);
+    /// What the selection's thread calls with its answer.
+    [[nodiscard]] std::function<void(ClipboardFate)> tellerOf(Number number);
+    void settle(Number number, ClipboardFate fate);
+    void giveUpOverdue();
+
+    std::map<Number, Waiting> m_waiting; ///< in the order they were asked
+    Number m_last = 0;
+    QObject m_mainThread;          ///< receives the thread's answers
+    QTimer m_patience;             ///< runs while somebody waits
+    x11::SelectionThread m_thread; ///< ends before what it answers to
 };
 
 } // namespace brindlecam

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/linux/x11/X11Pasteboard.h"
+#include "support/TestCase.h"
+
+#include <QThreadPool>
+
+#include <memory>
+#include <optional>
+
+namespace brindlecam::test {
+
+/// A test that copies through the port and waits for its answers.
+class PasteboardTest : public TestCase {
+    Q_OBJECT
+
+protected:
+    std::unique_ptr<X11Pasteboard> m_pasteboard = makePasteboard();
+
+    [[nodiscard]] static std::unique_ptr<X11Pasteboard> makePasteboard()
+    {
+        return std::make_unique<X11Pasteboard>([](std::function<void()> work) {
+            QThreadPool::globalInstance()->start(std::move(work));
+        });
+    }
+    /// A TIFF that can't be made.
+    [[nodiscard]] static QByteArray nothing() { return {}; }
+
+    /// None when no answer came.
+    [[nodiscard]] std::optional<ClipboardFate> fateOf(ClipboardContent content)
+    {
+        std::optional<ClipboardFate> fate;
+        m_pasteboard->set(std::move(content), this, [&fate](ClipboardFate told) { fate = told; });
+        (void)QTest::qWaitFor([&fate] { return fate.has_value(); });
+        return fate;
+    }
+    [[nodiscard]] bool setPicture(const QByteArray& png, std::function<QByteArray()> makeTiff)
+    {
+        return fateOf(ClipboardContent::picture(png, std::move(makeTiff))) == ClipboardFate::taken;
+    }
+    [[nodiscard]] bool setText(const QString& text)
+    {
+        return fateOf(ClipboardContent::text(text)) == ClipboardFate::taken;
+    }
+    [[nodiscard]] bool handOver()
+    {
+        bool done = false;
+        m_pasteboard->handOver(this, [&done] { done = true; });
+        return QTest::qWaitFor([&done] { return done; });
+    }
+};
+
+} // namespace brindlecam::test

@@ -1,0 +1,188 @@
+#include "platform/linux/x11/ServerClock.h"
+#include "platform/linux/x11/X11.h"
+#include "x11/PasteboardTest.h"
+#include "x11/SelectionReader.h"
+
+#include <memory>
+
+namespace brindlecam {
+
+using test::SelectionReader;
+
+namespace {
+
+/// Serves one client only until it goes.
+class ServerForMyself final {
+public:
+    ServerForMyself()
+        : m_connection(xcb_connect(nullptr, nullptr))
+    {
+        xcb_grab_server(m_connection.get());
+        roundTrip();
+    }
+    ~ServerForMyself()
+    {
+        xcb_ungrab_server(m_connection.get());
+        roundTrip();
+    }
+
+private:
+    void roundTrip()
+    {
+        const x11::Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
+            m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+    }
+
+    x11::OwnConnection m_connection;
+};
+
+xcb_window_t ownerOfClipboard(SelectionReader& client)
+{
+    const x11::Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+        client.connection(), xcb_get_selection_owner(client.connection(), client.atom("CLIPBOARD")),
+        nullptr));
+    return owner->owner;
+}
+
+/// Ends the connection of whoever owns the clipboard, as a resource manager or a bug might.
+void cutOwnerOff(SelectionReader& client)
+{
+    xcb_kill_client(client.connection(), ownerOfClipboard(client));
+    (void)client.atom("CLIPBOARD"); // until it has happened
+}
+
+/// Where a server would have to be for connections made from now on.
+class DisplayVariable final {
+public:
+    explicit DisplayVariable(const QByteArray& value) { qputenv("DISPLAY", value); }
+    ~DisplayVariable() { qputenv("DISPLAY", m_before); }
+
+private:
+    QByteArray m_before = qgetenv("DISPLAY");
+};
+
+ClipboardContent picture(const QByteArray& png)
+{
+    return ClipboardContent::picture(png, [] { return QByteArray("tiff"); });
+}
+
+} // namespace
+
+/// The clipboard and the server's clock where the server does not play along.
+class TestX11ClipboardFaults final : public test::PasteboardTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_pasteboard = makePasteboard(); }
+    void cleanup() { m_pasteboard.reset(); }
+
+    void aLostConnectionIsMadeAgainAndTheLastPictureOfferedAgain()
+    {
+        QCOMPARE(fateOf(picture("first")), ClipboardFate::taken);
+        SelectionReader reader;
+        for (int i = 0; i < 3; ++i) {
+            cutOwnerOff(reader);
+            QTRY_COMPARE(reader.read("image/png"), QByteArray("first"));
+            QCOMPARE(reader.read("image/tiff"), QByteArray("tiff"));
+        }
+        QCOMPARE(fateOf(picture("second")), ClipboardFate::taken);
+        QCOMPARE(reader.read("image/png"), QByteArray("second"));
+    }
+
+    void whatAnotherProgramHasCopiedMeanwhileStays()
+    {
+        QCOMPARE(fateOf(picture("ours")), ClipboardFate::taken);
+        SelectionReader other;
+        xcb_grab_server(other.connection()); // so that it can't be offered again in between
+        cutOwnerOff(other);
+        QVERIFY(other.own("CLIPBOARD"));
+        xcb_ungrab_server(other.connection());
+        QVERIFY(handOver()); // the new connection is there
+        QCOMPARE(ownerOfClipboard(other), other.window());
+        QCOMPARE(fateOf(picture("next")), ClipboardFate::taken);
+    }
+
+    void withoutAServerItIsRefusedAndTheNextCopyTriesAgain()
+    {
+        {
+            const DisplayVariable nowhere(":98765");
+            cleanup();
+            init();
+            QCOMPARE(fateOf(picture("lost")), ClipboardFate::refused);
+            QCOMPARE(fateOf(picture("lost")), ClipboardFate::refused);
+        }
+        QCOMPARE(fateOf(picture("there")), ClipboardFate::taken);
+        SelectionReader reader;
+        QCOMPARE(reader.read("image/png"), QByteArray("there"));
+    }
+
+    void aServerThatServesSomebodyElseIsNotWaitedForForever()
+    {
+        QCOMPARE(fateOf(ClipboardContent::text(QStringLiteral("before"))), ClipboardFate::taken);
+        {
+            const ServerForMyself nobodyElse;
+            QCOMPARE(fateOf(picture("too late")), ClipboardFate::refused);
+        }
+        // What was told as refused does not turn up later.
+        QCOMPARE(fateOf(ClipboardContent::text(QStringLiteral("after"))), ClipboardFate::taken);
+        SelectionReader reader;
+        QCOMPARE(reader.read("UTF8_STRING"), QByteArray("after"));
+        QVERIFY(!reader.read("image/png"));
+    }
+
+    void theNewerOfTwoOvertakesTheOlder()
+    {
+        QList<ClipboardFate> fates;
+        {
+            const ServerForMyself nobodyElse; // so that the first one can't be taken before
+            for (const char* png : {"older", "newer"}) {
+                m_pasteboard->set(picture(png), this,
+                                  [&fates](ClipboardFate fate) { fates << fate; });
+            }
+        }
+        QTRY_COMPARE(fates.size(), 2);
+        QCOMPARE(fates, QList<ClipboardFate>({ClipboardFate::overtaken, ClipboardFate::taken}));
+        SelectionReader reader;
+        QCOMPARE(reader.read("image/png"), QByteArray("newer"));
+    }
+
+    void nobodyIsToldWhoIsGone()
+    {
+        bool told = false;
+        auto asker = std::make_unique<QObject>();
+        m_pasteboard->set(picture("orphan"), asker.get(), [&told](ClipboardFate) { told = true; });
+        asker.reset();
+        QCOMPARE(fateOf(picture("next")), ClipboardFate::taken);
+        QVERIFY(!told);
+    }
+
+    void theClockTellsTheServersTime()
+    {
+        x11::ServerClock clock;
+        const xcb_timestamp_t earlier = clock.now();
+        QVERIFY(earlier != XCB_CURRENT_TIME);
+        QTest::qWait(20);
+        QVERIFY(clock.now() > earlier);
+    }
+
+    void theClockGivesUpOnASilentServerAndKnowsTheTimeAgainLater()
+    {
+        x11::ServerClock clock;
+        const xcb_timestamp_t before = clock.now();
+        {
+            const ServerForMyself nobodyElse;
+            QCOMPARE(clock.now(), xcb_timestamp_t(XCB_CURRENT_TIME));
+        }
+        QTest::qWait(20);
+        const xcb_timestamp_t after = clock.now();
+        QVERIFY(after > before);
+        QTest::qWait(20);
+        QVERIFY(clock.now() > after); // not an answer to an earlier question
+    }
+};
+
+BRINDLECAM_TEST(TestX11ClipboardFaults);
+
+} // namespace brindlecam
+
+#include "tst_x11_clipboardfaults.moc"

@@ -1,0 +1,113 @@
+#include "platform/linux/x11/X11.h"
+#include "x11/PasteboardTest.h"
+#include "x11/SelectionReader.h"
+
+#include <QSemaphore>
+
+#include <thread>
+
+namespace brindlecam {
+
+using test::SelectionReader;
+
+namespace {
+
+/// A clipboard manager that keeps what it is asked to keep: on its own thread, because the program
+/// that quits waits for it.
+class FakeManager final {
+public:
+    FakeManager()
+    {
+        m_thread = std::thread([this] { serve(); });
+        m_owns.acquire();
+    }
+    ~FakeManager() { m_thread.join(); }
+
+    QList<QByteArray> asked;
+    std::optional<QByteArray> kept;
+
+private:
+    void serve()
+    {
+        SelectionReader client;
+        client.own("CLIPBOARD_MANAGER");
+        m_owns.release();
+        const x11::Owned<xcb_generic_event_t> event(
+            client.waitFor(XCB_SELECTION_REQUEST, [](auto*) { return true; }));
+        if (!event)
+            return;
+        const auto& request = reinterpret_cast<xcb_selection_request_event_t&>(*event);
+        for (const xcb_atom_t target : client.atomsOf(request.requestor, request.property))
+            asked.push_back(client.nameOf(target));
+        if (!asked.isEmpty())
+            kept = client.read(asked.front().constData());
+        client.own("CLIPBOARD");
+        xcb_selection_notify_event_t notice{};
+        notice.response_type = XCB_SELECTION_NOTIFY;
+        notice.requestor = request.requestor;
+        notice.selection = request.selection;
+        notice.target = request.target;
+        notice.property = request.property;
+        xcb_send_event(client.connection(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
+                       reinterpret_cast<const char*>(&notice));
+        xcb_flush(client.connection());
+        // Gone, and with it the clipboard, only when the last request was answered.
+        (void)client.atom("CLIPBOARD");
+    }
+
+    QSemaphore m_owns;
+    std::thread m_thread;
+};
+
+} // namespace
+
+/// What a clipboard manager gets when the program ends.
+class TestX11ClipboardManager final : public test::PasteboardTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void managerKeepsThePictureAndIsAskedForNothingThatMustBeMade()
+    {
+        const QByteArray png = QByteArray(5 * 1024 * 1024, 'p');
+        QVERIFY(setPicture(png, nothing));
+        FakeManager manager;
+        QVERIFY(handOver());
+        // The manager has answered, so its thread is at its end.
+        QTRY_VERIFY(manager.kept.has_value());
+        QCOMPARE(manager.asked, QList<QByteArray>{"image/png"});
+        QVERIFY(manager.kept == png);
+    }
+
+    void handingOverWaitsForNobodyWithoutAManager()
+    {
+        QVERIFY(setPicture("png", nothing));
+        QStringList order;
+        m_pasteboard->handOver(this, [&order] { order << QStringLiteral("handed over"); });
+        m_pasteboard->set(ClipboardContent::picture("next", nothing), this,
+                          [&order](ClipboardFate) { order << QStringLiteral("next"); });
+        QTRY_COMPARE(order.size(), 2);
+        QCOMPARE(order.front(), QStringLiteral("handed over"));
+        SelectionReader reader;
+        QCOMPARE(reader.read("image/png"), QByteArray("next"));
+    }
+
+    void aSilentManagerIsWaitedForButNotForever()
+    {
+        QVERIFY(setPicture("png", nothing));
+        SelectionReader manager;
+        QVERIFY(manager.own("CLIPBOARD_MANAGER"));
+        QStringList order;
+        m_pasteboard->handOver(this, [&order] { order << QStringLiteral("handed over"); });
+        // Meanwhile everything else goes on.
+        m_pasteboard->set(ClipboardContent::picture("next", nothing), this,
+                          [&order](ClipboardFate) { order << QStringLiteral("next"); });
+        QTRY_COMPARE(order.size(), 2);
+        QCOMPARE(order.front(), QStringLiteral("next"));
+    }
+};
+
+BRINDLECAM_TEST(TestX11ClipboardManager);
+
+} // namespace brindlecam
+
+#include "tst_x11_clipboardmanager.moc"

@@ -1,0 +1,158 @@
+#include "CaptureFixture.h"
+#include "support/TestCase.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+
+namespace brindlecam {
+
+namespace {
+
+struct ResultsFixture : test::CaptureFixture {
+    explicit ResultsFixture(ClipboardFate answers)
+    {
+        pasteboard.answers = answers;
+        output.finishAll();
+    }
+    /// What was told, once everything has reached its place; null: nothing.
+    [[nodiscard]] QString told()
+    {
+        output.finishAll();
+        return toast.visible() ? panels.shown.back().widget->accessibleName() : QString();
+    }
+};
+
+const QString kNotCopied = QStringLiteral("No se pudo copiar la captura");
+
+} // namespace
+
+/// What users are told where the clipboard or a folder does not play along.
+class TestCaptureResults final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aRefusedAreaIsNotToldAsCopied()
+    {
+        ResultsFixture f(ClipboardFate::refused);
+        f.results.area(test::onePicture(Qt::red), {});
+        QCOMPARE(f.told(), QStringLiteral("Guardada, pero no se pudo copiar"));
+        QCOMPARE(f.savedFiles().size(), 1);
+        f.defaults.setBoolean(QStringLiteral("autoSaveArea"), false);
+        f.results.area(test::onePicture(Qt::red), {});
+        QCOMPARE(f.told(), kNotCopied);
+    }
+
+    void aRefusedFullScreenIsNotToldAsCopied()
+    {
+        ResultsFixture f(ClipboardFate::refused);
+        QImage image(kSize, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        f.results.fullScreen({.screen = test::kLeft, .image = image, .dimmed = {}});
+        QCOMPARE(f.told(), QStringLiteral("Guardada, pero no se pudo copiar"));
+    }
+
+    void aRefusedTextIsNotToldAsCopied()
+    {
+        ResultsFixture f(ClipboardFate::refused);
+        f.results.text(QStringLiteral("hola"), {});
+        QCOMPARE(f.told(), QStringLiteral("No se pudo copiar el texto"));
+    }
+
+    void aTextIsToldAsCopiedOnlyWhenItIs()
+    {
+        ResultsFixture f(ClipboardFate::taken);
+        f.results.text(QStringLiteral("hola"), {});
+        QVERIFY(!f.toast.visible());
+        QCOMPARE(f.told(), QStringLiteral("Texto copiado (1 línea)"));
+    }
+
+    void pinningTellsOnlyThatItCouldNotBeCopied()
+    {
+        ResultsFixture f(ClipboardFate::taken);
+        f.results.pinned(test::onePicture(Qt::red), {});
+        QCOMPARE(f.told(), QString());
+        f.pasteboard.answers = ClipboardFate::refused;
+        f.results.pinned(test::onePicture(Qt::blue), {});
+        QCOMPARE(f.told(), kNotCopied);
+        QCOMPARE(f.kept(), 2);
+    }
+
+    void aLiveCopyThatWasRefusedIsToldWhenTheSessionEndsWithIt()
+    {
+        ResultsFixture f(ClipboardFate::refused);
+        const Rendered picture = test::onePicture(Qt::red);
+        f.results.live(picture);
+        QCOMPARE(f.told(), QString());
+        f.results.keep(picture, {});
+        f.results.sessionEnded();
+        QCOMPARE(f.told(), kNotCopied);
+        QCOMPARE(f.kept(), 1);
+    }
+
+    void aLiveCopyThatIsRefusedAfterTheSessionIsToldThen()
+    {
+        ResultsFixture f(ClipboardFate::refused);
+        const Rendered picture = test::onePicture(Qt::red);
+        f.results.live(picture);
+        f.results.keep(picture, {});
+        f.results.sessionEnded();
+        QVERIFY(!f.toast.visible());
+        QCOMPARE(f.told(), kNotCopied);
+    }
+
+    void theLastLiveCopyCounts()
+    {
+        ResultsFixture f(ClipboardFate::refused);
+        f.results.live(test::onePicture(Qt::red));
+        QCOMPARE(f.told(), QString());
+        f.pasteboard.answers = ClipboardFate::taken;
+        const Rendered last = test::onePicture(Qt::blue);
+        f.results.live(last);
+        QCOMPARE(f.told(), QString());
+        f.results.keep(last, {});
+        f.results.sessionEnded();
+        QCOMPARE(f.told(), QString());
+    }
+
+    void aRefusedLiveCopyOfAnEarlierSessionIsForgotten()
+    {
+        ResultsFixture f(ClipboardFate::refused);
+        f.results.live(test::onePicture(Qt::red));
+        f.output.finishAll();
+        f.results.sessionEnded();
+        f.results.keep(test::onePicture(Qt::blue), {});
+        QCOMPARE(f.told(), QString());
+    }
+
+    void aFileThatCouldNotBeSavedIsTold()
+    {
+        ResultsFixture f(ClipboardFate::taken);
+        QFile obstacle(f.folder.filePath(QStringLiteral("obstáculo")));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        bool closed = false;
+        f.results.save(test::onePicture(Qt::red), [&closed] { closed = true; });
+        const auto panels = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(
+            panels, [](QWidget* widget) { return qobject_cast<QFileDialog*>(widget); });
+        QVERIFY(found != panels.end());
+        auto* panel = qobject_cast<QFileDialog*>(*found);
+        QVERIFY(QDir(f.folder.path()).mkpath(QStringLiteral("sin")));
+        const QString chosen = f.folder.filePath(QStringLiteral("sin/sitio.png"));
+        panel->findChild<QLineEdit*>()->setText(chosen);
+        QVERIFY(QDir(f.folder.path()).rmdir(QStringLiteral("sin")));
+        QVERIFY(QFile::link(obstacle.fileName(), f.folder.filePath(QStringLiteral("sin"))));
+        QMetaObject::invokeMethod(panel, "accept");
+        QVERIFY(closed);
+        QCOMPARE(f.told(), QStringLiteral("No se pudo guardar la captura"));
+    }
+
+private:
+    static constexpr QSize kSize{40, 30};
+};
+
+BRINDLECAM_TEST(TestCaptureResults);
+
+} // namespace brindlecam
+
+#include "tst_captureresults.moc"
