@@ -110,5 +110,6 @@ build_preset() {
         cat "build/$preset.configure.log" >&2
         return 1
     fi
-    cmake --build "build/$preset" --parallel "$(nproc)" "${build[@]}"
+    NINJA_STATUS="Compilando $preset: %p, %e s, paso %f de %t: " \
+        cmake --build "build/$preset" --parallel "$(nproc)" "${build[@]}"
 }
