@@ -1,15 +1,98 @@
 #include "base/WholeFile.h"
 
-#include <QSaveFile>
+#include "base/UnfinishedFiles.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include <unistd.h>
 
 namespace brindlecam {
 
-bool writeWhole(const QString& path, const QByteArray& bytes)
+namespace {
+
+constexpr QFile::Permissions kOwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
+constexpr qint64 kChunk = 64 * 1024;
+
+bool openAnew(QFile& file, Readers readers)
 {
-    QSaveFile file(path);
-    // Where the disk fills up in the middle, write() only says how far it came: no error is set
-    // that commit() would mind. Without commit() nothing changes.
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    // New, so that no link somebody has put there is followed; unbuffered, so that write() itself
+    // meets the full disk.
+    constexpr auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
+    return readers == Readers::ownerOnly ? file.open(mode, kOwnerOnly) : file.open(mode);
+}
+
+/// Some disks only notice here that they are full.
+bool reachesTheDisk(const QFile& file)
+{
+    while (fsync(file.handle()) != 0) {
+        if (errno != EINTR)
+            return errno == EINVAL || errno == ENOTSUP; // this kind of disk cannot be asked
+    }
+    return true;
+}
+
+bool renameOver(const QString& from, const QString& to)
+{
+    std::error_code error;
+    std::filesystem::rename(QFileInfo(from).filesystemFilePath(),
+                            QFileInfo(to).filesystemFilePath(), error);
+    return !error;
+}
+
+} // namespace
+
+bool writeWhole(const QString& path, const QByteArray& bytes, Readers readers)
+{
+    const QFileInfo existing(path);
+    const bool replacesFile = !existing.isSymLink() && existing.exists();
+    if (replacesFile && !(existing.isFile() && existing.isWritable()))
+        return false;
+
+    QFile file(existing.path() + QLatin1Char('/') + UnfinishedFiles::newName());
+    if (!openAnew(file, readers))
+        return false;
+    // The umask may have taken too much. Where there are no permissions, none are needed.
+    if (readers == Readers::ownerOnly)
+        file.setPermissions(kOwnerOnly);
+    else if (replacesFile)
+        file.setPermissions(existing.permissions());
+
+    const bool whole = file.write(bytes) == bytes.size() && reachesTheDisk(file);
+    file.close();
+    if (whole && file.error() == QFile::NoError && renameOver(file.fileName(), path))
+        return true;
+    file.remove();
+    return false;
+}
+
+void keepFromOthers(const QString& path)
+{
+    constexpr QFile::Permissions owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                          QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    const QFile::Permissions all = QFile::permissions(path);
+    if (all & others)
+        QFile::setPermissions(path, all & owner);
+}
+
+std::optional<QByteArray> readWhole(QIODevice& file)
+{
+    QByteArray bytes;
+    for (;;) {
+        const qsizetype before = bytes.size();
+        bytes.resize(before + kChunk);
+        const qint64 count = file.read(bytes.data() + before, kChunk);
+        if (count < 0)
+            return std::nullopt;
+        bytes.resize(before + count);
+        if (count == 0)
+            return bytes;
+    }
 }
 
 } // namespace brindlecam

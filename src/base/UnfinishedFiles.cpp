@@ -1,0 +1,48 @@
+#include "base/UnfinishedFiles.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+
+#include <chrono>
+
+#include <unistd.h>
+
+namespace brindlecam::UnfinishedFiles {
+
+namespace {
+
+constexpr int kDigits = 13; // 64 bits
+constexpr int kBase = 36;
+// No write takes that long, not even on a slow disk of another machine.
+constexpr std::chrono::hours kAbandoned{1};
+
+} // namespace
+
+QString newName()
+{
+    return QStringLiteral(".brindlecam-%1.part")
+        .arg(QRandomGenerator::system()->generate64(), kDigits, kBase, QLatin1Char('0'));
+}
+
+bool isName(const QString& name)
+{
+    static const QRegularExpression pattern(QRegularExpression::anchoredPattern(
+        QStringLiteral("\\.brindlecam-[0-9a-z]{%1}\\.part").arg(kDigits)));
+    return pattern.match(name).hasMatch();
+}
+
+void removeAbandoned(const QString& folder, const QDateTime& now)
+{
+    const QFileInfoList files =
+        QDir(folder).entryInfoList({QStringLiteral(".brindlecam-*.part")},
+                                   QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Unsorted);
+    for (const QFileInfo& file : files) {
+        if (isName(file.fileName()) && file.ownerId() == geteuid() &&
+            file.lastModified().addDuration(kAbandoned) < now)
+            QFile::remove(file.filePath());
+    }
+}
+
+} // namespace brindlecam::UnfinishedFiles

@@ -1,0 +1,163 @@
+#include "app/Defaults.h"
+#include "app/Prefs.h"
+#include "capture/Output.h"
+#include "recents/History.h"
+#include "support/FakePasteboard.h"
+#include "support/FullDisk.h"
+#include "support/TestCase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+
+#include <sys/stat.h>
+
+namespace brindlecam {
+
+namespace {
+
+enum class Writer { captures, saveAs };
+
+/// Noise cannot be packed: 100 bytes or 100,000, as the pixels are.
+Rendered noise(int side)
+{
+    QRandomGenerator random(1);
+    QImage image(side, side, QImage::Format_RGB32);
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x)
+            image.setPixel(x, y, random.generate() | 0xff000000);
+    }
+    return {image, QSizeF(side, side)};
+}
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+void put(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+int modeOf(const QString& path)
+{
+    struct stat status {};
+    return stat(qUtf8Printable(path), &status) == 0 ? static_cast<int>(status.st_mode & 07777) : -1;
+}
+
+} // namespace
+
+/// The files that deliveries leave, on disks that are full and in folders with links in them.
+class TestOutputFiles final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { m_place = std::make_unique<QTemporaryDir>(); }
+
+    void whereNoFileMayGrowNothingIsWritten_data() { addWritersAndSizes(); }
+    void whereNoFileMayGrowNothingIsWritten()
+    {
+        QFETCH(Writer, writer);
+        QFETCH(int, side);
+        put(file(), "before");
+        {
+            const test::FileSizeLimit limit(0);
+            write(writer, noise(side), file());
+            write(writer, noise(side), m_place->filePath(QStringLiteral("new.png")));
+        }
+        QCOMPARE(contentOf(file()), QByteArray("before"));
+        QCOMPARE(allFiles(), QStringList{QStringLiteral("captura.png")});
+    }
+
+    void onAFullDiskNothingIsWritten_data() { addWritersAndSizes(); }
+    void onAFullDiskNothingIsWritten()
+    {
+        QFETCH(Writer, writer);
+        QFETCH(int, side);
+        test::SmallDisk disk(m_place->path());
+        if (!disk.isMounted())
+            QSKIP("nobody but the superuser may mount a disk");
+        put(file(), "before");
+        disk.fill();
+        const QStringList before = allFiles();
+        write(writer, noise(side), file());
+        write(writer, noise(side), m_place->filePath(QStringLiteral("new.png")));
+        QCOMPARE(contentOf(file()), QByteArray("before"));
+        QCOMPARE(allFiles(), before);
+    }
+
+    void aLinkInTheFoldersIsReplaced_data()
+    {
+        QTest::addColumn<Writer>("writer");
+        QTest::newRow("captures") << Writer::captures;
+        QTest::newRow("save as") << Writer::saveAs;
+    }
+    void aLinkInTheFoldersIsReplaced()
+    {
+        QFETCH(Writer, writer);
+        const QString precious = m_place->filePath(QStringLiteral("precious.txt"));
+        put(precious, "precious");
+        QVERIFY(QFile::link(precious, file()));
+        write(writer, noise(3), file());
+        QCOMPARE(contentOf(precious), QByteArray("precious"));
+        QVERIFY(!QFileInfo(file()).isSymLink());
+        QCOMPARE(QImage(file()).size(), QSize(3, 3));
+    }
+
+    void capturesAreReadableAsTheUmaskSays()
+    {
+        const mode_t before = umask(0027);
+        write(Writer::captures, noise(3), file());
+        umask(before);
+        QCOMPARE(modeOf(file()), 0640);
+    }
+
+private:
+    static void addWritersAndSizes()
+    {
+        QTest::addColumn<Writer>("writer");
+        QTest::addColumn<int>("side");
+        QTest::newRow("captures, small") << Writer::captures << 3;
+        QTest::newRow("captures, large") << Writer::captures << 200;
+        QTest::newRow("save as, small") << Writer::saveAs << 3;
+        QTest::newRow("save as, large") << Writer::saveAs << 200;
+    }
+
+    /// Returns when the file is there, or won't be.
+    void write(Writer writer, const Rendered& picture, const QString& path)
+    {
+        const QTemporaryDir elsewhere;
+        Defaults defaults(elsewhere.filePath(QStringLiteral("settings.json")));
+        const Prefs prefs(defaults);
+        test::FakePasteboard pasteboard;
+        History history(elsewhere.filePath(QStringLiteral("historia")));
+        Output output(pasteboard, history, prefs, [](const std::function<void()>& job) { job(); });
+        if (writer == Writer::captures)
+            output.deliver(picture, {.saveTo = path});
+        else
+            output.writeFile(picture, path);
+    }
+
+    [[nodiscard]] QString file() const { return m_place->filePath(QStringLiteral("captura.png")); }
+    [[nodiscard]] QStringList allFiles() const
+    {
+        return QDir(m_place->path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_place = std::make_unique<QTemporaryDir>();
+};
+
+BRINDLECAM_TEST(TestOutputFiles);
+
+} // namespace brindlecam
+
+#include "tst_outputfiles.moc"
