@@ -15,7 +15,10 @@ namespace brindlecam {
 
 namespace {
 
-constexpr QFile::Permissions kOwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
+constexpr QFile::Permissions kOwnersFile = QFile::ReadOwner | QFile::WriteOwner;
+constexpr QFile::Permissions kOwner = kOwnersFile | QFile::ExeOwner;
+constexpr QFile::Permissions kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                       QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
 constexpr qint64 kChunk = 64 * 1024;
 
 bool openAnew(QFile& file, Readers readers)
@@ -23,7 +26,7 @@ bool openAnew(QFile& file, Readers readers)
     // New, so that no link somebody has put there is followed; unbuffered, so that write() itself
     // meets the full disk.
     constexpr auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
-    return readers == Readers::ownerOnly ? file.open(mode, kOwnerOnly) : file.open(mode);
+    return readers == Readers::ownerOnly ? file.open(mode, kOwnersFile) : file.open(mode);
 }
 
 /// Some disks only notice here that they are full.
@@ -58,9 +61,9 @@ bool writeWhole(const QString& path, const QByteArray& bytes, Readers readers)
         return false;
     // The umask may have taken too much. Where there are no permissions, none are needed.
     if (readers == Readers::ownerOnly)
-        file.setPermissions(kOwnerOnly);
+        file.setPermissions(kOwnersFile);
     else if (replacesFile)
-        file.setPermissions(existing.permissions());
+        file.setPermissions(existing.permissions() & (kOwner | kOthers));
 
     const bool whole = file.write(bytes) == bytes.size() && reachesTheDisk(file);
     file.close();
@@ -72,12 +75,9 @@ bool writeWhole(const QString& path, const QByteArray& bytes, Readers readers)
 
 void keepFromOthers(const QString& path)
 {
-    constexpr QFile::Permissions owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
-                                          QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     const QFile::Permissions all = QFile::permissions(path);
-    if (all & others)
-        QFile::setPermissions(path, all & owner);
+    if (all & kOthers)
+        QFile::setPermissions(path, all & kOwner);
 }
 
 std::optional<QByteArray> readWhole(QIODevice& file)
