@@ -1,10 +1,12 @@
 #include "recents/History.h"
 
+#include "base/UnfinishedFiles.h"
 #include "base/WholeFile.h"
 #include "recents/HistoryNames.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace brindlecam {
@@ -27,12 +29,37 @@ bool History::add(const QByteArray& data, const QString& fileExtension) const
 {
     if (data.isEmpty())
         return false;
-    QDir().mkpath(m_folder);
-    const bool added = writeWhole(path(HistoryNames::nameFor(m_clock(), fileExtension)), data);
-    // Another thread may be pruning too: removing what is gone already fails and harms nobody.
-    for (const QString& name : HistoryNames::surplus(HistoryNames::entries(fileNames())))
-        QFile::remove(path(name));
+    // One after another: each name comes after the newest there is.
+    const std::lock_guard lock(m_adding);
+    makeFolder();
+    const QString name =
+        HistoryNames::nextName(m_clock(), HistoryNames::entries(fileNames()), fileExtension);
+    const bool added = writeWhole(path(name), data, Readers::ownerOnly);
+    // Another copy of the program may be pruning too: removing what is gone already fails and harms
+    // nobody.
+    for (const QString& old : HistoryNames::surplus(HistoryNames::entries(fileNames()), name))
+        QFile::remove(path(old));
     return added;
+}
+
+void History::makeFolder() const
+{
+    constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+    if (QFileInfo::exists(m_folder))
+        return;
+    QDir().mkpath(QFileInfo(m_folder).path());
+    if (QDir().mkdir(m_folder, ownerOnly))
+        QFile::setPermissions(m_folder, ownerOnly); // the umask may have taken too much
+}
+
+void History::tidy() const
+{
+    // What a link of the user's leads to is shared as the user likes.
+    if (!QFileInfo(m_folder).isSymLink())
+        keepFromOthers(m_folder);
+    for (const QString& item : items())
+        keepFromOthers(item);
+    UnfinishedFiles::removeAbandoned(m_folder, m_clock());
 }
 
 QStringList History::items() const
@@ -51,7 +78,7 @@ int History::clear() const
         QFile::remove(path(name));
     // Pictures the user wants gone must not survive in what a killed program left half written.
     for (const QString& name : all) {
-        if (HistoryNames::isUnfinished(name))
+        if (UnfinishedFiles::isName(name))
             QFile::remove(path(name));
     }
     return static_cast<int>(listed.size());
@@ -59,7 +86,7 @@ int History::clear() const
 
 QStringList History::fileNames() const
 {
-    return QDir(m_folder).entryList(QDir::Files | QDir::Hidden, QDir::Unsorted);
+    return QDir(m_folder).entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Unsorted);
 }
 
 QString History::path(const QString& name) const

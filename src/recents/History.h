@@ -6,12 +6,14 @@
 #include <QStringList>
 
 #include <functional>
+#include <mutex>
 
 namespace brindlecam {
 
 /// Private copies of the latest captures, one file each in a folder of their own, so that they can
 /// be shown and copied again after the clipboard has moved on. Nothing is kept in memory: every
-/// call lists the folder. Safe from any thread. A folder that can't be listed is empty.
+/// call lists the folder. Only files whose names are ours count; links do not. Folder and files are
+/// their owner's only. Safe from any thread. A folder that can't be listed is empty.
 class History final {
 public:
     /// The wall clock, asked from the thread of each add().
@@ -26,9 +28,9 @@ public:
 
     [[nodiscard]] const QString& folder() const { return m_folder; }
 
-    /// Stores encoded bytes under the current time and removes the oldest entries beyond 20. An
-    /// entry of the same millisecond and extension ("png" or "gif") is overwritten. The entry
-    /// appears whole or not at all; false: not at all.
+    /// Stores encoded bytes ("png" or "gif") under the current time, or right after the newest
+    /// entry where that is dated later, and removes the oldest entries beyond 20. The entry appears
+    /// whole or not at all; false: not at all.
     bool add(const QByteArray& data, const QString& fileExtension) const;
 
     /// Absolute paths of the entries, newest first.
@@ -37,12 +39,18 @@ public:
     /// Deletes every entry; returns how many were listed, even if some could not be deleted.
     int clear() const;
 
+    /// For the start, on a thread that may wait for the disk: what earlier versions left readable
+    /// for others is so no more, and what killed runs left half written goes.
+    void tidy() const;
+
 private:
+    void makeFolder() const;
     [[nodiscard]] QStringList fileNames() const;
     [[nodiscard]] QString path(const QString& name) const;
 
     QString m_folder;
     Clock m_clock;
+    mutable std::mutex m_adding;
 };
 
 } // namespace brindlecam

@@ -4,30 +4,49 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace brindlecam::HistoryNames {
 
-QString nameFor(const QDateTime& localTime, const QString& fileExtension)
+namespace {
+
+const QString kDay = QStringLiteral("yyyyMMdd");
+const QString kClock = QStringLiteral("HHmmss-zzz");
+constexpr int kLastYear = 9999; // later ones have five digits
+
+/// What the clock showed. As UTC, because local clocks skip an hour in spring.
+std::optional<QDateTime> timeIn(const QString& name)
 {
-    return localTime.toString(QStringLiteral("yyyyMMdd-HHmmss-zzz")) + QLatin1Char('.') +
-           fileExtension;
+    static const QRegularExpression pattern(QRegularExpression::anchoredPattern(
+        QStringLiteral("([0-9]{8})-([0-9]{6}-[0-9]{3})\\.(?:png|gif)")));
+    const QRegularExpressionMatch match = pattern.match(name);
+    const QDate day = QDate::fromString(match.captured(1), kDay);
+    const QTime clock = QTime::fromString(match.captured(2), kClock);
+    return day.isValid() && clock.isValid() ? std::optional(QDateTime(day, clock, Qt::UTC))
+                                            : std::nullopt;
+}
+
+} // namespace
+
+QString nameFor(const QDateTime& time, const QString& fileExtension)
+{
+    return time.toString(kDay + QLatin1Char('-') + kClock) + QLatin1Char('.') + fileExtension;
+}
+
+QString nextName(const QDateTime& now, const QStringList& entries, const QString& fileExtension)
+{
+    QDateTime time(now.date(), now.time(), Qt::UTC);
+    if (const auto newest = entries.isEmpty() ? std::nullopt : timeIn(entries.constFirst())) {
+        const QDateTime next = newest->addMSecs(1);
+        if (next.date().year() <= kLastYear)
+            time = std::max(time, next);
+    }
+    return nameFor(time, fileExtension);
 }
 
 bool isEntry(const QString& name)
 {
-    // A dot at the very start hides a file; what follows is its name and no extension.
-    const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
-    if (dot <= 0)
-        return false;
-    const QStringView extension = QStringView(name).mid(dot + 1);
-    return extension == QLatin1String("png") || extension == QLatin1String("gif");
-}
-
-bool isUnfinished(const QString& name)
-{
-    static const QRegularExpression pattern(QRegularExpression::anchoredPattern(
-        QStringLiteral("[0-9]{8}-[0-9]{6}-[0-9]{3}\\.(png|gif)\\.[A-Za-z]{6}")));
-    return pattern.match(name).hasMatch();
+    return timeIn(name).has_value();
 }
 
 QStringList entries(const QStringList& names)
@@ -39,9 +58,10 @@ QStringList entries(const QStringList& names)
     return kept;
 }
 
-QStringList surplus(const QStringList& entries)
+QStringList surplus(QStringList entries, const QString& added)
 {
-    return entries.mid(kMostEntries);
+    const bool isThere = entries.removeOne(added);
+    return entries.mid(isThere ? kMostEntries - 1 : kMostEntries);
 }
 
 } // namespace brindlecam::HistoryNames

@@ -1,4 +1,6 @@
+#include "base/UnfinishedFiles.h"
 #include "recents/History.h"
+#include "support/FullDisk.h"
 #include "support/TestCase.h"
 
 #include <QDir>
@@ -8,11 +10,10 @@
 #include <QTemporaryDir>
 
 #include <atomic>
-#include <csignal>
 #include <thread>
 #include <vector>
 
-#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace brindlecam {
@@ -34,28 +35,6 @@ void put(const QString& path, const QByteArray& content = "by hand")
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(content), content.size());
 }
-
-/// While it lives, writing past this many bytes of any file fails as on a full disk.
-class FullDisk final {
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY_MOVE(FullDisk)
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
-};
 
 /// While it lives, nothing can be made or deleted in the folder, not even by the superuser's tests,
 /// which become another user meanwhile.
@@ -156,8 +135,14 @@ private Q_SLOTS:
     void foreignFilesAreNeverListedPrunedOrCleared()
     {
         history().add("mine", kPng);
-        const QStringList foreign{QStringLiteral("/0001.jpg"), QStringLiteral("/0002.PNG"),
-                                  QStringLiteral("/.DS_Store"), QStringLiteral("/0003.png.part")};
+        const QStringList foreign{QStringLiteral("/0001.jpg"),
+                                  QStringLiteral("/0002.PNG"),
+                                  QStringLiteral("/.DS_Store"),
+                                  QStringLiteral("/0003.png.part"),
+                                  QStringLiteral("/foto.png"),
+                                  QStringLiteral("/zoo.gif"),
+                                  QStringLiteral("/20250101-000000-000 (copia).png"),
+                                  QStringLiteral("/20250101-000000-000.png.backup")};
         for (const QString& name : foreign)
             put(folder() + name);
         QVERIFY(QDir(folder()).mkdir(QStringLiteral("0004.png")));
@@ -172,20 +157,137 @@ private Q_SLOTS:
         QVERIFY(QFileInfo::exists(folder() + QStringLiteral("/0004.png/inside")));
     }
 
-    void secondAddOfTheSameMillisecondReplacesTheFirst()
+    void addsOfTheSameMillisecondAreTwoEntries()
     {
-        history().add("first, and longer", kPng);
-        history().add("second", kPng);
-        QCOMPARE(history().items().size(), 1);
-        QCOMPARE(contentOf(history().items().constFirst()), QByteArray("second"));
+        history().add("first", kPng);
+        history().add("second", kGif);
+        history().add("third", kPng);
+        QCOMPARE(names(), (QStringList{QStringLiteral("20260314-092653-002.png"),
+                                       QStringLiteral("20260314-092653-001.gif"),
+                                       QStringLiteral("20260314-092653-000.png")}));
+        QCOMPARE(contentOf(history().items().constLast()), QByteArray("first"));
     }
 
-    void pngComesBeforeGifOfTheSameMillisecond()
+    void entriesFromAFutureAreOlderThanANewCapture()
     {
-        history().add("moving", kGif);
-        history().add("still", kPng);
-        QCOMPARE(names(), (QStringList{QStringLiteral("20260314-092653-000.png"),
-                                       QStringLiteral("20260314-092653-000.gif")}));
+        QVERIFY(QDir().mkpath(folder()));
+        for (int second = 10; second < 35; ++second)
+            put(folder() + QStringLiteral("/20990101-0000%1-999.png").arg(second));
+        history().add("new", kPng);
+        QCOMPARE(names().size(), 20);
+        QCOMPARE(names().constFirst(), QStringLiteral("20990101-000035-000.png"));
+        QCOMPARE(contentOf(history().items().constFirst()), QByteArray("new"));
+        history().add("newer", kPng);
+        QCOMPARE(names().constFirst(), QStringLiteral("20990101-000035-001.png"));
+    }
+
+    void aNewCaptureStaysEvenAfterTheLastMomentThereIs()
+    {
+        QVERIFY(QDir().mkpath(folder()));
+        for (const char* moment : {"99991231-235959-999", "99991231-235959-998"}) {
+            for (const char* kind : {"png", "gif"})
+                put(folder() +
+                    QStringLiteral("/%1.%2").arg(QLatin1String(moment), QLatin1String(kind)));
+        }
+        for (int second = 10; second < 30; ++second)
+            put(folder() + QStringLiteral("/99990101-0000%1-999.png").arg(second));
+        history().add("new", kPng);
+        QCOMPARE(names().size(), 20);
+        QVERIFY(names().contains(QStringLiteral("20260314-092653-000.png")));
+    }
+
+    void theFolderAndItsFilesAreTheirOwnersOnly_data()
+    {
+        QTest::addColumn<int>("mask");
+        QTest::newRow("usual") << 0022;
+        QTest::newRow("none") << 0000;
+        QTest::newRow("hides even from its owner") << 0277;
+    }
+    void theFolderAndItsFilesAreTheirOwnersOnly()
+    {
+        QFETCH(int, mask);
+        QVERIFY(QDir().mkpath(QFileInfo(folder()).path()));
+        const mode_t before = umask(static_cast<mode_t>(mask));
+        history().add("bytes", kPng);
+        umask(before);
+        QCOMPARE(modeOf(folder()), 0700);
+        QCOMPARE(modeOf(history().items().constFirst()), 0600);
+    }
+
+    void whatEarlierVersionsLeftIsPutRight()
+    {
+        addMany(2);
+        const QString entry = history().items().constFirst();
+        const QString foreign = folder() + QStringLiteral("/notes.txt");
+        put(foreign);
+        for (const QString& file : {entry, foreign})
+            QCOMPARE(::chmod(qUtf8Printable(file), 0644), 0);
+        QCOMPARE(::chmod(qUtf8Printable(folder()), 0755), 0);
+        history().tidy();
+        QCOMPARE(modeOf(folder()), 0700);
+        QCOMPARE(modeOf(entry), 0600);
+        QCOMPARE(modeOf(foreign), 0644);
+        QCOMPARE(names().size(), 2);
+    }
+
+    void aFolderBehindTheUsersLinkStaysShared()
+    {
+        const QString shared = m_place->filePath(QStringLiteral("shared"));
+        QVERIFY(QDir().mkpath(shared));
+        QVERIFY(QDir().mkpath(QFileInfo(folder()).path()));
+        QVERIFY(QFile::link(shared, folder()));
+        QCOMPARE(::chmod(qUtf8Printable(shared), 0755), 0);
+        addMany(1);
+        history().tidy();
+        QCOMPARE(modeOf(shared), 0755);
+        QCOMPARE(modeOf(history().items().constFirst()), 0600);
+    }
+
+    void whatKilledRunsLeftGoesAfterAnHour()
+    {
+        addMany(2);
+        put(folder() + QLatin1Char('/') + UnfinishedFiles::newName(), "half a picture");
+        put(folder() + QStringLiteral("/20250101-000000-000.png.backup"));
+        const QStringList before = allFiles();
+        const QDateTime now = QDateTime::currentDateTime();
+        History(folder(), [now] { return now; }).tidy();
+        QCOMPARE(allFiles(), before);
+        History(folder(), [now] { return now.addSecs(3700); }).tidy();
+        QCOMPARE(allFiles().size(), before.size() - 1);
+        QCOMPARE(names().size(), 2);
+    }
+
+    void tidyingWhereThereIsNoHistoryMakesNone()
+    {
+        history().tidy();
+        QVERIFY(!QFileInfo::exists(folder()));
+    }
+
+    void aLinkUnderTheNewNameIsReplaced()
+    {
+        QVERIFY(QDir().mkpath(folder()));
+        const QString precious = m_place->filePath(QStringLiteral("precious.txt"));
+        put(precious, "precious");
+        QVERIFY(QFile::link(precious, folder() + QStringLiteral("/20260314-092653-000.png")));
+        history().add("bytes", kPng);
+        QCOMPARE(contentOf(precious), QByteArray("precious"));
+        QCOMPARE(names(), QStringList{QStringLiteral("20260314-092653-000.png")});
+        QVERIFY(!QFileInfo(history().items().constFirst()).isSymLink());
+        QCOMPARE(contentOf(history().items().constFirst()), QByteArray("bytes"));
+    }
+
+    void linksAreNoEntries()
+    {
+        QVERIFY(QDir().mkpath(folder()));
+        const QString photograph = m_place->filePath(QStringLiteral("photograph.png"));
+        put(photograph);
+        const QString link = folder() + QStringLiteral("/20250101-000000-000.png");
+        QVERIFY(QFile::link(photograph, link));
+        QVERIFY(history().items().isEmpty());
+        addMany(25);
+        QCOMPARE(history().clear(), 20);
+        QVERIFY(QFileInfo(link).isSymLink());
+        QVERIFY(QFileInfo::exists(photograph));
     }
 
     void clearCountsWhatWasListedEvenIfNothingCanGo()
@@ -208,33 +310,39 @@ private Q_SLOTS:
     void clearTakesAlongWhatAKilledProgramLeft()
     {
         addMany(1);
-        const QString leftover = folder() + QStringLiteral("/20260101-000000-000.png.aBcDeF");
+        const QString leftover = folder() + QLatin1Char('/') + UnfinishedFiles::newName();
         put(leftover, "half a picture");
         QVERIFY(!history().items().contains(leftover));
         QCOMPARE(history().clear(), 1);
         QVERIFY(!QFileInfo::exists(leftover));
     }
 
-    void fullDiskLeavesNoHalfFile()
+    void whereNoFileMayGrowNothingIsAdded_data() { addSizes(); }
+    void whereNoFileMayGrowNothingIsAdded()
     {
-        addMany(2);
+        QFETCH(int, size);
+        addMany(20);
         const QStringList before = allFiles();
         {
-            const FullDisk disk(4096);
-            history().add(QByteArray(100'000, 'x'), kPng);
+            const test::FileSizeLimit limit(0);
+            history().add(QByteArray(size, 'x'), kPng);
         }
         QCOMPARE(allFiles(), before);
     }
 
-    void fullDiskKeepsTheEntryThatWouldHaveBeenReplaced()
+    void onAFullDiskNothingIsAdded_data() { addSizes(); }
+    void onAFullDiskNothingIsAdded()
     {
-        history().add("first", kPng);
-        {
-            const FullDisk disk(4096);
-            history().add(QByteArray(100'000, 'x'), kPng);
-        }
-        QCOMPARE(allFiles().size(), 1);
-        QCOMPARE(contentOf(history().items().constFirst()), QByteArray("first"));
+        QFETCH(int, size);
+        QVERIFY(QDir().mkpath(folder()));
+        test::SmallDisk disk(folder());
+        if (!disk.isMounted())
+            QSKIP("nobody but the superuser may mount a disk");
+        addMany(3);
+        disk.fill();
+        const QStringList before = allFiles();
+        history().add(QByteArray(size, 'x'), kPng);
+        QCOMPARE(allFiles(), before);
     }
 
     void fileInPlaceOfTheFolderIsSwallowed()
@@ -280,6 +388,20 @@ private Q_SLOTS:
     }
 
 private:
+    static void addSizes()
+    {
+        QTest::addColumn<int>("size");
+        QTest::newRow("small") << 700;
+        QTest::newRow("large") << 100'000;
+    }
+
+    static int modeOf(const QString& path)
+    {
+        struct stat status {};
+        return stat(qUtf8Printable(path), &status) == 0 ? static_cast<int>(status.st_mode & 07777)
+                                                        : -1;
+    }
+
     [[nodiscard]] QString folder() const
     {
         return m_place->filePath(QStringLiteral("share/Brindlecam/Recientes"));
