@@ -101,7 +101,11 @@ void Prefs::setSize(double size, Tool tool)
 QString Prefs::saveFolder() const
 {
     const QString stored = m_defaults.string(QStringLiteral("saveFolder")).value_or(QString());
-    if (!stored.isEmpty())
+    if (stored.startsWith(QLatin1String("~/")))
+        return QDir::cleanPath(QDir::homePath() + QLatin1Char('/') + stored.mid(2));
+    // Relative to what? A program started by a session has no working folder of its own. Qt takes
+    // more for absolute than paths.
+    if (stored.startsWith(QLatin1Char('/')))
         return stored;
     QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     if (pictures.isEmpty())

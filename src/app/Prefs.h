@@ -37,8 +37,9 @@ public:
     /// Clamped before it is stored; ignored for tools without sizes.
     void setSize(double size, Tool tool);
 
-    /// Path of the captures folder exactly as stored (no tilde expansion), or "Brindlecam" in the
-    /// user's pictures folder. It need not exist: whoever writes into it makes it.
+    /// Path of the captures folder as stored, a leading "~/" being the home folder; "Brindlecam" in
+    /// the user's pictures folder where nothing or no absolute path is stored. It need not exist:
+    /// whoever writes into it makes it.
     [[nodiscard]] QString saveFolder() const;
     /// "Brindlecam 2026-03-14 09.26.53.png", in local time.
     [[nodiscard]] static QString newFileName();

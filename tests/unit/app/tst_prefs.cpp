@@ -132,15 +132,42 @@ private Q_SLOTS:
         }
     }
 
-    void theCapturesFolderIsUsedAsStored()
+    void theCapturesFolderIsTheOneStored_data()
     {
-        QCOMPARE(m_prefs->saveFolder(),
-                 QStandardPaths::writableLocation(QStandardPaths::PicturesLocation) +
-                     QStringLiteral("/Brindlecam"));
-        m_defaults->setString(QStringLiteral("saveFolder"), QStringLiteral("~/Mis capturas"));
-        QCOMPARE(m_prefs->saveFolder(), QStringLiteral("~/Mis capturas"));
+        const QString standard =
+            QStandardPaths::writableLocation(QStandardPaths::PicturesLocation) +
+            QStringLiteral("/Brindlecam");
+        const QString home = QDir::homePath();
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("full path") << QStringLiteral("/srv/shots") << QStringLiteral("/srv/shots");
+        QTest::newRow("as it stands")
+            << QStringLiteral("/srv/../a b/~") << QStringLiteral("/srv/../a b/~");
+        QTest::newRow("below home")
+            << QStringLiteral("~/Mis capturas") << home + QStringLiteral("/Mis capturas");
+        QTest::newRow("home") << QStringLiteral("~/") << home;
+        QTest::newRow("a tilde alone") << QStringLiteral("~") << standard;
+        QTest::newRow("another's home") << QStringLiteral("~root/shots") << standard;
+        QTest::newRow("relative") << QStringLiteral("shots") << standard;
+        QTest::newRow("upwards") << QStringLiteral("../../shots") << standard;
+        QTest::newRow("inside the program") << QStringLiteral(":/shots") << standard;
+        QTest::newRow("empty") << QString() << standard;
+    }
+    void theCapturesFolderIsTheOneStored()
+    {
+        QFETCH(QString, stored);
+        m_defaults->setString(QStringLiteral("saveFolder"), stored);
+        QTEST(m_prefs->saveFolder(), "folder");
+    }
+
+    void withoutAStoredTextTheCapturesFolderLiesInThePictures()
+    {
+        const QString standard =
+            QStandardPaths::writableLocation(QStandardPaths::PicturesLocation) +
+            QStringLiteral("/Brindlecam");
+        QCOMPARE(m_prefs->saveFolder(), standard);
         m_defaults->setNumber(QStringLiteral("saveFolder"), 1);
-        QVERIFY(m_prefs->saveFolder().endsWith(QStringLiteral("/Brindlecam")));
+        QCOMPARE(m_prefs->saveFolder(), standard);
     }
 
     void newFilesAreNamedByTheMoment()
