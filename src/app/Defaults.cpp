@@ -1,11 +1,5 @@
 #include "app/Defaults.h"
 
-#include "base/WholeFile.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonDocument>
 #include <QStandardPaths>
 
 #include <cmath>
@@ -23,44 +17,27 @@ QString base64Key()
 
 } // namespace
 
-Defaults::Defaults(QString file)
-    : m_file(std::move(file))
+Defaults::Defaults(QString file, std::chrono::milliseconds lockPatience)
+    : m_file(std::move(file), lockPatience)
+    , m_values(m_file.load())
 {
     m_saver.setMaxThreadCount(1); // the last file written is never older than the one before
     m_saver.setExpiryTimeout(0);
-    load();
 }
 
 Defaults::~Defaults()
 {
-    m_saver.waitForDone();
+    waitForSaves();
+    if (m_unsaved.isEmpty())
+        return;
+    saveSoon(); // what a full disk refused; it may have room by now
+    waitForSaves();
 }
 
 QString Defaults::standardFile()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/brindlecam/settings.json");
-}
-
-void Defaults::load()
-{
-    if (!QFileInfo::exists(m_file))
-        return;
-    QFile file(m_file);
-    if (!file.open(QIODevice::ReadOnly)) {
-        // What we can't read may be perfectly good: saving would throw it away.
-        m_savable = false;
-        return;
-    }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    file.close();
-    if (document.isObject()) {
-        m_values = document.object();
-        return;
-    }
-    const QString aside = m_file + QStringLiteral(".damaged");
-    QFile::remove(aside);
-    QFile::rename(m_file, aside);
 }
 
 std::optional<bool> Defaults::boolean(const QString& key) const
@@ -133,13 +110,14 @@ void Defaults::store(const QString& key, const QJsonValue& value)
         if (std::as_const(m_values).value(key) == value)
             return;
         m_values.insert(key, value); // undefined removes the key
+        m_unsaved.insert(key, value);
     }
     saveSoon();
 }
 
 void Defaults::saveSoon()
 {
-    if (!m_savable || m_saveWaits.exchange(true))
+    if (m_saveWaits.exchange(true))
         return;
     m_saver.start([this] {
         m_saveWaits = false;
@@ -149,13 +127,18 @@ void Defaults::saveSoon()
 
 void Defaults::save()
 {
-    QJsonObject values;
+    QJsonObject all;
+    SettingsFile::Changes changes;
     {
         const std::lock_guard lock(m_mutex);
-        values = m_values;
+        all = m_values;
+        changes = std::exchange(m_unsaved, {});
     }
-    QDir().mkpath(QFileInfo(m_file).path());
-    (void)writeWhole(m_file, QJsonDocument(values).toJson());
+    if (changes.isEmpty() || m_file.merge(changes, all))
+        return;
+    const std::lock_guard lock(m_mutex);
+    changes.insert(m_unsaved); // what was changed meanwhile is newer
+    m_unsaved = changes;
 }
 
 } // namespace brindlecam

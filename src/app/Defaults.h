@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/SettingsFile.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QJsonValue>
@@ -7,21 +9,23 @@
 #include <QThreadPool>
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <optional>
 
 namespace brindlecam {
 
 /// The typed settings store: one flat JSON object in one file, read once; memory is the truth, and
-/// every change is saved at once by an atomic replacement, on a thread of its own, because a disk
-/// may take its time; the destructor waits for the last one. Safe from several threads. A file that
-/// is not a JSON object is set aside as "<file>.damaged" and every key reads as absent. A file that
-/// is there but can't be read is never replaced, and one that can't be written is left as it is:
-/// the store then works in memory.
+/// every change is saved at once, on a thread of its own, because a disk may take its time; the
+/// destructor waits for the last one. Only keys that were changed here are set in the file, so that
+/// copies of the program can share it; what they have changed is seen at the next start. What can't
+/// be saved stays in memory and is tried again with the next change, and at the end. How the file
+/// is treated is told in app/SettingsFile.h. Safe from several threads.
 class Defaults final {
 public:
-    /// Reads `file`; it and its folder need not exist.
-    explicit Defaults(QString file);
+    /// Reads `file`; it and its folder need not exist. `lockPatience`: see SettingsFile.
+    explicit Defaults(QString file,
+                      std::chrono::milliseconds lockPatience = SettingsFile::kPatience);
     ~Defaults();
     Defaults(const Defaults&) = delete;
     Defaults& operator=(const Defaults&) = delete;
@@ -44,17 +48,21 @@ public:
     void setData(const QString& key, const QByteArray& value);
     void remove(const QString& key);
 
+    /// The folder that the file really lies in, where it is a link.
+    [[nodiscard]] QString folder() const { return m_file.folder(); }
+    /// Waits until every change so far has been tried to save.
+    void waitForSaves() { m_saver.waitForDone(); }
+
 private:
-    void load();
     [[nodiscard]] QJsonValue value(const QString& key) const;
     void store(const QString& key, const QJsonValue& value);
     void saveSoon();
     void save();
 
-    const QString m_file;
-    bool m_savable = true;      ///< settled by load()
+    const SettingsFile m_file;
     mutable std::mutex m_mutex; ///< held for memory only, so that nobody waits for the disk
     QJsonObject m_values;
+    SettingsFile::Changes m_unsaved;       ///< not in the file yet, nor on the way into it
     std::atomic<bool> m_saveWaits = false; ///< a save that has not begun will see every change
     QThreadPool m_saver;                   ///< one thread while there is something to save
 };
