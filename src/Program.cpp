@@ -1,6 +1,9 @@
 #include "Program.h"
 
+#include "base/UnfinishedFiles.h"
+
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QEventLoop>
 #include <QThreadPool>
 #include <QTimer>
@@ -66,6 +69,19 @@ void Program::start(std::optional<CaptureAction> action)
     else
         m_captureController.warmUp();
     m_delegate.showWelcomeIfFirstRun();
+    tidyFolders();
+}
+
+void Program::tidyFolders() const
+{
+    // A disk may take longer than this object lives: only values go along.
+    runInPool([history = m_history.folder(), captures = m_prefs.saveFolder(),
+               settings = m_defaults.folder()] {
+        History(history).tidy();
+        const QDateTime now = QDateTime::currentDateTime();
+        UnfinishedFiles::removeAbandoned(captures, now);
+        UnfinishedFiles::removeAbandoned(settings, now);
+    });
 }
 
 void Program::quit()

@@ -49,6 +49,7 @@ private:
     void wireApp();
     void wireCapture();
     void wirePins();
+    void tidyFolders() const;
 
     Platform m_platform;
     Defaults m_defaults;

@@ -1,7 +1,12 @@
 #include "Program.h"
+#include "base/UnfinishedFiles.h"
 #include "platform/null/NullPlatform.h"
 #include "support/TestCase.h"
 
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -61,6 +66,59 @@ private Q_SLOTS:
         Program program(makeNullPlatform(), CaptureFailure::Voice::silent);
         program.start(CaptureAction::area);
         QVERIFY(!program.captureController().busy());
+    }
+
+    void theStartTidiesWhatKilledRunsAndEarlierVersionsLeft()
+    {
+        const QString captures = m_folder.filePath(QStringLiteral("Capturas"));
+        const QString dots = m_folder.filePath(QStringLiteral("dots"));
+        const QStringList folders{captures, dots, History::standardFolder()};
+        QStringList abandoned;
+        QStringList precious;
+        for (const QString& folder : folders) {
+            QVERIFY(QDir().mkpath(folder));
+            abandoned << folder + QLatin1Char('/') + UnfinishedFiles::newName();
+            put(abandoned.constLast(), "half", Age::twoHours);
+            precious << folder + QLatin1Char('/') + UnfinishedFiles::newName();
+            put(precious.constLast(), "being written", Age::now);
+            precious << folder + QStringLiteral("/Brindlecam 2026-03-14 09.26.53.png.backup");
+            put(precious.constLast(), "precious", Age::twoHours);
+        }
+        const QString entry =
+            History::standardFolder() + QStringLiteral("/20260314-092653-589.png");
+        put(entry, "picture", Age::twoHours);
+        constexpr auto forAll = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+        QVERIFY(QFile::setPermissions(entry, forAll));
+        // The settings lie where the user's link leads, and so does what was left of them.
+        put(dots + QStringLiteral("/brindle.json"),
+            R"({"didShowWelcome": true, "saveFolder": "~/Capturas"})", Age::twoHours);
+        QVERIFY(QDir().mkpath(QFileInfo(Defaults::standardFile()).path()));
+        QFile::remove(Defaults::standardFile());
+        QVERIFY(QFile::link(dots + QStringLiteral("/brindle.json"), Defaults::standardFile()));
+
+        Program program(makeNullPlatform(), CaptureFailure::Voice::silent);
+        program.start({});
+        for (const QString& path : abandoned)
+            QTRY_VERIFY2(!QFile::exists(path), qPrintable(path));
+        QTRY_VERIFY(!(QFile::permissions(entry) & QFile::ReadOther));
+        for (const QString& path : precious)
+            QVERIFY2(QFile::exists(path), qPrintable(path));
+        QVERIFY(QFileInfo(Defaults::standardFile()).isSymLink());
+    }
+
+private:
+    enum class Age { now, twoHours };
+
+    static void put(const QString& path, const QByteArray& content, Age age)
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), content.size());
+        QVERIFY(file.flush());
+        if (age == Age::twoHours) {
+            QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-2 * 3600),
+                                     QFileDevice::FileModificationTime));
+        }
     }
 };
 
