@@ -1,4 +1,5 @@
 #include "app/Defaults.h"
+#include "support/Files.h"
 #include "support/FullDisk.h"
 #include "support/TestCase.h"
 
@@ -14,7 +15,6 @@
 #include <memory>
 #include <thread>
 
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,34 +25,14 @@ namespace {
 const QString kOld = QStringLiteral("old");
 const QString kNew = QStringLiteral("new");
 
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
 QStringList keysIn(const QString& path)
 {
-    return QJsonDocument::fromJson(contentOf(path)).object().keys();
-}
-
-void put(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), content.size());
-}
-
-int modeOf(const QString& path)
-{
-    struct stat status {};
-    return stat(qUtf8Printable(path), &status) == 0 ? static_cast<int>(status.st_mode & 07777) : -1;
+    return QJsonDocument::fromJson(test::contentOf(path)).object().keys();
 }
 
 } // namespace
 
-/// The settings as a file that others write, too, and that may be a link, unreadable or in the way
-/// of a full disk.
+/// The settings as a file that others write, too, and that may be unreadable or lie on a full disk.
 class TestSettingsFile final : public test::TestCase {
     Q_OBJECT
 
@@ -77,7 +57,7 @@ private Q_SLOTS:
 
     void aCopyRemovesOnlyWhatItRemoved()
     {
-        put(file(), R"({"a": 1, "b": 2})");
+        test::put(file(), R"({"a": 1, "b": 2})");
         {
             Defaults one(file());
             Defaults other(file());
@@ -108,10 +88,10 @@ private Q_SLOTS:
 
     void whatTheUserWroteMeanwhileStays()
     {
-        put(file(), R"({"autoCopy": true})");
+        test::put(file(), R"({"autoCopy": true})");
         {
             Defaults defaults(file());
-            put(file(), R"({"autoCopy": false, "showLoupe": false})");
+            test::put(file(), R"({"autoCopy": false, "showLoupe": false})");
             defaults.setNumber(kNew, 1);
         }
         const Defaults again(file());
@@ -122,7 +102,7 @@ private Q_SLOTS:
 
     void aFileThatWasDeletedComesBackWithAllThatIsKnown()
     {
-        put(file(), R"({"old": 1})");
+        test::put(file(), R"({"old": 1})");
         {
             Defaults defaults(file());
             QVERIFY(QFile::remove(file()));
@@ -133,14 +113,14 @@ private Q_SLOTS:
 
     void aFileDamagedMeanwhileIsSetAsideAndNothingKnownIsLost()
     {
-        put(file(), R"({"old": 1})");
+        test::put(file(), R"({"old": 1})");
         {
             Defaults defaults(file());
-            put(file(), R"({"old": 1, "hal":)");
+            test::put(file(), R"({"old": 1, "hal":)");
             defaults.setNumber(kNew, 2);
         }
         QCOMPARE(keysIn(file()), (QStringList{kNew, kOld}));
-        QCOMPARE(contentOf(file() + QStringLiteral(".damaged")),
+        QCOMPARE(test::contentOf(file() + QStringLiteral(".damaged")),
                  QByteArray(R"({"old": 1, "hal":)"));
     }
 
@@ -205,138 +185,10 @@ private Q_SLOTS:
             defaults.waitForSaves();
             QVERIFY(QFileInfo(file()).isDir());
             QVERIFY(QDir().rmdir(file()));
-            put(file(), R"({"old": 1})");
+            test::put(file(), R"({"old": 1})");
             defaults.setBoolean(QStringLiteral("newer"), true);
         }
         QCOMPARE(keysIn(file()), (QStringList{kNew, QStringLiteral("newer"), kOld}));
-    }
-
-    void noDeviceIsEverReadOrReplaced()
-    {
-        QVERIFY(QFile::link(QStringLiteral("/dev/null"), file()));
-        {
-            Defaults defaults(file());
-            defaults.setNumber(kNew, 1);
-        }
-        QVERIFY(QFileInfo(file()).isSymLink());
-        QVERIFY(!QFileInfo::exists(file() + QStringLiteral(".damaged")));
-    }
-
-    void theUsersLinkIsWrittenThrough_data()
-    {
-        QTest::addColumn<QString>("way");
-        QTest::newRow("full path") << m_place->filePath(QStringLiteral("dots/brindle.json"));
-        QTest::newRow("relative") << QStringLiteral("dots/brindle.json");
-        QTest::newRow("by another link") << QStringLiteral("second.json");
-    }
-    void theUsersLinkIsWrittenThrough()
-    {
-        QFETCH(QString, way);
-        if (QDir::isAbsolutePath(way)) // each row has a folder of its own
-            way = m_place->filePath(QStringLiteral("dots/brindle.json"));
-        const QString target = makeTarget();
-        QVERIFY(QFile::link(QStringLiteral("dots/brindle.json"),
-                            m_place->filePath(QStringLiteral("second.json"))));
-        QVERIFY(QFile::link(way, file()));
-        put(target, R"({"old": 1})");
-        {
-            Defaults defaults(file());
-            QCOMPARE(defaults.number(kOld), std::optional(1.0));
-            defaults.setNumber(kNew, 2);
-        }
-        QVERIFY(QFileInfo(file()).isSymLink());
-        QVERIFY(!QFileInfo(target).isSymLink());
-        QCOMPARE(keysIn(target), (QStringList{kNew, kOld}));
-        QCOMPARE(filesIn(QFileInfo(target).path()), QStringList{QStringLiteral("brindle.json")});
-    }
-
-    void aLinkToAFileThatIsNotThereYetMakesIt()
-    {
-        const QString target = makeTarget();
-        QVERIFY(QFile::link(target, file()));
-        {
-            Defaults defaults(file());
-            defaults.setNumber(kNew, 1);
-        }
-        QVERIFY(QFileInfo(file()).isSymLink());
-        QCOMPARE(keysIn(target), QStringList{kNew});
-    }
-
-    void aLinkIntoAFolderThatIsNotThereStaysALink()
-    {
-        const QString target = m_place->filePath(QStringLiteral("disk/brindle.json"));
-        QVERIFY(QFile::link(target, file()));
-        {
-            Defaults defaults(file());
-            defaults.setNumber(kNew, 1);
-            QCOMPARE(defaults.number(kNew), std::optional(1.0));
-        }
-        QVERIFY(QFileInfo(file()).isSymLink());
-        QVERIFY(!QFileInfo::exists(m_place->filePath(QStringLiteral("disk"))));
-    }
-
-    void linksInACircleStay()
-    {
-        const QString other = m_place->filePath(QStringLiteral("other.json"));
-        QVERIFY(QFile::link(other, file()));
-        QVERIFY(QFile::link(file(), other));
-        {
-            Defaults defaults(file());
-            defaults.setNumber(kNew, 1);
-        }
-        QVERIFY(QFileInfo(file()).isSymLink());
-        QVERIFY(QFileInfo(other).isSymLink());
-    }
-
-    void damageBehindALinkIsSetAsideBesideItAndTheLinkStays()
-    {
-        const QString target = makeTarget();
-        put(target, "no JSON");
-        QVERIFY(QFile::link(target, file()));
-        {
-            Defaults defaults(file());
-            QCOMPARE(contentOf(target + QStringLiteral(".damaged")), QByteArray("no JSON"));
-            defaults.setNumber(kNew, 1);
-        }
-        QVERIFY(QFileInfo(file()).isSymLink());
-        QCOMPARE(keysIn(target), QStringList{kNew});
-    }
-
-    void theFileIsItsOwnersOnly_data()
-    {
-        QTest::addColumn<bool>("linked");
-        QTest::newRow("plain") << false;
-        QTest::newRow("behind a link") << true;
-    }
-    void theFileIsItsOwnersOnly()
-    {
-        QFETCH(bool, linked);
-        const QString target = linked ? makeTarget() : file();
-        if (linked)
-            QVERIFY(QFile::link(target, file()));
-        const mode_t before = umask(0);
-        {
-            Defaults defaults(file());
-            defaults.setNumber(kNew, 1);
-        }
-        umask(before);
-        QCOMPARE(modeOf(target), 0600);
-    }
-
-    void anExistingFileIsPutRightAtStart()
-    {
-        put(file(), R"({"old": 1})");
-        QCOMPARE(::chmod(qUtf8Printable(file()), 0664), 0);
-        const Defaults defaults(file());
-        QCOMPARE(modeOf(file()), 0600);
-    }
-
-    void aFileTheUserProtectedStaysProtected()
-    {
-        put(file(), R"({"old": 1})");
-        QCOMPARE(::chmod(qUtf8Printable(file()), 0444), 0);
-        const Defaults defaults(file());
-        QCOMPARE(modeOf(file()), 0400);
     }
 
     void aFullDiskKeepsTheOldSettings_data()
@@ -353,15 +205,15 @@ private Q_SLOTS:
         if (!disk.isMounted())
             QSKIP("nobody but the superuser may mount a disk");
         const QString path = m_place->filePath(QStringLiteral("config/settings.json"));
-        put(path, R"({"old": 1})");
+        test::put(path, R"({"old": 1})");
         {
             Defaults defaults(path);
             disk.fill();
             defaults.setString(kNew, QString(size, QLatin1Char('x')));
             defaults.setNumber(QStringLiteral("newer"), 1);
         }
-        QCOMPARE(contentOf(path), QByteArray(R"({"old": 1})"));
-        QCOMPARE(filesIn(QFileInfo(path).path()),
+        QCOMPARE(test::contentOf(path), QByteArray(R"({"old": 1})"));
+        QCOMPARE(test::filesIn(QFileInfo(path).path()),
                  (QStringList{QStringLiteral(".filler"), QStringLiteral("settings.json")}));
     }
 
@@ -378,8 +230,8 @@ private Q_SLOTS:
     {
         QFETCH(int, size);
         QFETCH(bool, anotherChange);
-        put(file(), R"({"old": 1, "removed": 1})");
-        const QByteArray before = contentOf(file());
+        test::put(file(), R"({"old": 1, "removed": 1})");
+        const QByteArray before = test::contentOf(file());
         const auto change = [&](Defaults& defaults) {
             const test::FileSizeLimit limit(0);
             defaults.setString(kNew, QString(size, QLatin1Char('x')));
@@ -389,7 +241,7 @@ private Q_SLOTS:
         {
             Defaults defaults(file(), std::chrono::milliseconds(20));
             change(defaults);
-            QCOMPARE(contentOf(file()), before);
+            QCOMPARE(test::contentOf(file()), before);
             if (anotherChange) {
                 defaults.setString(kNew, QStringLiteral("y"));
                 defaults.waitForSaves();
@@ -405,19 +257,6 @@ private:
     [[nodiscard]] QString file() const
     {
         return m_place->filePath(QStringLiteral("settings.json"));
-    }
-
-    /// Where a link may lead: a file that does not exist in a folder that does.
-    [[nodiscard]] QString makeTarget() const
-    {
-        if (!QDir(m_place->path()).mkpath(QStringLiteral("dots")))
-            qFatal("no folder can be made");
-        return m_place->filePath(QStringLiteral("dots/brindle.json"));
-    }
-
-    [[nodiscard]] static QStringList filesIn(const QString& folder)
-    {
-        return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
     }
 
     std::unique_ptr<QTemporaryDir> m_place = std::make_unique<QTemporaryDir>();

@@ -1,4 +1,5 @@
 #include "base/WholeFile.h"
+#include "support/Files.h"
 #include "support/FullDisk.h"
 #include "support/TestCase.h"
 
@@ -17,25 +18,6 @@
 namespace brindlecam {
 
 namespace {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void put(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), content.size());
-}
-
-int modeOf(const QString& path)
-{
-    struct stat status {};
-    return stat(qUtf8Printable(path), &status) == 0 ? static_cast<int>(status.st_mode & 07777) : -1;
-}
 
 /// A disk with a bad sector: it can be read up to there.
 class BrokenDevice final : public QIODevice {
@@ -86,30 +68,30 @@ private Q_SLOTS:
         QFETCH(int, size);
         const QByteArray bytes(size, 'n');
         QVERIFY(writeWhole(file(), bytes));
-        QCOMPARE(contentOf(file()), bytes);
+        QCOMPARE(test::contentOf(file()), bytes);
         QVERIFY(writeWhole(file(), "and again"));
-        QCOMPARE(contentOf(file()), QByteArray("and again"));
+        QCOMPARE(test::contentOf(file()), QByteArray("and again"));
         QCOMPARE(allFiles().size(), 1);
     }
 
     void nothingAtAllIsAFileToo()
     {
-        put(file(), "before");
+        test::put(file(), "before");
         QVERIFY(writeWhole(file(), {}));
-        QCOMPARE(contentOf(file()), QByteArray());
+        QCOMPARE(test::contentOf(file()), QByteArray());
     }
 
     void whereNoFileMayGrowTheOldOneStays_data() { addSizes(); }
     void whereNoFileMayGrowTheOldOneStays()
     {
         QFETCH(int, size);
-        put(file(), "before");
+        test::put(file(), "before");
         {
             const test::FileSizeLimit limit(0);
             QVERIFY(!writeWhole(file(), QByteArray(size, 'n')));
             QVERIFY(!writeWhole(m_place->filePath(QStringLiteral("new")), QByteArray(size, 'n')));
         }
-        QCOMPARE(contentOf(file()), QByteArray("before"));
+        QCOMPARE(test::contentOf(file()), QByteArray("before"));
         QCOMPARE(allFiles().size(), 1);
     }
 
@@ -120,24 +102,24 @@ private Q_SLOTS:
         test::SmallDisk disk(m_place->path());
         if (!disk.isMounted())
             QSKIP("nobody but the superuser may mount a disk");
-        put(file(), "before");
+        test::put(file(), "before");
         disk.fill();
         const QStringList before = allFiles();
         QVERIFY(!writeWhole(file(), QByteArray(size, 'n')));
         QVERIFY(!writeWhole(m_place->filePath(QStringLiteral("new")), QByteArray(size, 'n')));
-        QCOMPARE(contentOf(file()), QByteArray("before"));
+        QCOMPARE(test::contentOf(file()), QByteArray("before"));
         QCOMPARE(allFiles(), before);
     }
 
     void aLinkIsReplacedAndWhatItPointsAtStays()
     {
         const QString precious = m_place->filePath(QStringLiteral("precious.txt"));
-        put(precious, "precious");
+        test::put(precious, "precious");
         QVERIFY(QFile::link(precious, file()));
         QVERIFY(writeWhole(file(), "picture"));
-        QCOMPARE(contentOf(precious), QByteArray("precious"));
+        QCOMPARE(test::contentOf(precious), QByteArray("precious"));
         QVERIFY(!QFileInfo(file()).isSymLink());
-        QCOMPARE(contentOf(file()), QByteArray("picture"));
+        QCOMPARE(test::contentOf(file()), QByteArray("picture"));
     }
 
     void aLinkToNowhereIsReplacedAndNothingAppearsThere()
@@ -146,7 +128,7 @@ private Q_SLOTS:
         QVERIFY(QFile::link(nowhere, file()));
         QVERIFY(writeWhole(file(), "picture"));
         QVERIFY(!QFileInfo::exists(nowhere));
-        QCOMPARE(contentOf(file()), QByteArray("picture"));
+        QCOMPARE(test::contentOf(file()), QByteArray("picture"));
     }
 
     void whoMayReadIsSaidOrKept_data()
@@ -169,30 +151,26 @@ private Q_SLOTS:
         QFETCH(int, before);
         QFETCH(int, mask);
         if (before >= 0) {
-            put(file(), "before");
-            QCOMPARE(::chmod(qUtf8Printable(file()), static_cast<mode_t>(before)), 0);
+            test::put(file(), "before");
+            test::setMode(file(), before);
         }
         if (!QFileInfo(file()).isWritable() && before >= 0)
             QSKIP("only the superuser replaces what may not be written");
-        const mode_t usual = umask(static_cast<mode_t>(mask));
-        const bool written = writeWhole(file(), "after", readers);
-        umask(usual);
-        QVERIFY(written);
-        QCOMPARE(contentOf(file()), QByteArray("after"));
-        QTEST(modeOf(file()), "after");
+        const test::Umask usual(mask);
+        QVERIFY(writeWhole(file(), "after", readers));
+        QCOMPARE(test::contentOf(file()), QByteArray("after"));
+        QTEST(test::modeOf(file()), "after");
     }
 
     void aReplacedLinkTakesNoPermissionsFromWhereItLed()
     {
         const QString target = m_place->filePath(QStringLiteral("target"));
-        put(target, "target");
-        QCOMPARE(::chmod(qUtf8Printable(target), 0666), 0);
+        test::put(target, "target");
+        test::setMode(target, 0666);
         QVERIFY(QFile::link(target, file()));
-        const mode_t usual = umask(0077);
-        const bool written = writeWhole(file(), "after");
-        umask(usual);
-        QVERIFY(written);
-        QCOMPARE(modeOf(file()), 0600);
+        const test::Umask strict(0077);
+        QVERIFY(writeWhole(file(), "after"));
+        QCOMPARE(test::modeOf(file()), 0600);
     }
 
     void whatIsNoFileIsNeverReplaced()
@@ -229,10 +207,10 @@ private Q_SLOTS:
     void keepingFromOthersLeavesTheOwnersRights()
     {
         QFETCH(int, before);
-        put(file(), "bytes");
-        QCOMPARE(::chmod(qUtf8Printable(file()), static_cast<mode_t>(before)), 0);
+        test::put(file(), "bytes");
+        test::setMode(file(), before);
         keepFromOthers(file());
-        QTEST(modeOf(file()), "after");
+        QTEST(test::modeOf(file()), "after");
     }
 
     void allOfAFileIsRead_data() { addSizes(); }
@@ -240,7 +218,7 @@ private Q_SLOTS:
     {
         QFETCH(int, size);
         const QByteArray bytes(size, 'r');
-        put(file(), bytes);
+        test::put(file(), bytes);
         QFile device(file());
         QVERIFY(device.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
         QCOMPARE(readWhole(device), std::optional(bytes));
@@ -263,10 +241,7 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] QString file() const { return m_place->filePath(QStringLiteral("file.bin")); }
-    [[nodiscard]] QStringList allFiles() const
-    {
-        return QDir(m_place->path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
-    }
+    [[nodiscard]] QStringList allFiles() const { return test::filesIn(m_place->path()); }
 
     std::unique_ptr<QTemporaryDir> m_place = std::make_unique<QTemporaryDir>();
 };

@@ -3,6 +3,7 @@
 #include "capture/Output.h"
 #include "recents/History.h"
 #include "support/FakePasteboard.h"
+#include "support/Files.h"
 #include "support/FullDisk.h"
 #include "support/TestCase.h"
 
@@ -14,8 +15,6 @@
 
 #include <functional>
 #include <memory>
-
-#include <sys/stat.h>
 
 namespace brindlecam {
 
@@ -35,25 +34,6 @@ Rendered noise(int side)
     return {image, QSizeF(side, side)};
 }
 
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void put(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), content.size());
-}
-
-int modeOf(const QString& path)
-{
-    struct stat status {};
-    return stat(qUtf8Printable(path), &status) == 0 ? static_cast<int>(status.st_mode & 07777) : -1;
-}
-
 } // namespace
 
 /// The files that deliveries leave, on disks that are full and in folders with links in them.
@@ -68,13 +48,13 @@ private Q_SLOTS:
     {
         QFETCH(Writer, writer);
         QFETCH(int, side);
-        put(file(), "before");
+        test::put(file(), "before");
         {
             const test::FileSizeLimit limit(0);
             write(writer, noise(side), file());
             write(writer, noise(side), m_place->filePath(QStringLiteral("new.png")));
         }
-        QCOMPARE(contentOf(file()), QByteArray("before"));
+        QCOMPARE(test::contentOf(file()), QByteArray("before"));
         QCOMPARE(allFiles(), QStringList{QStringLiteral("captura.png")});
     }
 
@@ -86,12 +66,12 @@ private Q_SLOTS:
         test::SmallDisk disk(m_place->path());
         if (!disk.isMounted())
             QSKIP("nobody but the superuser may mount a disk");
-        put(file(), "before");
+        test::put(file(), "before");
         disk.fill();
         const QStringList before = allFiles();
         write(writer, noise(side), file());
         write(writer, noise(side), m_place->filePath(QStringLiteral("new.png")));
-        QCOMPARE(contentOf(file()), QByteArray("before"));
+        QCOMPARE(test::contentOf(file()), QByteArray("before"));
         QCOMPARE(allFiles(), before);
     }
 
@@ -105,20 +85,19 @@ private Q_SLOTS:
     {
         QFETCH(Writer, writer);
         const QString precious = m_place->filePath(QStringLiteral("precious.txt"));
-        put(precious, "precious");
+        test::put(precious, "precious");
         QVERIFY(QFile::link(precious, file()));
         write(writer, noise(3), file());
-        QCOMPARE(contentOf(precious), QByteArray("precious"));
+        QCOMPARE(test::contentOf(precious), QByteArray("precious"));
         QVERIFY(!QFileInfo(file()).isSymLink());
         QCOMPARE(QImage(file()).size(), QSize(3, 3));
     }
 
     void capturesAreReadableAsTheUmaskSays()
     {
-        const mode_t before = umask(0027);
+        const test::Umask group(0027);
         write(Writer::captures, noise(3), file());
-        umask(before);
-        QCOMPARE(modeOf(file()), 0640);
+        QCOMPARE(test::modeOf(file()), 0640);
     }
 
 private:
@@ -148,10 +127,7 @@ private:
     }
 
     [[nodiscard]] QString file() const { return m_place->filePath(QStringLiteral("captura.png")); }
-    [[nodiscard]] QStringList allFiles() const
-    {
-        return QDir(m_place->path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
-    }
+    [[nodiscard]] QStringList allFiles() const { return test::filesIn(m_place->path()); }
 
     std::unique_ptr<QTemporaryDir> m_place = std::make_unique<QTemporaryDir>();
 };
