@@ -10,11 +10,12 @@ namespace brindlecam::desktop {
 
 namespace {
 
-enum class Capture { area, fullScreen };
+enum class Capture { smallArea, area, fullScreen };
 enum class Obstacle { readOnly, fileInItsPlace, fullDisk, nearlyFullDisk };
 
 constexpr QRect kWindow(100, 80, 400, 320);
 constexpr QRect kArea(150, 120, 300, 200);
+constexpr QRect kSmallArea(150, 120, 20, 20); // less than a file's buffer holds
 
 /// Noise cannot be packed: its PNG is larger than any small disk.
 QImage noise(QSize pixels)
@@ -94,6 +95,7 @@ private Q_SLOTS:
         QTest::newRow("a file in its place, full screen")
             << Capture::fullScreen << Obstacle::fileInItsPlace;
         QTest::newRow("disk full, area") << Capture::area << Obstacle::fullDisk;
+        QTest::newRow("disk full, small area") << Capture::smallArea << Obstacle::fullDisk;
         QTest::newRow("disk full, full screen") << Capture::fullScreen << Obstacle::fullDisk;
         QTest::newRow("disk fills up, area") << Capture::area << Obstacle::nearlyFullDisk;
         QTest::newRow("disk fills up, full screen")
@@ -110,9 +112,9 @@ private Q_SLOTS:
         program().start();
         const QStringList before = namesFor(folder);
         const QImage taken = take(capture);
-        QVERIFY(awaitToast(capture == Capture::area
-                               ? QStringLiteral("Copiado, pero no se pudo guardar en la carpeta")
-                               : QStringLiteral("Copiada, pero no se pudo guardar en la carpeta")));
+        QVERIFY(awaitToast(capture == Capture::fullScreen
+                               ? QStringLiteral("Copiada, pero no se pudo guardar en la carpeta")
+                               : QStringLiteral("Copiado, pero no se pudo guardar en la carpeta")));
         QVERIFY(samePixels(pastedPicture(), taken));
         QVERIFY(samePixels(onlyPictureIn(program().folders().history()), taken));
         QCOMPARE(namesFor(folder), before);
@@ -250,9 +252,10 @@ private:
         pressAreaKey();
         if (!awaitSession())
             qFatal("no session opens");
-        select(kArea);
+        const QRect area = capture == Capture::smallArea ? kSmallArea : kArea;
+        select(area);
         input().tap(XK_Return);
-        return desktop.copy(kArea);
+        return desktop.copy(area);
     }
 
     std::unique_ptr<ClientWindow> m_window;
