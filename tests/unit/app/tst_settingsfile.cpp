@@ -1,4 +1,5 @@
 #include "app/Defaults.h"
+#include "app/SettingsFile.h"
 #include "support/Files.h"
 #include "support/FullDisk.h"
 #include "support/TestCase.h"
@@ -11,10 +12,17 @@
 #include <QLockFile>
 #include <QTemporaryDir>
 
+#include <cerrno>
 #include <chrono>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <thread>
 
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,6 +36,20 @@ const QString kNew = QStringLiteral("new");
 QStringList keysIn(const QString& path)
 {
     return QJsonDocument::fromJson(test::contentOf(path)).object().keys();
+}
+
+/// From now on every read of this process fails as on a broken disk; files open all the same.
+bool refuseToRead()
+{
+    sock_filter steps[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_read, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EIO),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter{std::size(steps), steps};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
 }
 
 } // namespace
@@ -167,6 +189,28 @@ private Q_SLOTS:
 
     void aReadErrorIsNoDamage()
     {
+        test::put(file(), R"({"old": 1})");
+        const QString path = file();
+        const pid_t child = fork();
+        if (child == 0) {
+            if (!refuseToRead())
+                _exit(2);
+            const SettingsFile settings(path, std::chrono::milliseconds(20));
+            const bool leftAlone =
+                settings.load().isEmpty() && !settings.merge({{kNew, 1}}, QJsonObject{{kNew, 1}});
+            _exit(leftAlone ? 0 : 1);
+        }
+        int status = -1;
+        QCOMPARE(waitpid(child, &status, 0), child);
+        if (WIFEXITED(status) && WEXITSTATUS(status) == 2)
+            QSKIP("this system refuses nothing to a process that asks for it");
+        QCOMPARE(test::contentOf(file()), QByteArray(R"({"old": 1})"));
+        QCOMPARE(test::filesIn(m_place->path()), QStringList{QStringLiteral("settings.json")});
+        QCOMPARE(status, 0);
+    }
+
+    void aLinkToWhatCannotBeReadStays()
+    {
         // It opens like any file; reading fails.
         QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), file()));
         Defaults defaults(file());
@@ -174,6 +218,8 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(file()).isSymLink());
         defaults.setNumber(kNew, 1);
         QCOMPARE(defaults.number(kNew), std::optional(1.0));
+        defaults.waitForSaves();
+        QVERIFY(QFileInfo(file()).isSymLink());
     }
 
     void whatCouldNotBeReadAtFirstIsMergedOnceItCan()
