@@ -6,7 +6,6 @@
 #include <QDateTime>
 #include <QEventLoop>
 #include <QThreadPool>
-#include <QTimer>
 
 #include <chrono>
 #include <utility>
@@ -55,7 +54,7 @@ Program::~Program()
     // The session's end leaves the main loop without asking; nothing is lost then either.
     quit();
     QEventLoop loop;
-    while (m_stage != Stage::over)
+    while (m_stage != Stage::left)
         loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
@@ -90,17 +89,22 @@ void Program::quit()
         return;
     m_stage = Stage::quitting;
     // From here on nothing new begins, whoever asks.
+    if (onQuitting)
+        onQuitting();
     m_hotKeyCenter.releaseAll();
     m_countdown.cancel();
     m_delegate.onArea = {};
     m_delegate.onFullScreen = {};
     m_delegate.onCountdown = {};
     m_statusItem.reset();
-    // What a session has copied so far belongs into the history, as after Esc.
-    m_captureController.finish(outcome::Cancel{});
+    m_captureController.wrapUp([this] { leave(); });
+}
+
+void Program::leave()
+{
     m_output.finishAll([this] {
         m_platform.pasteboard->handOver(&m_context, [this] {
-            m_stage = Stage::over;
+            m_stage = Stage::left;
             QCoreApplication::quit();
         });
     });

@@ -20,6 +20,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <optional>
 
 namespace brindlecam {
@@ -34,6 +35,9 @@ public:
     /// Takes the hot keys, shows the status item, and performs what the program was started for;
     /// the first-run message comes after that.
     void start(std::optional<CaptureAction> action);
+
+    /// Once, as soon as the program begins to end: nothing new is done from then on.
+    std::function<void()> onQuitting;
 
     /// Begins nothing new from now on, and ends the main loop once every capture has reached its
     /// place and the clipboard is handed on. Does not wait for that.
@@ -50,6 +54,7 @@ private:
     void wireCapture();
     void wirePins();
     void tidyFolders() const;
+    void leave();
 
     Platform m_platform;
     Defaults m_defaults;
@@ -69,8 +74,7 @@ private:
     PinnedCaptures m_pinnedCaptures;
     Countdown m_countdown;
     std::optional<StatusItem> m_statusItem;
-    enum class Stage { running, quitting, over };
-    Stage m_stage = Stage::running;
+    enum class Stage { running, quitting, left } m_stage = Stage::running;
     QObject m_context; ///< receives what others answer; gone before the rest
 };
 

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace brindlecam {
 
@@ -102,6 +103,11 @@ void CaptureController::present(const std::vector<Shot>& shots)
     auto* grabbing = std::get_if<Grabbing>(&m_state);
     if (!grabbing)
         return;
+    // What the user was to select from, nobody will.
+    if (m_wrappedUp) {
+        end();
+        return;
+    }
     // Pictures of a desktop that has changed meanwhile fit no screen any more.
     if (!grabbing->again &&
         !sameDisplays(m_services.platform.displays->layout(), grabbing->screens)) {
@@ -236,6 +242,16 @@ void CaptureController::finish(const Outcome& outcome)
     });
 }
 
+void CaptureController::wrapUp(std::function<void()> done)
+{
+    // What a session has copied so far belongs into the history.
+    finish(outcome::Cancel{});
+    if (std::holds_alternative<Grabbing>(m_state))
+        m_wrappedUp = std::move(done);
+    else
+        done();
+}
+
 void CaptureController::save(const Rendered& picture)
 {
     m_services.results.save(picture);
@@ -270,6 +286,8 @@ void CaptureController::end()
     m_services.activity.capture = false;
     m_services.toast.resume();
     m_services.alerts.resume();
+    if (const auto wrappedUp = std::exchange(m_wrappedUp, {}))
+        wrappedUp();
 }
 
 void CaptureController::startLater(
@@ -310,8 +328,10 @@ void CaptureController::grabOne(const ScreenInfo& screen)
 
 void CaptureController::handleCaptureFailure(const Error& error)
 {
+    const bool told = m_wrappedUp != nullptr; // nobody is there to read an alert
     end();
-    m_services.failure.handle(error);
+    if (!told)
+        m_services.failure.handle(error);
 }
 
 void CaptureController::screensChanged()

@@ -62,6 +62,10 @@ public:
     void captureFullScreen();
     /// Ends the area capture; harmless when none runs.
     void finish(const Outcome& outcome);
+    /// For the program's end: an open session ends as by Esc, and a screen that is being grabbed
+    /// still goes its way. `done` runs when nothing more will be delivered, perhaps at once; a save
+    /// panel is not waited for.
+    void wrapUp(std::function<void()> done);
     /// Asks where a picture is to be saved and writes it there.
     void save(const Rendered& picture);
 
@@ -107,6 +111,7 @@ private:
     Services m_services;
     OverlaySet m_overlays;
     State m_state;
+    std::function<void()> m_wrappedUp; ///< set while the program ends
 };
 
 } // namespace brindlecam

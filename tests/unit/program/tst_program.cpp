@@ -1,6 +1,8 @@
 #include "Program.h"
 #include "base/UnfinishedFiles.h"
 #include "platform/null/NullPlatform.h"
+#include "support/FakeDisplays.h"
+#include "support/FakeGrabber.h"
 #include "support/TestCase.h"
 
 #include <QDateTime>
@@ -9,6 +11,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTimer>
 
 namespace brindlecam {
 
@@ -59,6 +62,41 @@ private Q_SLOTS:
         QVERIFY(program.delegate().isAvailable(CaptureAction::fullScreen));
         QVERIFY(!program.delegate().isAvailable(CaptureAction::recents));
         QVERIFY(!program.hotKeyCenter().isAvailable(CaptureAction::recents));
+    }
+
+    void aCaptureUnderWayIsDeliveredBeforeTheEnd_data()
+    {
+        QTest::addColumn<bool>("asked");
+        QTest::newRow("asked to quit") << true;
+        QTest::newRow("the main loop is gone") << false;
+    }
+    void aCaptureUnderWayIsDeliveredBeforeTheEnd()
+    {
+        QFETCH(bool, asked);
+        QDir(History::standardFolder()).removeRecursively();
+        Platform platform = makeNullPlatform();
+        auto displays = std::make_unique<test::FakeDisplays>();
+        displays->all = {{QStringLiteral("ONE"), QRect(0, 0, 40, 30), 1, QRect(0, 0, 40, 30)}};
+        displays->pointerAt = QPoint(5, 5);
+        platform.displays = std::move(displays);
+        auto grabber = std::make_unique<test::FakeGrabber>();
+        test::FakeGrabber& grabs = *grabber;
+        grabs.waits = true;
+        platform.grabber = std::move(grabber);
+        int quitting = 0;
+        {
+            Program program(std::move(platform), CaptureFailure::Voice::silent);
+            program.onQuitting = [&quitting] { ++quitting; };
+            program.start(CaptureAction::fullScreen);
+            if (asked) {
+                program.quit();
+                QCOMPARE(quitting, 1);
+                QVERIFY(!program.delegate().isAvailable(CaptureAction::fullScreen));
+            }
+            QTimer::singleShot(0, &program.captureController(), [&grabs] { grabs.answer(); });
+        }
+        QCOMPARE(quitting, 1);
+        QCOMPARE(QDir(History::standardFolder()).entryList(QDir::Files).size(), 1);
     }
 
     void aCaptureWithoutScreensEndsByItself()
