@@ -79,7 +79,7 @@ brindlecam=$!
 children+=($brindlecam)
 has_socket() {
     kill -0 $brindlecam 2>/dev/null || fail "el programa se cierra al empezar"
-    [ -S "$XDG_RUNTIME_DIR/brindlecam.socket" ]
+    [ -S "$XDG_RUNTIME_DIR/brindlecam-${DISPLAY%.*}.socket" ]
 }
 await "el programa no responde" has_socket
 

@@ -3,35 +3,59 @@
 #include "app/Catalogues.h"
 #include "app/Commands.h"
 #include "app/SingleInstance.h"
+#include "base/Overloaded.h"
 #include "base/Text.h"
 
 #include <QApplication>
 #include <QTextStream>
 
 #include <cstdio>
+#include <filesystem>
 
 using namespace brindlecam;
 
 namespace {
 
-QStringList argumentsAfterTheName(int argc, char* argv[])
+QByteArrayList wordsAfterTheName(int argc, char* argv[])
+{
+    QByteArrayList words;
+    for (int i = 1; i < argc; ++i)
+        words << argv[i];
+    return words;
+}
+
+QStringList decoded(const QByteArrayList& words)
 {
     QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments << QString::fromLocal8Bit(argv[i]);
+    for (const QByteArray& word : words)
+        arguments << QString::fromLocal8Bit(word);
     return arguments;
 }
 
-int say(FILE* where, const QString& words, int exitCode)
+QByteArray workingFolder()
 {
-    QTextStream(where) << words << Qt::endl;
-    return exitCode;
+    std::error_code gone;
+    return QByteArray::fromStdString(std::filesystem::current_path(gone).native());
+}
+
+int print(const InstanceReply& reply)
+{
+    FILE* const where = reply.exitCode == Commands::success ? stdout : stderr;
+    std::fwrite(reply.text.constData(), 1, static_cast<std::size_t>(reply.text.size()), where);
+    return reply.exitCode;
+}
+
+void warn(const QString& line)
+{
+    QTextStream(stderr) << line << Qt::endl;
 }
 
 int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance& instance)
 {
-    if (const auto error = preparePlatform())
-        return say(stderr, error->message, Commands::noDisplay);
+    if (const auto error = preparePlatform()) {
+        warn(error->message);
+        return Commands::noDisplay;
+    }
 
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
@@ -44,9 +68,13 @@ int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance&
     Program program(std::move(platform), command.liveTest ? CaptureFailure::Voice::silent
                                                           : CaptureFailure::Voice::alerts);
     if (command.action && !program.delegate().isAvailable(*command.action))
-        return say(stderr, text("Esa acción no está disponible."), Commands::notAvailable);
-    instance.listen(
-        [&program](const InstanceRequest& request) { return program.delegate().answer(request); });
+        return print(Commands::notAvailableReply());
+    program.onQuitting = [&instance] { instance.hangUp(); };
+    if (!instance.listen([&program](const InstanceRequest& request) {
+            return program.delegate().answer(request);
+        }))
+        warn(text("Brindlecam funciona, pero no puede recibir órdenes: no hay dónde abrir su "
+                  "socket."));
     program.start(command.action);
     return QApplication::exec();
 }
@@ -54,18 +82,13 @@ int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance&
 int run(int argc, char* argv[], const Command& command)
 {
     SingleInstance instance;
-    switch (instance.handOver({command.action})) {
-    case SingleInstance::Outcome::first:
-        return runFirstCopy(argc, argv, command, instance);
-    case SingleInstance::Outcome::performed:
-        return Commands::success;
-    case SingleInstance::Outcome::unavailable:
-        return say(stderr, text("Esa acción no está disponible."), Commands::notAvailable);
-    case SingleInstance::Outcome::unanswered:
-        return say(stderr, text("Brindlecam ya está abierto, pero no responde."),
-                   Commands::unanswered);
-    }
-    Q_UNREACHABLE();
+    return std::visit(
+        Overloaded{
+            [&](SingleInstance::First) { return runFirstCopy(argc, argv, command, instance); },
+            [](const InstanceReply& reply) { return print(reply); },
+            [](SingleInstance::Unanswered) { return print(Commands::unansweredReply()); },
+        },
+        instance.handOver({wordsAfterTheName(argc, argv), workingFolder()}));
 }
 
 } // namespace
@@ -74,21 +97,11 @@ int main(int argc, char* argv[])
 {
     QCoreApplication::setApplicationName(QStringLiteral("brindlecam"));
     QCoreApplication::setApplicationVersion(QStringLiteral(BRINDLECAM_VERSION));
-    const Command command = Commands::parse(argumentsAfterTheName(argc, argv));
-    switch (command.kind) {
-    case Command::Kind::run:
-        return run(argc, argv, command);
-    case Command::Kind::version:
-        return say(stdout,
-                   QStringLiteral("Brindlecam %1").arg(QCoreApplication::applicationVersion()),
-                   Commands::success);
-    case Command::Kind::help:
-        return say(stdout, Commands::usage(), Commands::success);
-    case Command::Kind::wrong:
-        return say(stderr,
-                   Commands::complaint(command.wrongArgument) + QLatin1Char('\n') +
-                       Commands::usage(),
-                   Commands::wrongArguments);
-    }
-    Q_UNREACHABLE();
+    const Command command = Commands::parse(decoded(wordsAfterTheName(argc, argv)));
+    if (const auto spoken = Commands::spokenReply(command))
+        return print(*spoken);
+    // Whoever asks the environment gets the same display as Qt.
+    if (!command.display.isEmpty())
+        qputenv("DISPLAY", command.display.toLocal8Bit());
+    return run(argc, argv, command);
 }

@@ -2,6 +2,7 @@
 
 #include "app/AboutPanel.h"
 #include "app/Alerts.h"
+#include "app/Commands.h"
 #include "app/Config.h"
 #include "app/Defaults.h"
 #include "app/Prefs.h"
@@ -84,17 +85,23 @@ void AppDelegate::reopen()
     capture(CaptureAction::area);
 }
 
-InstanceReply AppDelegate::answer(const InstanceRequest& request)
+InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
 {
-    if (!isAvailable(request.action.value_or(CaptureAction::area)))
-        return InstanceReply::unavailable;
-    if (!request.action) {
-        reopen();
-    } else {
-        // The other copy waits for the answer, not for the capture.
-        QTimer::singleShot(0, this, [this, action = *request.action] { perform(action); });
-    }
-    return InstanceReply::performed;
+    QStringList words;
+    for (const QByteArray& word : request.words)
+        words << QString::fromLocal8Bit(word);
+    const Command command = Commands::parse(words);
+    if (const auto spoken = Commands::spokenReply(command))
+        return {*spoken};
+    const CaptureAction action = command.action.value_or(CaptureAction::area);
+    if (!isAvailable(action))
+        return {Commands::notAvailableReply()};
+    // Refused by the room itself: only that one knows what to show instead.
+    if (action != CaptureAction::recents && isBusy && isBusy())
+        return {Commands::busyReply(), [this, action] { perform(action); }};
+    if (!command.action)
+        return {{}, [this] { reopen(); }};
+    return {{}, [this, action] { perform(action); }};
 }
 
 void AppDelegate::openCapturesFolder()

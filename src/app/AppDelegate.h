@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/CaptureAction.h"
-#include "app/InstanceProtocol.h"
+#include "app/InstanceMessages.h"
 
 #include <QObject>
 #include <QPointer>
@@ -38,6 +38,8 @@ public:
     /// Downloads the known newer version, or looks for one.
     std::function<void()> onUpdate;
     std::function<void()> onQuit;
+    /// Whether something runs that a capture would be refused for.
+    std::function<bool()> isBusy;
 
     [[nodiscard]] bool isAvailable(CaptureAction action) const;
 
@@ -51,8 +53,8 @@ public:
     void captureDelayed(const QString& representedObject);
     /// The running program was opened again: an area capture in 0.3 s.
     void reopen();
-    /// What another copy of the program asks for; done once this returns.
-    [[nodiscard]] InstanceReply answer(const InstanceRequest& request);
+    /// What another copy of the program asks for.
+    [[nodiscard]] InstanceAnswer answer(const InstanceRequest& request);
 
     /// Makes the folder when it is missing and opens it.
     void openCapturesFolder();

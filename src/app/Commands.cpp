@@ -2,6 +2,8 @@
 
 #include "base/Text.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -46,6 +48,18 @@ QString optionName(const QString& argument)
     return argument.mid(dashes).section(QLatin1Char('='), 0, 0);
 }
 
+/// The value of the option at `i`, attached to it or the next argument.
+QString optionValue(const QStringList& arguments, qsizetype i)
+{
+    const qsizetype sign = arguments.at(i).indexOf(QLatin1Char('='));
+    return sign < 0 ? arguments.value(i + 1) : arguments.at(i).mid(sign + 1);
+}
+
+InstanceReply reply(ExitCode code, const QString& line)
+{
+    return {code, line.toUtf8() + '\n'};
+}
+
 /// How many arguments from here on are Qt's.
 qsizetype qtArguments(const QString& argument)
 {
@@ -65,6 +79,8 @@ Command parse(const QStringList& arguments)
     for (qsizetype i = 0; i < arguments.size();) {
         const QString& argument = arguments.at(i);
         if (const qsizetype skipped = qtArguments(argument)) {
+            if (optionName(argument) == QLatin1String("display"))
+                command.display = optionValue(arguments, i);
             i += skipped;
             continue;
         }
@@ -102,6 +118,44 @@ QString usage()
 QString complaint(const QString& wrongArgument)
 {
     return text("Brindlecam no entiende “%1”.").arg(wrongArgument);
+}
+
+std::optional<InstanceReply> spokenReply(const Command& command)
+{
+    switch (command.kind) {
+    case Command::Kind::run:
+        return std::nullopt;
+    case Command::Kind::version:
+        return reply(success,
+                     QStringLiteral("Brindlecam %1").arg(QCoreApplication::applicationVersion()));
+    case Command::Kind::help:
+        return reply(success, usage());
+    case Command::Kind::wrong:
+        return reply(wrongArguments,
+                     complaint(command.wrongArgument) + QLatin1Char('\n') + usage());
+    }
+    Q_UNREACHABLE();
+}
+
+InstanceReply notAvailableReply()
+{
+    return reply(notAvailable, text("Esa acción no está disponible."));
+}
+
+InstanceReply busyReply()
+{
+    return reply(busy, text("No se hizo nada: ya hay una captura en curso."));
+}
+
+InstanceReply otherVersionReply()
+{
+    return reply(otherVersion, text("El Brindlecam que está abierto es de otra versión: ciérralo y "
+                                    "vuelve a abrirlo."));
+}
+
+InstanceReply unansweredReply()
+{
+    return reply(unanswered, text("Brindlecam ya está abierto, pero no responde."));
 }
 
 } // namespace brindlecam::Commands

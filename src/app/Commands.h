@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CaptureAction.h"
+#include "app/InstanceMessages.h"
 
 #include <QString>
 #include <QStringList>
@@ -22,6 +23,7 @@ struct Command {
     std::optional<CaptureAction> action = std::nullopt; ///< none: just start, or reopen
     bool liveTest = false;                              ///< failed captures stay silent
     QString wrongArgument = {};
+    QString display = {}; ///< the one that Qt's option names; empty: the environment's
 
     bool operator==(const Command&) const = default;
 };
@@ -35,6 +37,8 @@ enum ExitCode : int {
     unanswered = 1,      ///< a running copy does not answer
     noDisplay = 2,       ///< no graphical environment we can run in
     notAvailable = 3,    ///< that action's room is not there
+    busy = 4,            ///< not carried out, because a capture runs
+    otherVersion = 5,    ///< the running copy speaks another version of the protocol
     wrongArguments = 64, ///< the usual number for it
 };
 
@@ -45,6 +49,14 @@ enum ExitCode : int {
 [[nodiscard]] QString usage();
 /// One line for a wrong argument.
 [[nodiscard]] QString complaint(const QString& wrongArgument);
+
+/// What a command is answered that asks for words alone: version, help, and wrong arguments.
+/// Nothing for one that is to run.
+[[nodiscard]] std::optional<InstanceReply> spokenReply(const Command& command);
+[[nodiscard]] InstanceReply notAvailableReply();
+[[nodiscard]] InstanceReply busyReply();
+[[nodiscard]] InstanceReply otherVersionReply();
+[[nodiscard]] InstanceReply unansweredReply();
 
 } // namespace Commands
 

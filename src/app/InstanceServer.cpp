@@ -1,11 +1,28 @@
 #include "app/InstanceServer.h"
 
+#include "app/Commands.h"
+#include "app/InstanceProtocol.h"
+
 #include <QLocalSocket>
 #include <QTimer>
+
+#include <poll.h>
 
 #include <utility>
 
 namespace brindlecam {
+
+namespace {
+
+/// Whether nobody is at the other end any more. Its line may be there all the same, and Qt notices
+/// only when it has read on.
+bool hasLeft(const QLocalSocket& client)
+{
+    pollfd end{.fd = static_cast<int>(client.socketDescriptor()), .events = 0, .revents = 0};
+    return end.fd < 0 || (::poll(&end, 1, 0) > 0 && (end.revents & (POLLHUP | POLLERR)) != 0);
+}
+
+} // namespace
 
 InstanceServer::InstanceServer(Handler handler, std::chrono::milliseconds patience)
     : m_handler(std::move(handler))
@@ -24,9 +41,16 @@ bool InstanceServer::listen(const QString& path)
     return m_server.listen(path);
 }
 
+void InstanceServer::hangUp()
+{
+    m_server.close();
+    for (QLocalSocket* client : m_server.findChildren<QLocalSocket*>())
+        client->abort();
+}
+
 void InstanceServer::welcome(QLocalSocket& client)
 {
-    client.setReadBufferSize(InstanceProtocol::kLongestLine);
+    client.setReadBufferSize(BRINDLECAM_LONGEST_LINE);
     connect(&client, &QLocalSocket::disconnected, &client, &QObject::deleteLater);
     connect(&client, &QLocalSocket::readyRead, this, [this, &client] { read(client); });
     QTimer::singleShot(m_patience, &client, &QLocalSocket::abort);
@@ -37,20 +61,31 @@ void InstanceServer::welcome(QLocalSocket& client)
 void InstanceServer::read(QLocalSocket& client)
 {
     if (!client.canReadLine()) {
-        if (client.bytesAvailable() >= InstanceProtocol::kLongestLine)
+        if (client.bytesAvailable() >= BRINDLECAM_LONGEST_LINE)
             client.abort();
         return;
     }
     // One line is all we take, whatever follows it.
     disconnect(&client, &QLocalSocket::readyRead, this, nullptr);
-    const auto request =
-        InstanceProtocol::readRequest(client.readLine(InstanceProtocol::kLongestLine + 1));
-    if (!request) {
+    answer(client, client.readLine(BRINDLECAM_LONGEST_LINE + 1));
+}
+
+void InstanceServer::answer(QLocalSocket& client, const QByteArray& line)
+{
+    const auto request = InstanceMessages::readRequest(line);
+    if (hasLeft(client) || std::holds_alternative<InstanceMessages::Nonsense>(request)) {
         client.abort();
         return;
     }
-    client.write(InstanceProtocol::line(m_handler(*request)));
+    const auto* understood = std::get_if<InstanceRequest>(&request);
+    const InstanceAnswer answer =
+        understood ? m_handler(*understood) : InstanceAnswer{Commands::otherVersionReply()};
+    client.write(InstanceMessages::bytes(answer.reply));
+    client.flush();
+    const bool told = client.state() == QLocalSocket::ConnectedState;
     client.disconnectFromServer();
+    if (told && answer.carryOut)
+        answer.carryOut();
 }
 
 } // namespace brindlecam

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/InstanceProtocol.h"
+#include "app/InstanceMessages.h"
 
 #include <QLocalServer>
 
@@ -17,8 +17,9 @@ class InstanceServer final : public QObject {
     Q_OBJECT
 
 public:
-    /// Does what was asked and says whether that was possible. Soon: the other copy waits.
-    using Handler = std::function<InstanceReply(const InstanceRequest&)>;
+    /// Says what becomes of a request; what it is to do comes after that. Soon: the other copy
+    /// waits.
+    using Handler = std::function<InstanceAnswer(const InstanceRequest&)>;
 
     /// A client may take `patience` for its line.
     explicit InstanceServer(Handler handler,
@@ -28,9 +29,13 @@ public:
     /// can't be used; the program then runs without being reachable.
     bool listen(const QString& path);
 
+    /// Gives the path up and lets everybody go who has no answer yet.
+    void hangUp();
+
 private:
     void welcome(QLocalSocket& client);
     void read(QLocalSocket& client);
+    void answer(QLocalSocket& client, const QByteArray& line);
 
     Handler m_handler;
     const std::chrono::milliseconds m_patience;

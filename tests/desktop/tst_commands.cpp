@@ -1,6 +1,7 @@
 #include "desktop/support/CaptureTest.h"
 #include "desktop/support/ClipboardManager.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 
@@ -25,6 +26,14 @@ private Q_SLOTS:
         QCOMPARE(area.output, QString());
         QCOMPARE(area.error, QString());
         QVERIFY(sessionIsReady());
+        for (const QStringList& words :
+             {QStringList(), QStringList(m_area), QStringList(QStringLiteral("fullScreen"))}) {
+            const CommandResult refused = program().command(words);
+            QCOMPARE(refused.exitCode, 4);
+            QCOMPARE(refused.error,
+                     QStringLiteral("No se hizo nada: ya hay una captura en curso.\n"));
+            QCOMPARE(refused.output, QString());
+        }
         input().tap(XK_Escape);
         QVERIFY(sessionIsOver());
 
@@ -46,13 +55,20 @@ private Q_SLOTS:
         QVERIFY(sessionIsReady());
     }
 
-    void secondCopyNeedsNoDisplay()
+    void secondCopyOnlyNeedsTheNameOfTheDisplay()
     {
         usePatternedDesktop();
         startProgram();
-        program().environment().remove(QStringLiteral("DISPLAY"));
+        // An application object would end the process.
+        const QString backEnd = QStringLiteral("QT_QPA_PLATFORM");
+        program().environment().insert(backEnd, QStringLiteral("absent"));
+        program().environment().insert(QStringLiteral("DISPLAY"), display() + QStringLiteral(".0"));
         QCOMPARE(program().command({m_area}).exitCode, 0);
         QVERIFY(sessionIsReady());
+        program().environment().remove(backEnd);
+        program().environment().insert(QStringLiteral("DISPLAY"), QStringLiteral(":65000"));
+        QCOMPARE(program().command({m_area}).exitCode, 2);
+        QCOMPARE(program().command({QStringLiteral("-display"), display(), m_area}).exitCode, 4);
     }
 
     void actionThatIsNotThereIsRefused()
@@ -180,7 +196,7 @@ private Q_SLOTS:
         startProgram();
         QVERIFY(openArea());
         program().kill();
-        QVERIFY(QFileInfo::exists(program().folders().socket()));
+        QVERIFY(QFileInfo::exists(program().socket()));
         startProgram();
         QVERIFY(openArea());
     }
@@ -232,6 +248,25 @@ private Q_SLOTS:
         QCOMPARE(program().exitCode(), 0);
         QVERIFY(samePixels(QImage::fromData(manager.kept(), "PNG"), before));
         QVERIFY(clipboardIsTaken()); // by the manager now
+    }
+
+    void captureThatWasAcceptedIsDeliveredBeforeQuitting()
+    {
+        usePatternedDesktop();
+        startProgram();
+        const QImage before = screen().grabAtRest();
+        pressHotKey(kFullScreenKey);
+        // While its message stands, the next capture waits until that is off the screen.
+        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        const qsizetype earlier = 1;
+        QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
+        QCOMPARE(program().quit(), 0);
+        const QStringList kept = QDir(program().folders().history()).entryList(QDir::Files);
+        QCOMPARE(kept.size(), earlier + 1);
+        for (const QString& name : kept) {
+            const QImage picture(program().folders().history() + QLatin1Char('/') + name);
+            QVERIFY(samePixels(picture, before));
+        }
     }
 
     void captureUnderWayIsFinishedBeforeQuitting()

@@ -7,12 +7,13 @@
 #include <QRandomGenerator>
 
 #include <array>
+#include <csignal>
 
 namespace brindlecam::desktop {
 
 namespace {
 
-enum class Runtime { missing, unset, locked, file };
+enum class Runtime { missing, unset, locked, file, tooLong };
 
 /// Takes an encoder its time.
 QImage noise(QSize pixels)
@@ -140,7 +141,13 @@ private Q_SLOTS:
         } else {
             QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
         }
-        QCOMPARE(program().quit(), 0);
+        // Who comes meanwhile waits and takes its place.
+        QCOMPARE(::kill(static_cast<pid_t>(program().pid()), SIGTERM), 0);
+        const auto next = program().another({});
+        QVERIFY(program().waitForEnd());
+        QCOMPARE(program().exitCode(), 0);
+        QCOMPARE(program().command({QStringLiteral("recents")}).exitCode, 3);
+        QVERIFY(next->isRunning());
         const auto kept = keeper.kept();
         QVERIFY(kept.has_value());
         const QImage expected =
@@ -180,6 +187,7 @@ private Q_SLOTS:
         QTest::newRow("not set") << Runtime::unset;
         QTest::newRow("unwritable") << Runtime::locked;
         QTest::newRow("a file in its place") << Runtime::file;
+        QTest::newRow("too long for a socket") << Runtime::tooLong;
     }
     void copiesFindEachOtherWithoutARuntimeFolder()
     {
@@ -197,6 +205,8 @@ private Q_SLOTS:
         input().tap(XK_Escape);
         QVERIFY(awaitSessionEnd());
         QVERIFY(program().isRunning());
+        // Qt may complain; we have nothing to.
+        QVERIFY(!program().log().contains(QLatin1String("Brindlecam")));
     }
 
     void programWithoutAnyPlaceToMeetWorksAlone()
@@ -209,7 +219,9 @@ private Q_SLOTS:
         QVERIFY(awaitHotKeys());
         pressFullScreenKey();
         QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
-        QVERIFY(!QFile::exists(QStringLiteral("/brindlecam.lock")));
+        QVERIFY(program().log().contains(
+            QStringLiteral("Brindlecam funciona, pero no puede recibir órdenes: no hay dónde abrir "
+                           "su socket.\n")));
     }
 
 private:
@@ -239,6 +251,14 @@ private:
             const QString path = program().folders().home() + QStringLiteral("/file");
             QFile file(path);
             QVERIFY(file.open(QIODevice::WriteOnly));
+            program().environment().insert(name, path);
+            return;
+        }
+        case Runtime::tooLong: {
+            const QString path =
+                program().folders().runtime() + QLatin1Char('/') + QString(100, QLatin1Char('l'));
+            QDir().mkpath(path);
+            QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
             program().environment().insert(name, path);
             return;
         }

@@ -14,8 +14,6 @@ public:
     [[nodiscard]] QString home() const { return m_root.path(); }
     /// The runtime folder, readable by its owner only.
     [[nodiscard]] QString runtime() const { return inside("run"); }
-    /// Where a running program listens to other copies.
-    [[nodiscard]] QString socket() const { return inside("run/brindlecam.socket"); }
     [[nodiscard]] QString settingsFile() const { return inside("config/brindlecam/settings.json"); }
     /// Where captures go unless the settings say otherwise.
     [[nodiscard]] QString captures() const { return inside("Pictures/Brindlecam"); }

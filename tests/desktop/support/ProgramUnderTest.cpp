@@ -99,12 +99,17 @@ QStringList ProgramUnderTest::commandLine(const QStringList& arguments) const
     return m_launcher + QStringList(binary()) + arguments;
 }
 
+QString ProgramUnderTest::socket() const
+{
+    return QStringLiteral("%1/brindlecam-%2.socket")
+        .arg(m_folders.runtime(), m_environment.value(QStringLiteral("DISPLAY")));
+}
+
 bool ProgramUnderTest::isReady() const
 {
     // The socket appears under its own name once it is listened to; a crashed run may have left
     // one.
-    return isRunning() && QFileInfo::exists(m_folders.socket()) &&
-           somebodyListensBelow(m_folders.runtime());
+    return isRunning() && QFileInfo::exists(socket()) && somebodyListensBelow(m_folders.runtime());
 }
 
 CommandResult ProgramUnderTest::command(const QStringList& arguments) const

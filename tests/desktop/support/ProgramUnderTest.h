@@ -42,6 +42,8 @@ public:
     void start(const QStringList& arguments = {});
     /// Starts it without waiting for anything.
     void launch(const QStringList& arguments = {});
+    /// Where a program in the runtime folder listens to other copies on its display.
+    [[nodiscard]] QString socket() const;
     /// Whether it listens to other copies by now.
     [[nodiscard]] bool isReady() const;
     [[nodiscard]] bool isRunning() const { return m_process && m_process->isRunning(); }

@@ -1,8 +1,10 @@
-// A copy of the program as far as tst_singleinstance needs one. Arguments: the action ("reopen" for
-// none) and the milliseconds it takes to start. Says "first", "performed", "unavailable" or
-// "unanswered" on stdout; as the first copy it then notes its own request and all that come in, one
-// line each, until it is killed. "recents" is what it can't do.
+// A copy of the program as far as tst_singleinstance needs one. Arguments: the milliseconds it
+// takes to start, and the words of its command line. Says "first" on stdout, or what it was
+// replied, with the reply's exit code, or "unanswered". As the first copy it then notes its own
+// words and those of every request, one line each ("reopen" for none), until it is killed.
+// "recents" is what it can't do.
 #include "app/SingleInstance.h"
+#include "base/Overloaded.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -20,41 +22,53 @@ void say(const QString& word)
     QTextStream(stdout) << word << Qt::endl;
 }
 
-InstanceReply perform(const InstanceRequest& request)
+void note(const QByteArrayList& words)
 {
-    say(QString::fromLatin1(InstanceProtocol::line(request)).trimmed());
-    return request.action == CaptureAction::recents ? InstanceReply::unavailable
-                                                    : InstanceReply::performed;
+    say(QString::fromUtf8(words.isEmpty() ? QByteArray("reopen") : words.join(' ')));
+}
+
+InstanceAnswer answer(const InstanceRequest& request)
+{
+    const auto carryOut = [words = request.words] { note(words); };
+    if (request.words.contains("recents"))
+        return {{3, "unavailable"}, carryOut};
+    return {{0, "performed"}, carryOut};
+}
+
+int runFirst(int argc, char* argv[], const InstanceRequest& request, SingleInstance& instance)
+{
+    say(QStringLiteral("first"));
+    QCoreApplication application(argc, argv);
+    QTimer::singleShot(std::chrono::milliseconds(std::atoi(argv[1])), &application, [&] {
+        note(request.words);
+        if (!instance.listen(answer))
+            QCoreApplication::exit(5);
+    });
+    QTimer::singleShot(std::chrono::seconds(60), &application, &QCoreApplication::quit);
+    return QCoreApplication::exec();
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    if (argc != 3)
+    if (argc < 2)
         return 64;
-    const InstanceRequest request{captureAction(QString::fromLocal8Bit(argv[1]))};
+    InstanceRequest request;
+    for (int i = 2; i < argc; ++i)
+        request.words << argv[i];
     SingleInstance instance;
-    switch (instance.handOver(request)) {
-    case SingleInstance::Outcome::performed:
-        say(QStringLiteral("performed"));
-        return 0;
-    case SingleInstance::Outcome::unavailable:
-        say(QStringLiteral("unavailable"));
-        return 3;
-    case SingleInstance::Outcome::unanswered:
-        say(QStringLiteral("unanswered"));
-        return 1;
-    case SingleInstance::Outcome::first:
-        break;
-    }
-    say(QStringLiteral("first"));
-    QCoreApplication application(argc, argv);
-    QTimer::singleShot(std::chrono::milliseconds(std::atoi(argv[2])), &application, [&] {
-        perform(request);
-        if (!instance.listen(perform))
-            QCoreApplication::exit(5);
-    });
-    QTimer::singleShot(std::chrono::seconds(60), &application, &QCoreApplication::quit);
-    return QCoreApplication::exec();
+    return std::visit(
+        Overloaded{
+            [&](SingleInstance::First) { return runFirst(argc, argv, request, instance); },
+            [](const InstanceReply& reply) {
+                say(QString::fromUtf8(reply.text));
+                return reply.exitCode;
+            },
+            [](SingleInstance::Unanswered) {
+                say(QStringLiteral("unanswered"));
+                return 1;
+            },
+        },
+        instance.handOver(request));
 }

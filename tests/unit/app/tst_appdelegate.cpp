@@ -144,23 +144,73 @@ private Q_SLOTS:
         QVERIFY(desk.delegate.isAvailable(CaptureAction::fullScreen));
         desk.delegate.perform(CaptureAction::area);
         QVERIFY(desk.done.isEmpty());
-        QCOMPARE(desk.delegate.answer({}), InstanceReply::unavailable);
-        QCOMPARE(desk.delegate.answer({CaptureAction::area}), InstanceReply::unavailable);
+        for (const InstanceRequest& request : {InstanceRequest{}, InstanceRequest{{"area"}, {}}}) {
+            const InstanceAnswer answer = desk.delegate.answer(request);
+            QCOMPARE(answer.reply.exitCode, 3);
+            QCOMPARE(answer.reply.text, QByteArray("Esa acción no está disponible.\n"));
+            QVERIFY(!answer.carryOut);
+        }
     }
 
     void anotherCopyIsAnsweredBeforeTheActionIsDone()
     {
         DelegateDesk desk;
-        QCOMPARE(desk.delegate.answer({CaptureAction::fullScreen}), InstanceReply::performed);
+        const InstanceAnswer action = desk.delegate.answer({{"fullScreen"}, "/home"});
+        QCOMPARE(action.reply, InstanceReply());
         QVERIFY(desk.done.isEmpty());
-        QTRY_COMPARE(desk.done,
-                     QStringList({QStringLiteral("hide"), QStringLiteral("full screen")}));
+        action.carryOut();
+        QCOMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("full screen")}));
+
         desk.done.clear();
-        QElapsedTimer clock;
-        clock.start();
-        QCOMPARE(desk.delegate.answer({}), InstanceReply::performed);
+        const InstanceAnswer reopening = desk.delegate.answer({});
+        QCOMPARE(reopening.reply, InstanceReply());
+        reopening.carryOut();
+        // A menu, if there was one, gets the time to close.
+        QVERIFY(desk.done.isEmpty());
         QTRY_COMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("area")}));
-        QVERIFY(clock.elapsed() >= 299);
+    }
+
+    void whileACaptureRunsAnotherCopyIsToldSo_data()
+    {
+        QTest::addColumn<QByteArrayList>("words");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QStringList>("done");
+        const QStringList area{QStringLiteral("hide"), QStringLiteral("area")};
+        QTest::newRow("an area") << QByteArrayList({"area"}) << 4 << area;
+        QTest::newRow("the whole screen")
+            << QByteArrayList({"fullScreen"}) << 4
+            << QStringList({QStringLiteral("hide"), QStringLiteral("full screen")});
+        QTest::newRow("opened again") << QByteArrayList() << 4 << area;
+        QTest::newRow("the drawer needs no capture")
+            << QByteArrayList({"recents"}) << 0 << QStringList(QStringLiteral("recents"));
+    }
+    void whileACaptureRunsAnotherCopyIsToldSo()
+    {
+        QFETCH(QByteArrayList, words);
+        QFETCH(int, exitCode);
+        DelegateDesk desk;
+        desk.delegate.isBusy = [] { return true; };
+        const InstanceAnswer answer = desk.delegate.answer({words, {}});
+        QCOMPARE(answer.reply.exitCode, exitCode);
+        QCOMPARE(answer.reply.text.isEmpty(), exitCode == 0);
+        QVERIFY(answer.reply.text.isEmpty() || answer.reply.text.endsWith(".\n"));
+        // The start itself still comes to those who refuse it, at once.
+        answer.carryOut();
+        QTEST(desk.done, "done");
+    }
+
+    void anotherCopysOtherWordsAreAnsweredInWords()
+    {
+        DelegateDesk desk;
+        const InstanceAnswer wrong = desk.delegate.answer({{"selfi\xc3\xa9"}, {}});
+        QCOMPARE(wrong.reply.exitCode, 64);
+        QVERIFY(wrong.reply.text.startsWith("Brindlecam no entiende “selfié”.\nUso: "));
+        QVERIFY(!wrong.carryOut);
+        const InstanceAnswer help = desk.delegate.answer({{"--help"}, {}});
+        QCOMPARE(help.reply.exitCode, 0);
+        QVERIFY(help.reply.text.startsWith("Uso: "));
+        const InstanceAnswer version = desk.delegate.answer({{"--version"}, {}});
+        QVERIFY(version.reply.text.startsWith("Brindlecam "));
     }
 
     void theCapturesFolderIsMadeAndOpened()

@@ -56,6 +56,25 @@ private Q_SLOTS:
         QCOMPARE(parsed.wrongArgument, expected.wrongArgument);
     }
 
+    void theDisplayThatQtIsGivenIsKnown_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QString>("display");
+        QTest::newRow("none") << QStringLiteral("area") << QString();
+        QTest::newRow("the next argument")
+            << QStringLiteral("-display :2 area") << QStringLiteral(":2");
+        QTest::newRow("two dashes") << QStringLiteral("area --display :2") << QStringLiteral(":2");
+        QTest::newRow("attached") << QStringLiteral("-display=:2.0") << QStringLiteral(":2.0");
+        QTest::newRow("missing") << QStringLiteral("-display") << QString();
+    }
+    void theDisplayThatQtIsGivenIsKnown()
+    {
+        QFETCH(QString, arguments);
+        const Command parsed = Commands::parse(arguments.split(QLatin1Char(' ')));
+        QCOMPARE(parsed.kind, Command::Kind::run);
+        QTEST(parsed.display, "display");
+    }
+
     void usageNamesEveryCommand()
     {
         for (const CaptureAction action : kAllCaptureActions)

@@ -1,3 +1,4 @@
+#include "app/InstanceProtocol.h"
 #include "app/InstanceServer.h"
 #include "support/TestCase.h"
 
@@ -9,16 +10,27 @@ namespace brindlecam {
 
 namespace {
 
-/// A listening server that notes what it is asked.
+/// Line feed and folder included.
+QByteArray lineOf(const QByteArrayList& words)
+{
+    return InstanceMessages::line({words, "/"});
+}
+
+/// A listening server that notes what it is asked and what it carries out.
 struct Running {
     QTemporaryDir folder;
     QString path = folder.filePath(QStringLiteral("socket"));
-    std::vector<InstanceRequest> asked;
-    InstanceServer server{[this](const InstanceRequest& request) {
-                              asked.push_back(request);
-                              return request.action == CaptureAction::recents
-                                         ? InstanceReply::unavailable
-                                         : InstanceReply::performed;
+    QByteArrayList asked;
+    QByteArrayList done;
+    std::function<void()> onAsked;
+    InstanceServer server{[this](const InstanceRequest& request) -> InstanceAnswer {
+                              asked << request.words.join(' ');
+                              if (onAsked)
+                                  onAsked();
+                              const auto carryOut = [this, what = asked.last()] { done << what; };
+                              if (request.words.contains("recents"))
+                                  return {{3, "No.\n"}};
+                              return {{0, ""}, carryOut};
                           },
                           std::chrono::milliseconds(300)};
 
@@ -39,38 +51,117 @@ class TestInstanceServer final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyRequestReadsBackAsItself()
-    {
-        for (const InstanceRequest& request :
-             {InstanceRequest{}, InstanceRequest{CaptureAction::area},
-              InstanceRequest{CaptureAction::fullScreen},
-              InstanceRequest{CaptureAction::recents}}) {
-            const QByteArray line = InstanceProtocol::line(request);
-            QVERIFY(line.endsWith('\n') && line.size() < InstanceProtocol::kLongestLine);
-            QCOMPARE(InstanceProtocol::readRequest(line), std::optional(request));
-        }
-        QVERIFY(!InstanceProtocol::readRequest("area"));
-        QVERIFY(!InstanceProtocol::readReply("ok"));
-    }
-
-    void aRequestIsHandledOnceAndAnswered()
+    void aRequestIsAnsweredOnceAndCarriedOut()
     {
         Running running;
         QVERIFY(running.server.listen(running.path));
-        QCOMPARE(running.answerTo("area\n"), QByteArray("ok\n"));
-        QCOMPARE(running.answerTo("recents\n"), QByteArray("unavailable\n"));
-        QCOMPARE(running.answerTo("reopen\n"), QByteArray("ok\n"));
-        QCOMPARE(running.asked,
-                 (std::vector<InstanceRequest>{
-                     {CaptureAction::area}, {CaptureAction::recents}, InstanceRequest{}}));
+        QCOMPARE(running.answerTo(lineOf({"area"})), QByteArray("0\n"));
+        QCOMPARE(running.answerTo(lineOf({"recents"})), QByteArray("3\nNo.\n"));
+        QCOMPARE(running.answerTo(lineOf({})), QByteArray("0\n"));
+        QCOMPARE(running.asked, QByteArrayList({"area", "recents", ""}));
+        QCOMPARE(running.done, QByteArrayList({"area", ""}));
+    }
+
+    void whatIsAskedIsDoneBeforeTheNextIsAsked()
+    {
+        Running running;
+        QVERIFY(running.server.listen(running.path));
+        std::vector<std::unique_ptr<QLocalSocket>> clients;
+        running.onAsked = [&running] { QCOMPARE(running.done.size(), running.asked.size() - 1); };
+        for (int i = 0; i < 3; ++i) {
+            clients.push_back(std::make_unique<QLocalSocket>());
+            clients.back()->connectToServer(running.path);
+            clients.back()->write(lineOf({"area"}));
+            clients.back()->flush();
+        }
+        QTRY_COMPARE(running.done.size(), 3);
+    }
+
+    void whoHasLeftIsNotServed()
+    {
+        Running running;
+        QVERIFY(running.server.listen(running.path));
+        {
+            // A connection is made and its line delivered before the server looks at it.
+            QLocalSocket gone;
+            gone.connectToServer(running.path);
+            QVERIFY(gone.waitForConnected());
+            gone.write(lineOf({"area"}));
+            QVERIFY(gone.waitForBytesWritten());
+        }
+        QCOMPARE(running.answerTo(lineOf({"fullScreen"})), QByteArray("0\n"));
+        QCOMPARE(running.asked, QByteArrayList({"fullScreen"}));
+        QCOMPARE(running.done, QByteArrayList({"fullScreen"}));
+    }
+
+    void nothingIsDoneForWhoLeavesBeforeTheAnswer()
+    {
+        Running running;
+        QVERIFY(running.server.listen(running.path));
+        QLocalSocket impatient;
+        impatient.connectToServer(running.path);
+        running.onAsked = [&impatient] { impatient.abort(); };
+        impatient.write(lineOf({"area"}));
+        impatient.flush();
+        QTRY_COMPARE(running.asked.size(), 1);
+        running.onAsked = {};
+        QCOMPARE(running.answerTo(lineOf({"fullScreen"})), QByteArray("0\n"));
+        QCOMPARE(running.done, QByteArrayList({"fullScreen"}));
+    }
+
+    void whoHasSaidAllIsStillServed()
+    {
+        Running running;
+        QVERIFY(running.server.listen(running.path));
+        QLocalSocket client;
+        client.connectToServer(running.path);
+        client.write(lineOf({"area"}));
+        client.flush();
+        // As programs do that send their input and then only read.
+        QCOMPARE(::shutdown(static_cast<int>(client.socketDescriptor()), SHUT_WR), 0);
+        QTRY_COMPARE(running.done.size(), 1);
+        QTRY_COMPARE(client.state(), QLocalSocket::UnconnectedState);
+        QCOMPARE(client.readAll(), QByteArray("0\n"));
+    }
+
+    void anotherVersionIsToldSo()
+    {
+        Running running;
+        QVERIFY(running.server.listen(running.path));
+        const QByteArray answer = running.answerTo("2 area %2F now\n");
+        QVERIFY(answer.startsWith("5\n"));
+        QVERIFY(answer.contains("otra versión"));
+        QVERIFY(running.asked.isEmpty());
+    }
+
+    void hangingUpFreesThePathAndLetsEverybodyGo()
+    {
+        Running running;
+        QVERIFY(running.server.listen(running.path));
+        QLocalSocket waiting;
+        waiting.connectToServer(running.path);
+        waiting.write("1 are");
+        waiting.flush();
+        // The server has heard of it when it answers the next one.
+        QCOMPARE(running.answerTo(lineOf({"recents"})), QByteArray("3\nNo.\n"));
+        QLocalSocket knocking;
+        knocking.connectToServer(running.path);
+        knocking.write(lineOf({"area"}));
+        QVERIFY(knocking.waitForBytesWritten());
+        running.server.hangUp();
+        QVERIFY(!QFile::exists(running.path));
+        QTRY_COMPARE(waiting.state(), QLocalSocket::UnconnectedState);
+        QTRY_COMPARE(knocking.state(), QLocalSocket::UnconnectedState);
+        QCOMPARE(waiting.readAll() + knocking.readAll(), QByteArray());
+        QCOMPARE(running.asked, QByteArrayList({"recents"}));
     }
 
     void onlyTheFirstLineCounts()
     {
         Running running;
         QVERIFY(running.server.listen(running.path));
-        QCOMPARE(running.answerTo("area\nfullScreen\n"), QByteArray("ok\n"));
-        QCOMPARE(running.asked, std::vector<InstanceRequest>{{CaptureAction::area}});
+        QCOMPARE(running.answerTo(lineOf({"area"}) + lineOf({"fullScreen"})), QByteArray("0\n"));
+        QCOMPARE(running.asked, QByteArrayList({"area"}));
     }
 
     void anythingElseIsHungUpOn_data()
@@ -79,10 +170,10 @@ private Q_SLOTS:
         QTest::newRow("another word") << QByteArray("delete everything\n");
         QTest::newRow("an empty line") << QByteArray("\n");
         QTest::newRow("bytes") << QByteArray("\0\xff\xfe\n", 4);
-        QTest::newRow("a known word with something before it") << QByteArray(" area\n");
-        QTest::newRow("a line without end") << QByteArray(10000, 'a');
-        QTest::newRow("a long line") << QByteArray(100, 'a') + '\n';
-        QTest::newRow("half a line and silence") << QByteArray("are");
+        QTest::newRow("a request with something before it") << " " + lineOf({"area"});
+        QTest::newRow("a line without end") << QByteArray(100000, 'a');
+        QTest::newRow("a long line") << lineOf({QByteArray(BRINDLECAM_LONGEST_LINE, 'a')});
+        QTest::newRow("half a line and silence") << QByteArray("1 are");
         QTest::newRow("silence") << QByteArray();
     }
     void anythingElseIsHungUpOn()
@@ -91,8 +182,18 @@ private Q_SLOTS:
         Running running;
         QVERIFY(running.server.listen(running.path));
         QCOMPARE(running.answerTo(sent), QByteArray());
-        QVERIFY(running.asked.empty());
-        QCOMPARE(running.answerTo("area\n"), QByteArray("ok\n"));
+        QVERIFY(running.asked.isEmpty());
+        QCOMPARE(running.answerTo(lineOf({"area"})), QByteArray("0\n"));
+    }
+
+    void aLineMayBeAsLongAsItIsAllowed()
+    {
+        Running running;
+        QVERIFY(running.server.listen(running.path));
+        const qsizetype rest = lineOf({""}).size();
+        const QByteArray longest = lineOf({QByteArray(BRINDLECAM_LONGEST_LINE - rest, 'a')});
+        QCOMPARE(longest.size(), qsizetype(BRINDLECAM_LONGEST_LINE));
+        QCOMPARE(running.answerTo(longest), QByteArray("0\n"));
     }
 
     void aLineMayComeInPieces()
@@ -101,14 +202,14 @@ private Q_SLOTS:
         QVERIFY(running.server.listen(running.path));
         QLocalSocket client;
         client.connectToServer(running.path);
-        client.write("full");
+        client.write("1 full");
         client.flush();
         QTest::qWait(0);
-        QVERIFY(running.asked.empty());
-        client.write("Screen\n");
+        QVERIFY(running.asked.isEmpty());
+        client.write("Screen %2F\n");
         QTRY_VERIFY(client.canReadLine());
-        QCOMPARE(client.readAll(), QByteArray("ok\n"));
-        QCOMPARE(running.asked, std::vector<InstanceRequest>{{CaptureAction::fullScreen}});
+        QCOMPARE(client.readAll(), QByteArray("0\n"));
+        QCOMPARE(running.asked, QByteArrayList({"fullScreen"}));
     }
 
     void clientsThatLeaveOrHangKeepNobodyWaiting()
@@ -119,12 +220,12 @@ private Q_SLOTS:
         for (int i = 0; i < 50; ++i) {
             hanging.push_back(std::make_unique<QLocalSocket>());
             hanging.back()->connectToServer(running.path);
-            hanging.back()->write("ar");
+            hanging.back()->write("1 ar");
             if (i % 2 == 0)
                 hanging.back()->abort();
         }
-        QCOMPARE(running.answerTo("area\n"), QByteArray("ok\n"));
-        QCOMPARE(running.asked.size(), std::size_t(1));
+        QCOMPARE(running.answerTo(lineOf({"area"})), QByteArray("0\n"));
+        QCOMPARE(running.asked.size(), qsizetype(1));
     }
 
     void leftoversInItsPlaceAreReplaced()
@@ -134,7 +235,7 @@ private Q_SLOTS:
         QVERIFY(leftover.open(QIODevice::WriteOnly));
         leftover.close();
         QVERIFY(running.server.listen(running.path));
-        QCOMPARE(running.answerTo("area\n"), QByteArray("ok\n"));
+        QCOMPARE(running.answerTo(lineOf({"area"})), QByteArray("0\n"));
     }
 
     void aPlaceThatCannotBeUsedIsSaid()

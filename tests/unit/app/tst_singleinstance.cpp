@@ -1,7 +1,6 @@
 #include "app/SingleInstance.h"
 #include "support/TestCase.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLocalServer>
 #include <QProcess>
@@ -18,13 +17,23 @@ constexpr int kProcessPatience = 20000; // ms; generous for a busy machine
 /// A copy of the program in a process of its own.
 class Copy final {
 public:
-    Copy(const QTemporaryDir& folder, const char* action, int startTime = 0)
+    struct Options {
+        const char* display = ":1";
+        int startTime = 0; ///< milliseconds
+    };
+
+    Copy(const QTemporaryDir& folder, const QStringList& words, const Options& options)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
+        environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(options.display));
         m_process.setProcessEnvironment(environment);
         m_process.start(QStringLiteral(BRINDLECAM_INSTANCE_CHILD),
-                        {QString::fromLatin1(action), QString::number(startTime)});
+                        QStringList(QString::number(options.startTime)) + words);
+    }
+    Copy(const QTemporaryDir& folder, const char* word)
+        : Copy(folder, {QString::fromLatin1(word)}, Options())
+    {
     }
     ~Copy() { kill(); }
 
@@ -39,6 +48,7 @@ public:
         return m_process.state() == QProcess::NotRunning ||
                m_process.waitForFinished(kProcessPatience);
     }
+    [[nodiscard]] bool hasEnded() const { return m_process.state() == QProcess::NotRunning; }
     [[nodiscard]] int exitCode() const { return m_process.exitCode(); }
     /// Waits for this many words on stdout and answers all there are.
     [[nodiscard]] QStringList words(int count)
@@ -58,6 +68,46 @@ private:
     QByteArray m_output;
 };
 
+/// Where the copies of display :1 meet in this folder.
+InstancePlace placeIn(const QTemporaryDir& folder)
+{
+    return {folder.filePath(QStringLiteral("brindlecam-:1.socket")),
+            folder.filePath(QStringLiteral("brindlecam-:1.lock"))};
+}
+
+/// Time that passes only while a copy waits. The first instants are those of the lock's file.
+struct Patience {
+    QDateTime now = QDateTime::currentDateTimeUtc();
+    int pauses = 0;
+    std::function<void()> onPause;
+
+    [[nodiscard]] SingleInstance::Waiting waiting()
+    {
+        return {.answer = std::chrono::milliseconds(100),
+                .now = [this] { return now; },
+                .pause =
+                    [this](std::chrono::milliseconds time) {
+                        ++pauses;
+                        now = now.addMSecs(time.count());
+                        if (onPause)
+                            onPause();
+                    }};
+    }
+};
+
+template <typename Kind>
+bool is(const SingleInstance::Outcome& outcome)
+{
+    return std::holds_alternative<Kind>(outcome);
+}
+using First = SingleInstance::First;
+using Unanswered = SingleInstance::Unanswered;
+
+InstanceAnswer yes(const InstanceRequest&)
+{
+    return {};
+}
+
 } // namespace
 
 class TestSingleInstance final : public test::TestCase {
@@ -67,7 +117,7 @@ private Q_SLOTS:
     void theFirstRunsAndLaterOnesHandOverAndEnd()
     {
         const QTemporaryDir folder;
-        Copy first(folder, "reopen");
+        Copy first(folder, {}, {});
         QCOMPARE(first.words(2), QStringList({QStringLiteral("first"), QStringLiteral("reopen")}));
 
         Copy second(folder, "area");
@@ -81,11 +131,26 @@ private Q_SLOTS:
         QCOMPARE(third.words(1), QStringList(QStringLiteral("unavailable")));
         QCOMPARE(third.exitCode(), 3);
 
-        Copy fourth(folder, "reopen");
+        Copy fourth(folder, {}, {});
         QVERIFY(fourth.ends());
         QCOMPARE(first.words(5).mid(2),
                  QStringList({QStringLiteral("area"), QStringLiteral("recents"),
                               QStringLiteral("reopen")}));
+    }
+
+    void eachDisplayHasItsOwn()
+    {
+        const QTemporaryDir folder;
+        Copy one(folder, {QStringLiteral("area")}, {.display = ":1"});
+        QCOMPARE(one.words(2).size(), 2);
+        Copy other(folder, {QStringLiteral("area")}, {.display = ":2"});
+        QCOMPARE(other.words(2), QStringList({QStringLiteral("first"), QStringLiteral("area")}));
+        Copy toTheOther(folder, {QStringLiteral("fullScreen")}, {.display = ":2.0"});
+        QVERIFY(toTheOther.ends());
+        QCOMPARE(other.words(3).value(2), QStringLiteral("fullScreen"));
+        Copy toTheFirst(folder, {QStringLiteral("fullScreen"), QString()}, {.display = "unix:1.1"});
+        QVERIFY(toTheFirst.ends());
+        QCOMPARE(one.words(3).value(2), QStringLiteral("fullScreen "));
     }
 
     void ofTwoStartedAtOnceOneRunsAndBothArePerformed_data()
@@ -98,8 +163,8 @@ private Q_SLOTS:
     {
         QFETCH(int, startTime);
         const QTemporaryDir folder;
-        Copy one(folder, "area", startTime);
-        Copy other(folder, "fullScreen", startTime);
+        Copy one(folder, {QStringLiteral("area")}, {.startTime = startTime});
+        Copy other(folder, {QStringLiteral("fullScreen")}, {.startTime = startTime});
         const QString oneSays = one.words(1).value(0);
         const QString otherSays = other.words(1).value(0);
         QCOMPARE(QSet<QString>({oneSays, otherSays}),
@@ -116,49 +181,146 @@ private Q_SLOTS:
     void whatAKilledRunLeftIsTakenOverAtOnce()
     {
         const QTemporaryDir folder;
-        Copy killed(folder, "reopen");
+        const InstancePlace place = placeIn(folder);
+        Copy killed(folder, {}, {});
         QCOMPARE(killed.words(2).size(), 2);
         killed.kill();
-        QVERIFY(QFile::exists(folder.filePath(QStringLiteral("brindlecam.socket"))));
-        QVERIFY(QFile::exists(folder.filePath(QStringLiteral("brindlecam.lock"))));
+        QVERIFY(QFile::exists(place.socket));
+        QVERIFY(QFile::exists(place.lock));
 
-        QElapsedTimer clock;
-        clock.start();
-        SingleInstance next(folder.path());
-        QCOMPARE(next.handOver({}), SingleInstance::Outcome::first);
-        QVERIFY2(clock.elapsed() < 1000, "without waiting");
-        QVERIFY(next.listen([](const InstanceRequest&) { return InstanceReply::performed; }));
+        Patience patience;
+        SingleInstance next(place, patience.waiting());
+        QVERIFY(is<First>(next.handOver({})));
+        QCOMPARE(patience.pauses, 0);
+        QVERIFY(next.listen(yes));
 
         Copy later(folder, "area");
-        QTRY_VERIFY(!later.words(1).isEmpty());
-        QCOMPARE(later.words(1), QStringList(QStringLiteral("performed")));
+        QTRY_VERIFY(later.hasEnded());
+        QCOMPARE(later.exitCode(), 0);
     }
 
-    void aCopyThatEndsWhileAnotherKnocksMakesWay()
+    void aCopyThatEndsWhileItStartsMakesWay()
     {
         const QTemporaryDir folder;
-        auto starting = std::make_unique<Copy>(folder, "reopen", 60000);
-        QCOMPARE(starting->words(1), QStringList(QStringLiteral("first")));
-        Copy knocking(folder, "area");
-        QVERIFY(knocking.words(0).isEmpty());
-        starting.reset();
-        QCOMPARE(knocking.words(2), QStringList({QStringLiteral("first"), QStringLiteral("area")}));
+        auto starting = std::make_unique<SingleInstance>(placeIn(folder));
+        QVERIFY(is<First>(starting->handOver({})));
+        Patience patience;
+        patience.onPause = [&] {
+            if (patience.pauses == 3)
+                starting.reset();
+        };
+        SingleInstance knocking(placeIn(folder), patience.waiting());
+        QVERIFY(is<First>(knocking.handOver({{"area"}, {}})));
+        QCOMPARE(patience.pauses, 3);
+    }
+
+    void whoComesWhileACopyEndsTakesItsPlace_data()
+    {
+        QTest::addColumn<int>("ranFor");
+        QTest::addColumn<int>("endsFor");
+        QTest::newRow("at once") << 0 << 1;
+        QTest::newRow("after a day") << 24 * 3600 << 1;
+        QTest::newRow("after a day, and it encodes for long") << 24 * 3600 << 50;
+    }
+    void whoComesWhileACopyEndsTakesItsPlace()
+    {
+        QFETCH(int, ranFor);
+        QFETCH(int, endsFor);
+        const QTemporaryDir folder;
+        Patience patience;
+        auto ending = std::make_unique<SingleInstance>(placeIn(folder), patience.waiting());
+        QVERIFY(is<First>(ending->handOver({})));
+        QVERIFY(ending->listen(yes));
+        patience.now = patience.now.addSecs(ranFor);
+        ending->hangUp();
+        QVERIFY(!QFile::exists(placeIn(folder).socket));
+        const QDateTime end = patience.now.addSecs(endsFor);
+        patience.onPause = [&] {
+            if (patience.now >= end)
+                ending.reset();
+        };
+        SingleInstance next(placeIn(folder), patience.waiting());
+        QVERIFY(is<First>(next.handOver({})));
+        QCOMPARE(patience.pauses, endsFor * 1000 / 20);
+        QVERIFY(next.listen(yes));
+    }
+
+    void aCopyThatNeverStartsIsGivenUp()
+    {
+        const QTemporaryDir folder;
+        SingleInstance holder(placeIn(folder));
+        QVERIFY(is<First>(holder.handOver({})));
+        Patience patience;
+        SingleInstance later(placeIn(folder), patience.waiting());
+        QVERIFY(is<Unanswered>(later.handOver({{"area"}, {}})));
+        // Ten seconds from the holder's start.
+        QVERIFY2(patience.pauses > 400 && patience.pauses <= 501,
+                 qPrintable(QString::number(patience.pauses)));
+    }
+
+    void clocksThatAreWrongKeepNobodyForGood()
+    {
+        const QTemporaryDir folder;
+        SingleInstance holder(placeIn(folder));
+        QVERIFY(is<First>(holder.handOver({})));
+        Patience patience;
+        patience.now = patience.now.addDays(-1);
+        SingleInstance later(placeIn(folder), patience.waiting());
+        QVERIFY(is<Unanswered>(later.handOver({{"area"}, {}})));
+        QCOMPARE(patience.pauses, 70 * 1000 / 20);
     }
 
     void aCopyThatListensButDoesNotAnswerIsGivenUpSoon()
     {
         const QTemporaryDir folder;
-        SingleInstance holder(folder.path());
-        QCOMPARE(holder.handOver({}), SingleInstance::Outcome::first);
+        SingleInstance holder(placeIn(folder));
+        QVERIFY(is<First>(holder.handOver({})));
         QLocalServer mute;
-        QVERIFY(mute.listen(folder.filePath(QStringLiteral("brindlecam.socket"))));
+        QVERIFY(mute.listen(placeIn(folder).socket));
+        Patience patience;
+        SingleInstance later(placeIn(folder), patience.waiting());
+        QVERIFY(is<Unanswered>(later.handOver({{"area"}, {}})));
+        QCOMPARE(patience.pauses, 0);
+    }
 
-        QElapsedTimer clock;
-        clock.start();
-        SingleInstance later(folder.path());
-        QCOMPARE(later.handOver({CaptureAction::area}), SingleInstance::Outcome::unanswered);
-        QVERIFY2(clock.elapsed() >= 1900 && clock.elapsed() < 6000,
-                 qPrintable(QString::number(clock.elapsed())));
+    void aCopyThatCannotListenIsToldAtOnce_data()
+    {
+        QTest::addColumn<bool>("socketIsLost");
+        QTest::newRow("no place for a socket") << false;
+        QTest::newRow("the socket was removed") << true;
+    }
+    void aCopyThatCannotListenIsToldAtOnce()
+    {
+        QFETCH(bool, socketIsLost);
+        const QTemporaryDir folder;
+        InstancePlace place = placeIn(folder);
+        if (!socketIsLost)
+            place.socket = folder.filePath(QStringLiteral("no/such/folder/socket"));
+        SingleInstance deaf(place);
+        QVERIFY(is<First>(deaf.handOver({})));
+        QCOMPARE(deaf.listen(yes), socketIsLost);
+        Patience patience;
+        if (socketIsLost) {
+            QVERIFY(QFile::remove(place.socket));
+            patience.now = patience.now.addSecs(60);
+        }
+        SingleInstance later(place, patience.waiting());
+        QVERIFY(is<Unanswered>(later.handOver({})));
+        QCOMPARE(patience.pauses, 0);
+    }
+
+    void whereNoLockCanBeMadeTheRunningCopyIsAskedAllTheSame()
+    {
+        const QTemporaryDir folder;
+        InstancePlace place = placeIn(folder);
+        place.lock = folder.filePath(QStringLiteral("no/such/folder/lock"));
+        InstanceServer server([](const InstanceRequest&) { return InstanceAnswer{{7, ""}}; });
+        QVERIFY(server.listen(place.socket));
+        SingleInstance::Outcome outcome;
+        std::thread later([&] { outcome = SingleInstance(place).handOver({}); });
+        QTRY_VERIFY(is<InstanceReply>(outcome));
+        later.join();
+        QCOMPARE(std::get<InstanceReply>(outcome).exitCode, 7);
     }
 
     void aFolderThatCannotHoldALockStopsNobody_data()
@@ -170,10 +332,11 @@ private Q_SLOTS:
     void aFolderThatCannotHoldALockStopsNobody()
     {
         QFETCH(QString, folder);
-        SingleInstance instance(folder);
-        QCOMPARE(instance.handOver({}), SingleInstance::Outcome::first);
-        QVERIFY(!instance.listen([](const InstanceRequest&) { return InstanceReply::performed; }));
-        QVERIFY(!QFile::exists(QStringLiteral("/brindlecam.lock")));
+        SingleInstance instance(folder.isEmpty() ? InstancePlace()
+                                                 : InstancePlace{folder + QStringLiteral("/socket"),
+                                                                 folder + QStringLiteral("/lock")});
+        QVERIFY(is<First>(instance.handOver({})));
+        QVERIFY(!instance.listen(yes));
     }
 };
 

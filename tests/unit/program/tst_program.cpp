@@ -87,11 +87,13 @@ private Q_SLOTS:
         {
             Program program(std::move(platform), CaptureFailure::Voice::silent);
             program.onQuitting = [&quitting] { ++quitting; };
+            QVERIFY(!program.delegate().isBusy());
             program.start(CaptureAction::fullScreen);
+            QVERIFY(program.delegate().isBusy());
             if (asked) {
                 program.quit();
                 QCOMPARE(quitting, 1);
-                QVERIFY(!program.delegate().isAvailable(CaptureAction::fullScreen));
+                QCOMPARE(program.delegate().answer({{"fullScreen"}, {}}).reply.exitCode, 3);
             }
             QTimer::singleShot(0, &program.captureController(), [&grabs] { grabs.answer(); });
         }
