@@ -23,6 +23,9 @@ namespace {
 
 constexpr int kKey9 = 25; ///< virtual code of the digit 9
 constexpr std::uint8_t kKey9Code = 18;
+constexpr int kF15 = 113; ///< virtual code; Pause arrives as it, too
+constexpr std::uint8_t kPauseCode = 127;
+constexpr std::uint8_t kF15Code = 193;
 constexpr int kControlShift = controlModifier | shiftModifier;
 constexpr int kPastRepeatMs = 1100; ///< the server repeats after 660 ms
 
@@ -140,6 +143,45 @@ private Q_SLOTS:
         QCOMPARE(statesGrabbableBy(other, kKey9Code, kState),
                  int(x11::ModifierBits::read().lockStates().size()));
         QVERIFY(take(kKey9, kControlShift));
+    }
+
+    void keyOfTwoPlacesWorksAtTheOneThatIsFree()
+    {
+        InputClient other(QRect(10, 10, 50, 50));
+        QVERIFY(other.grabKey(kPauseCode, 0));
+        auto registration = take(kF15, 0);
+        QVERIFY(registration);
+        QVERIFY(xdotool(QStringLiteral("key 127")));
+        QTRY_COMPARE(other.keyEvents(), 2);
+        QVERIFY(xdotool(QStringLiteral("key 193")));
+        QTRY_COMPARE(m_presses, 1);
+        settle();
+        QCOMPARE(m_presses, 1); // Pause stays the other one's
+        registration.reset();
+        QVERIFY(other.grabKey(kF15Code, 0));
+    }
+
+    void keyOfTwoPlacesIsRefusedWhenNeitherIsFree()
+    {
+        InputClient other(QRect(10, 10, 50, 50));
+        QVERIFY(other.grabKey(kPauseCode, 0));
+        QVERIFY(other.grabKey(kF15Code, 0));
+        QVERIFY(!take(kF15, 0));
+        other.ungrabKeys();
+        const int states = int(x11::ModifierBits::read().lockStates().size());
+        QCOMPARE(statesGrabbableBy(other, kPauseCode, 0), states);
+        QCOMPARE(statesGrabbableBy(other, kF15Code, 0), states);
+    }
+
+    void secondRegistrationOfAKeyOfTwoPlacesSurvivesTheFirst()
+    {
+        InputClient other(QRect(10, 10, 50, 50));
+        QVERIFY(other.grabKey(kPauseCode, 0));
+        auto first = take(kF15, 0);
+        const auto second = take(kF15, 0);
+        first.reset();
+        QVERIFY(xdotool(QStringLiteral("key 193")));
+        QTRY_COMPARE(m_presses, 1);
     }
 
     void destroyedRegistrationGivesTheKeyBack()

@@ -2,12 +2,24 @@
 
 #include "platform/linux/x11/X11.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace brindlecam::x11 {
 
-KeyGrab::KeyGrab(Keys keys)
+namespace {
+
+void release(std::uint8_t code, const std::vector<std::uint16_t>& states)
+{
+    for (const std::uint16_t state : states)
+        xcb_ungrab_key(connection(), code, root(), state);
+}
+
+} // namespace
+
+KeyGrab::KeyGrab(Keys keys, std::vector<std::uint8_t> held)
     : m_keys(std::move(keys))
+    , m_held(std::move(held))
 {
 }
 
@@ -20,25 +32,37 @@ std::unique_ptr<KeyGrab> KeyGrab::take(Keys keys)
                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
         }
     }
-    bool refused = asked.empty();
-    for (const xcb_void_cookie_t cookie : asked) {
-        const Owned<xcb_generic_error_t> error(xcb_request_check(connection(), cookie));
-        refused = refused || error;
+    std::vector<std::uint8_t> held;
+    auto cookie = asked.cbegin();
+    for (const std::uint8_t code : keys.codes) {
+        bool refused = keys.states.empty();
+        for (std::size_t state = 0; state < keys.states.size(); ++state) {
+            const Owned<xcb_generic_error_t> error(xcb_request_check(connection(), *cookie++));
+            refused = refused || error;
+        }
+        // Ungrabbing what was refused is harmless: it concerns our own grabs only.
+        if (refused)
+            release(code, keys.states);
+        else
+            held.push_back(code);
     }
-    // Ungrabbing what was refused is harmless: it concerns our own grabs only.
-    std::unique_ptr<KeyGrab> grab(new KeyGrab(std::move(keys)));
-    if (refused)
-        grab.reset();
-    return grab;
+    if (held.empty()) {
+        xcb_flush(connection());
+        return nullptr;
+    }
+    return std::unique_ptr<KeyGrab>(new KeyGrab(std::move(keys), std::move(held)));
 }
 
 KeyGrab::~KeyGrab()
 {
-    for (const std::uint8_t code : m_keys.codes) {
-        for (const std::uint16_t state : m_keys.states)
-            xcb_ungrab_key(connection(), code, root(), state);
-    }
+    for (const std::uint8_t code : m_held)
+        release(code, m_keys.states);
     xcb_flush(connection());
+}
+
+bool KeyGrab::holds(std::uint8_t code) const
+{
+    return std::ranges::find(m_held, code) != m_held.end();
 }
 
 } // namespace brindlecam::x11

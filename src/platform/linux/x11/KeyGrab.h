@@ -17,19 +17,24 @@ public:
         bool operator==(const Keys&) const = default;
     };
 
-    /// Grabs every key in every state; null, with nothing left grabbed, when one is refused.
+    /// Grabs each key in every state, or not at all where one of its states is refused; null when
+    /// no key is left.
     [[nodiscard]] static std::unique_ptr<KeyGrab> take(Keys keys);
 
     ~KeyGrab();
     KeyGrab(const KeyGrab&) = delete;
     KeyGrab& operator=(const KeyGrab&) = delete;
 
+    /// What was asked for.
     [[nodiscard]] const Keys& keys() const { return m_keys; }
+    /// Whether this key (X key code) was given to us.
+    [[nodiscard]] bool holds(std::uint8_t code) const;
 
 private:
-    explicit KeyGrab(Keys keys);
+    KeyGrab(Keys keys, std::vector<std::uint8_t> held);
 
     Keys m_keys;
+    std::vector<std::uint8_t> m_held; ///< those of the codes that nobody else has
 };
 
 } // namespace brindlecam::x11

@@ -10,7 +10,6 @@
 
 #include <QApplication>
 
-#include <algorithm>
 #include <utility>
 
 namespace brindlecam {
@@ -132,7 +131,7 @@ std::shared_ptr<X11HotKeys::Wish> X11HotKeys::wishFor(const xcb_key_press_event_
     for (std::size_t i = m_wishes.size(); i-- > 0;) {
         auto wish = m_wishes[i].lock();
         if (wish && wish->grab && m_bits.relevant(event.state) == m_bits.stateOf(wish->modifiers) &&
-            std::ranges::find(wish->codes, event.detail) != wish->codes.end())
+            wish->grab->holds(event.detail))
             return wish;
     }
     return nullptr;
