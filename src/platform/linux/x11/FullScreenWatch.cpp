@@ -192,7 +192,8 @@ bool FullScreenWatch::update()
     qApp->removeEventFilter(this);
     const xcb_window_t active = windowProperty(x11::root(), "_NET_ACTIVE_WINDOW");
     std::vector<xcb_window_t> listened;
-    if (active != XCB_WINDOW_NONE && !x11::isOurs(active)) {
+    // What this connection hears of the root is Qt's business.
+    if (active != XCB_WINDOW_NONE && active != x11::root() && !x11::isOurs(active)) {
         listened.push_back(active);
         listenAlsoTo(active); // before it is asked about, so that no change falls in between
     }
