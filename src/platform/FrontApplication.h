@@ -12,8 +12,9 @@ public:
     virtual void remember() = 0;
 
     /// Gives the focus back to what was remembered and forgets it; nothing when nothing was. Call
-    /// it before the session's windows are hidden: keys that are still held stay with us until they
-    /// are up, so that the key which ended the session never reaches the window below.
+    /// it before the session's windows are hidden: keys that were pressed since remember() and are
+    /// still held stay with us until they are up, so that the key which ended the session never
+    /// reaches the window below.
     virtual void giveBack() = 0;
 };
 

@@ -35,6 +35,8 @@ public:
     /// Tries to grab a key on the root; false when somebody has it.
     bool grabKey(std::uint8_t keyCode, std::uint16_t state);
     void ungrabKeys();
+    /// Whether nobody else has grabbed the keyboard.
+    [[nodiscard]] bool canHaveKeyboard();
     [[nodiscard]] bool viewable();
     void raise();
 

@@ -13,6 +13,12 @@ using test::InputClient;
 using test::settle;
 using test::xdotool;
 
+namespace {
+
+constexpr int kPastRepeatMs = 1100; ///< the server repeats after 660 ms
+
+} // namespace
+
 /// A window below, a session's window above it, and keys that are held while the session ends.
 class TestX11FrontApplication final : public test::TestCase {
     Q_OBJECT
@@ -28,6 +34,13 @@ private:
         m_overlay->show();
         QVERIFY(x11::setFocus(static_cast<xcb_window_t>(m_overlay->winId())));
         QTRY_VERIFY(m_overlay->isActiveWindow());
+    }
+
+    /// Presses a key and lets the session hear of it.
+    static void hold(const QString& key)
+    {
+        QVERIFY(xdotool(QStringLiteral("keydown ") + key));
+        settle();
     }
 
     static void activated(InputClient& client)
@@ -94,8 +107,7 @@ private Q_SLOTS:
         front.remember();
         openOverlay();
         const int before = other.focusGains();
-        QVERIFY(xdotool(QStringLiteral("keydown Return")));
-        settle();
+        hold(QStringLiteral("Return"));
         front.giveBack();
         m_overlay->hide();
         QTest::qWait(heldMs);
@@ -116,12 +128,46 @@ private Q_SLOTS:
         activated(below);
         front.remember();
         openOverlay();
-        QVERIFY(xdotool(QStringLiteral("keydown Return")));
+        hold(QStringLiteral("Return"));
         front.giveBack();
         // Without the event loop in between.
         QVERIFY(xdotool(QStringLiteral("keyup Return")));
         m_overlay->hide();
         QTRY_VERIFY(below.hasFocus());
+    }
+
+    void keyHeldSinceBeforeTheSessionIsNotAwaited()
+    {
+        X11FrontApplication front(m_events);
+        InputClient below(QRect(100, 100, 200, 200));
+        activated(below);
+        hold(QStringLiteral("a"));
+        front.remember();
+        openOverlay();
+        QTest::qWait(kPastRepeatMs); // its repeats reach the session
+        front.giveBack();
+        QVERIFY(below.canHaveKeyboard());
+        m_overlay->hide();
+        QTRY_VERIFY(below.hasFocus());
+    }
+
+    void keyHeldSinceBeforeTheSessionIsAwaitedOnceItWasPressedAgain()
+    {
+        X11FrontApplication front(m_events);
+        InputClient below(QRect(100, 100, 200, 200));
+        activated(below);
+        hold(QStringLiteral("Return"));
+        front.remember();
+        openOverlay();
+        QVERIFY(xdotool(QStringLiteral("keyup Return")));
+        hold(QStringLiteral("Return"));
+        const int before = below.keyEvents();
+        front.giveBack();
+        QVERIFY(!below.canHaveKeyboard());
+        m_overlay->hide();
+        QVERIFY(xdotool(QStringLiteral("keyup Return")));
+        QTRY_VERIFY(below.hasFocus());
+        QCOMPARE(below.keyEvents(), before);
     }
 
     void sessionThatBeginsWhileKeysAreHeldKeepsTheOlderWindow()
@@ -131,7 +177,7 @@ private Q_SLOTS:
         activated(below);
         front.remember();
         openOverlay();
-        QVERIFY(xdotool(QStringLiteral("keydown Return")));
+        hold(QStringLiteral("Return"));
         front.giveBack();
         m_overlay->hide();
         settle();

@@ -14,7 +14,7 @@ namespace brindlecam {
 /// repeats and releases reach nobody. Main thread.
 ///
 /// While it has the keyboard our own hot keys are dead too; it looks by itself once a second
-/// whether a release was lost, and gives up after ten.
+/// whether a release was lost, and gives up after three.
 class KeySink final {
 public:
     /// `keysUp` is called once, when the keys are up or have been down for too long. It may destroy

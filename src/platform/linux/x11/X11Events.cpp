@@ -59,6 +59,7 @@ bool X11Events::nativeEventFilter(const QByteArray& kind, void* message, qintptr
         return false;
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
     noteTime(event);
+    notePress(event);
     if (comesFromGrab(event))
         return true;
     // By index and with a share of the listener: listeners come and go during a call.
@@ -68,6 +69,15 @@ bool X11Events::nativeEventFilter(const QByteArray& kind, void* message, qintptr
             return true;
     }
     return false;
+}
+
+void X11Events::notePress(const xcb_generic_event_t& event)
+{
+    const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
+    if (kindOf(event) == XCB_KEY_PRESS && m_pressFilter.pressed(key.detail, key.time))
+        m_presses.set(key.detail);
+    else if (kindOf(event) == XCB_KEY_RELEASE)
+        m_pressFilter.released(key.detail, key.time);
 }
 
 void X11Events::noteTime(const xcb_generic_event_t& event)

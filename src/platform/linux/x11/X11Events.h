@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/linux/x11/PressFilter.h"
+#include "platform/linux/x11/X11Keyboard.h"
+
 #include <QAbstractNativeEventFilter>
 
 #include <xcb/xcb.h>
@@ -36,14 +39,22 @@ public:
     /// when there was none yet.
     [[nodiscard]] xcb_timestamp_t lastTime() const { return m_lastTime; }
 
+    /// Keys that a finger has pressed since forgetPresses(), whichever window of ours they came to
+    /// and whoever swallowed them. A key that was down already and repeats is none of them.
+    [[nodiscard]] const x11::KeySet& presses() const { return m_presses; }
+    void forgetPresses() { m_presses.reset(); }
+
     /// For Qt.
     bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
 
 private:
     void noteTime(const xcb_generic_event_t& event);
+    void notePress(const xcb_generic_event_t& event);
 
     std::vector<std::weak_ptr<const Listener>> m_listeners;
     xcb_timestamp_t m_lastTime = XCB_CURRENT_TIME;
+    x11::KeySet m_presses;
+    x11::PressFilter m_pressFilter;
     std::uint8_t m_inputExtension = 0;
 };
 

@@ -15,6 +15,7 @@ X11FrontApplication::X11FrontApplication(std::shared_ptr<X11Events> events)
 void X11FrontApplication::remember()
 {
     m_givingBack = false;
+    m_events->forgetPresses();
     // A new session begins while the last one's keys are still held: whoever was in front before
     // that one gets the focus back after this one.
     if (m_sink)
@@ -52,7 +53,8 @@ void X11FrontApplication::giveBack()
         m_sink->take();
         return;
     }
-    const x11::KeySet keys = x11::keysDown() & ~x11::modifierKeys();
+    // A key that was down before the session belongs to whoever had it then.
+    const x11::KeySet keys = x11::keysDown() & ~x11::modifierKeys() & m_events->presses();
     if (keys.none()) {
         handBack();
         return;
