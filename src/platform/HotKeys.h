@@ -18,7 +18,8 @@ public:
 
     /// Registers a combination (virtual key code, KeyModifier bits). `pressed` runs on the main
     /// thread once per physical press, however long the key is held. Null when the system refuses,
-    /// usually because another program holds the combination.
+    /// usually because another program holds the combination; where several keys have the same code
+    /// (F13 is also Print Screen), only when it refuses them all.
     [[nodiscard]] virtual std::unique_ptr<HotKeyRegistration>
     registerKey(int keyCode, int modifiers, std::function<void()> pressed) = 0;
 };

@@ -8,6 +8,7 @@
 #include "platform/FrontApplication.h"
 #include "platform/Grabber.h"
 #include "platform/HotKeys.h"
+#include "platform/InputGrabs.h"
 #include "platform/Panels.h"
 #include "platform/Pasteboard.h"
 #include "platform/QuitSignals.h"
@@ -30,6 +31,7 @@ struct Platform {
     std::unique_ptr<WindowList> windowList;
     std::unique_ptr<CaptureAccess> captureAccess;
     std::unique_ptr<HotKeys> hotKeys;
+    std::unique_ptr<InputGrabs> inputGrabs;
     std::unique_ptr<Panels> panels;
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<FrontApplication> frontApplication;

@@ -11,6 +11,7 @@
 #include "platform/linux/x11/X11FrontApplication.h"
 #include "platform/linux/x11/X11Grabber.h"
 #include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/x11/X11InputGrabs.h"
 #include "platform/linux/x11/X11Panels.h"
 #include "platform/linux/x11/X11Pasteboard.h"
 #include "platform/linux/x11/X11WindowList.h"
@@ -83,6 +84,7 @@ void addX11(Platform& platform)
     platform.windowList = std::make_unique<X11WindowList>();
     const auto events = std::make_shared<X11Events>();
     platform.hotKeys = std::make_unique<X11HotKeys>(events);
+    platform.inputGrabs = std::make_unique<X11InputGrabs>();
     platform.frontApplication = std::make_unique<X11FrontApplication>(events);
     platform.panels = std::make_unique<X11Panels>(events, *platform.grabber);
     platform.pasteboard = std::make_unique<X11Pasteboard>(

@@ -50,6 +50,11 @@ public:
     }
 };
 
+class NullInputGrabs final : public InputGrabs {
+public:
+    void clear(QObject*, Done done) override { done(Answer::free); }
+};
+
 class NullPanels final : public Panels {
 public:
     void assume(QWidget&, PanelRole) override {}
@@ -133,6 +138,7 @@ Platform makeNullPlatform()
     platform.windowList = std::make_unique<NullWindowList>();
     platform.captureAccess = std::make_unique<NullCaptureAccess>();
     platform.hotKeys = std::make_unique<NullHotKeys>();
+    platform.inputGrabs = std::make_unique<NullInputGrabs>();
     platform.panels = std::make_unique<NullPanels>();
     platform.pasteboard = std::make_unique<NullPasteboard>();
     platform.frontApplication = std::make_unique<NullFrontApplication>();

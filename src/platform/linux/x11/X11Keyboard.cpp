@@ -20,6 +20,7 @@ constexpr xcb_keysym_t kSuperLeft = 0xffeb;
 constexpr xcb_keysym_t kSuperRight = 0xffec;
 constexpr xcb_keysym_t kNumLock = 0xff7f;
 constexpr xcb_keysym_t kScrollLock = 0xff14;
+constexpr xcb_keysym_t kEscape = 0xff1b;
 
 struct KeySymbolsDeleter {
     void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
@@ -87,6 +88,18 @@ KeySet modifierKeys()
     KeySet keys;
     ModifierMap().eachKey([&keys](int, xcb_keycode_t code) { keys.set(code); });
     return keys;
+}
+
+std::uint8_t escapeKey()
+{
+    const KeySymbols symbols(xcb_key_symbols_alloc(connection()));
+    const Owned<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols.get(), kEscape));
+    for (const xcb_keycode_t* code = codes.get(); code && *code != XCB_NO_SYMBOL; ++code) {
+        // Not one that takes a modifier.
+        if (xcb_key_symbols_get_keysym(symbols.get(), *code, 0) == kEscape)
+            return *code;
+    }
+    return 0;
 }
 
 ModifierBits ModifierBits::read()

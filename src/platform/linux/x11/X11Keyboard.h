@@ -15,6 +15,10 @@ using KeySet = std::bitset<256>;
 /// Keys that act as modifiers: Shift, Control, locks … Main thread.
 [[nodiscard]] KeySet modifierKeys();
 
+/// The key that types Escape under the present keyboard map, wherever it is; 0 for none. Main
+/// thread.
+[[nodiscard]] std::uint8_t escapeKey();
+
 /// Which bit of an event's state stands for which modifier under the present keyboard mapping.
 struct ModifierBits {
     std::uint16_t alt = 0;
