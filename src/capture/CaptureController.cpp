@@ -6,6 +6,7 @@
 #include "app/Toast.h"
 #include "base/KeyCodes.h"
 #include "base/Overloaded.h"
+#include "base/Text.h"
 #include "canvas/CanvasView.h"
 #include "capture/CaptureResults.h"
 #include "capture/WindowFinder.h"
@@ -92,10 +93,21 @@ void CaptureController::grabAll()
     ScreenGrabber::capture(*platform.grabber, grabbing->screens, {.dimmedCopy = true},
                            [this](Result<std::vector<Shot>> grabbed) {
                                if (grabbed)
-                                   present(grabbed.value());
+                                   freeInput(grabbed.value());
                                else
                                    handleCaptureFailure(grabbed.error());
                            });
+}
+
+// Only now that it is in the picture: a menu is often what a delayed capture is for.
+void CaptureController::freeInput(const std::vector<Shot>& shots)
+{
+    m_services.platform.inputGrabs->clear(this, [this, shots](InputGrabs::Answer answer) {
+        if (answer == InputGrabs::Answer::free)
+            present(shots);
+        else
+            handleTakenInput();
+    });
 }
 
 void CaptureController::present(const std::vector<Shot>& shots)
@@ -332,6 +344,17 @@ void CaptureController::handleCaptureFailure(const Error& error)
     end();
     if (!told)
         m_services.failure.handle(error);
+}
+
+// A toast, because an alert could not be answered either.
+void CaptureController::handleTakenInput()
+{
+    end();
+    if (m_services.failure.speaks()) {
+        m_services.toast.show(
+            text("Captura cancelada: otro programa retiene el ratón o el teclado"),
+            screenUnderPointer(*m_services.platform.displays));
+    }
 }
 
 void CaptureController::screensChanged()

@@ -92,12 +92,14 @@ private:
     void start(std::function<void()> grab);
     void grabAll();
     void grabOne(const ScreenInfo& screen);
+    void freeInput(const std::vector<Shot>& shots);
     void present(const std::vector<Shot>& shots);
     void wire(OverlayWindow& window);
     void escapePressed();
     void focusOverlayUnderPointer();
     void screensChanged();
     void handleCaptureFailure(const Error& error);
+    void handleTakenInput();
     void act(const Outcome& outcome, const std::optional<Rendered>& lastAutoCopied,
              const std::optional<ScreenInfo>& screen);
     void startLater(const std::function<void(const QRect&, const ScreenInfo&)>& start,

@@ -32,7 +32,7 @@ CaptureFailure::CaptureFailure(CaptureAccess& access, Alerts& alerts, Defaults& 
 
 void CaptureFailure::handle(const Error& error)
 {
-    if (m_voice == Voice::silent)
+    if (!speaks())
         return;
     if (!m_access.needsPermission()) {
         showGrabAlert(error.message);

@@ -27,6 +27,9 @@ public:
 
     void handle(const Error& error);
 
+    /// Whether a session that can't begin is told about.
+    [[nodiscard]] bool speaks() const { return m_voice == Voice::alerts; }
+
 private:
     void show(AlertContent content, std::function<void(std::optional<int>)> done = {});
     void showPermissionAlert(const QString& detail);

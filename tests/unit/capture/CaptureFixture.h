@@ -16,6 +16,7 @@
 #include "support/FakeFrontApplication.h"
 #include "support/FakeGrabber.h"
 #include "support/FakeHotKeys.h"
+#include "support/FakeInputGrabs.h"
 #include "support/FakePanels.h"
 #include "support/FakePasteboard.h"
 #include "support/FakeTextRecognizer.h"
@@ -58,6 +59,7 @@ struct CaptureFixture {
     test::FakeDisplays& displays = install<test::FakeDisplays>(platform.displays);
     test::FakeGrabber& grabber = install<test::FakeGrabber>(platform.grabber);
     test::FakeHotKeys& hotKeys = install<test::FakeHotKeys>(platform.hotKeys);
+    test::FakeInputGrabs& inputGrabs = install<test::FakeInputGrabs>(platform.inputGrabs);
     test::FakePanels& panels = install<test::FakePanels>(platform.panels);
     test::FakePasteboard& pasteboard = install<test::FakePasteboard>(platform.pasteboard);
     test::FakeTextRecognizer& recognizer =
