@@ -89,11 +89,11 @@ void InputClient::ungrabKeys()
 
 bool InputClient::canHaveKeyboard()
 {
-    const x11::Owned<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(
-        m_connection,
-        xcb_grab_keyboard(m_connection, 1, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                          XCB_GRAB_MODE_ASYNC),
-        nullptr));
+    const x11::Owned<xcb_grab_keyboard_reply_t> reply(
+        xcb_grab_keyboard_reply(m_connection,
+                                xcb_grab_keyboard(m_connection, 1, root(), XCB_CURRENT_TIME,
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                nullptr));
     xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
     sync();
     return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
