@@ -149,7 +149,11 @@ void CanvasView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || !selection().isDragging())
         return;
-    pointerMoved(exactPosition(*event, *this), event->modifiers());
+    // No movement of its own: what the last one has left as it is, an edge beside the pointer or a
+    // line that Shift held, stays so. But where we are late, Qt may have left the last one out.
+    const QPointF point = exactPosition(*event, *this);
+    if (m_mouse != clamped(point, selection().canvas()))
+        pointerMoved(point, event->modifiers());
     endDrag();
 }
 

@@ -186,7 +186,6 @@ private Q_SLOTS:
         input().release(Button::left);
         Annotation stroke(Tool::marker, Config::palette.front(), kFrom);
         stroke.append(kTo);
-        stroke.append(kTo); // the release is a place, too
         stroke.setLineWidth(sizes(Tool::marker)->standard);
         stroke.setOpacity(0.55);
         QVERIFY(returnTakes({stroke}));
