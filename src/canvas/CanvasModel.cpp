@@ -13,7 +13,7 @@ CanvasModel::CanvasModel(const QImage& frozen, QSizeF size, QPoint nativeOrigin)
     : m_frozen(frozen)
     , m_size(size)
     , m_nativeOrigin(nativeOrigin)
-    , m_selection(size)
+    , m_selection(size, pixelsPerPoint(size, frozen.size()))
     , m_editor(frozen, size)
 {
 }
@@ -67,6 +67,8 @@ std::vector<QRectF> CanvasModel::moveTo(QPointF point, AnnotationEditor::Constra
     if (const auto moved = m_selection.moveAnnotationTo(point)) {
         using Step = AnnotationEditor::Step;
         m_editor.moveSelected(moved->by, moved->first ? Step::wanted : Step::noted);
+    } else if (std::holds_alternative<drag::Moving>(m_selection.drag())) {
+        m_selection.dragTo(point);
     } else if (m_selection.isDragging()) {
         m_selection.dragTo(reach(point));
     } else {
@@ -107,7 +109,7 @@ void CanvasModel::clear()
 
 QRectF CanvasModel::settledSelection() const
 {
-    return QRectF(roundedOutward(m_selection.rect())).intersected(m_selection.canvas());
+    return m_selection.settled();
 }
 
 QRect CanvasModel::nativeSelection() const

@@ -54,7 +54,7 @@ public:
     /// Drops everything: another screen has begun a selection.
     void clear();
 
-    /// The selection on whole points inside the canvas.
+    /// The selection as it would be if the drag ended here.
     [[nodiscard]] QRectF settledSelection() const;
     /// The same in native pixels of the desktop.
     [[nodiscard]] QRect nativeSelection() const;

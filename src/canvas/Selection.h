@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Geometry.h"
+
 #include <QPointF>
 #include <QRectF>
 #include <QSizeF>
@@ -41,6 +43,7 @@ struct Moving {
 struct Resizing {
     Handle handle;
     QRectF original;
+    std::optional<QSizeF> least; ///< where the edges stop; none: they pass each other
     bool operator==(const Resizing&) const = default;
 };
 struct MovingAnnotation {
@@ -57,7 +60,8 @@ using Drag = std::variant<drag::None, drag::Selecting, drag::Moving, drag::Resiz
 
 /// The chosen area of one screen as a pure state machine: hovering windows, dragging an area out,
 /// clicking a window, moving and resizing. Points of the canvas, origin top-left, y down; every
-/// place handed in is clamped to the canvas.
+/// place handed in is clamped to the canvas. What is dragged out lies on whole points, what is
+/// taken of a window or moved by the mouse on whole pixels, so that it keeps its size.
 class Selection final {
 public:
     /// What a press came upon.
@@ -71,7 +75,7 @@ public:
     /// Whether there are marks that a new selection would lose.
     enum class Marks { none, present };
 
-    explicit Selection(QSizeF canvas);
+    explicit Selection(QSizeF canvas, PixelsPerPoint ratio = {});
 
     /// Windows of this screen that a click may take, frontmost first.
     void setWindows(std::vector<QRectF> windows);
@@ -79,6 +83,8 @@ public:
     /// The selected area; empty when nothing is selected.
     [[nodiscard]] const QRectF& rect() const { return m_rect; }
     [[nodiscard]] bool isEmpty() const { return m_rect.isEmpty(); }
+    /// The same as it would be if the drag ended here.
+    [[nodiscard]] QRectF settled() const;
     [[nodiscard]] const std::optional<QRectF>& hoveredWindow() const { return m_hoveredWindow; }
     [[nodiscard]] const Drag& drag() const { return m_drag; }
     [[nodiscard]] bool isDragging() const { return !std::holds_alternative<drag::None>(m_drag); }
@@ -109,8 +115,9 @@ public:
         bool first = false;
     };
     std::optional<AnnotationMove> moveAnnotationTo(QPointF point);
-    /// Ends the drag: whole points inside the canvas; under 3 points it was a click, which takes
-    /// the hovered window or nothing.
+    /// Ends the drag: edges that it moved lie on whole points inside the canvas; under 3 points it
+    /// was a click, which takes the hovered window or nothing. With nothing selected the window
+    /// under the pointer is hovered at once.
     void release();
     /// Moves the selection, as far as the canvas goes. Nothing while nothing is selected.
     void moveBy(QPointF by);
@@ -120,12 +127,16 @@ public:
 
 private:
     void startSelecting(QPointF point);
-    [[nodiscard]] QRectF settled(const QRectF& rect) const;
+    [[nodiscard]] QRectF onWholePoints(const QRectF& rect) const;
+    [[nodiscard]] QRectF onWholePoints(const drag::Resizing& drag) const;
+    [[nodiscard]] QPointF wayInside(QPointF from, QPointF to) const;
 
     QSizeF m_canvas;
+    PixelsPerPoint m_ratio;
     std::vector<QRectF> m_windows;
     QRectF m_rect;
     std::optional<QRectF> m_hoveredWindow;
+    QPointF m_pointer; ///< where it was last pressed or dragged to
     Drag m_drag;
 };
 
