@@ -1,5 +1,7 @@
 #include "canvas/CanvasCommand.h"
 
+#include "base/LatinLetter.h"
+
 #include <QKeyEvent>
 #include <QKeySequence>
 
@@ -26,14 +28,24 @@ std::optional<QPointF> direction(int key)
     }
 }
 
+// Not with a modifier that reaches further levels of a map: on them Latin maps have foreign
+// letters.
+int letterOf(const QKeyEvent& event)
+{
+    return event.modifiers() & Qt::GroupSwitchModifier
+               ? event.key()
+               : latinLetter(event.key(), event.nativeScanCode());
+}
+
 } // namespace
 
 std::optional<CanvasCommand> CanvasCommand::of(const QKeyEvent& event)
 {
     const bool commanded = event.modifiers() & Qt::ControlModifier;
     const bool shifted = event.modifiers() & Qt::ShiftModifier;
-    const auto asks = [&](Qt::Key letter, QKeySequence::StandardKey standard) {
-        return (commanded && event.key() == letter) || event.matches(standard);
+    const int letter = letterOf(event);
+    const auto asks = [&](Qt::Key wanted, QKeySequence::StandardKey standard) {
+        return (commanded && letter == wanted) || event.matches(standard);
     };
     const auto plain = [](Kind kind) { return CanvasCommand{.kind = kind, .by = {}}; };
 
@@ -51,7 +63,7 @@ std::optional<CanvasCommand> CanvasCommand::of(const QKeyEvent& event)
         return plain(Kind::copy);
     if (asks(Qt::Key_S, QKeySequence::Save))
         return plain(Kind::save);
-    if (event.matches(QKeySequence::Redo) || (commanded && shifted && event.key() == Qt::Key_Z))
+    if (event.matches(QKeySequence::Redo) || (commanded && shifted && letter == Qt::Key_Z))
         return plain(Kind::redo);
     if (asks(Qt::Key_Z, QKeySequence::Undo))
         return plain(Kind::undo);

@@ -25,7 +25,8 @@ struct CanvasCommand {
 
     bool operator==(const CanvasCommand&) const = default;
 
-    /// Letters count whatever Shift or Caps Lock make of them. None: the key means nothing here.
+    /// Letters count whatever Shift or Caps Lock make of them, and by their place on keyboards of
+    /// another script. None: the key means nothing here.
     [[nodiscard]] static std::optional<CanvasCommand> of(const QKeyEvent& event);
     /// Whether it counts when a held key repeats itself.
     [[nodiscard]] bool repeats() const { return kind == Kind::move || kind == Kind::moveFarEdges; }

@@ -169,7 +169,15 @@ void TextField::keyPressEvent(QKeyEvent* event)
         event->ignore(); // the canvas takes it
         return;
     }
-    QLineEdit::keyPressEvent(event);
+    // QLineEdit knows these by their Latin letters alone.
+    if (asks(CanvasCommand::Kind::copy))
+        copy();
+    else if (asks(CanvasCommand::Kind::undo))
+        undo();
+    else if (asks(CanvasCommand::Kind::redo))
+        redo();
+    else
+        QLineEdit::keyPressEvent(event);
     event->accept(); // also what means nothing here: the canvas would move the selection
 }
 

@@ -1,5 +1,7 @@
 #include "desktop/AnnotatingTest.h"
 
+#include <QProcess>
+
 namespace brindlecam::desktop {
 
 /// Keys, wheel and disturbances while marks are drawn and the selection is placed.
@@ -44,6 +46,15 @@ private:
         moveTo(kTo);
         input().release(Button::left);
         return isPastedWith({mark(Tool::line, kFrom, kTo)});
+    }
+
+    void setKeyboard(const QString& map)
+    {
+        QProcess process;
+        process.setProcessEnvironment(desktop().environment());
+        process.start(QStringLiteral("setxkbmap"), {map});
+        QVERIFY(process.waitForFinished(kPatience));
+        QCOMPARE(process.exitCode(), 0);
     }
 
     void turnWheel(Button direction, int notches)
@@ -120,6 +131,22 @@ private Q_SLOTS:
         QVERIFY(isPastedWith({rect()}));
         input().tap(static_cast<xcb_keysym_t>(key)); // nothing is selected any more
         QVERIFY(returnTakes({rect()}));
+    }
+
+    void standardKeysCountByTheirPlaceOnARussianKeyboard()
+    {
+        QVERIFY(annotates());
+        QVERIFY(choose(Tool::rect));
+        drag(kFrom, kTo);
+        QVERIFY(isPastedWith({rect()}));
+        setKeyboard(QStringLiteral("ru"));
+        input().chord({XK_Control_L, XK_Cyrillic_ya}); // where Z is
+        QVERIFY(isPastedWith({}));
+        input().chord({XK_Control_L, XK_Shift_L, XK_Cyrillic_ya});
+        QVERIFY(isPastedWith({rect()}));
+        input().chord({XK_Control_L, XK_Cyrillic_es}); // where C is
+        QVERIFY(sessionIsOver());
+        QVERIFY(isOnlyCapture(picture({rect()})));
     }
 
     void tabWalksIntoTheBarsAndSpacePresses()

@@ -2,6 +2,9 @@
 #include "app/Config.h"
 #include "support/TestCase.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace brindlecam {
 
 /// Typing a text mark on the canvas.
@@ -94,6 +97,34 @@ private Q_SLOTS:
         QCOMPARE(e.marks().size(), 1U);
         e.clickButton(QStringLiteral("Rehacer (⇧⌘Z)"));
         QCOMPARE(e.field()->text(), QStringLiteral("Hola"));
+    }
+
+    void standardKeysCountByTheirPlaceWhereTheMapHasNoLatinLetters()
+    {
+        constexpr quint32 kPlaceZ = 52;
+        constexpr quint32 kPlaceC = 54;
+        Editor e;
+        e.beginText({60, 60});
+        const QString typed = QStringLiteral("Да");
+        e.field()->insert(typed);
+        const auto press = [&e](char32_t letter, quint32 place, Qt::KeyboardModifiers modifiers) {
+            QKeyEvent event(QEvent::KeyPress, int(letter), modifiers | Qt::ControlModifier, place,
+                            0, 0);
+            QCoreApplication::sendEvent(e.field(), &event);
+        };
+        press(U'Я', kPlaceZ, {});
+        QVERIFY(e.field());
+        QCOMPARE(e.field()->text(), QString());
+        press(U'Я', kPlaceZ, Qt::ShiftModifier);
+        QCOMPARE(e.field()->text(), typed);
+        e.field()->selectAll();
+        press(U'С', kPlaceC, {});
+        QCOMPARE(QGuiApplication::clipboard()->text(), typed);
+        QVERIFY(e.outcomes.empty());
+        e.field()->deselect();
+        press(U'С', kPlaceC, {});
+        QCOMPARE(e.outcomes.size(), 1U);
+        QCOMPARE(e.mark(0).text(), typed);
     }
 
     void thePickedColourIsThatOfTheTextBeingTyped()
