@@ -45,6 +45,7 @@ void TextEntry::begin(QPointF point, const QRectF& selection, const QColor& colo
     m_field = new TextField(TextField::place(point, selection), color, &m_canvas);
     m_field->onCommit = [this] { call(onCommit); };
     m_field->onCancel = [this] { call(onCancel); };
+    m_field->lower(); // the bars stay in reach where they stand over it
     m_field->show();
     m_field->setFocus();
 }
