@@ -145,6 +145,11 @@ bool AnnotationEditor::deleteSelected()
     return m_list.remove(std::exchange(m_selected, nullptr));
 }
 
+bool AnnotationEditor::hasMarksOrSteps() const
+{
+    return !m_list.isEmpty() || m_list.canUndo() || m_list.canRedo();
+}
+
 bool AnnotationEditor::undo()
 {
     if (!m_list.undo())

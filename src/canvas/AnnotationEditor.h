@@ -71,6 +71,8 @@ public:
     /// Whether there was one to delete.
     bool deleteSelected();
 
+    /// Whether there are marks, or steps that bring some back.
+    [[nodiscard]] bool hasMarksOrSteps() const;
     /// Whether anything changed.
     bool undo();
     bool redo();

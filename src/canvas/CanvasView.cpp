@@ -64,6 +64,11 @@ void CanvasView::setUnavailable(std::vector<Toolbar::Action> actions)
     m_tools.setUnavailable(std::move(actions));
 }
 
+bool CanvasView::isInUse() const
+{
+    return !selection().isEmpty() || editor().hasMarksOrSteps();
+}
+
 void CanvasView::clearSelection()
 {
     cancelText();
@@ -79,7 +84,8 @@ void CanvasView::refresh()
 {
     const auto now = CanvasScene::of(m_model, m_prefs.showLoupe() ? m_mouse : std::nullopt);
     update(m_painter.show(editor().annotations()) + m_painter.show(now));
-    m_hudView.present(message(), selection().rect(), m_size);
+    const bool overAll = selection().isEmpty() && isInUse();
+    m_hudView.present(message(), overAll ? selection().canvas() : selection().rect(), m_size);
 }
 
 void CanvasView::paintEvent(QPaintEvent* event)
@@ -124,6 +130,8 @@ void CanvasView::mousePressEvent(QMouseEvent* event)
     commitText();
     m_tools.hidePopups();
     setFocus();
+    if (selection().isEmpty() && onMayBeginSelection && !onMayBeginSelection())
+        return;
     switch (m_model.press(point, m_tools.stroke())) {
     case CanvasModel::Press::selecting:
         call(onBeginSelection);
@@ -185,7 +193,7 @@ void CanvasView::leaveEvent(QEvent*)
 void CanvasView::wheelEvent(QWheelEvent* event)
 {
     event->accept();
-    if (!selection().isEmpty())
+    if (isInUse())
         m_tools.turn(WheelDelta::of(*event).notches());
 }
 
@@ -198,7 +206,7 @@ void CanvasView::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
         return;
     }
-    if (selection().isEmpty() && command->kind != CanvasCommand::Kind::cancel) {
+    if (!isInUse() && command->kind != CanvasCommand::Kind::cancel) {
         call(onCommandElsewhere, *command);
         return;
     }

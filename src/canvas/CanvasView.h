@@ -40,11 +40,14 @@ public:
     /// Settings and recogniser outlive the canvas.
     CanvasView(Prefs& prefs, TextRecognizer& recognizer, const Frozen& frozen, QWidget* parent);
 
+    /// Whether a selection may begin here: not where it would cost the marks on another screen.
+    /// Empty: it always may.
+    std::function<bool()> onMayBeginSelection;
     /// A selection drag has started here.
     std::function<void()> onBeginSelection;
     /// The user has ended the session.
     std::function<void(const Outcome&)> onFinish;
-    /// A key of the session came here, but nothing is selected here.
+    /// A key of the session came here, but this canvas is not in use.
     std::function<void(const CanvasCommand&)> onCommandElsewhere;
     /// A new picture for the clipboard, while the session goes on.
     std::function<void(const Rendered&)> onAutoCopy;
@@ -62,8 +65,12 @@ public:
     /// The transient message over the selection; empty without one.
     [[nodiscard]] QString message() const { return m_hud.text().value_or(QString()); }
     [[nodiscard]] const AnnotationEditor& editor() const { return m_model.editor(); }
+    /// Whether the session's work is on this screen: a selection, or marks and steps without one.
+    [[nodiscard]] bool isInUse() const;
     /// Drops the selection with all marks: another screen has begun one.
     void clearSelection();
+    /// Makes a mark of the text being typed.
+    void commitText();
 
     /// What a key asks for.
     void perform(const CanvasCommand& command);
@@ -95,7 +102,6 @@ private:
     void pointerMoved(QPointF point, Qt::KeyboardModifiers modifiers);
     void moveByKey(const CanvasCommand& command);
     void deleteSelectedAnnotation();
-    void commitText();
     void cancelText();
     void endDrag();
     void placeBars();

@@ -151,6 +151,7 @@ void CaptureController::escapePressed()
 void CaptureController::wire(OverlayWindow& window)
 {
     CanvasView* canvas = window.canvas();
+    canvas->onMayBeginSelection = [this, canvas] { return mayBeginSelectionOn(canvas); };
     canvas->onBeginSelection = [this, canvas] {
         for (OverlayWindow* other : m_overlays.session()) {
             if (other->canvas() != canvas)
@@ -159,8 +160,8 @@ void CaptureController::wire(OverlayWindow& window)
     };
     // Keys act on the session, whichever overlay has the focus.
     canvas->onCommandElsewhere = [this](const CanvasCommand& command) {
-        if (CanvasView* selected = canvasWithSelection())
-            selected->perform(command);
+        if (CanvasView* used = canvasInUse())
+            used->perform(command);
     };
     canvas->setUnavailable(unavailableActions());
     canvas->onFinish = [this](const Outcome& outcome) { finish(outcome); };
@@ -199,13 +200,24 @@ void CaptureController::focusOverlayUnderPointer()
     chosen.canvas()->setFocus();
 }
 
-CanvasView* CaptureController::canvasWithSelection() const
+CanvasView* CaptureController::canvasInUse() const
 {
     for (OverlayWindow* window : m_overlays.session()) {
-        if (!window->canvas()->selection().isEmpty())
+        if (window->canvas()->isInUse())
             return window->canvas();
     }
     return nullptr;
+}
+
+bool CaptureController::mayBeginSelectionOn(const CanvasView* canvas) const
+{
+    return std::ranges::none_of(m_overlays.session(), [canvas](OverlayWindow* window) {
+        CanvasView* other = window->canvas();
+        if (other == canvas)
+            return false;
+        other->commitText(); // as every press does
+        return !other->editor().annotations().empty();
+    });
 }
 
 std::optional<ScreenInfo> CaptureController::sessionScreen() const
