@@ -64,6 +64,12 @@ void PinnedCapture::zoomBy(qreal factor)
     noticeForeignMoves();
     const QRectF zoomed = PinGeometry::zoomed(m_frame, m_rendered.pointSize() * scale(), factor);
     moveTo(PinGeometry::reachable(zoomed, m_displays.layout()));
+    if (!m_drag)
+        return;
+    // The hand goes on with what it has now.
+    m_drag->frame = m_frame;
+    if (m_drag->moves)
+        m_drag->from = m_drag->last;
 }
 
 /// The pixel that was rounded to this one, as long as the pointer is still there.
@@ -83,7 +89,7 @@ void PinnedCapture::grip(QPointF place)
         m_panels.focus(*this);
     const QPoint from =
         PinGeometry::onPixels(m_frame).topLeft() + (place * devicePixelRatioF()).toPoint();
-    m_drag = Drag{.from = from, .frame = m_frame};
+    m_drag = Drag{.from = from, .last = from, .frame = m_frame};
 }
 
 void PinnedCapture::follow(QPoint rounded)
@@ -91,6 +97,7 @@ void PinnedCapture::follow(QPoint rounded)
     if (!m_drag)
         return;
     const QPoint pointer = exact(rounded);
+    m_drag->last = pointer;
     const QPoint way = pointer - m_drag->from;
     m_drag->moves = m_drag->moves || way.manhattanLength() >= kDragDistance * scale();
     if (!m_drag->moves)
@@ -101,7 +108,7 @@ void PinnedCapture::follow(QPoint rounded)
     m_frame = m_drag->frame.translated(way);
     if (screen && screen->scale != scale()) {
         adaptTo(screen, pointer);
-        m_drag = Drag{.from = pointer, .frame = m_frame, .moves = true};
+        m_drag = Drag{.from = pointer, .last = pointer, .frame = m_frame, .moves = true};
     }
     m_screen = screen;
     moveTo(m_frame);

@@ -72,6 +72,7 @@ private:
     /// Where a hand has taken it.
     struct Drag {
         QPoint from;        ///< the pointer then
+        QPoint last;        ///< the pointer now
         QRectF frame;       ///< the pin then, at the scale of the screen it is on now
         bool moves = false; ///< far enough that it is no click
     };

@@ -239,6 +239,32 @@ private Q_SLOTS:
     {
         PinnedFixture f;
         f.open();
+    void sizeChangedDuringADragStays()
+    {
+        PinnedFixture f;
+        f.open();
+        f.mouse(QEvent::MouseButtonPress, {550, 450});
+        f.mouse(QEvent::MouseMove, {650, 450});
+        f.wheel(2);
+        QCOMPARE(f.place(), QRect(590, 395, 220, 110));
+        f.mouse(QEvent::MouseMove, {660, 470});
+        QCOMPARE(f.place(), QRect(600, 415, 220, 110));
+        f.mouse(QEvent::MouseButtonRelease, {660, 470});
+        QCOMPARE(f.place(), QRect(600, 415, 220, 110));
+    }
+
+    void sizeChangedBeforeTheHandMovesStays()
+    {
+        PinnedFixture f;
+        f.open();
+        f.mouse(QEvent::MouseButtonPress, {550, 450});
+        f.mouse(QEvent::MouseMove, {551, 450}); // no drag yet
+        f.wheel(2);
+        QCOMPARE(f.place(), QRect(490, 395, 220, 110));
+        f.mouse(QEvent::MouseMove, {560, 450});
+        QCOMPARE(f.place(), QRect(500, 395, 220, 110));
+    }
+
         for (int i = 0; i < 60; ++i)
             f.wheel(-1);
         QCOMPARE(f.place(), QRect(580, 440, 40, 20));
