@@ -251,6 +251,7 @@ void CaptureController::finish(const Outcome& outcome)
     // the focus goes back when that closes.
     if (!saving)
         m_services.platform.frontApplication->giveBack();
+    m_services.platform.panels->swallowDoubleClick();
     m_overlays.removeAll();
     if (!copies)
         act(kept, lastAutoCopied, screen);

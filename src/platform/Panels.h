@@ -52,6 +52,10 @@ public:
     /// Gives the widget the keyboard focus now, whichever window has it.
     virtual void focus(QWidget& widget) = 0;
 
+    /// If a click has just ended a session, another press in the same place reaches nobody until it
+    /// is too late for a double click. Before the session's panels go.
+    virtual void swallowDoubleClick() = 0;
+
     /// Whether translucent panels blend with what lies beneath. When they don't, a panel is shaped
     /// by its mask and paints itself over `backdrop`.
     [[nodiscard]] virtual bool translucent() const = 0;

@@ -15,7 +15,10 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QScreen>
+#include <QStyleHints>
 #include <QWheelEvent>
+
+#include <utility>
 
 namespace brindlecam {
 
@@ -153,8 +156,10 @@ void PinnedView::hideEvent(QHideEvent*)
 
 void PinnedView::mousePressEvent(QMouseEvent* event)
 {
-    if (m_panel && event->button() == Qt::LeftButton)
-        m_panel->grip(event->scenePosition());
+    if (!m_panel || event->button() != Qt::LeftButton)
+        return;
+    m_pressedAt = event->timestamp();
+    m_panel->grip(event->scenePosition());
 }
 
 void PinnedView::mouseMoveEvent(QMouseEvent* event)
@@ -169,9 +174,16 @@ void PinnedView::mouseReleaseEvent(QMouseEvent* event)
         m_panel->letGo();
 }
 
+// Qt asks only whether two presses were near each other; the first may have been on the button of a
+// session that is over now.
 void PinnedView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (m_panel && event->button() == Qt::LeftButton)
+    if (!m_panel || event->button() != Qt::LeftButton)
+        return;
+    const auto first = std::exchange(m_pressedAt, std::nullopt);
+    const auto interval =
+        static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    if (first && event->timestamp() - *first <= interval)
         m_panel->dismiss();
 }
 

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <optional>
+
 class QMenu;
 
 namespace brindlecam {
@@ -58,6 +60,7 @@ private:
     qreal m_scale = 1; ///< native pixels per point
     Corners m_corners = Corners::blended;
     bool m_hovering = false;
+    std::optional<quint64> m_pressedAt; ///< when the left button last went down here, server time
     QPointer<QMenu> m_menu;
 };
 

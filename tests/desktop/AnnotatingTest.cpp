@@ -50,10 +50,11 @@ void installFonts()
     InterfaceFont::install(QStringLiteral("Inter"));
 }
 
-void AnnotatingTest::useProgram(const QJsonObject& settings, qreal scale)
+void AnnotatingTest::useProgram(const QJsonObject& settings, qreal scale,
+                                const DesktopOptions& desktop)
 {
     m_scale = scale;
-    usePatternedDesktop();
+    usePatternedDesktop(desktop);
     if (scale != 1)
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
                                        QString::number(scale));

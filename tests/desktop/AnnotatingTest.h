@@ -30,7 +30,8 @@ protected:
     static constexpr QRectF kSelected{120, 60, 240, 200};
 
     /// Starts the program on a patterned desktop, without the loupe.
-    void useProgram(const QJsonObject& settings = {}, qreal scale = 1);
+    void useProgram(const QJsonObject& settings = {}, qreal scale = 1,
+                    const DesktopOptions& desktop = {});
     /// The same, and a session with kSelected selected and the bars around it.
     [[nodiscard]] bool annotates(const QJsonObject& settings = {}, qreal scale = 1);
     /// Opens a session and selects kSelected.

@@ -71,6 +71,7 @@ public:
     }
     void setShape(QWidget&, const QRegion&) override {}
     void focus(QWidget& widget) override { widget.activateWindow(); }
+    void swallowDoubleClick() override {}
     [[nodiscard]] bool translucent() const override { return true; }
     [[nodiscard]] bool translucent(const QWidget&) const override { return true; }
     void setOnChange(std::function<void()>) override {}

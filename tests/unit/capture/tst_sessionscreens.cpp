@@ -61,6 +61,16 @@ private Q_SLOTS:
         QCOMPARE(f.canvas(0).editor().annotations().front()->text(), QStringLiteral("Hola"));
     }
 
+    void secondPressOfADoubleClickIsTakenCareOfBeforeTheOverlaysGo()
+    {
+        Fixture f;
+        f.controller.begin();
+        std::size_t overlaysThen = 0;
+        f.panels.onSwallow = [&] { overlaysThen = f.overlays().size(); };
+        f.pressEscape();
+        QCOMPARE(overlaysThen, 2U);
+    }
+
     void stepsAreReachedFromAnotherScreenWhileNothingIsSelected()
     {
         Fixture f;

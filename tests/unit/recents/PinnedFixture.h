@@ -43,12 +43,15 @@ struct PinnedFixture {
     [[nodiscard]] PinnedView& view() const { return *pin().findChild<PinnedView*>(); }
     [[nodiscard]] QRect place() const { return panels.nativeRect(pin()); }
 
-    void mouse(QEvent::Type type, QPoint global, Qt::MouseButton button = Qt::LeftButton) const
+    /// `time` is that of the server, in milliseconds.
+    void mouse(QEvent::Type type, QPoint global, Qt::MouseButton button = Qt::LeftButton,
+               quint64 time = 0) const
     {
         const bool down = type != QEvent::MouseButtonRelease;
         QMouseEvent event(type, QPointF(global - place().topLeft()), QPointF(global),
                           type == QEvent::MouseMove ? Qt::NoButton : button,
                           down ? button : Qt::NoButton, Qt::NoModifier);
+        event.setTimestamp(time);
         QCoreApplication::sendEvent(&view(), &event);
     }
     void wheel(int notches) const { wheel(QPoint(), {0, notches * 120}, nullptr); }

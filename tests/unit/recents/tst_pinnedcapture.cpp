@@ -201,6 +201,23 @@ private Q_SLOTS:
         QTRY_VERIFY(!pin);
     }
 
+    void doubleClickWhosePressWasAnothersDoesNotClose()
+    {
+        PinnedFixture f;
+        f.open();
+        f.mouse(QEvent::MouseButtonDblClick, {550, 450}); // the first press opened the pin
+        f.mouse(QEvent::MouseMove, {600, 450});
+        f.mouse(QEvent::MouseButtonRelease, {600, 450});
+        QCOMPARE(f.pins.open().size(), std::size_t(1));
+        QCOMPARE(f.place(), kPinned);
+        QVERIFY(f.panels.focused.empty());
+        f.mouse(QEvent::MouseButtonPress, {550, 450}, Qt::LeftButton, 1000);
+        f.mouse(QEvent::MouseButtonRelease, {550, 450}, Qt::LeftButton, 1050);
+        // Its own press is too long ago to be the first one of this.
+        f.mouse(QEvent::MouseButtonDblClick, {550, 450}, Qt::LeftButton, 9000);
+        QCOMPARE(f.pins.open().size(), std::size_t(1));
+    }
+
     void otherButtonsNeitherDragNorClose()
     {
         PinnedFixture f;
@@ -222,23 +239,6 @@ private Q_SLOTS:
         QCOMPARE(f.place().size(), QSize(176, 88));
     }
 
-    void touchpadZoomsByPoints()
-    {
-        QPointingDevice touchpad(QStringLiteral("touchpad"), 7, QInputDevice::DeviceType::TouchPad,
-                                 QPointingDevice::PointerType::Finger,
-                                 QInputDevice::Capability::Scroll, 2, 0);
-        PinnedFixture f;
-        f.open();
-        f.wheel({0, 10}, {0, 100}, &touchpad);
-        QCOMPARE(f.place().size(), QSize(210, 105));
-        f.wheel({40, 0}, {400, 0}, &touchpad); // sideways
-        QCOMPARE(f.place().size(), QSize(210, 105));
-    }
-
-    void zoomStopsAtAFifthAndAtThreeTimes()
-    {
-        PinnedFixture f;
-        f.open();
     void sizeChangedDuringADragStays()
     {
         PinnedFixture f;
@@ -265,6 +265,23 @@ private Q_SLOTS:
         QCOMPARE(f.place(), QRect(500, 395, 220, 110));
     }
 
+    void touchpadZoomsByPoints()
+    {
+        QPointingDevice touchpad(QStringLiteral("touchpad"), 7, QInputDevice::DeviceType::TouchPad,
+                                 QPointingDevice::PointerType::Finger,
+                                 QInputDevice::Capability::Scroll, 2, 0);
+        PinnedFixture f;
+        f.open();
+        f.wheel({0, 10}, {0, 100}, &touchpad);
+        QCOMPARE(f.place().size(), QSize(210, 105));
+        f.wheel({40, 0}, {400, 0}, &touchpad); // sideways
+        QCOMPARE(f.place().size(), QSize(210, 105));
+    }
+
+    void zoomStopsAtAFifthAndAtThreeTimes()
+    {
+        PinnedFixture f;
+        f.open();
         for (int i = 0; i < 60; ++i)
             f.wheel(-1);
         QCOMPARE(f.place(), QRect(580, 440, 40, 20));

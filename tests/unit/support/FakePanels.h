@@ -28,6 +28,7 @@ public:
     std::vector<double> opacities; ///< in the order they were set
     std::vector<QPointer<QWidget>> focused;
     std::map<const QWidget*, QRegion> shapes; ///< as they are now
+    std::function<void()> onSwallow;          ///< a session ends
     std::function<void()> onChange;           ///< whom to tell when `blends` changes
 
     void assume(QWidget&, PanelRole role) override { roles.push_back(role); }
@@ -51,6 +52,11 @@ public:
     }
     void setShape(QWidget& widget, const QRegion& pixels) override { shapes[&widget] = pixels; }
     void focus(QWidget& widget) override { focused.push_back(&widget); }
+    void swallowDoubleClick() override
+    {
+        if (onSwallow)
+            onSwallow();
+    }
     [[nodiscard]] bool translucent() const override { return blends; }
     [[nodiscard]] bool translucent(const QWidget&) const override { return blends; }
     void setOnChange(std::function<void()> changed) override { onChange = std::move(changed); }

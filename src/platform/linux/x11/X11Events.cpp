@@ -11,8 +11,13 @@ namespace brindlecam {
 
 namespace {
 
-/// Major opcode of the input extension, 0 when the server lacks it. Its events all look alike at
-/// the start, with their time in the third word.
+// Of the input extension: its events all look alike at the start, with their time in the fourth
+// word and, where there is one, the button in the fifth.
+constexpr int kTimeOffset = 12;
+constexpr int kDetailOffset = 16;
+constexpr std::uint16_t kInputPress = 4;
+
+/// Major opcode of the input extension, 0 when the server lacks it.
 std::uint8_t inputExtension()
 {
     constexpr char kName[] = "XInputExtension";
@@ -82,6 +87,8 @@ void X11Events::notePress(const xcb_generic_event_t& event)
 
 void X11Events::noteTime(const xcb_generic_event_t& event)
 {
+    if (kindOf(event) == XCB_BUTTON_PRESS)
+        noteClick(reinterpret_cast<const xcb_button_press_event_t&>(event).detail);
     switch (kindOf(event)) {
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:
@@ -97,11 +104,32 @@ void X11Events::noteTime(const xcb_generic_event_t& event)
         break;
     case XCB_GE_GENERIC: {
         const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-        if (m_inputExtension != 0 && generic.extension == m_inputExtension)
-            std::memcpy(&m_lastTime, reinterpret_cast<const char*>(&event) + 12, 4);
+        if (m_inputExtension == 0 || generic.extension != m_inputExtension)
+            break;
+        const char* bytes = reinterpret_cast<const char*>(&event);
+        std::memcpy(&m_lastTime, bytes + kTimeOffset, sizeof(m_lastTime));
+        if (generic.event_type == kInputPress) {
+            std::uint32_t button = 0;
+            std::memcpy(&button, bytes + kDetailOffset, sizeof(button));
+            noteClick(button);
+        }
         break;
     }
     }
+}
+
+void X11Events::noteClick(std::uint32_t button)
+{
+    constexpr std::uint32_t kFirstOfWheel = 4;
+    if (button < kFirstOfWheel)
+        m_lastClick.start();
+}
+
+std::optional<std::chrono::milliseconds> X11Events::sinceClick() const
+{
+    if (!m_lastClick.isValid())
+        return std::nullopt;
+    return std::chrono::milliseconds(m_lastClick.elapsed());
 }
 
 } // namespace brindlecam

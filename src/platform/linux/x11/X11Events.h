@@ -4,12 +4,15 @@
 #include "platform/linux/x11/X11Keyboard.h"
 
 #include <QAbstractNativeEventFilter>
+#include <QElapsedTimer>
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace brindlecam {
@@ -43,6 +46,8 @@ public:
     /// and whoever swallowed them. A key that was down already and repeats is none of them.
     [[nodiscard]] const x11::KeySet& presses() const { return m_presses; }
     void forgetPresses() { m_presses.reset(); }
+    /// How long ago a button other than the wheel's was pressed on one of our windows; none: never.
+    [[nodiscard]] std::optional<std::chrono::milliseconds> sinceClick() const;
 
     /// For Qt.
     bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
@@ -50,11 +55,13 @@ public:
 private:
     void noteTime(const xcb_generic_event_t& event);
     void notePress(const xcb_generic_event_t& event);
+    void noteClick(std::uint32_t button);
 
     std::vector<std::weak_ptr<const Listener>> m_listeners;
     xcb_timestamp_t m_lastTime = XCB_CURRENT_TIME;
     x11::KeySet m_presses;
     x11::PressFilter m_pressFilter;
+    QElapsedTimer m_lastClick;
     std::uint8_t m_inputExtension = 0;
 };
 

@@ -3,8 +3,10 @@
 #include "platform/linux/x11/X11.h"
 
 #include <QApplication>
+#include <QStyleHints>
 
 #include <algorithm>
+#include <chrono>
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
@@ -106,10 +108,16 @@ void X11Panels::keepAbovePins(PanelWindow& dialog, bool pinsWereRaised)
 
 void X11Panels::show(QWidget& widget, const QRect& native)
 {
-    if (PanelWindow* window = windowOf(widget))
-        window->show(native);
-    else
+    PanelWindow* window = windowOf(widget);
+    if (!window) {
         widget.show();
+        return;
+    }
+    if (window->role() == PanelRole::overlay)
+        m_clickSink.reset(); // a new session: every press is its own
+    window->show(native);
+    if (m_clickSink)
+        m_clickSink->raise(); // a window manager maps it later, which the sink sees by itself
 }
 
 void X11Panels::place(QWidget& widget, const QRect& native)
@@ -136,6 +144,17 @@ void X11Panels::focus(QWidget& widget)
         window->focus();
     else
         widget.activateWindow();
+}
+
+void X11Panels::swallowDoubleClick()
+{
+    const std::chrono::milliseconds interval(
+        QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    const auto since = m_events->sinceClick();
+    if (since && *since < interval) {
+        m_clickSink = std::make_unique<ClickSink>(m_events, interval - *since, interval,
+                                                  [this] { m_clickSink.reset(); });
+    }
 }
 
 bool X11Panels::translucent() const

@@ -2,6 +2,7 @@
 
 #include "platform/Grabber.h"
 #include "platform/Panels.h"
+#include "platform/linux/x11/ClickSink.h"
 #include "platform/linux/x11/FullScreenWatch.h"
 #include "platform/linux/x11/OwnerWatch.h"
 #include "platform/linux/x11/PanelWindow.h"
@@ -29,6 +30,7 @@ public:
     [[nodiscard]] QRect nativeRect(const QWidget& widget) const override;
     void setShape(QWidget& widget, const QRegion& pixels) override;
     void focus(QWidget& widget) override;
+    void swallowDoubleClick() override;
     [[nodiscard]] bool translucent() const override;
     [[nodiscard]] bool translucent(const QWidget& widget) const override;
     void setOnChange(std::function<void()> changed) override;
@@ -47,6 +49,7 @@ private:
     Grabber& m_grabber;
     x11::ServerClock m_clock;
     std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
+    std::unique_ptr<ClickSink> m_clickSink;        ///< right after a session
     std::unique_ptr<FullScreenWatch> m_fullScreen; ///< while there are pins
     std::function<void()> m_changed;
     OwnerWatch m_compositor;

@@ -1,0 +1,146 @@
+#include "app/InterfaceFont.h"
+#include "desktop/AnnotatingTest.h"
+
+#include <QPainter>
+
+namespace brindlecam::desktop {
+
+/// Actions of the bars chosen by a double click, as many people click everything: the second press
+/// comes when the session is over.
+class TestDoubleClicks final : public AnnotatingTest {
+    Q_OBJECT
+
+private:
+    static constexpr QRect kWindow{100, 40, 500, 400}; ///< holds selection and bars
+    static constexpr int kBetween = 80;                ///< ms, as fast as a hand can
+    static constexpr int kNoDoubleClick = 600;         ///< ms, more than Qt waits for a second one
+
+    static QImage page()
+    {
+        QImage picture(kWindow.size(), QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        painter.setFont(InterfaceFont::regular(17));
+        painter.drawText(34, 70, QStringLiteral("Una nota"));
+        return picture;
+    }
+
+    [[nodiscard]] std::vector<SeenWindow> pins()
+    {
+        return windows().shown(program().pid(), "_NET_WM_WINDOW_TYPE_UTILITY");
+    }
+
+    /// Gives the window the focus, as the desktop can.
+    [[nodiscard]] bool worksIn(ClientWindow& window, WindowManager windowManager)
+    {
+        if (windowManager == WindowManager::openbox)
+            return becomesActive(window);
+        window.takeFocus();
+        return waitUntil([&] { return window.hasFocus(); });
+    }
+
+    void doubleClick(Toolbar::Action action, const QRectF& selection = kSelected)
+    {
+        press(action, selection);
+        QTest::qWait(kBetween); // the time is the point
+        press(action, selection);
+    }
+
+    /// What is there when the session has ended with this.
+    [[nodiscard]] bool isCarriedOut(Toolbar::Action action)
+    {
+        switch (action) {
+        case Toolbar::Action::copy:
+        case Toolbar::Action::text:
+            return waitUntil([this] { return toastIsShown(); });
+        case Toolbar::Action::save:
+            return waitUntil([this] { return dialogs().size() == 1; });
+        case Toolbar::Action::pin:
+            return waitUntil([this] { return pins().size() == 1; });
+        case Toolbar::Action::close:
+            return true;
+        case Toolbar::Action::scroll:
+        case Toolbar::Action::gif:
+            return false;
+        }
+        return false;
+    }
+
+private Q_SLOTS:
+    void secondPressReachesNobody_data()
+    {
+        QTest::addColumn<WindowManager>("windowManager");
+        QTest::newRow("openbox") << WindowManager::openbox;
+        QTest::newRow("bare") << WindowManager::none;
+    }
+    void secondPressReachesNobody()
+    {
+        QFETCH(WindowManager, windowManager);
+        useProgram({}, 1, {.windowManager = windowManager});
+        ClientWindow below(display(), {.pixels = kWindow, .picture = page()});
+        QVERIFY(worksIn(below, windowManager));
+        using Action = Toolbar::Action;
+        for (const Action action :
+             {Action::close, Action::copy, Action::text, Action::save, Action::pin}) {
+            QVERIFY(selects());
+            below.forget();
+            doubleClick(action);
+            QVERIFY(sessionIsOver());
+            // Only there: whoever goes on working elsewhere is not kept waiting.
+            const bool goesOn = action != Action::pin && action != Action::save;
+            if (goesOn)
+                input().click(kWindow.topLeft() + QPoint(20, 380));
+            QVERIFY(isCarriedOut(action));
+            if (goesOn)
+                QVERIFY(waitUntil([&] { return !below.clicks().empty(); }));
+            QCOMPARE(below.clicks().size(), goesOn ? 1U : 0U);
+            if (action == Action::save) {
+                QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+                input().tap(XK_Escape);
+                QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+            }
+            QVERIFY(waitUntil([&] { return below.hasFocus(); }));
+            QCOMPARE(below.clicks().size(), goesOn ? 1U : 0U);
+            QVERIFY(toastIsGone());
+        }
+        // Nor the pin; and after that the place is like any other.
+        QTest::qWait(kNoDoubleClick);
+        QCOMPARE(pins().size(), std::size_t(1));
+        QVERIFY(below.clicks().empty());
+        press(Action::pin);
+        QVERIFY(waitUntil([&] { return below.clicks().size() == 1; }));
+        input().click(kSelected.center().toPoint());
+        QTest::qWait(kBetween);
+        input().click(kSelected.center().toPoint());
+        QVERIFY(waitUntil([this] { return pins().empty(); }));
+    }
+
+    void pinUnderTheSecondPressStays_data() { secondPressReachesNobody_data(); }
+    void pinUnderTheSecondPressStays()
+    {
+        QFETCH(WindowManager, windowManager);
+        useProgram({}, 1, {.windowManager = windowManager});
+        ClientWindow below(display(), {.pixels = kWindow});
+        QVERIFY(worksIn(below, windowManager));
+        // So large that the bar lies inside, where the pin will be.
+        const QRectF all(QPointF(2, 2), canvas() - QSizeF(4, 4));
+        QVERIFY(openArea());
+        drag(all.topLeft(), all.bottomRight());
+        QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
+        doubleClick(Toolbar::Action::pin, all);
+        QVERIFY(sessionIsOver());
+        QVERIFY(isCarriedOut(Toolbar::Action::pin));
+        QTest::qWait(kNoDoubleClick);
+        QCOMPARE(pins().size(), std::size_t(1));
+        QVERIFY(below.hasFocus()); // a press on the pin would have taken it
+    }
+};
+
+} // namespace brindlecam::desktop
+
+int main(int argc, char* argv[])
+{
+    return brindlecam::desktop::runAnnotating<brindlecam::desktop::TestDoubleClicks>(argc, argv);
+}
+
+#include "tst_doubleclicks.moc"
