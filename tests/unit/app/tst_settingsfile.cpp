@@ -1,3 +1,4 @@
+#include "SettingsFixture.h"
 #include "app/Defaults.h"
 #include "app/SettingsFile.h"
 #include "support/Files.h"
@@ -7,16 +8,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QLockFile>
-#include <QTemporaryDir>
 
 #include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <iterator>
-#include <memory>
 #include <thread>
 
 #include <linux/filter.h>
@@ -29,14 +27,6 @@
 namespace brindlecam {
 
 namespace {
-
-const QString kOld = QStringLiteral("old");
-const QString kNew = QStringLiteral("new");
-
-QStringList keysIn(const QString& path)
-{
-    return QJsonDocument::fromJson(test::contentOf(path)).object().keys();
-}
 
 /// From now on every read of this process fails as on a broken disk; files open all the same.
 bool refuseToRead()
@@ -55,11 +45,11 @@ bool refuseToRead()
 } // namespace
 
 /// The settings as a file that others write, too, and that may be unreadable or lie on a full disk.
-class TestSettingsFile final : public test::TestCase {
+class TestSettingsFile final : public test::TestCase, private test::SettingsFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { m_place = std::make_unique<QTemporaryDir>(); }
+    void cleanup() { startFresh(); }
 
     void twoCopiesWithTwoKeysBothSurvive()
     {
@@ -205,7 +195,7 @@ private Q_SLOTS:
         if (WIFEXITED(status) && WEXITSTATUS(status) == 2)
             QSKIP("this system refuses nothing to a process that asks for it");
         QCOMPARE(test::contentOf(file()), QByteArray(R"({"old": 1})"));
-        QCOMPARE(test::filesIn(m_place->path()), QStringList{QStringLiteral("settings.json")});
+        QCOMPARE(test::filesIn(place->path()), QStringList{QStringLiteral("settings.json")});
         QCOMPARE(status, 0);
     }
 
@@ -246,11 +236,11 @@ private Q_SLOTS:
     void aFullDiskKeepsTheOldSettings()
     {
         QFETCH(int, size);
-        QVERIFY(QDir().mkpath(m_place->filePath(QStringLiteral("config"))));
-        test::SmallDisk disk(m_place->filePath(QStringLiteral("config")));
+        QVERIFY(QDir().mkpath(place->filePath(QStringLiteral("config"))));
+        test::SmallDisk disk(place->filePath(QStringLiteral("config")));
         if (!disk.isMounted())
             QSKIP("nobody but the superuser may mount a disk");
-        const QString path = m_place->filePath(QStringLiteral("config/settings.json"));
+        const QString path = place->filePath(QStringLiteral("config/settings.json"));
         test::put(path, R"({"old": 1})");
         {
             Defaults defaults(path);
@@ -298,14 +288,6 @@ private Q_SLOTS:
         QCOMPARE(again.string(kNew).value_or(QString()).size(), anotherChange ? 1 : size);
         QCOMPARE(keysIn(file()), (QStringList{kNew, kOld}));
     }
-
-private:
-    [[nodiscard]] QString file() const
-    {
-        return m_place->filePath(QStringLiteral("settings.json"));
-    }
-
-    std::unique_ptr<QTemporaryDir> m_place = std::make_unique<QTemporaryDir>();
 };
 
 BRINDLECAM_TEST(TestSettingsFile);

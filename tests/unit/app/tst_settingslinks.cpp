@@ -1,3 +1,4 @@
+#include "SettingsFixture.h"
 #include "app/Defaults.h"
 #include "support/Files.h"
 #include "support/TestCase.h"
@@ -5,32 +6,15 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
-
-#include <memory>
 
 namespace brindlecam {
 
-namespace {
-
-const QString kOld = QStringLiteral("old");
-const QString kNew = QStringLiteral("new");
-
-QStringList keysIn(const QString& path)
-{
-    return QJsonDocument::fromJson(test::contentOf(path)).object().keys();
-}
-
-} // namespace
-
 /// Links in place of the settings, which belong to the user, and who may read what is behind them.
-class TestSettingsLinks final : public test::TestCase {
+class TestSettingsLinks final : public test::TestCase, private test::SettingsFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { m_place = std::make_unique<QTemporaryDir>(); }
+    void cleanup() { startFresh(); }
 
     void noDeviceIsEverReadOrReplaced()
     {
@@ -57,7 +41,7 @@ private Q_SLOTS:
         if (way.isEmpty())
             way = target;
         QVERIFY(QFile::link(QStringLiteral("dots/brindle.json"),
-                            m_place->filePath(QStringLiteral("second.json"))));
+                            place->filePath(QStringLiteral("second.json"))));
         QVERIFY(QFile::link(way, file()));
         test::put(target, R"({"old": 1})");
         {
@@ -86,7 +70,7 @@ private Q_SLOTS:
 
     void aLinkIntoAFolderThatIsNotThereStaysALink()
     {
-        const QString target = m_place->filePath(QStringLiteral("disk/brindle.json"));
+        const QString target = place->filePath(QStringLiteral("disk/brindle.json"));
         QVERIFY(QFile::link(target, file()));
         {
             Defaults defaults(file());
@@ -94,12 +78,12 @@ private Q_SLOTS:
             QCOMPARE(defaults.number(kNew), std::optional(1.0));
         }
         QVERIFY(QFileInfo(file()).isSymLink());
-        QVERIFY(!QFileInfo::exists(m_place->filePath(QStringLiteral("disk"))));
+        QVERIFY(!QFileInfo::exists(place->filePath(QStringLiteral("disk"))));
     }
 
     void linksInACircleStay()
     {
-        const QString other = m_place->filePath(QStringLiteral("other.json"));
+        const QString other = place->filePath(QStringLiteral("other.json"));
         QVERIFY(QFile::link(other, file()));
         QVERIFY(QFile::link(file(), other));
         {
@@ -161,20 +145,13 @@ private Q_SLOTS:
     }
 
 private:
-    [[nodiscard]] QString file() const
-    {
-        return m_place->filePath(QStringLiteral("settings.json"));
-    }
-
     /// Where a link may lead: a file that does not exist in a folder that does.
     [[nodiscard]] QString makeTarget() const
     {
-        if (!QDir(m_place->path()).mkpath(QStringLiteral("dots")))
+        if (!QDir(place->path()).mkpath(QStringLiteral("dots")))
             qFatal("no folder can be made");
-        return m_place->filePath(QStringLiteral("dots/brindle.json"));
+        return place->filePath(QStringLiteral("dots/brindle.json"));
     }
-
-    std::unique_ptr<QTemporaryDir> m_place = std::make_unique<QTemporaryDir>();
 };
 
 BRINDLECAM_TEST(TestSettingsLinks);

@@ -13,9 +13,14 @@ namespace brindlecam::test {
 /// A history in a folder of its own, by a clock that stands still until it is set.
 struct HistoryFixture {
     std::unique_ptr<QTemporaryDir> place = std::make_unique<QTemporaryDir>();
+    const QString kPng = QStringLiteral("png");
     int milliseconds = 0; ///< after 9:26:53 on 14 March 2026
 
-    void startFresh() { *this = HistoryFixture(); }
+    void startFresh()
+    {
+        place = std::make_unique<QTemporaryDir>();
+        milliseconds = 0;
+    }
 
     [[nodiscard]] QString folder() const
     {
@@ -33,7 +38,7 @@ struct HistoryFixture {
     void addMany(int count)
     {
         for (int i = 0; i < count; ++i) {
-            history().add(QByteArray::number(i), QStringLiteral("png"));
+            history().add(QByteArray::number(i), kPng);
             ++milliseconds;
         }
     }

@@ -14,7 +14,6 @@ namespace brindlecam {
 
 namespace {
 
-const QString kPng = QStringLiteral("png");
 const QString kGif = QStringLiteral("gif");
 
 } // namespace

@@ -14,8 +14,6 @@ namespace brindlecam {
 
 namespace {
 
-const QString kPng = QStringLiteral("png");
-
 /// While it lives, nothing can be made or deleted in the folder, not even by the superuser's tests,
 /// which become another user meanwhile.
 class ReadOnlyFolder final {
