@@ -24,6 +24,8 @@
  * the lock beside the socket for as long as it works, and is not to be disturbed any more.
  */
 
+/* NOLINTBEGIN(modernize-*,readability-*,bugprone-*): this is C. */
+
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -32,8 +34,6 @@
 #include <sys/types.h>
 #include <sys/un.h>
 #include <unistd.h>
-
-/* NOLINTBEGIN(modernize-*,readability-*,bugprone-*): this is C. */
 
 enum {
     BRINDLECAM_PROTOCOL_VERSION = 1,

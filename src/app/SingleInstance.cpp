@@ -21,7 +21,7 @@ constexpr std::chrono::seconds kEndPatience{60};
 /// However the dates read.
 constexpr int kMostKnocks = (kStartPatience + kEndPatience) / kBetweenKnocks;
 /// Nobody of ours says more.
-constexpr qsizetype kLongestAnswer = 1024 * 1024;
+constexpr qsizetype kLongestAnswer = 1 << 20; // bytes
 
 enum class Knock { nobodyListens, hungUp, shut, silent };
 

@@ -277,7 +277,7 @@ private Q_SLOTS:
         pressHotKey(kAreaKey);
         QVERIFY(sessionIsReady());
         pressHotKey(kFullScreenKey);
-        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 4);
         input().drag(kFrom, kTo);
         QVERIFY(isPasted(m_before.copy(kDragged)));
         QCOMPARE(overlays().size(), std::size_t(1));

@@ -252,7 +252,7 @@ private Q_SLOTS:
     void areaCommandMidStrokeChangesNothing()
     {
         QVERIFY(draws());
-        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 4);
         QVERIFY(isOneLine());
         QCOMPARE(overlays().size(), std::size_t(1));
         QVERIFY(returnTakes({mark(Tool::line, kFrom, kTo)}));

@@ -101,7 +101,7 @@ private Q_SLOTS:
         openPanel(true);
         pressHotKey(kAreaKey);
         pressHotKey(kFullScreenKey);
-        QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
+        QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 4);
         QCOMPARE(dialogs().size(), std::size_t(1));
         input().tap(XK_Escape);
         QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));

@@ -245,7 +245,7 @@ private Q_SLOTS:
         QVERIFY(types());
         input().type("un");
         pressHotKey(kAreaKey);
-        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 4);
         input().type("o");
         input().tap(XK_Return);
         QVERIFY(returnTakes({at("uno")}));
