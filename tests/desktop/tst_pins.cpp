@@ -68,6 +68,24 @@ private Q_SLOTS:
         QVERIFY(isOnlyPin(QRect(-100, -50, 1200, 900)));
     }
 
+    void sizeChangedDuringADragStays()
+    {
+        usePins();
+        QVERIFY(pinArea());
+        input().moveTo({500, 400});
+        input().press(Button::left);
+        input().glideTo({560, 400});
+        QVERIFY(isOnlyPin(kDragged.translated(60, 0)));
+        input().click({560, 400}, Button::wheelDown);
+        input().click({560, 400}, Button::wheelDown);
+        const QRect smaller(380, 265, 361, 271); // 95 % twice, around the same centre
+        QVERIFY(isOnlyPin(smaller));
+        input().glideTo({660, 500});
+        QVERIFY(isOnlyPin(smaller.translated(100, 100)));
+        input().release(Button::left);
+        QVERIFY(isOnlyPin(smaller.translated(100, 100)));
+    }
+
     void pinKeepsTheSizeItHadAfterMovingIt()
     {
         usePins();
