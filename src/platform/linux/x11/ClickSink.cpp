@@ -13,6 +13,8 @@ namespace brindlecam {
 
 namespace {
 
+constexpr int kMostPresses = 2; // those of a triple click that come after the first one
+
 /// As far around the pointer as a double click may stray.
 QRect aroundPointer()
 {
@@ -103,12 +105,18 @@ X11Events::Verdict ClickSink::handle(const xcb_generic_event_t& event)
     const auto& pointer = reinterpret_cast<const xcb_button_press_event_t&>(event);
     if (pointer.event != m_window)
         return X11Events::Verdict::pass;
-    if (kind == XCB_BUTTON_PRESS) {
+    if (kind == XCB_BUTTON_PRESS && pointer.detail != XCB_BUTTON_INDEX_1) {
+        finish(); // another button or the wheel: that is no double click
+    } else if (kind == XCB_BUTTON_PRESS) {
         m_held = true; // the release comes here, too, wherever the pointer is then
         m_timer.stop();
     } else if (kind == XCB_BUTTON_RELEASE) {
-        m_held = false;
-        m_timer.start(m_interval);
+        const bool taken = std::exchange(m_held, false);
+        m_taken += taken ? 1 : 0;
+        if (m_taken == kMostPresses)
+            finish();
+        else if (taken)
+            m_timer.start(m_interval);
     } else if (m_place.contains(pointer.root_x, pointer.root_y)) {
         raise(); // something has come between
     } else if (!m_held) {
