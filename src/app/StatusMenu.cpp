@@ -45,6 +45,12 @@ QKeySequence keySequence(const KeyCombo& combo)
     return {QKeyCombination(modifiers, key)};
 }
 
+/// A menu takes an ampersand for the mark of a mnemonic, beside the title too.
+QString literally(QString shown)
+{
+    return shown.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
 QString titleOf(const QAction& action)
 {
     return action.text().section(QLatin1Char('\t'), 0, 0);
@@ -142,8 +148,9 @@ void StatusMenu::show(QAction& action, const std::optional<KeyCombo>& combo) con
     const bool drawnByHost = const_cast<QMenu&>(m_menu).platformMenu() != nullptr;
     action.setShortcutContext(Qt::WidgetShortcut); // never live in our windows
     action.setShortcut(shown && drawnByHost ? keySequence(*combo) : QKeySequence());
-    action.setText(shown && !drawnByHost ? plain + QLatin1Char('\t') + combo->shown(m_naming)
-                                         : plain);
+    action.setText(shown && !drawnByHost
+                       ? plain + QLatin1Char('\t') + literally(combo->shown(m_naming))
+                       : plain);
 }
 
 void StatusMenu::setUpdateTitle(const QString& title)

@@ -154,6 +154,16 @@ private Q_SLOTS:
         QCOMPARE(desk.item(0).text(), QStringLiteral("Capturar área"));
     }
 
+    void anAmpersandIsShownAsSuch()
+    {
+        MenuDesk desk;
+        desk.prefs.setCombo(KeyCombo{18, controlModifier, QStringLiteral("⌃&")},
+                            CaptureAction::area);
+        desk.menu.refreshShortcuts();
+        // Alone, a menu takes it for the mark of a mnemonic and leaves it out.
+        QCOMPARE(desk.shortcut(0), QStringLiteral("Ctrl+&&"));
+    }
+
     void aRecordThatCannotBeReadLeavesTheOthersAlone()
     {
         MenuDesk desk;
