@@ -1,5 +1,6 @@
 #include "app/HouseStyle.h"
 
+#include <QGuiApplication>
 #include <QStyleOptionMenuItem>
 
 #include <algorithm>
@@ -65,6 +66,17 @@ QSize HouseStyle::sizeFromContents(ContentsType type, const QStyleOption* option
         result.setHeight(separator ? kMenuSeparator : std::max(result.height(), kMenuRow));
     }
     return result;
+}
+
+QIcon HouseStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
+                               const QWidget* widget) const
+{
+    const Qt::LayoutDirection direction =
+        option ? option->direction : QGuiApplication::layoutDirection();
+    QIcon& icon = m_icons[{which, direction}];
+    if (icon.isNull())
+        icon = QProxyStyle::standardIcon(which, option, widget);
+    return icon;
 }
 
 } // namespace brindlecam

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QIcon>
 #include <QProxyStyle>
+
+#include <map>
+#include <utility>
 
 namespace brindlecam {
 
@@ -18,6 +22,13 @@ public:
                   QStyleHintReturn* returned) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                            const QWidget* widget) const override;
+    /// The same icon each time: Qt keeps what it has painted of an icon for long, and a save panel
+    /// asks for some twenty of them whenever it opens.
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
+                       const QWidget* widget) const override;
+
+private:
+    mutable std::map<std::pair<StandardPixmap, Qt::LayoutDirection>, QIcon> m_icons;
 };
 
 } // namespace brindlecam

@@ -5,6 +5,7 @@
 #include <QDialogButtonBox>
 #include <QMenu>
 #include <QPushButton>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -72,6 +73,16 @@ private Q_SLOTS:
         Appearance::install({});
         QCOMPARE(QApplication::palette().color(QPalette::Window),
                  Appearance::palette(Appearance::Shade::dark).color(QPalette::Window));
+    }
+
+    void standardIconsAreMadeOnce()
+    {
+        Appearance::install({});
+        for (const auto icon : {QStyle::SP_DirIcon, QStyle::SP_FileIcon, QStyle::SP_FileDialogBack})
+            QCOMPARE(QApplication::style()->standardIcon(icon).cacheKey(),
+                     QApplication::style()->standardIcon(icon).cacheKey());
+        QVERIFY(QApplication::style()->standardIcon(QStyle::SP_DirIcon).cacheKey() !=
+                QApplication::style()->standardIcon(QStyle::SP_FileIcon).cacheKey());
     }
 
     void dialogButtonsAreRoomyAndHaveNoIcons()
