@@ -1,5 +1,9 @@
 #include "desktop/support/FaultTest.h"
 
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
 #include <atomic>
 #include <thread>
 
@@ -97,6 +101,30 @@ private Q_SLOTS:
         verifyFullScreenCapture(*window);
     }
 
+    void noSessionBusIsLaunchedWhereThereIsNone()
+    {
+        useDesktop({.windowManager = WindowManager::none, .tray = Tray::trayer});
+        const QTemporaryDir folder;
+        const QString trace = folder.filePath(QStringLiteral("launched"));
+        writeScript(folder.filePath(QStringLiteral("dbus-launch")),
+                    QStringLiteral("echo run >> '%1'").arg(trace));
+        QProcessEnvironment& environment = program().environment();
+        environment.remove(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+        environment.insert(QStringLiteral("PATH"),
+                           folder.path() + QLatin1Char(':') + qEnvironmentVariable("PATH"));
+        // Whatever asks for the bus, also what only the desktop's own helpers would.
+        environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+        const auto window = showSample(QRect(200, 150, 500, 400));
+        program().start();
+        QVERIFY(awaitHotKeys());
+        pressFullScreenKey();
+        verifyFullScreenCapture(*window);
+        QCOMPARE(program().quit(), 0);
+        QVERIFY(!QFileInfo::exists(trace));
+        // Where the real one is installed, the library prefers it to the stand-in.
+        QVERIFY(!QFileInfo::exists(program().folders().home() + QStringLiteral("/.dbus")));
+    }
+
     void shortcutHeldByAnotherClientLeavesTheOthersWorking()
     {
         useDesktop({.windowManager = WindowManager::none});
@@ -184,6 +212,14 @@ private Q_SLOTS:
     }
 
 private:
+    static void writeScript(const QString& path, const QString& line)
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("#!/bin/sh\n" + line.toLocal8Bit() + '\n');
+        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
+
     /// An area session is open or about to: takes a part of the window, in its own pixels.
     void verifyAreaCapture(const ClientWindow& window, const QRect& part)
     {

@@ -4,6 +4,7 @@
 #include "platform/linux/LinuxFileOpener.h"
 #include "platform/linux/LinuxTextRecognizer.h"
 #include "platform/linux/LinuxTrayHosts.h"
+#include "platform/linux/SessionBus.h"
 #include "platform/linux/StatusNotifierHosts.h"
 #include "platform/linux/UnixQuitSignals.h"
 #include "platform/linux/x11/X11Displays.h"
@@ -97,6 +98,7 @@ void addX11(Platform& platform)
 std::optional<Error> prepare()
 {
     giveLargeBuffersBack();
+    SessionBus::neverLaunch();
     if (wantsNoDesktop())
         return std::nullopt;
     if (qgetenv("DISPLAY").isEmpty() && qgetenv("WAYLAND_DISPLAY").isEmpty())

@@ -5,7 +5,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <QFileInfo>
 
 #include <utility>
 
@@ -16,18 +15,11 @@ namespace {
 const auto kWatcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto kWatcherPath = QStringLiteral("/StatusNotifierWatcher");
 
-/// Whether a session bus exists. Asking the library would start one when there is none.
-bool hasSessionBus()
-{
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
-}
-
 } // namespace
 
 StatusNotifierHosts::StatusNotifierHosts()
 {
-    if (!hasSessionBus() || !QDBusConnection::sessionBus().isConnected())
+    if (!QDBusConnection::sessionBus().isConnected())
         return;
     auto bus = QDBusConnection::sessionBus();
     m_watcher.setConnection(bus);
