@@ -27,6 +27,5 @@ set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
   "fonts-inter, fonts-noto-color-emoji, qt6-translations-l10n, qt6-image-formats-plugins, \
-tesseract-ocr-spa, tesseract-ocr-eng")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils")
+tesseract-ocr-spa, tesseract-ocr-eng, xdg-utils")
 include(CPack)

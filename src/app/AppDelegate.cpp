@@ -7,6 +7,7 @@
 #include "app/Defaults.h"
 #include "app/Prefs.h"
 #include "app/StatusMenu.h"
+#include "app/Toast.h"
 #include "base/Text.h"
 #include "platform/FileOpener.h"
 
@@ -16,9 +17,10 @@
 
 namespace brindlecam {
 
-AppDelegate::AppDelegate(const Prefs& prefs, Alerts& alerts, FileOpener& opener)
+AppDelegate::AppDelegate(const Prefs& prefs, Alerts& alerts, Toast& toast, FileOpener& opener)
     : m_prefs(prefs)
     , m_alerts(alerts)
+    , m_toast(toast)
     , m_opener(opener)
 {
 }
@@ -108,7 +110,10 @@ void AppDelegate::openCapturesFolder()
 {
     const QString folder = m_prefs.saveFolder();
     QDir().mkpath(folder);
-    m_opener.openFolder(folder);
+    m_opener.openFolder(folder, this, [this](bool opened) {
+        if (!opened)
+            m_toast.show(text("No se pudo abrir la carpeta"));
+    });
 }
 
 void AppDelegate::showAbout()

@@ -17,6 +17,7 @@ class Alerts;
 class FileOpener;
 class Prefs;
 class StatusMenu;
+class Toast;
 
 /// What the user can ask of the program as a whole: dispatches actions to the rooms that do them,
 /// through callbacks. An empty callback means that its room is not there. Main thread.
@@ -24,7 +25,7 @@ class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    AppDelegate(const Prefs& prefs, Alerts& alerts, FileOpener& opener);
+    AppDelegate(const Prefs& prefs, Alerts& alerts, Toast& toast, FileOpener& opener);
 
     std::function<void()> onArea;
     std::function<void()> onFullScreen;
@@ -56,7 +57,7 @@ public:
     /// What another copy of the program asks for.
     [[nodiscard]] InstanceAnswer answer(const InstanceRequest& request);
 
-    /// Makes the folder when it is missing and opens it.
+    /// Makes the folder when it is missing and opens it; says so when nothing can.
     void openCapturesFolder();
     void showAbout();
     /// Says once and never again where the program lives.
@@ -71,6 +72,7 @@ public:
 private:
     const Prefs& m_prefs;
     Alerts& m_alerts;
+    Toast& m_toast;
     FileOpener& m_opener;
     QPointer<AboutPanel> m_about;
 };

@@ -1,6 +1,8 @@
 #include "desktop/TrayHost.h"
 #include "desktop/support/CaptureTest.h"
 
+#include <algorithm>
+
 namespace brindlecam::desktop {
 
 /// The status item with every kind of tray, and without any.
@@ -152,6 +154,7 @@ private Q_SLOTS:
     {
         usePatternedDesktop({.bus = MessageBus::session});
         TrayHost host(busAddress());
+        program().environment().insert(QStringLiteral("PATH"), QStringLiteral("/nowhere"));
         startProgram();
         QVERIFY(waitUntil([&] { return host.items().size() == 1; }));
         const QString item = host.items().front();
@@ -159,6 +162,12 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         host.choose(item, menu.entries[1]);
         QVERIFY(isPasted(before));
+        QVERIFY(toastIsGone());
+
+        const auto folder = std::ranges::find(
+            menu.entries, QStringLiteral("Abrir carpeta de capturas"), &MenuEntry::title);
+        host.choose(item, *folder);
+        QVERIFY(waitUntil([this] { return toastIsShown(); })); // nothing here opens folders
         QVERIFY(toastIsGone());
 
         host.choose(item, menu.entries[9]); // about

@@ -101,7 +101,11 @@ public:
 
 class NullFileOpener final : public FileOpener {
 public:
-    bool openFolder(const QString&) override { return false; }
+    void openFolder(const QString&, QObject* context, Done done) override
+    {
+        QMetaObject::invokeMethod(
+            context, [done = std::move(done)] { done(false); }, Qt::QueuedConnection);
+    }
 };
 
 class NullTextRecognizer final : public TextRecognizer {

@@ -5,6 +5,8 @@
 #include "app/Defaults.h"
 #include "app/Prefs.h"
 #include "app/StatusMenu.h"
+#include "app/Toast.h"
+#include "support/FakeDisplays.h"
 #include "support/FakeFileOpener.h"
 #include "support/FakePanels.h"
 #include "support/TestCase.h"
@@ -25,10 +27,12 @@ struct DelegateDesk {
     QTemporaryDir folder;
     Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
     Prefs prefs{defaults};
+    test::FakeDisplays displays;
     test::FakePanels panels;
     Alerts alerts{panels};
+    Toast toast{displays, panels};
     test::FakeFileOpener opener;
-    AppDelegate delegate{prefs, alerts, opener};
+    AppDelegate delegate{prefs, alerts, toast, opener};
     QStringList done;
 
     DelegateDesk()
@@ -232,6 +236,21 @@ private Q_SLOTS:
         desk.defaults.setString(QStringLiteral("saveFolder"), captures);
         desk.delegate.openCapturesFolder();
         QCOMPARE(desk.opener.opened, QStringList(captures));
+    }
+
+    void aFolderThatNothingOpensIsTold()
+    {
+        DelegateDesk desk;
+        const QRect screen(0, 0, 800, 600);
+        desk.displays.all = {{QStringLiteral("ONLY"), screen, 1, screen}};
+        desk.delegate.openCapturesFolder();
+        QCoreApplication::processEvents();
+        QVERIFY(!desk.toast.visible());
+        desk.opener.succeeds = false;
+        desk.delegate.openCapturesFolder();
+        QTRY_VERIFY(desk.toast.visible());
+        QCOMPARE(desk.panels.shown.back().widget->windowTitle(),
+                 QStringLiteral("No se pudo abrir la carpeta"));
     }
 
     void theWelcomeIsShownOnceAndNeverAgain()

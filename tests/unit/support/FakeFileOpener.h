@@ -2,19 +2,25 @@
 
 #include "platform/FileOpener.h"
 
+#include <QObject>
 #include <QStringList>
+
+#include <utility>
 
 namespace brindlecam::test {
 
-/// Notes what it should have opened.
+/// Notes what it should have opened, and answers what it is told to.
 class FakeFileOpener final : public FileOpener {
 public:
     QStringList opened;
+    bool succeeds = true;
 
-    bool openFolder(const QString& path) override
+    void openFolder(const QString& path, QObject* context, Done done) override
     {
         opened << path;
-        return true;
+        QMetaObject::invokeMethod(
+            context, [done = std::move(done), opened = succeeds] { done(opened); },
+            Qt::QueuedConnection);
     }
 };
 

@@ -94,12 +94,16 @@ private Q_SLOTS:
         QVERIFY(!platform.captureAccess->needsPermission());
         QCOMPARE(platform.interfaceFont, QStringLiteral("Inter"));
         const QTemporaryDir folder;
-        QVERIFY(!platform.fileOpener->openFolder(folder.filePath(QStringLiteral("missing"))));
+        std::optional<bool> opened;
+        platform.fileOpener->openFolder(folder.filePath(QStringLiteral("missing")), this,
+                                        [&opened](bool answer) { opened = answer; });
+        QTRY_VERIFY(opened);
+        QVERIFY(!*opened);
     }
 
 private:
     static constexpr std::array kVariables{"DISPLAY", "WAYLAND_DISPLAY", "XDG_SESSION_TYPE",
-                                           "QT_QPA_PLATFORM"};
+                                           "QT_QPA_PLATFORM", "DBUS_SESSION_BUS_ADDRESS"};
 
     static void set(const char* name, const QByteArray& value)
     {
