@@ -49,7 +49,8 @@ public:
     /// back all of them. A widget's mask counts in points, which is too coarse for corners.
     virtual void setShape(QWidget& widget, const QRegion& pixels) = 0;
 
-    /// Gives the widget the keyboard focus now, whichever window has it.
+    /// Gives the widget the keyboard focus now, whichever window has it. A dialog comes to the
+    /// front for that, and back if it was minimised or left on another desktop.
     virtual void focus(QWidget& widget) = 0;
 
     /// If a click has just ended a session, another press in the same place reaches nobody until it

@@ -269,8 +269,21 @@ void PanelWindow::keepPlaceOnRoot()
         keepPlace(*actual);
 }
 
+// A dialog that somebody asks for again may have been minimised or left on another desktop.
+void PanelWindow::bringBack()
+{
+    if (m_role != PanelRole::dialog || !m_widget.isVisible() || !x11::isPutAway(id()))
+        return;
+    setUserTime(x11::serverTime());
+    x11::moveToThisDesktop(id());
+    m_widget.setWindowState(m_widget.windowState() & ~Qt::WindowMinimized);
+    xcb_map_window(x11::connection(), id()); // for window managers that know no activation
+    focusNow();
+}
+
 void PanelWindow::focus()
 {
+    bringBack();
     m_focusWhenMapped = !x11::isViewable(id());
     if (!m_focusWhenMapped)
         focusNow();
@@ -287,6 +300,8 @@ void PanelWindow::focusNow()
         x11::raise(id());
         x11::activate(id(), m_clock.now());
     } else {
+        if (m_role == PanelRole::dialog)
+            x11::raise(id());
         x11::setFocus(id());
     }
 }

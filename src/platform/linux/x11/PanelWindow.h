@@ -68,6 +68,7 @@ private:
     void reserve(QSize pixels);
     void keepPlace(const QRect& actual);
     void keepPlaceOnRoot();
+    void bringBack();
     void focusNow();
     void insistOnFocus(const xcb_focus_out_event_t& event);
     [[nodiscard]] bool cameWithTheMap(const xcb_expose_event_t& event);

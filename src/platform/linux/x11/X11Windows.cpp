@@ -100,20 +100,49 @@ bool setFocus(xcb_window_t window)
     return !error;
 }
 
-void activate(xcb_window_t window, xcb_timestamp_t time)
+namespace {
+
+constexpr std::uint32_t kFromPager = 2;
+
+void askWindowManager(xcb_window_t window, const char* what, std::array<std::uint32_t, 2> values)
 {
-    constexpr std::uint32_t kFromPager = 2;
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
-    message.type = atom("_NET_ACTIVE_WINDOW");
-    message.data.data32[0] = kFromPager;
-    message.data.data32[1] = time;
+    message.type = atom(what);
+    message.data.data32[0] = values[0];
+    message.data.data32[1] = values[1];
     xcb_send_event(connection(), 0, root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
     xcb_flush(connection());
+}
+
+} // namespace
+
+void activate(xcb_window_t window, xcb_timestamp_t time)
+{
+    askWindowManager(window, "_NET_ACTIVE_WINDOW", {kFromPager, time});
+}
+
+bool isPutAway(xcb_window_t window)
+{
+    constexpr std::uint32_t kIconic = 3;
+    const auto state = property32(window, atom("WM_STATE"), atom("WM_STATE"));
+    if (!state.empty() && state.front() == kIconic)
+        return true;
+    constexpr std::uint32_t kEveryDesktop = 0xffffffff;
+    const auto desktop = property32(window, atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL);
+    return !desktop.empty() && desktop.front() != kEveryDesktop &&
+           desktop != property32(root(), atom("_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL);
+}
+
+void moveToThisDesktop(xcb_window_t window)
+{
+    const auto shown = property32(root(), atom("_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL);
+    if (!shown.empty())
+        askWindowManager(window, "_NET_WM_DESKTOP", {shown.front(), kFromPager});
 }
 
 void setProperty32(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,

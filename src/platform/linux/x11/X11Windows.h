@@ -38,6 +38,11 @@ bool setFocus(xcb_window_t window);
 /// Asks the window manager to activate a window as if the user had chosen it in a task list.
 void activate(xcb_window_t window, xcb_timestamp_t time);
 
+/// Whether its window manager keeps it out of sight for now: minimised, or on another desktop.
+[[nodiscard]] bool isPutAway(xcb_window_t window);
+/// Asks the window manager to move a window to the desktop that is shown.
+void moveToThisDesktop(xcb_window_t window);
+
 /// Replaces a property of 32-bit items.
 void setProperty32(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
                    const std::vector<std::uint32_t>& values);
