@@ -35,6 +35,9 @@ constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
 /// Esc and the window's close button choose nothing. QMessageBox takes them for one of its buttons,
 /// or refuses to close when none fits.
 class AlertBox final : public QMessageBox {
+public:
+    using QMessageBox::QMessageBox;
+
 protected:
     void keyPressEvent(QKeyEvent* event) override
     {
@@ -48,7 +51,7 @@ protected:
 
 QMessageBox* makeBox(const AlertContent& content)
 {
-    auto* box = new AlertBox;
+    auto* box = new AlertBox(content.over);
     box->setStyleSheet(QString::fromLatin1(kStyle));
     box->setWindowTitle(QStringLiteral("Brindlecam"));
     if (const QIcon icon = QApplication::windowIcon(); !icon.isNull())
@@ -64,12 +67,12 @@ QMessageBox* makeBox(const AlertContent& content)
     return box;
 }
 
-QList<QAbstractButton*> addButtons(QMessageBox& box, const QStringList& titles)
+QList<QAbstractButton*> addButtons(QMessageBox& box, const QStringList& titles, int defaultButton)
 {
     QList<QAbstractButton*> buttons;
     for (const QString& title : titles)
         buttons.append(box.addButton(title, QMessageBox::NoRole));
-    box.setDefaultButton(qobject_cast<QPushButton*>(buttons.first()));
+    box.setDefaultButton(qobject_cast<QPushButton*>(buttons.at(defaultButton)));
     return buttons;
 }
 
@@ -91,8 +94,14 @@ void Alerts::show(const AlertContent& content, std::function<void(std::optional<
     QMessageBox* box = makeBox(content);
     const QStringList titles =
         content.buttons.isEmpty() ? QStringList(text("Aceptar")) : content.buttons;
-    const QList<QAbstractButton*> buttons = addButtons(*box, titles);
+    const QList<QAbstractButton*> buttons = addButtons(*box, titles, content.defaultButton);
     show(box);
+    if (content.over) {
+        QObject::connect(content.over, &QDialog::finished, box, [box] {
+            if (box->isVisible())
+                box->reject();
+        });
+    }
     // Connected last: `done` may bring dialogs back, and this one is no longer among them by then.
     if (done) {
         QObject::connect(box, &QDialog::finished, box, [box, buttons, done = std::move(done)] {
@@ -105,7 +114,8 @@ void Alerts::show(const AlertContent& content, std::function<void(std::optional<
 void Alerts::show(QDialog* dialog)
 {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowModality(Qt::NonModal);
+    // One over another dialog blocks that alone, never a session.
+    dialog->setWindowModality(dialog->parentWidget() ? Qt::WindowModal : Qt::NonModal);
     dialog->setWindowFlags(kDialogFlags);
     m_panels.assume(*dialog, PanelRole::dialog);
     m_open.emplace_back(dialog);
@@ -125,6 +135,11 @@ void Alerts::bringForward(QDialog& dialog)
         m_panels.show(dialog, {});
     }
     m_panels.focus(dialog);
+    // A copy, as below.
+    for (const QPointer<QDialog>& open : std::vector(m_open)) {
+        if (open && open->parentWidget() == &dialog)
+            bringForward(*open);
+    }
 }
 
 void Alerts::suspend()

@@ -14,11 +14,14 @@ namespace brindlecam {
 
 class Panels;
 
-/// What an alert says and offers. The first button is the default.
+/// What an alert says and offers.
 struct AlertContent {
     QString message;          ///< bold
     QString informative = {}; ///< plain, below
     QStringList buttons = {}; ///< in order; empty: the one default button, "Aceptar"
+    int defaultButton = 0;    ///< index of the one that Return takes
+    /// The open dialog it asks about: takes no input meanwhile, and takes the alert with it.
+    QDialog* over = nullptr;
 };
 
 /// Dialogs that stay on top without blocking the loop. While a capture runs they are hidden and
@@ -41,7 +44,8 @@ public:
     /// Brings them back, with the focus only the one that had it.
     void resume();
 
-    /// Brings an open dialog to the front with the focus, as the user has just asked for it.
+    /// Brings an open dialog to the front with the focus, as the user has just asked for it, and
+    /// what it asks over it.
     void bringForward(QDialog& dialog);
 
     /// Whether one is on a screen.

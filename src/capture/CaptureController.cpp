@@ -9,6 +9,7 @@
 #include "base/Text.h"
 #include "canvas/CanvasView.h"
 #include "capture/CaptureResults.h"
+#include "capture/SavePanel.h"
 #include "capture/WindowFinder.h"
 #include "platform/Platform.h"
 
@@ -59,6 +60,13 @@ bool CaptureController::mayStart() const
     return !busy() && !m_services.activity.any();
 }
 
+void CaptureController::bringSavePanelForward()
+{
+    const auto* delivering = std::get_if<Delivering>(&m_state);
+    if (delivering && delivering->savePanel)
+        m_services.alerts.bringForward(*delivering->savePanel);
+}
+
 void CaptureController::start(std::function<void()> grab)
 {
     m_services.activity.capture = true;
@@ -75,8 +83,10 @@ void CaptureController::start(std::function<void()> grab)
 
 void CaptureController::begin()
 {
-    if (!mayStart())
+    if (!mayStart()) {
+        bringSavePanelForward();
         return;
+    }
     m_services.platform.frontApplication->remember();
     start([this] { grabAll(); });
 }
@@ -261,10 +271,11 @@ void CaptureController::finish(const Outcome& outcome)
         return;
     }
     m_services.alerts.resume(); // the panel is one of them
-    m_services.results.save(saving->picture, [this] {
+    SavePanel* panel = m_services.results.save(saving->picture, [this] {
         m_services.platform.frontApplication->giveBack();
         end();
     });
+    std::get<Delivering>(m_state).savePanel = panel;
 }
 
 void CaptureController::wrapUp(std::function<void()> done)
@@ -330,8 +341,10 @@ void CaptureController::startLater(
 
 void CaptureController::captureFullScreen()
 {
-    if (!mayStart())
+    if (!mayStart()) {
+        bringSavePanelForward();
         return;
+    }
     const auto screen = screenUnderPointer(*m_services.platform.displays);
     if (!screen)
         return;

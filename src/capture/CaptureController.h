@@ -9,6 +9,7 @@
 #include "capture/ScreenGrabber.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 #include <optional>
@@ -22,6 +23,7 @@ class Alerts;
 class CanvasView;
 class CaptureResults;
 class Prefs;
+class SavePanel;
 class Toast;
 struct Platform;
 
@@ -84,11 +86,15 @@ private:
         HotKey escapeKey;
         std::optional<Rendered> lastAutoCopied;
     };
-    /// The overlays are gone, the outcome is being acted on (a save panel may be open).
-    struct Delivering {};
+    /// The overlays are gone, the outcome is being acted on.
+    struct Delivering {
+        QPointer<SavePanel> savePanel; ///< open until the state is left
+    };
     using State = std::variant<Idle, Grabbing, Overlay, Delivering>;
 
     [[nodiscard]] bool mayStart() const;
+    /// A start was refused. A save panel may be the reason, and may be out of sight.
+    void bringSavePanelForward();
     void start(std::function<void()> grab);
     void grabAll();
     void grabOne(const ScreenInfo& screen);

@@ -99,19 +99,19 @@ void CaptureResults::keep(const Rendered& picture, const Screen& screen)
         m_live->tell();
 }
 
-void CaptureResults::save(const Rendered& picture, std::function<void()> closed)
+SavePanel* CaptureResults::save(const Rendered& picture, std::function<void()> closed)
 {
-    SavePanel::open(m_alerts, m_prefs.saveFolder(), Prefs::newFileName(),
-                    [&output = m_output, tell = teller(std::nullopt), picture,
-                     closed = std::move(closed)](std::optional<QString> path) {
-                        if (path) {
-                            output.writeFile(picture, *path, [tell](const Fate& fate) {
-                                tell(ResultToast::saveMessage(fate));
-                            });
-                        }
-                        if (closed)
-                            closed();
-                    });
+    return SavePanel::open(m_alerts, m_prefs.saveFolder(), Prefs::newFileName(),
+                           [&output = m_output, tell = teller(std::nullopt), picture,
+                            closed = std::move(closed)](std::optional<QString> path) {
+                               if (path) {
+                                   output.writeFile(picture, *path, [tell](const Fate& fate) {
+                                       tell(ResultToast::saveMessage(fate));
+                                   });
+                               }
+                               if (closed)
+                                   closed();
+                           });
 }
 
 void CaptureResults::sessionEnded()

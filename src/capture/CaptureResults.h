@@ -16,6 +16,7 @@ namespace brindlecam {
 class Alerts;
 class Output;
 class Prefs;
+class SavePanel;
 class Toast;
 
 /// What becomes of what a capture has yielded: which of clipboard, captures folder and history it
@@ -39,8 +40,9 @@ public:
     /// A picture that was to be on the clipboard only; tells if live() has not brought it there.
     void keep(const Rendered& picture, const std::optional<ScreenInfo>& screen);
     /// Asks where the picture is to be saved and writes it there; `closed` runs when the panel has
-    /// closed either way. What could not be written is told.
-    void save(const Rendered& picture, std::function<void()> closed = {});
+    /// closed either way. What could not be written is told. The panel answered deletes itself when
+    /// it has closed.
+    SavePanel* save(const Rendered& picture, std::function<void()> closed = {});
 
     /// The session is over: its last clipboard picture need not be remembered any more.
     void sessionEnded();

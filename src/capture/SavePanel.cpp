@@ -3,33 +3,101 @@
 #include "app/Alerts.h"
 #include "base/Text.h"
 
+#include <QAction>
 #include <QDir>
-#include <QFileDialog>
+#include <QFileInfo>
+#include <QShortcut>
 
-namespace brindlecam::SavePanel {
+#include <utility>
 
-void open(Alerts& alerts, const QString& folder, const QString& fileName,
-          std::function<void(std::optional<QString>)> done)
+namespace brindlecam {
+
+namespace {
+
+/// Whatever else the name looks like: what is written is a PNG.
+QString withEnding(const QString& path)
+{
+    const auto ending = QStringLiteral(".png");
+    return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
+}
+
+} // namespace
+
+SavePanel::SavePanel(Alerts& alerts, const QString& folder, const QString& fileName)
+    : QFileDialog(nullptr, text("Guardar captura"), folder)
+    , m_alerts(alerts)
+{
+    // Ours, not the desktop's: it has to stay on top, step aside for a capture and come back.
+    setOption(DontUseNativeDialog);
+    setOption(DontConfirmOverwrite); // Qt's own question blocks the loop
+    setAcceptMode(AcceptSave);
+    setFileMode(AnyFile);
+    setNameFilter(text("Imágenes PNG") + QStringLiteral(" (*.png)"));
+    selectFile(fileName);
+    forbidDeleting();
+}
+
+SavePanel* SavePanel::open(Alerts& alerts, const QString& folder, const QString& fileName,
+                           Done done)
 {
     QDir().mkpath(folder);
-    auto* panel = new QFileDialog(nullptr, text("Guardar captura"), folder);
-    // Ours, not the desktop's: it has to stay on top, step aside for a capture and come back.
-    panel->setOption(QFileDialog::DontUseNativeDialog);
-    panel->setAcceptMode(QFileDialog::AcceptSave);
-    panel->setFileMode(QFileDialog::AnyFile);
-    panel->setNameFilter(text("Imágenes PNG") + QStringLiteral(" (*.png)"));
-    panel->setDefaultSuffix(QStringLiteral("png"));
-    panel->selectFile(fileName);
+    auto* panel = new SavePanel(alerts, folder, fileName);
     // Connected after the panel is handed over: `done` may bring other dialogs back, and this one
     // is no longer among them by then.
     alerts.show(panel);
-    QObject::connect(panel, &QDialog::finished, panel, [panel, done](int result) {
-        const QStringList files = panel->selectedFiles();
-        if (result == QDialog::Accepted && !files.isEmpty())
-            done(files.first());
-        else
-            done(std::nullopt);
+    connect(panel, &QDialog::finished, panel, [panel, done = std::move(done)](int result) {
+        done(result == Accepted ? std::optional(panel->m_path) : std::nullopt);
     });
+    return panel;
 }
 
-} // namespace brindlecam::SavePanel
+// Before it deletes a file Qt asks in a dialog that blocks the loop and does not step aside.
+void SavePanel::forbidDeleting()
+{
+    if (auto* action = findChild<QAction*>(QStringLiteral("qt_delete_action")))
+        action->setVisible(false);
+    for (QShortcut* shortcut : findChildren<QShortcut*>()) {
+        if (shortcut->key() == QKeySequence(QKeySequence::Delete))
+            delete shortcut;
+    }
+}
+
+void SavePanel::accept()
+{
+    const QStringList files = selectedFiles();
+    if (files.isEmpty() || QFileInfo(files.first()).isDir()) {
+        QFileDialog::accept(); // goes there
+        return;
+    }
+    const QString path = withEnding(files.first());
+    const QFileInfo there(path);
+    if (there.isDir())
+        setDirectory(path);
+    else if (there.exists() || there.isSymLink())
+        ask(path);
+    else
+        take(path);
+}
+
+void SavePanel::ask(const QString& path)
+{
+    m_alerts.show({.message = text("“%1” ya existe").arg(QFileInfo(path).fileName()),
+                   .informative = text("Si lo reemplazas, se pierde lo que contiene ahora."),
+                   .buttons = {text("Reemplazar"), text("Cancelar")},
+                   .defaultButton = 1, // a held Return must not go through both dialogs
+                   .over = this},
+                  [this, path](std::optional<int> chosen) {
+                      if (chosen == 0)
+                          take(path);
+                      else if (isVisible())
+                          m_alerts.bringForward(*this);
+                  });
+}
+
+void SavePanel::take(const QString& path)
+{
+    m_path = path;
+    QDialog::accept();
+}
+
+} // namespace brindlecam

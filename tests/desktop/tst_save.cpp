@@ -2,6 +2,9 @@
 
 #include <QDir>
 
+#include <algorithm>
+#include <array>
+
 namespace brindlecam::desktop {
 
 /// Saving a selection under a name: the panel, the keyboard, and what follows.
@@ -31,6 +34,22 @@ private:
         QVERIFY(overlays().empty());
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
         m_below->forget();
+    }
+
+    /// Asks the window manager to do something with a window.
+    void ask(xcb_window_t window, const QByteArray& what, std::array<std::uint32_t, 5> values)
+    {
+        const Connection& connection = desktop().connection();
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = window;
+        message.type = connection.atom(what);
+        std::ranges::copy(values, std::begin(message.data.data32));
+        xcb_send_event(connection.raw(), 0, connection.root(),
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       reinterpret_cast<const char*>(&message));
+        connection.sync();
     }
 
     static QStringList filesIn(const QString& folder)
@@ -110,6 +129,36 @@ private Q_SLOTS:
         QVERIFY(sessionIsOver());
         QCOMPARE(program().quit(), 0);
         QCOMPARE(history().size(), 1);
+    }
+
+    void refusedStartBringsThePanelBackToThisDesktop()
+    {
+        openPanel(true);
+        const xcb_window_t panel = dialogs().front().id;
+        const auto isBack = [this] {
+            return dialogs().size() == 1 && windows().hasKeyboard(program().pid());
+        };
+        constexpr std::uint32_t kIconic = 3;
+        ask(panel, "WM_CHANGE_STATE", {kIconic});
+        QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
+        pressHotKey(kAreaKey);
+        QVERIFY(waitUntil(isBack));
+
+        constexpr std::uint32_t kSecondDesktop = 1;
+        constexpr std::uint32_t kFromPager = 2;
+        ask(panel, "_NET_WM_DESKTOP", {kSecondDesktop, kFromPager});
+        QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
+        pressHotKey(kFullScreenKey);
+        QVERIFY(waitUntil(isBack));
+        const Connection& connection = desktop().connection();
+        QCOMPARE(connection.property32(connection.root(), "_NET_CURRENT_DESKTOP"),
+                 std::vector<std::uint32_t>{0});
+
+        input().type("vuelta");
+        input().tap(XK_Return);
+        QVERIFY(isOnlyCapture(m_picture));
+        QCOMPARE(filesIn(program().folders().captures()),
+                 QStringList(QStringLiteral("vuelta.png")));
     }
 
     void heldShortcutNeverReachesTheWindowBelow()
