@@ -38,10 +38,10 @@ Program::Program(Platform platform, CaptureFailure::Voice voice)
     , m_output(*m_platform.pasteboard, m_history, m_prefs, runInPool)
     , m_captureFailure(*m_platform.captureAccess, m_alerts, m_defaults, voice)
     , m_captureResults(m_prefs, m_output, m_toast, m_alerts)
-    , m_captureController(
-          {m_platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity, m_captureFailure})
-    , m_pinnedCaptures(*m_platform.panels, *m_platform.displays, m_toast)
     , m_countdown(*m_platform.displays, *m_platform.panels)
+    , m_captureController({m_platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity,
+                           m_captureFailure, m_countdown})
+    , m_pinnedCaptures(*m_platform.panels, *m_platform.displays, m_toast)
 {
     QThreadPool::globalInstance()->setExpiryTimeout(static_cast<int>(kIdleThreadLife.count()));
     wireCapture();

@@ -70,9 +70,9 @@ private:
     Output m_output;
     CaptureFailure m_captureFailure;
     CaptureResults m_captureResults;
+    Countdown m_countdown;
     CaptureController m_captureController;
     PinnedCaptures m_pinnedCaptures;
-    Countdown m_countdown;
     std::optional<StatusItem> m_statusItem;
     enum class Stage { running, quitting, left } m_stage = Stage::running;
     QObject m_context; ///< receives what others answer; gone before the rest

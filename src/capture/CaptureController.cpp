@@ -9,6 +9,7 @@
 #include "base/Text.h"
 #include "canvas/CanvasView.h"
 #include "capture/CaptureResults.h"
+#include "capture/Countdown.h"
 #include "capture/SavePanel.h"
 #include "capture/WindowFinder.h"
 #include "platform/Platform.h"
@@ -72,7 +73,9 @@ void CaptureController::start(std::function<void()> grab)
     m_services.activity.capture = true;
     m_state = Grabbing{};
     const bool menuWasOpen = OpenMenus::close();
-    const bool covered = menuWasOpen || m_services.toast.visible() || m_services.alerts.visible();
+    const bool counted = m_services.countdown.cancel();
+    const bool covered =
+        menuWasOpen || counted || m_services.toast.visible() || m_services.alerts.visible();
     m_services.toast.suspend();
     m_services.alerts.suspend();
     if (covered)

@@ -22,6 +22,7 @@ class Activity;
 class Alerts;
 class CanvasView;
 class CaptureResults;
+class Countdown;
 class Prefs;
 class SavePanel;
 class Toast;
@@ -42,6 +43,7 @@ public:
         Alerts& alerts;
         Activity& activity;
         CaptureFailure& failure;
+        Countdown& countdown;
     };
 
     explicit CaptureController(const Services& services);

@@ -87,12 +87,14 @@ void Countdown::run(int seconds, std::function<void()> action)
     m_ticks.start(m_timing.tick);
 }
 
-void Countdown::cancel()
+bool Countdown::cancel()
 {
+    const bool counted = m_ticks.isActive() || m_handOff.isActive();
     m_ticks.stop();
     m_handOff.stop();
     m_action = {};
     m_panel.reset();
+    return counted;
 }
 
 void Countdown::tick()

@@ -31,8 +31,9 @@ public:
     /// there is no screen to count on.
     void run(int seconds, std::function<void()> action);
 
-    /// Ends a running countdown without its action.
-    void cancel();
+    /// Ends a running countdown without its action. Says whether there was one: its digit may be
+    /// on the screen for some milliseconds yet.
+    bool cancel();
 
     /// Whole seconds still to go; 0 when none is counted.
     [[nodiscard]] int remaining() const { return m_panel ? m_remaining : 0; }

@@ -3,6 +3,8 @@
 
 #include <QElapsedTimer>
 
+#include <algorithm>
+
 namespace brindlecam::desktop {
 
 /// Delayed captures, chosen from the menu of a tray host.
@@ -70,6 +72,20 @@ private Q_SLOTS:
         QVERIFY(sessionIsOver());
         QCOMPARE(program().quit(), 0);
         QVERIFY(history().isEmpty());
+    }
+
+    void captureMeanwhileEndsItAndDoesNotShowItsDigit()
+    {
+        useMenu();
+        const QImage before = screen().grabAtRest();
+        choose(areaIn5);
+        QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
+        const QRect panel = toasts().front().pixels;
+        QVERIFY(waitUntil([&] { return screen().grab(panel) != before.copy(panel); }));
+        pressHotKey(kFullScreenKey);
+        QVERIFY(isPasted(before));
+        const auto shown = toasts();
+        QVERIFY(std::ranges::count(shown, panel, &SeenWindow::pixels) == 0);
     }
 
     void openMenusOfOtherProgramsAreCaptured()

@@ -9,6 +9,7 @@
 #include "canvas/CanvasView.h"
 #include "capture/CaptureController.h"
 #include "capture/CaptureResults.h"
+#include "capture/Countdown.h"
 #include "capture/Output.h"
 #include "platform/null/NullPlatform.h"
 #include "recents/History.h"
@@ -25,6 +26,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <chrono>
 
 namespace brindlecam::test {
 
@@ -74,7 +77,9 @@ struct CaptureFixture {
     History history{folder.filePath(QStringLiteral("historia"))};
     Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
     CaptureResults results{prefs, output, toast, alerts};
-    CaptureController controller{{platform, prefs, results, toast, alerts, activity, failure}};
+    Countdown countdown{displays, panels, {.tick = std::chrono::milliseconds(30), .handOff = {}}};
+    CaptureController controller{
+        {platform, prefs, results, toast, alerts, activity, failure, countdown}};
 
     CaptureFixture()
     {

@@ -1,3 +1,4 @@
+#include "capture/CaptureFixture.h"
 #include "capture/Countdown.h"
 #include "support/FakeDisplays.h"
 #include "support/FakePanels.h"
@@ -114,6 +115,29 @@ private Q_SLOTS:
         CountdownDesk desk;
         desk.countdown.run(1, [&desk] { desk.run(1, "next"); });
         QTRY_COMPARE(desk.done, QStringList(QStringLiteral("next")));
+    }
+
+    void aCaptureEndsARunningCountdown()
+    {
+        test::CaptureFixture f;
+        bool acted = false;
+        f.countdown.run(50, [&acted] { acted = true; });
+        f.controller.captureFullScreen();
+        QCOMPARE(f.countdown.remaining(), 0);
+        QCOMPARE(f.grabber.calls, 0); // its digit goes off the screen first
+        QTRY_COMPARE(f.grabber.calls, 1);
+        QVERIFY(!acted);
+        QVERIFY(!f.countdown.cancel());
+    }
+
+    void aStartThatIsRefusedLeavesTheCountdownAlone()
+    {
+        test::CaptureFixture f;
+        f.activity.recording = true;
+        f.countdown.run(50, [] {});
+        f.controller.begin();
+        QVERIFY(f.countdown.remaining() > 0);
+        QVERIFY(f.countdown.cancel());
     }
 
     void noSecondsMeanTheFirstTick()
