@@ -1,6 +1,7 @@
 #include "pictures/Pixelation.h"
 
 #include "pictures/Crop.h"
+#include "pictures/PixelGrid.h"
 
 #include <QPainter>
 
@@ -140,7 +141,7 @@ qreal Pixelation::cellPixels(PixelsPerPoint ratio)
 }
 
 // One strip for all cells of a row: thousands of small rectangles would take far longer.
-void Pixelation::drawRow(QPainter& painter, int row, const std::vector<QRect>& columns, int top,
+void Pixelation::drawRow(const PixelGrid& grid, int row, const std::vector<QRect>& columns, int top,
                          int bottom) const
 {
     QRect shown;
@@ -160,21 +161,18 @@ void Pixelation::drawRow(QPainter& painter, int row, const std::vector<QRect>& c
     }
     for (int y = 1; y < strip.height(); ++y)
         std::copy_n(first, strip.width(), reinterpret_cast<QRgb*>(strip.scanLine(y)));
-    painter.drawImage(shown.left(), top, strip);
+    grid.draw(strip, {shown.left(), top});
 }
 
 void Pixelation::draw(QPainter& painter, const QRectF& target) const
 {
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF place = toDevice.mapRect(target);
+    const PixelGrid grid(painter);
+    const QRectF place = grid.toPixels().mapRect(target);
     if (place.isEmpty())
         return;
-    painter.save();
-    painter.setTransform(toDevice.inverted(), true);
-    QRect visible(QPoint(pixelFrom(place.left()), pixelUpTo(place.top())),
-                  QPoint(pixelFrom(place.right()) - 1, pixelUpTo(place.bottom()) - 1));
-    if (painter.hasClipping())
-        visible &= painter.clipBoundingRect().toAlignedRect();
+    const QRect visible =
+        grid.shown({QPoint(pixelFrom(place.left()), pixelUpTo(place.top())),
+                    QPoint(pixelFrom(place.right()) - 1, pixelUpTo(place.bottom()) - 1)});
     const qreal cellWidth = m_cell * place.width() / m_size.width();
     const qreal cellHeight = m_cell * place.height() / m_size.height();
     std::vector<QRect> columns;
@@ -191,9 +189,8 @@ void Pixelation::draw(QPainter& painter, const QRectF& target) const
         const int bottom =
             std::min(visible.bottom(), pixelUpTo(place.bottom() - fromBottom * cellHeight) - 1);
         if (top <= bottom)
-            drawRow(painter, row, columns, top, bottom);
+            drawRow(grid, row, columns, top, bottom);
     }
-    painter.restore();
 }
 
 } // namespace brindlecam

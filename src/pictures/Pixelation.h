@@ -11,6 +11,8 @@ class QPainter;
 
 namespace brindlecam {
 
+class PixelGrid;
+
 /// A part of a picture made unreadable: averaged in square cells that start at its lower left
 /// corner. Only one pixel per cell is kept, so a patch is cheap to copy and to hold. A value;
 /// drawing it is safe on any thread.
@@ -37,7 +39,7 @@ public:
     [[nodiscard]] const QImage& cells() const { return m_cells; }
 
 private:
-    void drawRow(QPainter& painter, int row, const std::vector<QRect>& columns, int top,
+    void drawRow(const PixelGrid& grid, int row, const std::vector<QRect>& columns, int top,
                  int bottom) const;
 
     Pixelation(QImage cells, QSize size, qreal cell);

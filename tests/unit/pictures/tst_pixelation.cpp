@@ -115,6 +115,29 @@ private Q_SLOTS:
         QCOMPARE(qRed(patch->cells().pixel(1, 0)), (180 * 7 + 4) / 8);
     }
 
+    /// The last row of a part painted by itself once stayed readable.
+    void everyPartOfAPatchIsHidden()
+    {
+        constexpr QSizeF kPoints(240, 192);
+        const QImage frozen = colourfulPicture({300, 240});
+        const QRectF target(22.4, 31.3, 180.2, 120.7); // points, 1.25 pixels each
+        const QRect pixels = pixelRect(target, kPoints, frozen.size());
+        const auto patch = Pixelation::of(frozen, pixels, 11.25);
+        QVERIFY(patch);
+        for (int top = pixels.top() + 1; top < pixels.bottom() - 20; ++top) {
+            QImage part(40, 20, QImage::Format_RGB32);
+            part.fill(Qt::magenta);
+            QPainter painter(&part);
+            painter.setClipRect(part.rect());
+            painter.translate(-QPoint(100, top));
+            painter.scale(1.25, 1.25);
+            patch->draw(painter, target);
+            painter.end();
+            for (int y = 0; y < part.height(); ++y)
+                QVERIFY(part.pixelColor(20, y) != QColor(Qt::magenta));
+        }
+    }
+
     void partNarrowerOrLowerThanTwoPixelsGivesNone()
     {
         const QImage frozen = colourfulPicture({30, 30});
