@@ -2,9 +2,12 @@
 
 #include "app/InterfaceFont.h"
 #include "app/TextLine.h"
+#include "base/Geometry.h"
 #include "canvas/Annotation.h"
 #include "canvas/AnnotationText.h"
+#include "pictures/PixelGrid.h"
 
+#include <QImage>
 #include <QLineF>
 #include <QPainter>
 #include <QPainterPath>
@@ -12,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 
 namespace brindlecam::AnnotationPainting {
 
@@ -19,6 +23,10 @@ namespace brindlecam::AnnotationPainting {
 namespace {
 
 constexpr qreal kEdge = 1; // antialiasing at one pixel per point, the coarsest there is
+
+// Device pixels. Qt has a way of its own with lines of one pixel, which cuts them at the edges of
+// the picture and turns them a little by that.
+constexpr qreal kThinnestLine = 1.001;
 
 constexpr qreal kStrokeOverhang = 1; // beyond half of the width
 constexpr qreal kPartSide = 32;      // the shorter side of what a piece of a stroke takes, at most
@@ -38,9 +46,12 @@ constexpr qreal kTextIndent = 2;
 constexpr qreal kTextReach = 4000;
 constexpr qreal kTextOverhang = 4; // what glyphs may stick out of their advance
 
-QPen pen(const Annotation& mark, const QColor& color)
+/// For a painter that counts in points.
+QPen pen(const Annotation& mark, const QColor& color, const QPainter& painter)
 {
-    return {color, mark.lineWidth(), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+    const qreal thinnest = kThinnestLine / painter.deviceTransform().m11();
+    return {color, std::max(mark.lineWidth(), thinnest), Qt::SolidLine, Qt::RoundCap,
+            Qt::RoundJoin};
 }
 
 /// Qt draws nothing for a line without length, where a round cap would leave a dot.
@@ -84,7 +95,7 @@ void drawPolyline(const Annotation& mark, QPainter& painter, const QPolygonF& po
         const qreal reach = mark.lineWidth() / 2 + 2 * kEdge;
         visible = painter.clipBoundingRect().adjusted(-reach, -reach, reach, reach);
     }
-    painter.strokePath(visiblePath(points, visible), pen(mark, color));
+    painter.strokePath(visiblePath(points, visible), pen(mark, color, painter));
 }
 
 QColor translucent(QColor color, qreal alpha)
@@ -103,7 +114,7 @@ void drawRect(const Annotation& mark, QPainter& painter)
     path.lineTo(rect.bottomRight());
     path.lineTo(rect.bottomLeft());
     path.closeSubpath();
-    painter.strokePath(path, pen(mark, mark.color()));
+    painter.strokePath(path, pen(mark, mark.color(), painter));
 }
 
 void drawArrow(const Annotation& mark, QPainter& painter)
@@ -126,9 +137,29 @@ QRectF textArea(const Annotation& mark)
     return area.adjusted(-kTextOverhang, 0, kTextOverhang, 0);
 }
 
+/// Draws what lies in `area` on a picture of its own and puts that in its place. Qt rounds the
+/// places of glyphs towards the corner of the picture: a text that begins before it would look
+/// different.
+void drawApart(QPainter& painter, const QRectF& area, const std::function<void(QPainter&)>& draw)
+{
+    const PixelGrid grid(painter);
+    const QRect pixels = roundedOutward(grid.toPixels().mapRect(area));
+    if (grid.shown(pixels).isEmpty())
+        return;
+    QImage apart(pixels.size(), QImage::Format_ARGB32_Premultiplied);
+    apart.fill(Qt::transparent);
+    QPainter inside(&apart);
+    inside.setRenderHint(QPainter::Antialiasing);
+    inside.translate(-pixels.topLeft());
+    inside.setTransform(grid.toPixels(), true);
+    draw(inside);
+    inside.end();
+    grid.draw(apart, pixels.topLeft());
+}
+
 void drawText(const Annotation& mark, QPainter& painter)
 {
-    painter.setClipRect(textArea(mark), Qt::IntersectClip);
+    painter.setClipRect(textArea(mark));
     painter.setPen(mark.color());
     AnnotationText::draw(painter, mark.points().first() + QPointF(kTextIndent, 0), mark.text());
 }
@@ -253,10 +284,10 @@ void draw(const Annotation& mark, QPainter& painter)
         drawRect(mark, painter);
         break;
     case Tool::text:
-        drawText(mark, painter);
+        drawApart(painter, touched(mark), [&](QPainter& apart) { drawText(mark, apart); });
         break;
     case Tool::number:
-        drawBadge(mark, painter);
+        drawApart(painter, touched(mark), [&](QPainter& apart) { drawBadge(mark, apart); });
         break;
     case Tool::pixelate:
         if (mark.pixelated())

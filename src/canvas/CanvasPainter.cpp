@@ -8,6 +8,7 @@
 #include "canvas/RepaintArea.h"
 #include "canvas/SelectionFrame.h"
 #include "canvas/SizeLabel.h"
+#include "pictures/PixelGrid.h"
 
 #include <QPainter>
 
@@ -131,10 +132,9 @@ void CanvasPainter::paintMarks(QPainter& painter, const QRegion& exposed, const 
     exposedPixels &= pixels(m_scene.selection);
     m_marked.paint(painter, exposedPixels);
 
-    const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
-    painter.save();
-    painter.scale(1 / ratio.x, 1 / ratio.y);
+    const PixelGrid grid(painter); // a device knows its scale less exactly than the picture does
     if (current && !isThin(*current)) {
+        const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
         painter.save();
         painter.setClipRect(pixels(m_scene.selection), Qt::IntersectClip);
         painter.scale(ratio.x, ratio.y);
@@ -143,7 +143,6 @@ void CanvasPainter::paintMarks(QPainter& painter, const QRegion& exposed, const 
     }
     for (const QRect& part : lines(current) & exposedPixels)
         paintLines(painter, part, current);
-    painter.restore();
 }
 
 /// The pixels that the lines above the finished marks touch.

@@ -1,6 +1,6 @@
-#include "canvas/MarkedPicture.h"
-
+#include "MarkedScreen.h"
 #include "base/Geometry.h"
+#include "canvas/MarkedPicture.h"
 #include "support/TestCase.h"
 
 #include <QPainter>
@@ -10,18 +10,6 @@
 namespace brindlecam {
 
 namespace {
-
-constexpr QSize kFrozenPoints(320, 240);
-
-QImage frozenScreen(qreal scale)
-{
-    QImage picture((QSizeF(kFrozenPoints) * scale).toSize(), QImage::Format_RGB32);
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x)
-            picture.setPixel(x, y, qRgb(x * 3 % 256, y * 5 % 256, (x + y) % 256));
-    }
-    return picture;
-}
 
 Annotation straightMark(Tool tool, QPointF start, QPointF end, const QColor& color = Qt::red)
 {
@@ -53,45 +41,12 @@ AnnotationList allTools(const QImage& frozen)
     list.append(badge);
     Annotation hidden = straightMark(Tool::pixelate, {40.4, 20.2}, {170.7, 120.3});
     hidden.setPixelated(
-        Pixelation::of(frozen, pixelRect(hidden.rect(), kFrozenPoints, frozen.size()),
-                       Pixelation::cellPixels(pixelsPerPoint(kFrozenPoints, frozen.size()))));
+        Pixelation::of(frozen, pixelRect(hidden.rect(), test::kMarkedPoints, frozen.size()),
+                       Pixelation::cellPixels(pixelsPerPoint(test::kMarkedPoints, frozen.size()))));
     list.append(hidden);
     list.append(straightMark(Tool::line, {60, 10}, {60, 230}));
     return list;
 }
-
-/// A screen that showed the frozen picture and is repainted where it was told to.
-class RepaintedScreen final {
-public:
-    explicit RepaintedScreen(const QImage& frozen)
-        : m_frozen(frozen)
-        , m_screen(frozen.copy())
-    {
-    }
-
-    void repaint(MarkedPicture& picture, const QRegion& exposed)
-    {
-        QPainter painter(&m_screen);
-        for (const QRect& rect : exposed)
-            painter.drawImage(rect.topLeft(), m_frozen, rect);
-        const PixelsPerPoint ratio = pixelsPerPoint(kFrozenPoints, m_frozen.size());
-        painter.scale(ratio.x, ratio.y);
-        picture.paint(painter, exposed);
-    }
-
-    /// Repaints what the marks change, and answers whether all of it looks right then.
-    bool follows(MarkedPicture& picture, const AnnotationList& list)
-    {
-        repaint(picture, picture.setMarks(list.marks()));
-        return m_screen == flattened(m_frozen, kFrozenPoints, m_frozen.rect(), list.marks());
-    }
-
-    [[nodiscard]] const QImage& shown() const { return m_screen; }
-
-private:
-    QImage m_frozen;
-    QImage m_screen;
-};
 
 int pixelsOf(const QRegion& region)
 {
@@ -118,12 +73,13 @@ private Q_SLOTS:
     void theScreenShowsThePixelsOfTheFinishedPicture()
     {
         QFETCH(qreal, scale);
-        const QImage frozen = frozenScreen(scale);
+        const QImage frozen = test::frozenScreen(scale);
         const AnnotationList list = allTools(frozen);
-        MarkedPicture picture(frozen, kFrozenPoints);
-        RepaintedScreen screen(frozen);
+        MarkedPicture picture(frozen, test::kMarkedPoints);
+        test::MarkedScreen screen(frozen);
         screen.repaint(picture, picture.setMarks(list.marks()));
-        QCOMPARE(screen.shown(), flattened(frozen, kFrozenPoints, frozen.rect(), list.marks()));
+        QCOMPARE(screen.shown(),
+                 flattened(frozen, test::kMarkedPoints, frozen.rect(), list.marks()));
         QVERIFY(screen.shown() != frozen);
     }
 
@@ -131,22 +87,22 @@ private Q_SLOTS:
     void aPartIsTheSamePartOfTheWhole()
     {
         QFETCH(qreal, scale);
-        const QImage frozen = frozenScreen(scale);
+        const QImage frozen = test::frozenScreen(scale);
         const AnnotationList list = allTools(frozen);
-        const QImage whole = flattened(frozen, kFrozenPoints, frozen.rect(), list.marks());
+        const QImage whole = flattened(frozen, test::kMarkedPoints, frozen.rect(), list.marks());
         for (const QRect& part : {QRect(0, 0, 100, 100), QRect(37, 51, 211, 153),
                                   QRect(63, 64, 65, 66), QRect(150, 100, 1, 1)})
-            QCOMPARE(flattened(frozen, kFrozenPoints, part, list.marks()), whole.copy(part));
+            QCOMPARE(flattened(frozen, test::kMarkedPoints, part, list.marks()), whole.copy(part));
     }
 
     void everyChangeRepaintsWhatItTouches_data() { addScaleRows(); }
     void everyChangeRepaintsWhatItTouches()
     {
         QFETCH(qreal, scale);
-        const QImage frozen = frozenScreen(scale);
+        const QImage frozen = test::frozenScreen(scale);
         AnnotationList list;
-        MarkedPicture picture(frozen, kFrozenPoints);
-        RepaintedScreen screen(frozen);
+        MarkedPicture picture(frozen, test::kMarkedPoints);
+        test::MarkedScreen screen(frozen);
         const AnnotationList all = allTools(frozen);
         for (const AnnotationList::Mark& mark : all.marks()) {
             list.append(*mark);
@@ -172,9 +128,9 @@ private Q_SLOTS:
 
     void onlySquaresNearWhatChangedAreRepainted()
     {
-        const QImage frozen = frozenScreen(1);
+        const QImage frozen = test::frozenScreen(1);
         AnnotationList list = allTools(frozen);
-        MarkedPicture picture(frozen, kFrozenPoints);
+        MarkedPicture picture(frozen, test::kMarkedPoints);
         picture.setMarks(list.marks());
         QVERIFY(picture.setMarks(list.marks()).isEmpty());
         const AnnotationList::Mark badge = list.marks()[6];
@@ -189,8 +145,8 @@ private Q_SLOTS:
 
     void damageStaysOnThePicture()
     {
-        const QImage frozen = frozenScreen(1);
-        MarkedPicture picture(frozen, kFrozenPoints);
+        const QImage frozen = test::frozenScreen(1);
+        MarkedPicture picture(frozen, test::kMarkedPoints);
         AnnotationList list;
         list.append(straightMark(Tool::line, {300, 230}, {900, 900}));
         list.append(straightMark(Tool::line, {-900, -30}, {-800, 900}));
@@ -202,12 +158,12 @@ private Q_SLOTS:
 
     void nothingIsPaintedAwayFromMarksOrOutsideWhatIsExposed()
     {
-        const QImage frozen = frozenScreen(1);
-        MarkedPicture picture(frozen, kFrozenPoints);
+        const QImage frozen = test::frozenScreen(1);
+        MarkedPicture picture(frozen, test::kMarkedPoints);
         AnnotationList list;
         list.append(straightMark(Tool::line, {10, 10}, {50, 50}));
         picture.setMarks(list.marks());
-        QImage screen(kFrozenPoints, QImage::Format_RGB32);
+        QImage screen(test::kMarkedPoints, QImage::Format_RGB32);
         screen.fill(Qt::magenta);
         QPainter painter(&screen);
         picture.paint(painter, QRect(20, 20, 200, 200));
@@ -224,14 +180,14 @@ private Q_SLOTS:
 
     void exposingNothingPaintsNothing()
     {
-        MarkedPicture none(QImage(), kFrozenPoints);
+        MarkedPicture none(QImage(), test::kMarkedPoints);
         QImage screen(10, 10, QImage::Format_RGB32);
         screen.fill(Qt::magenta);
         const QImage before = screen.copy();
         QPainter painter(&screen);
         none.paint(painter, QRect(0, 0, 10, 10));
-        MarkedPicture picture(frozenScreen(1), kFrozenPoints);
-        const AnnotationList list = allTools(frozenScreen(1));
+        MarkedPicture picture(test::frozenScreen(1), test::kMarkedPoints);
+        const AnnotationList list = allTools(test::frozenScreen(1));
         picture.setMarks(list.marks());
         picture.paint(painter, {});
         painter.end();
@@ -240,37 +196,40 @@ private Q_SLOTS:
 
     void whatWasNotShownIsPaintedWhenItIs()
     {
-        const QImage frozen = frozenScreen(1);
+        const QImage frozen = test::frozenScreen(1);
         const AnnotationList list = allTools(frozen);
-        MarkedPicture picture(frozen, kFrozenPoints);
-        RepaintedScreen screen(frozen);
+        MarkedPicture picture(frozen, test::kMarkedPoints);
+        test::MarkedScreen screen(frozen);
         picture.setMarks(list.marks());
         for (int y = 0; y < 240; y += 50)
             for (int x = 0; x < 320; x += 70)
                 screen.repaint(picture, QRect(x, y, 70, 50).intersected(frozen.rect()));
-        QCOMPARE(screen.shown(), flattened(frozen, kFrozenPoints, frozen.rect(), list.marks()));
+        QCOMPARE(screen.shown(),
+                 flattened(frozen, test::kMarkedPoints, frozen.rect(), list.marks()));
     }
 
     void aPictureUntouchedByMarksIsNotCopied()
     {
-        const QImage frozen = frozenScreen(1);
+        const QImage frozen = test::frozenScreen(1);
         AnnotationList list;
         list.append(straightMark(Tool::line, {10, 10}, {50, 50}));
-        const QImage part = flattened(frozen, kFrozenPoints, {100, 100, 50, 50}, list.marks());
+        const QImage part =
+            flattened(frozen, test::kMarkedPoints, {100, 100, 50, 50}, list.marks());
         QCOMPARE(part, frozen.copy(100, 100, 50, 50));
         QCOMPARE(static_cast<const void*>(part.constBits()),
                  static_cast<const void*>(frozen.constScanLine(100) + 400));
         const QImage before = frozen.copy();
-        const QImage marked = flattened(frozen, kFrozenPoints, {0, 0, 50, 50}, list.marks());
+        const QImage marked = flattened(frozen, test::kMarkedPoints, {0, 0, 50, 50}, list.marks());
         QVERIFY(marked != frozen.copy(0, 0, 50, 50));
         QCOMPARE(frozen, before);
     }
 
     void aPartBesideThePictureIsNull()
     {
-        const QImage frozen = frozenScreen(1);
-        QVERIFY(flattened(frozen, kFrozenPoints, {400, 0, 10, 10}, {}).isNull());
-        QCOMPARE(flattened(frozen, kFrozenPoints, {310, 230, 50, 50}, {}).size(), QSize(10, 10));
+        const QImage frozen = test::frozenScreen(1);
+        QVERIFY(flattened(frozen, test::kMarkedPoints, {400, 0, 10, 10}, {}).isNull());
+        QCOMPARE(flattened(frozen, test::kMarkedPoints, {310, 230, 50, 50}, {}).size(),
+                 QSize(10, 10));
     }
 };
 
