@@ -129,15 +129,30 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return samePixels(screen().grab(), before); }));
     }
 
-    void toastTakesNeitherClicksNorFocus()
+    void toastLiesAboveEveryWindowAndTakesNeitherClicksNorFocus_data()
     {
+        QTest::addColumn<bool>("fullScreen");
+        QTest::newRow("a window") << false;
+        QTest::newRow("a full-screen window") << true;
+    }
+    void toastLiesAboveEveryWindowAndTakesNeitherClicksNorFocus()
+    {
+        QFETCH(const bool, fullScreen);
         usePatternedDesktop();
         ClientWindow below(display(), {.pixels = QRect(0, 400, 1280, 400)});
         startProgram();
         QVERIFY(waitUntil([&] { return below.hasFocus(); }));
+        if (fullScreen) {
+            const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
+            ask(below.id(), "_NET_WM_STATE", {1, state, 0, 2});
+            QVERIFY(waitUntil([&] { return below.pixels() == screen().pixels(); }));
+        }
+        const QImage before = screen().grabAtRest();
         pressHotKey(kFullScreenKey);
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
-        const QPoint place = toasts().front().pixels.center();
+        const QRect toast = toasts().front().pixels;
+        QVERIFY(waitUntil([&] { return screen().grab(toast) != before.copy(toast); }));
+        const QPoint place = toast.center();
         below.forget();
         input().click(place);
         input().tap(XK_a);

@@ -92,25 +92,35 @@ private:
     std::unique_ptr<ClientWindow> m_window;
 
 private Q_SLOTS:
-    void spanishTextReachesTheClipboardRightToTheAccent_data()
+    void spanishTextReachesTheClipboardAndTheFocusGoesBack_data()
     {
         QTest::addColumn<QColor>("ground");
         QTest::addColumn<QColor>("ink");
         QTest::newRow("dark on light") << QColor(Qt::white) << QColor(Qt::black);
         QTest::newRow("light on dark") << QColor(0x1e, 0x1e, 0x2e) << QColor(0xe0, 0xe0, 0xe0);
     }
-    void spanishTextReachesTheClipboardRightToTheAccent()
+    void spanishTextReachesTheClipboardAndTheFocusGoesBack()
     {
         QFETCH(QColor, ground);
         QFETCH(QColor, ink);
         const QStringList lines{QStringLiteral("El niño comió piña"),
                                 QStringLiteral("¿Cuántos años tenía?"),
                                 QStringLiteral("La acción rápida")};
-        QVERIFY(selectsOver(page(lines, ground, ink)));
+        useProgram();
+        ClientWindow front(display(), {.pixels = QRect(600, 400, 300, 200)});
+        QVERIFY(becomesActive(front));
+        show(page(lines, ground, ink));
+        QVERIFY(selects());
+        QVERIFY(!front.hasFocus());
         press(Toolbar::Action::text);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([&] { return copiedText() == lines.join(QLatin1Char('\n')); }));
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        // Who had the focus before gets the next key.
+        QVERIFY(waitUntil([&] { return front.hasFocus(); }));
+        front.forget();
+        input().tap(XK_a);
+        QVERIFY(waitUntil([&] { return front.keys().size() == 1; }));
     }
 
     void withoutTextTheSessionGoesOn_data()

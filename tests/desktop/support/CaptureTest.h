@@ -9,6 +9,9 @@
 #include <QImage>
 #include <QStringList>
 
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
 #include <vector>
 
 namespace brindlecam::desktop {
@@ -48,6 +51,9 @@ protected:
 
     /// Waits until the window manager has given this window the focus and drawn its frame so.
     [[nodiscard]] bool becomesActive(const ClientWindow& window);
+    /// Asks the window manager for something, as pagers do.
+    void ask(xcb_window_t window, const QByteArray& message,
+             std::initializer_list<std::uint32_t> data);
 
     /// The clipboard's PNG, null when there is none.
     [[nodiscard]] QImage pasted();

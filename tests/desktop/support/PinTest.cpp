@@ -219,20 +219,4 @@ bool PinTest::activate(const ClientWindow& window)
     return becomesActive(window);
 }
 
-void PinTest::ask(xcb_window_t window, const QByteArray& message,
-                  std::initializer_list<std::uint32_t> data)
-{
-    const Connection& connection = desktop().connection();
-    xcb_client_message_event_t event{};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = window;
-    event.type = connection.atom(message);
-    std::copy(data.begin(), data.end(), std::begin(event.data.data32));
-    xcb_send_event(connection.raw(), 0, connection.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&event));
-    connection.sync();
-}
-
 } // namespace brindlecam::desktop

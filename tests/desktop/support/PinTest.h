@@ -4,7 +4,6 @@
 
 #include <QRegion>
 
-#include <initializer_list>
 #include <optional>
 
 namespace brindlecam::desktop {
@@ -72,9 +71,6 @@ protected:
 
     /// Gives another program's window the focus through the window manager and waits for it.
     [[nodiscard]] bool activate(const ClientWindow& window);
-    /// Asks the window manager for something, as pagers do.
-    void ask(xcb_window_t window, const QByteArray& message,
-             std::initializer_list<std::uint32_t> data);
 
 private:
     QImage m_before;
