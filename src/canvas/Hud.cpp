@@ -63,6 +63,11 @@ void Hud::clear()
     setText(std::nullopt);
 }
 
+std::optional<std::chrono::milliseconds> Hud::stays() const
+{
+    return m_timer.isActive() ? std::optional(m_timer.intervalAsDuration()) : std::nullopt;
+}
+
 void Hud::setText(std::optional<QString> text)
 {
     if (std::exchange(m_text, std::move(text)) != m_text && onChange)

@@ -33,6 +33,8 @@ public:
     void clear();
 
     [[nodiscard]] const std::optional<QString>& text() const { return m_text; }
+    /// For how long the text was to be shown; none where nothing takes it away.
+    [[nodiscard]] std::optional<std::chrono::milliseconds> stays() const;
 
     /// Where a text stands: over the selection's centre, moved as far as the canvas needs.
     [[nodiscard]] static QRectF rect(const QString& text, const QRectF& selection, QSizeF canvas);

@@ -1,4 +1,6 @@
-#include "app/Config.h"
+#include "PaintedScale.h"
+#include "app/InterfaceFont.h"
+#include "app/Pill.h"
 #include "canvas/Hud.h"
 #include "support/TestCase.h"
 
@@ -80,6 +82,42 @@ private Q_SLOTS:
         QCOMPARE(rect.center(), selection.center());
         QVERIFY(rect.height() > 28 && rect.height() < 40);
         QVERIFY(rect.width() > 120 && rect.width() < 220);
+    }
+
+    void isADarkPanelWithRoomAroundTheText_data() { test::addCanvasScales(); }
+    void isADarkPanelWithRoomAroundTheText()
+    {
+        QFETCH(const qreal, scale);
+        const Pill expected{.text = kHudText,
+                            .font = InterfaceFont::medium(13),
+                            .paddingX = 14,
+                            .paddingY = 8,
+                            .alpha = 0.88,
+                            .radius = 8,
+                            .evenDigits = true};
+        const QRectF selection(200, 100, 250, 200);
+        const QSizeF size = expected.size();
+        const QPointF corner = selection.center() - QPointF(size.width(), size.height()) / 2;
+        QCOMPARE(Hud::rect(kHudText, selection, kHudCanvas), QRectF(corner, size));
+        const QSize canvas = kHudCanvas.toSize();
+        QCOMPARE(
+            test::paintedCanvas(
+                canvas, scale,
+                [&](QPainter& p) { Hud::paint(p, kHudText, selection, kHudCanvas); }),
+            test::paintedCanvas(canvas, scale, [&](QPainter& p) { expected.paint(p, corner); }));
+    }
+
+    void tellsHowLongAMessageStays()
+    {
+        Hud hud;
+        QVERIFY(!hud.stays());
+        hud.show(kHudText, Hud::Stay::timed, 1234ms);
+        QCOMPARE(hud.stays(), std::optional(1234ms));
+        hud.show(kHudText, Hud::Stay::sticky);
+        QVERIFY(!hud.stays());
+        hud.show(kHudText, Hud::Stay::timed, 1234ms);
+        hud.clear();
+        QVERIFY(!hud.stays());
     }
 
     void staysOnTheCanvasAtEveryEdge()

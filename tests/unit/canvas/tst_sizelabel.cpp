@@ -1,3 +1,6 @@
+#include "PaintedScale.h"
+#include "app/InterfaceFont.h"
+#include "app/Pill.h"
 #include "canvas/SizeLabel.h"
 #include "support/TestCase.h"
 
@@ -25,6 +28,28 @@ private Q_SLOTS:
     {
         QFETCH(QRectF, selection);
         QTEST(SizeLabel::place(selection, QSizeF(60, 20)), "expected");
+    }
+
+    void saysThePixelsOnASmallDarkPanel_data() { test::addCanvasScales(); }
+    void saysThePixelsOnASmallDarkPanel()
+    {
+        QFETCH(const qreal, scale);
+        constexpr QSize kCanvas(200, 150);
+        const Pill expected{.text = QStringLiteral("1234 × 56"),
+                            .font = InterfaceFont::medium(11),
+                            .paddingX = 6,
+                            .paddingY = 3,
+                            .alpha = 0.85,
+                            .radius = 4,
+                            .evenDigits = true};
+        const QRectF selection(41, 62, 90, 70);
+        const QPointF corner(41, 62 - 6 - expected.size().height());
+        const QSize pixels(1234, 56);
+        QCOMPARE(SizeLabel::rect(selection, pixels), QRectF(corner, expected.size()));
+        QCOMPARE(
+            test::paintedCanvas(kCanvas, scale,
+                                [&](QPainter& p) { SizeLabel::paint(p, selection, pixels); }),
+            test::paintedCanvas(kCanvas, scale, [&](QPainter& p) { expected.paint(p, corner); }));
     }
 };
 
