@@ -274,7 +274,7 @@ void PanelWindow::bringBack()
 {
     if (m_role != PanelRole::dialog || !m_widget.isVisible() || !x11::isPutAway(id()))
         return;
-    setUserTime(x11::serverTime());
+    setUserTime(m_clock.now());
     x11::moveToThisDesktop(id());
     m_widget.setWindowState(m_widget.windowState() & ~Qt::WindowMinimized);
     xcb_map_window(x11::connection(), id()); // for window managers that know no activation
