@@ -2,12 +2,9 @@
 
 #include "app/InterfaceFont.h"
 #include "app/TextLine.h"
-#include "base/Geometry.h"
 #include "canvas/Annotation.h"
 #include "canvas/AnnotationText.h"
-#include "pictures/PixelGrid.h"
 
-#include <QImage>
 #include <QLineF>
 #include <QPainter>
 #include <QPainterPath>
@@ -15,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
 
 namespace brindlecam::AnnotationPainting {
 
@@ -137,29 +133,9 @@ QRectF textArea(const Annotation& mark)
     return area.adjusted(-kTextOverhang, 0, kTextOverhang, 0);
 }
 
-/// Draws what lies in `area` on a picture of its own and puts that in its place. Qt rounds the
-/// places of glyphs towards the corner of the picture: a text that begins before it would look
-/// different.
-void drawApart(QPainter& painter, const QRectF& area, const std::function<void(QPainter&)>& draw)
-{
-    const PixelGrid grid(painter);
-    const QRect pixels = roundedOutward(grid.toPixels().mapRect(area));
-    if (grid.shown(pixels).isEmpty())
-        return;
-    QImage apart(pixels.size(), QImage::Format_ARGB32_Premultiplied);
-    apart.fill(Qt::transparent);
-    QPainter inside(&apart);
-    inside.setRenderHint(QPainter::Antialiasing);
-    inside.translate(-pixels.topLeft());
-    inside.setTransform(grid.toPixels(), true);
-    draw(inside);
-    inside.end();
-    grid.draw(apart, pixels.topLeft());
-}
-
 void drawText(const Annotation& mark, QPainter& painter)
 {
-    painter.setClipRect(textArea(mark));
+    painter.setClipRect(textArea(mark), Qt::IntersectClip);
     painter.setPen(mark.color());
     AnnotationText::draw(painter, mark.points().first() + QPointF(kTextIndent, 0), mark.text());
 }
@@ -284,10 +260,10 @@ void draw(const Annotation& mark, QPainter& painter)
         drawRect(mark, painter);
         break;
     case Tool::text:
-        drawApart(painter, touched(mark), [&](QPainter& apart) { drawText(mark, apart); });
+        drawText(mark, painter);
         break;
     case Tool::number:
-        drawApart(painter, touched(mark), [&](QPainter& apart) { drawBadge(mark, apart); });
+        drawBadge(mark, painter);
         break;
     case Tool::pixelate:
         if (mark.pixelated())

@@ -5,6 +5,7 @@
 #include "canvas/Hint.h"
 #include "canvas/HintPicture.h"
 #include "canvas/Loupe.h"
+#include "canvas/MarkedPart.h"
 #include "canvas/RepaintArea.h"
 #include "canvas/SelectionFrame.h"
 #include "canvas/SizeLabel.h"
@@ -16,22 +17,10 @@ namespace brindlecam {
 
 namespace {
 
-/// Whether it is drawn as a line that passes by most of what it spans.
-bool isThin(const Annotation& mark)
+/// Whether it covers all of what it spans, so that it is best drawn in place.
+bool isArea(const Annotation& mark)
 {
-    switch (mark.tool()) {
-    case Tool::pen:
-    case Tool::line:
-    case Tool::arrow:
-    case Tool::rect:
-    case Tool::marker:
-        return true;
-    case Tool::text:
-    case Tool::number:
-    case Tool::pixelate:
-        return false;
-    }
-    return false;
+    return mark.tool() == Tool::pixelate;
 }
 
 } // namespace
@@ -133,7 +122,7 @@ void CanvasPainter::paintMarks(QPainter& painter, const QRegion& exposed, const 
     m_marked.paint(painter, exposedPixels);
 
     const PixelGrid grid(painter); // a device knows its scale less exactly than the picture does
-    if (current && !isThin(*current)) {
+    if (current && isArea(*current)) {
         const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
         painter.save();
         painter.setClipRect(pixels(m_scene.selection), Qt::IntersectClip);
@@ -150,7 +139,7 @@ QRegion CanvasPainter::lines(const Annotation* current) const
 {
     const QSize picture = image().size();
     QRegion touched;
-    if (current && isThin(*current)) {
+    if (current && !isArea(*current)) {
         for (const QRectF& part : current->paintedParts())
             touched += pixelRect(part, m_size, picture);
     }
@@ -165,18 +154,17 @@ QRegion CanvasPainter::lines(const Annotation* current) const
 // On a small picture of its own: what a line costs depends on the picture and not on the clip.
 void CanvasPainter::paintLines(QPainter& painter, const QRect& part, const Annotation* current)
 {
-    const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
     QImage picture = m_marked.part(part);
-    QPainter lines(&picture);
-    lines.setRenderHint(QPainter::Antialiasing);
-    lines.setClipRect(picture.rect()); // a long stroke asks what of it can be seen
-    lines.translate(-part.topLeft());
-    lines.scale(ratio.x, ratio.y);
-    if (current && isThin(*current))
-        current->draw(lines);
-    if (m_scene.outlinedMark)
-        SelectionFrame::paintMarkOutline(lines, *m_scene.outlinedMark);
-    lines.end();
+    if (current && !isArea(*current))
+        MarkedPart(picture, m_size, image().size(), part).draw(*current);
+    if (m_scene.outlinedMark) {
+        const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
+        QPainter outline(&picture);
+        outline.setRenderHint(QPainter::Antialiasing);
+        outline.translate(-part.topLeft());
+        outline.scale(ratio.x, ratio.y);
+        SelectionFrame::paintMarkOutline(outline, *m_scene.outlinedMark);
+    }
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(part.topLeft(), picture);
 }

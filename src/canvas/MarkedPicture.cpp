@@ -1,6 +1,7 @@
 #include "canvas/MarkedPicture.h"
 
 #include "base/Geometry.h"
+#include "canvas/MarkedPart.h"
 #include "pictures/Crop.h"
 
 #include <QPainter>
@@ -18,19 +19,12 @@ QRect touchedPixels(const Annotation& mark, QSizeF canvas, QSize picture)
     return pixelRect(mark.paintedBounds(), canvas, picture);
 }
 
-/// Draws the marks that touch `part` (pixels) onto a picture of that part.
 void drawMarks(QImage& target, const AnnotationList::Marks& marks, QSizeF canvas, QSize picture,
                const QRect& part)
 {
-    const PixelsPerPoint ratio = pixelsPerPoint(canvas, picture);
-    QPainter painter(&target);
-    painter.setClipRect(target.rect()); // a long stroke asks what of it can be seen
-    painter.translate(-part.topLeft());
-    painter.scale(ratio.x, ratio.y);
-    for (const AnnotationList::Mark& mark : marks) {
-        if (part.intersects(touchedPixels(*mark, canvas, picture)))
-            mark->draw(painter);
-    }
+    MarkedPart marked(target, canvas, picture, part);
+    for (const AnnotationList::Mark& mark : marks)
+        marked.draw(*mark);
 }
 
 } // namespace

@@ -96,19 +96,25 @@ private Q_SLOTS:
     {
         QTest::addColumn<QColor>("ground");
         QTest::addColumn<QColor>("ink");
-        QTest::newRow("dark on light") << QColor(Qt::white) << QColor(Qt::black);
-        QTest::newRow("light on dark") << QColor(0x1e, 0x1e, 0x2e) << QColor(0xe0, 0xe0, 0xe0);
+        QTest::addColumn<bool>("managed");
+        QTest::newRow("dark on light") << QColor(Qt::white) << QColor(Qt::black) << true;
+        QTest::newRow("light on dark, without a window manager")
+            << QColor(0x1e, 0x1e, 0x2e) << QColor(0xe0, 0xe0, 0xe0) << false;
     }
     void spanishTextReachesTheClipboardAndTheFocusGoesBack()
     {
         QFETCH(QColor, ground);
         QFETCH(QColor, ink);
+        QFETCH(const bool, managed);
         const QStringList lines{QStringLiteral("El niño comió piña"),
                                 QStringLiteral("¿Cuántos años tenía?"),
                                 QStringLiteral("La acción rápida")};
-        useProgram();
+        useProgram({}, 1,
+                   {.windowManager = managed ? WindowManager::openbox : WindowManager::none});
         ClientWindow front(display(), {.pixels = QRect(600, 400, 300, 200)});
-        QVERIFY(becomesActive(front));
+        if (!managed)
+            front.takeFocus();
+        QVERIFY(managed ? becomesActive(front) : waitUntil([&] { return front.hasFocus(); }));
         show(page(lines, ground, ink));
         QVERIFY(selects());
         QVERIFY(!front.hasFocus());
