@@ -164,7 +164,7 @@ void CaptureController::escapePressed()
 void CaptureController::wire(OverlayWindow& window)
 {
     CanvasView* canvas = window.canvas();
-    canvas->onMayBeginSelection = [this, canvas] { return mayBeginSelectionOn(canvas); };
+    canvas->onMayBeginSelection = [this, canvas] { return m_overlays.mayBeginSelectionOn(canvas); };
     canvas->onBeginSelection = [this, canvas] {
         for (OverlayWindow* other : m_overlays.session()) {
             if (other->canvas() != canvas)
@@ -173,7 +173,7 @@ void CaptureController::wire(OverlayWindow& window)
     };
     // Keys act on the session, whichever overlay has the focus.
     canvas->onCommandElsewhere = [this](const CanvasCommand& command) {
-        if (CanvasView* used = canvasInUse())
+        if (CanvasView* used = m_overlays.canvasInUse())
             used->perform(command);
     };
     canvas->setUnavailable(unavailableActions());
@@ -211,26 +211,6 @@ void CaptureController::focusOverlayUnderPointer()
     OverlayWindow& chosen = found == session.end() ? *session.front() : **found;
     m_services.platform.panels->focus(chosen);
     chosen.canvas()->setFocus();
-}
-
-CanvasView* CaptureController::canvasInUse() const
-{
-    for (OverlayWindow* window : m_overlays.session()) {
-        if (window->canvas()->isInUse())
-            return window->canvas();
-    }
-    return nullptr;
-}
-
-bool CaptureController::mayBeginSelectionOn(const CanvasView* canvas) const
-{
-    return std::ranges::none_of(m_overlays.session(), [canvas](OverlayWindow* window) {
-        CanvasView* other = window->canvas();
-        if (other == canvas)
-            return false;
-        other->commitText(); // as every press does
-        return !other->editor().annotations().empty();
-    });
 }
 
 std::optional<ScreenInfo> CaptureController::sessionScreen() const

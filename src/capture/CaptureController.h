@@ -113,9 +113,6 @@ private:
     void startLater(const std::function<void(const QRect&, const ScreenInfo&)>& start,
                     const QRect& nativeRect);
     void end();
-    [[nodiscard]] CanvasView* canvasInUse() const;
-    /// Whether a press on this canvas would lose no marks on another one.
-    [[nodiscard]] bool mayBeginSelectionOn(const CanvasView* canvas) const;
     /// Actions of the bars whose rooms are not built.
     [[nodiscard]] std::vector<Toolbar::Action> unavailableActions() const;
     [[nodiscard]] std::optional<ScreenInfo> sessionScreen() const;

@@ -59,6 +59,26 @@ OverlayWindow& OverlaySet::fill(const GrabbedScreen& shot)
     return window;
 }
 
+CanvasView* OverlaySet::canvasInUse() const
+{
+    for (OverlayWindow* window : m_session) {
+        if (window->canvas()->isInUse())
+            return window->canvas();
+    }
+    return nullptr;
+}
+
+bool OverlaySet::mayBeginSelectionOn(const CanvasView* canvas) const
+{
+    return std::ranges::none_of(m_session, [canvas](OverlayWindow* window) {
+        CanvasView* other = window->canvas();
+        if (other == canvas)
+            return false;
+        other->commitText(); // as every press does
+        return !other->editor().annotations().empty();
+    });
+}
+
 void OverlaySet::remove(OverlayWindow& window)
 {
     std::erase(m_session, &window);

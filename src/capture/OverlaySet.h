@@ -10,6 +10,7 @@
 
 namespace brindlecam {
 
+class CanvasView;
 class Panels;
 class Prefs;
 class TextRecognizer;
@@ -33,6 +34,12 @@ public:
 
     /// Windows of the present session in the order they were filled; empty when idle.
     [[nodiscard]] const std::vector<OverlayWindow*>& session() const { return m_session; }
+
+    /// The canvas of the session with the selection or the marks; null when there is none.
+    [[nodiscard]] CanvasView* canvasInUse() const;
+    /// Whether a press on this canvas would lose no marks on another one. Text that is being typed
+    /// there becomes a mark.
+    [[nodiscard]] bool mayBeginSelectionOn(const CanvasView* canvas) const;
 
     /// Takes one window out of the session and off the screen.
     void remove(OverlayWindow& window);
