@@ -7,9 +7,18 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QStandardPaths>
 
+#include <chrono>
+
 namespace brindlecam {
+
+namespace {
+
+constexpr std::chrono::milliseconds kLockPatience{2000};
+
+} // namespace
 
 History::History(QString folder, Clock clock)
     : m_folder(std::move(folder))
@@ -32,6 +41,9 @@ bool History::add(const QByteArray& data, const QString& fileExtension) const
     // One after another: each name comes after the newest there is.
     const std::lock_guard lock(m_adding);
     makeFolder();
+    // Another copy of the program may be choosing a name, too. One that hangs costs no capture.
+    QLockFile copies(path(QStringLiteral(".brindlecam.lock")));
+    (void)copies.tryLock(static_cast<int>(kLockPatience.count()));
     const QString name =
         HistoryNames::nextName(m_clock(), HistoryNames::entries(fileNames()), fileExtension);
     const bool added = writeWhole(path(name), data, Readers::ownerOnly);

@@ -113,6 +113,22 @@ private Q_SLOTS:
         QCOMPARE(test::contentOf(history().items().constLast()), QByteArray("first"));
     }
 
+    void copiesOfTheProgramThatAddAtOnceLoseNothing()
+    {
+        constexpr int kEach = 4;
+        std::vector<std::thread> copies;
+        for (int i = 0; i < 3; ++i) {
+            copies.emplace_back([this] {
+                const History own = history(); // each process has one
+                for (int j = 0; j < kEach; ++j)
+                    own.add("bytes", kPng);
+            });
+        }
+        for (std::thread& copy : copies)
+            copy.join();
+        QCOMPARE(names().size(), 3 * kEach);
+    }
+
     void entriesFromAFutureAreOlderThanANewCapture()
     {
         QVERIFY(QDir().mkpath(folder()));
