@@ -3,6 +3,8 @@
 #include "x11/PasteboardTest.h"
 #include "x11/SelectionReader.h"
 
+#include <QSemaphore>
+
 #include <memory>
 
 namespace brindlecam {
@@ -87,6 +89,25 @@ private Q_SLOTS:
         }
         QCOMPARE(fateOf(picture("second")), ClipboardFate::taken);
         QCOMPARE(reader.read("image/png"), QByteArray("second"));
+    }
+
+    void aTiffThatIsBeingMadeWhenTheConnectionIsLostIsStillHandedOut()
+    {
+        const auto gate = std::make_shared<QSemaphore>();
+        QVERIFY(setPicture("png", [gate] {
+            gate->acquire();
+            return QByteArray("tiff");
+        }));
+        SelectionReader early;
+        early.ask("image/tiff");
+        SelectionReader reader;
+        QCOMPARE(reader.read("image/png"), QByteArray("png")); // the other is being served by now
+        cutOwnerOff(reader);
+        QTRY_COMPARE(reader.read("image/png"), QByteArray("png"));
+        early.ask("image/tiff");
+        QCOMPARE(reader.read("image/png"), QByteArray("png"));
+        gate->release();
+        QCOMPARE(early.answer(), QByteArray("tiff"));
     }
 
     void whatAnotherProgramHasCopiedMeanwhileStays()

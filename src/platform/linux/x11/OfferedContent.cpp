@@ -41,8 +41,11 @@ OfferedContent::OfferedContent(xcb_connection_t* connection, ClipboardContent co
         const State state = format.make ? State::unknown : State::ready;
         for (Target& target : targetsOf(format)) {
             m_formats.push_back({internAtom(connection, target.name),
-                                 internAtom(connection, target.type), std::move(target.bytes),
-                                 format.make, state});
+                                 internAtom(connection, target.type),
+                                 std::move(target.bytes),
+                                 format.make,
+                                 state,
+                                 {}});
         }
     }
 }
@@ -79,19 +82,22 @@ OfferedContent::State OfferedContent::prepare(xcb_atom_t target,
     Format* format = find(target);
     if (!format)
         return State::ready;
-    if (format->state != State::unknown)
-        return format->state;
-    format->state = State::waiting;
-    m_pool([make = std::exchange(format->make, nullptr), post = m_post, madeReady,
-            self = shared_from_this(), target]() mutable {
+    if (format->state == State::ready)
+        return State::ready;
+    format->waiting.push_back(madeReady);
+    if (std::exchange(format->state, State::waiting) == State::waiting)
+        return State::waiting;
+    m_pool([make = std::exchange(format->make, nullptr), post = m_post, self = shared_from_this(),
+            target]() mutable {
         QByteArray bytes = make();
         make = nullptr;
-        post([bytes = std::move(bytes), madeReady, self = std::move(self), target] {
+        post([bytes = std::move(bytes), self = std::move(self), target] {
             Format* made = self->find(target);
             made->bytes = bytes;
             made->failed = bytes.isEmpty();
             made->state = State::ready;
-            madeReady();
+            for (const auto& tell : std::exchange(made->waiting, {}))
+                tell();
         });
     });
     return State::waiting;

@@ -47,6 +47,7 @@ private:
         QByteArray bytes;
         std::function<QByteArray()> make;
         State state;
+        std::vector<std::function<void()>> waiting; ///< for the bytes
         bool failed = false;
     };
     [[nodiscard]] Format* find(xcb_atom_t target);
