@@ -42,8 +42,9 @@ bool sameClient(xcb_window_t one, xcb_window_t other)
 bool fillsScreen(const xcb_get_geometry_reply_t& geometry)
 {
     return std::ranges::any_of(QGuiApplication::screens(), [&](const QScreen* screen) {
-        const QSize size =
-            (QSizeF(screen->geometry().size()) * screen->devicePixelRatio()).toSize();
+        // Less a point: Qt's size in points is rounded, perhaps up.
+        const qreal scale = screen->devicePixelRatio();
+        const QSizeF size = (QSizeF(screen->geometry().size()) - QSizeF(1, 1)) * scale;
         return geometry.width >= size.width() && geometry.height >= size.height();
     });
 }
