@@ -96,6 +96,8 @@ void Program::quit()
     m_delegate.onArea = {};
     m_delegate.onFullScreen = {};
     m_delegate.onCountdown = {};
+    m_pinnedCaptures.onCopy = {};
+    m_pinnedCaptures.onSave = {};
     m_statusItem.reset();
     m_captureController.wrapUp([this] { leave(); });
 }

@@ -218,9 +218,8 @@ std::optional<ScreenInfo> CaptureController::sessionScreen() const
     const auto& session = m_overlays.session();
     if (session.empty())
         return std::nullopt;
-    auto found = std::ranges::find_if(session, [](const OverlayWindow* window) {
-        return !window->canvas()->selection().isEmpty();
-    });
+    auto found = std::ranges::find_if(
+        session, [](const OverlayWindow* window) { return window->canvas()->isInUse(); });
     if (found == session.end())
         found = std::ranges::find_if(session, &OverlayWindow::isActiveWindow);
     return (found == session.end() ? session.front() : *found)->coveredScreen();
@@ -349,17 +348,18 @@ void CaptureController::grabOne(const ScreenInfo& screen)
 
 void CaptureController::handleCaptureFailure(const Error& error)
 {
-    const bool told = m_wrappedUp != nullptr; // nobody is there to read an alert
+    const bool ending = m_wrappedUp != nullptr; // nobody is there to read an alert
     end();
-    if (!told)
+    if (!ending)
         m_services.failure.handle(error);
 }
 
 // A toast, because an alert could not be answered either.
 void CaptureController::handleTakenInput()
 {
+    const bool ending = m_wrappedUp != nullptr;
     end();
-    if (m_services.failure.speaks()) {
+    if (!ending && m_services.failure.speaks()) {
         m_services.toast.show(
             text("Captura cancelada: otro programa retiene el ratón o el teclado"),
             screenUnderPointer(*m_services.platform.displays));
@@ -376,7 +376,7 @@ void CaptureController::screensChanged()
                     return screen.sameDisplay(window->coveredScreen());
                 }))
                 continue;
-            held = held || !window->canvas()->selection().isEmpty();
+            held = held || window->canvas()->isInUse();
             if (!held)
                 m_overlays.remove(*window);
         }

@@ -65,6 +65,19 @@ private Q_SLOTS:
         QVERIFY(!f.toast.visible());
     }
 
+    void theProgramsEndWaitsForItAndSaysNothing()
+    {
+        Fixture f;
+        f.inputGrabs.held = true;
+        f.controller.begin();
+        bool wrappedUp = false;
+        f.controller.wrapUp([&wrappedUp] { wrappedUp = true; });
+        QVERIFY(!wrappedUp);
+        f.inputGrabs.answer(Answer::taken);
+        QVERIFY(wrappedUp);
+        QVERIFY(!f.toast.visible());
+    }
+
     void nothingElseStartsMeanwhile()
     {
         Fixture f;

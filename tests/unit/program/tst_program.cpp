@@ -93,6 +93,8 @@ private Q_SLOTS:
             if (asked) {
                 program.quit();
                 QCOMPARE(quitting, 1);
+                QVERIFY(!program.pinnedCaptures().onCopy);
+                QVERIFY(!program.pinnedCaptures().onSave);
                 QCOMPARE(program.delegate().answer({{"fullScreen"}, {}}).reply.exitCode, 3);
             }
             QTimer::singleShot(0, &program.captureController(), [&grabs] { grabs.answer(); });
