@@ -63,7 +63,9 @@ std::optional<CanvasCommand> CanvasCommand::of(const QKeyEvent& event)
         return plain(Kind::copy);
     if (asks(Qt::Key_S, QKeySequence::Save))
         return plain(Kind::save);
-    if (event.matches(QKeySequence::Redo) || (commanded && shifted && letter == Qt::Key_Z))
+    // Where Z with Shift is a sign of no script, as on Thai keys, there is Y.
+    if (event.matches(QKeySequence::Redo) || (commanded && shifted && letter == Qt::Key_Z) ||
+        (commanded && !shifted && letter == Qt::Key_Y))
         return plain(Kind::redo);
     if (asks(Qt::Key_Z, QKeySequence::Undo))
         return plain(Kind::undo);

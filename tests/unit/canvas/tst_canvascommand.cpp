@@ -8,7 +8,15 @@ namespace brindlecam {
 namespace {
 
 /// XKB's codes of the keys that carry these letters on a US keyboard.
-enum Place { kNowhere = 0, kPlaceW = 25, kPlaceS = 39, kPlaceZ = 52, kPlaceC = 54, kPlaceV = 55 };
+enum Place {
+    kNowhere = 0,
+    kPlaceW = 25,
+    kPlaceY = 29,
+    kPlaceS = 39,
+    kPlaceZ = 52,
+    kPlaceC = 54,
+    kPlaceV = 55
+};
 
 constexpr Qt::KeyboardModifiers kControl = Qt::ControlModifier;
 constexpr Qt::KeyboardModifiers kBoth = Qt::ControlModifier | Qt::ShiftModifier;
@@ -53,6 +61,8 @@ private:
         row("Russian save", U'Ы', kPlaceS, kControl, kSave);
         row("Russian undo", U'Я', kPlaceZ, kControl, kUndo);
         row("Russian redo", U'Я', kPlaceZ, kBoth, kRedo);
+        row("Thai redo", U'\u0e31', kPlaceY, kControl, kRedo);
+        row("Arabic redo", U'\u063a', kPlaceY, kControl, kRedo);
         row("Greek copy", U'Ψ', kPlaceC, kControl, kCopy);
         row("Greek save", U'Σ', kPlaceS, kControl, kSave);
         row("Greek undo", U'Ζ', kPlaceZ, kControl, kUndo);

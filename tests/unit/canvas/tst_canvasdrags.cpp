@@ -118,6 +118,7 @@ private Q_SLOTS:
         e.turnWheel(2 * 120);
         QCOMPARE(e.prefs.size(Tool::line), 5.0);
         e.key(Qt::Key_Delete);
+        QCOMPARE(e.marks().size(), 1U); // none of them was chosen
         e.key(Qt::Key_Z, Qt::ControlModifier);
         QVERIFY(e.marks().empty());
         QCOMPARE(handedOn, 0);

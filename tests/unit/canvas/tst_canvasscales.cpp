@@ -148,8 +148,8 @@ private Q_SLOTS:
         QVERIFY(grown >= 303 && grown < 303 + 2 * scale); // whole points, outward
     }
 
-    void keysMoveATakenWindowWithoutGrowingIt_data() { addScales(); }
-    void keysMoveATakenWindowWithoutGrowingIt()
+    void keysBringATakenWindowBackToItsPixels_data() { addScales(); }
+    void keysBringATakenWindowBackToItsPixels()
     {
         QFETCH(qreal, scale);
         ScaledCanvas c(scale);
