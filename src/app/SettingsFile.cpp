@@ -72,6 +72,7 @@ SettingsFile::Content SettingsFile::read(const QString& target)
 
 bool SettingsFile::setAside(const QString& target)
 {
+    keepFromOthers(target);
     const QString aside = target + QStringLiteral(".damaged");
     QFile::remove(aside);
     return QFile::rename(target, aside);
@@ -97,10 +98,8 @@ QJsonObject SettingsFile::load() const
     if (!lock.tryLock(0))
         return {};
     const Content again = read(file);
-    if (again.state == Content::State::damaged) {
-        keepFromOthers(file);
+    if (again.state == Content::State::damaged)
         (void)setAside(file);
-    }
     return again.values;
 }
 
