@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
+#include <QPixmapCache>
 #include <QShortcut>
 
 #include <utility>
@@ -35,6 +36,16 @@ SavePanel::SavePanel(Alerts& alerts, const QString& folder, const QString& fileN
     setNameFilter(text("Imágenes PNG") + QStringLiteral(" (*.png)"));
     selectFile(fileName);
     forbidDeleting();
+}
+
+// The style keeps what it has painted under names of which each widget has its own: a quarter of a
+// megabyte for each panel, of no use to the next.
+SavePanel::~SavePanel()
+{
+    QPixmapCache::clear();
+    // That leaves the names. The cache drops them when it next tidies up, half a minute after
+    // something was put in.
+    QPixmapCache::insert(QPixmap(1, 1));
 }
 
 SavePanel* SavePanel::open(Alerts& alerts, const QString& folder, const QString& fileName,

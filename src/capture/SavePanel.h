@@ -15,6 +15,8 @@ class SavePanel final : public QFileDialog {
     Q_OBJECT
 
 public:
+    ~SavePanel() override;
+
     using Done = std::function<void(std::optional<QString> path)>;
 
     /// Opens the panel; makes `folder` first when it is missing. `done` receives the full path,
