@@ -15,7 +15,7 @@ using test::xdotool;
 
 namespace {
 
-constexpr int kPastRepeatMs = 1100; ///< the server repeats after 660 ms
+constexpr int kHeldMs = 1100; ///< the server repeats after 660 ms
 
 } // namespace
 
@@ -144,7 +144,7 @@ private Q_SLOTS:
         hold(QStringLiteral("a"));
         front.remember();
         openOverlay();
-        QTest::qWait(kPastRepeatMs); // its repeats reach the session
+        QTest::qWait(kHeldMs); // its repeats reach the session
         front.giveBack();
         QVERIFY(below.canHaveKeyboard());
         m_overlay->hide();

@@ -16,10 +16,12 @@ QByteArray lineOf(const QByteArrayList& words)
     return InstanceMessages::line({words, "/"});
 }
 
+} // namespace
+
 /// A listening server that notes what it is asked and what it carries out. Its clients may take
 /// this long for a line; the usual time is long enough for a busy machine.
-struct Running {
-    explicit Running(std::chrono::milliseconds patience = std::chrono::seconds(20))
+struct RunningServer {
+    explicit RunningServer(std::chrono::milliseconds patience = std::chrono::seconds(20))
         : server([this](const InstanceRequest& request) { return answer(request); }, patience)
     {
     }
@@ -51,15 +53,13 @@ struct Running {
     }
 };
 
-} // namespace
-
 class TestInstanceServer final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
     void aRequestIsAnsweredOnceAndCarriedOut()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         QCOMPARE(running.answerTo(lineOf({"area"})), QByteArray("0\n"));
         QCOMPARE(running.answerTo(lineOf({"recents"})), QByteArray("3\nNo.\n"));
@@ -70,7 +70,7 @@ private Q_SLOTS:
 
     void whatIsAskedIsDoneBeforeTheNextIsAsked()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         std::vector<std::unique_ptr<QLocalSocket>> clients;
         running.onAsked = [&running] { QCOMPARE(running.done.size(), running.asked.size() - 1); };
@@ -85,7 +85,7 @@ private Q_SLOTS:
 
     void whoHasLeftIsNotServed()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         {
             // A connection is made and its line delivered before the server looks at it.
@@ -102,7 +102,7 @@ private Q_SLOTS:
 
     void nothingIsDoneForWhoLeavesBeforeTheAnswer()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         QLocalSocket impatient;
         impatient.connectToServer(running.path);
@@ -117,7 +117,7 @@ private Q_SLOTS:
 
     void whoHasSaidAllIsStillServed()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         QLocalSocket client;
         client.connectToServer(running.path);
@@ -132,7 +132,7 @@ private Q_SLOTS:
 
     void anotherVersionIsToldSo()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         const QByteArray answer = running.answerTo("2 area %2F now\n");
         QVERIFY(answer.startsWith("5\n"));
@@ -142,7 +142,7 @@ private Q_SLOTS:
 
     void hangingUpFreesThePathAndLetsEverybodyGo()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         QLocalSocket waiting;
         waiting.connectToServer(running.path);
@@ -164,7 +164,7 @@ private Q_SLOTS:
 
     void onlyTheFirstLineCounts()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         QCOMPARE(running.answerTo(lineOf({"area"}) + lineOf({"fullScreen"})), QByteArray("0\n"));
         QCOMPARE(running.asked, QByteArrayList({"area"}));
@@ -185,7 +185,7 @@ private Q_SLOTS:
     void anythingElseIsHungUpOn()
     {
         QFETCH(QByteArray, sent);
-        Running running(std::chrono::milliseconds(300));
+        RunningServer running(std::chrono::milliseconds(300));
         QVERIFY(running.server.listen(running.path));
         QCOMPARE(running.answerTo(sent), QByteArray());
         QVERIFY(running.asked.isEmpty());
@@ -194,7 +194,7 @@ private Q_SLOTS:
 
     void aLineMayBeAsLongAsItIsAllowed()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         const qsizetype rest = lineOf({""}).size();
         const QByteArray longest = lineOf({QByteArray(BRINDLECAM_LONGEST_LINE - rest, 'a')});
@@ -204,7 +204,7 @@ private Q_SLOTS:
 
     void aLineMayComeInPieces()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         QLocalSocket client;
         client.connectToServer(running.path);
@@ -220,7 +220,7 @@ private Q_SLOTS:
 
     void clientsThatLeaveOrHangKeepNobodyWaiting()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(running.server.listen(running.path));
         std::vector<std::unique_ptr<QLocalSocket>> hanging;
         for (int i = 0; i < 50; ++i) {
@@ -236,7 +236,7 @@ private Q_SLOTS:
 
     void leftoversInItsPlaceAreReplaced()
     {
-        Running running;
+        RunningServer running;
         QFile leftover(running.path);
         QVERIFY(leftover.open(QIODevice::WriteOnly));
         leftover.close();
@@ -246,7 +246,7 @@ private Q_SLOTS:
 
     void aPlaceThatCannotBeUsedIsSaid()
     {
-        Running running;
+        RunningServer running;
         QVERIFY(!running.server.listen(running.folder.filePath(QStringLiteral("no/such/folder"))));
     }
 };

@@ -12,7 +12,7 @@ namespace brindlecam {
 
 namespace {
 
-constexpr int kProcessPatience = 20000; // ms; generous for a busy machine
+constexpr int kChildPatience = 20000; // ms; generous for a busy machine
 
 /// A copy of the program in a process of its own.
 class Copy final {
@@ -41,12 +41,12 @@ public:
     void kill()
     {
         m_process.kill();
-        m_process.waitForFinished(kProcessPatience);
+        m_process.waitForFinished(kChildPatience);
     }
     [[nodiscard]] bool ends()
     {
         return m_process.state() == QProcess::NotRunning ||
-               m_process.waitForFinished(kProcessPatience);
+               m_process.waitForFinished(kChildPatience);
     }
     [[nodiscard]] bool hasEnded() const { return m_process.state() == QProcess::NotRunning; }
     [[nodiscard]] int exitCode() const { return m_process.exitCode(); }
@@ -57,7 +57,7 @@ public:
             m_output += m_process.readAllStandardOutput();
             return m_output.count('\n') >= count;
         };
-        if (!QTest::qWaitFor(enough, kProcessPatience))
+        if (!QTest::qWaitFor(enough, kChildPatience))
             return {};
         return QString::fromLatin1(m_output).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     }
@@ -75,8 +75,10 @@ InstancePlace placeIn(const QTemporaryDir& folder)
             folder.filePath(QStringLiteral("brindlecam-:1.lock"))};
 }
 
+} // namespace
+
 /// Time that passes only while a copy waits. The first instants are those of the lock's file.
-struct Patience {
+struct WaitingClock {
     QDateTime now = QDateTime::currentDateTimeUtc();
     int pauses = 0;
     std::function<void()> onPause;
@@ -94,6 +96,8 @@ struct Patience {
                     }};
     }
 };
+
+namespace {
 
 template <typename Kind>
 bool is(const SingleInstance::Outcome& outcome)
@@ -188,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(place.socket));
         QVERIFY(QFile::exists(place.lock));
 
-        Patience patience;
+        WaitingClock patience;
         SingleInstance next(place, patience.waiting());
         QVERIFY(is<First>(next.handOver({})));
         QCOMPARE(patience.pauses, 0);
@@ -204,7 +208,7 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         auto starting = std::make_unique<SingleInstance>(placeIn(folder));
         QVERIFY(is<First>(starting->handOver({})));
-        Patience patience;
+        WaitingClock patience;
         patience.onPause = [&] {
             if (patience.pauses == 3)
                 starting.reset();
@@ -227,7 +231,7 @@ private Q_SLOTS:
         QFETCH(int, ranFor);
         QFETCH(int, endsFor);
         const QTemporaryDir folder;
-        Patience patience;
+        WaitingClock patience;
         auto ending = std::make_unique<SingleInstance>(placeIn(folder), patience.waiting());
         QVERIFY(is<First>(ending->handOver({})));
         QVERIFY(ending->listen(yes));
@@ -250,7 +254,7 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         SingleInstance holder(placeIn(folder));
         QVERIFY(is<First>(holder.handOver({})));
-        Patience patience;
+        WaitingClock patience;
         QFile lock(placeIn(folder).lock);
         QVERIFY(lock.open(QIODevice::ReadWrite | QIODevice::ExistingOnly));
         QVERIFY(lock.setFileTime(patience.now, QFileDevice::FileModificationTime));
@@ -266,7 +270,7 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         SingleInstance holder(placeIn(folder));
         QVERIFY(is<First>(holder.handOver({})));
-        Patience patience;
+        WaitingClock patience;
         patience.now = patience.now.addDays(-1);
         SingleInstance later(placeIn(folder), patience.waiting());
         QVERIFY(is<Unanswered>(later.handOver({{"area"}, {}})));
@@ -280,7 +284,7 @@ private Q_SLOTS:
         QVERIFY(is<First>(holder.handOver({})));
         QLocalServer mute;
         QVERIFY(mute.listen(placeIn(folder).socket));
-        Patience patience;
+        WaitingClock patience;
         SingleInstance later(placeIn(folder), patience.waiting());
         QVERIFY(is<Unanswered>(later.handOver({{"area"}, {}})));
         QCOMPARE(patience.pauses, 0);
@@ -302,7 +306,7 @@ private Q_SLOTS:
         SingleInstance deaf(place);
         QVERIFY(is<First>(deaf.handOver({})));
         QCOMPARE(deaf.listen(yes), socketIsLost);
-        Patience patience;
+        WaitingClock patience;
         if (socketIsLost) {
             QVERIFY(QFile::remove(place.socket));
             patience.now = patience.now.addSecs(60);
@@ -320,13 +324,13 @@ private Q_SLOTS:
         InstanceServer server([](const InstanceRequest&) { return InstanceAnswer{{7, ""}}; });
         QVERIFY(server.listen(place.socket));
         SingleInstance::Waiting waiting;
-        waiting.answer = std::chrono::milliseconds(kProcessPatience);
+        waiting.answer = std::chrono::milliseconds(kChildPatience);
         auto later = std::async(std::launch::async, [&place, &waiting] {
             return SingleInstance(place, waiting).handOver({});
         });
         QVERIFY(QTest::qWaitFor(
             [&] { return later.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
-            kProcessPatience));
+            kChildPatience));
         const SingleInstance::Outcome outcome = later.get();
         QVERIFY(is<InstanceReply>(outcome));
         QCOMPARE(std::get<InstanceReply>(outcome).exitCode, 7);
