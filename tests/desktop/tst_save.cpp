@@ -36,22 +36,6 @@ private:
         m_below->forget();
     }
 
-    /// Asks the window manager to do something with a window.
-    void ask(xcb_window_t window, const QByteArray& what, std::array<std::uint32_t, 5> values)
-    {
-        const Connection& connection = desktop().connection();
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = window;
-        message.type = connection.atom(what);
-        std::ranges::copy(values, std::begin(message.data.data32));
-        xcb_send_event(connection.raw(), 0, connection.root(),
-                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                       reinterpret_cast<const char*>(&message));
-        connection.sync();
-    }
-
     static QStringList filesIn(const QString& folder)
     {
         return QDir(folder).entryList(QDir::Files | QDir::NoDotAndDotDot);
