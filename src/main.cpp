@@ -24,14 +24,6 @@ QByteArrayList wordsAfterTheName(int argc, char* argv[])
     return words;
 }
 
-QStringList decoded(const QByteArrayList& words)
-{
-    QStringList arguments;
-    for (const QByteArray& word : words)
-        arguments << QString::fromLocal8Bit(word);
-    return arguments;
-}
-
 QByteArray workingFolder()
 {
     std::error_code gone;
@@ -97,7 +89,7 @@ int main(int argc, char* argv[])
 {
     QCoreApplication::setApplicationName(QStringLiteral("brindlecam"));
     QCoreApplication::setApplicationVersion(QStringLiteral(BRINDLECAM_VERSION));
-    const Command command = Commands::parse(decoded(wordsAfterTheName(argc, argv)));
+    const Command command = Commands::parseWords(wordsAfterTheName(argc, argv));
     if (const auto spoken = Commands::spokenReply(command))
         return print(*spoken);
     // Whoever asks the environment gets the same display as Qt.

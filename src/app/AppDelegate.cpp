@@ -89,10 +89,7 @@ void AppDelegate::reopen()
 
 InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
 {
-    QStringList words;
-    for (const QByteArray& word : request.words)
-        words << QString::fromLocal8Bit(word);
-    const Command command = Commands::parse(words);
+    const Command command = Commands::parseWords(request.words);
     if (const auto spoken = Commands::spokenReply(command))
         return {*spoken};
     const CaptureAction action = command.action.value_or(CaptureAction::area);

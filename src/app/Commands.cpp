@@ -101,6 +101,14 @@ Command parse(const QStringList& arguments)
     return command;
 }
 
+Command parseWords(const QByteArrayList& words)
+{
+    QStringList arguments;
+    for (const QByteArray& word : words)
+        arguments << QString::fromLocal8Bit(word);
+    return parse(arguments);
+}
+
 QString usage()
 {
     return text("Uso: brindlecam [area | fullScreen | recents] [opciones]\n"

@@ -44,6 +44,8 @@ enum ExitCode : int {
 
 /// Reads the arguments without the program's name. Qt's own options are left to Qt.
 [[nodiscard]] Command parse(const QStringList& arguments);
+/// The same with bytes as the system gave them.
+[[nodiscard]] Command parseWords(const QByteArrayList& words);
 
 /// Several lines, for "--help" and after a wrong argument.
 [[nodiscard]] QString usage();
