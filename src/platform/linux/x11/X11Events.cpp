@@ -17,6 +17,13 @@ constexpr int kTimeOffset = 12;
 constexpr int kDetailOffset = 16;
 constexpr std::uint16_t kInputPress = 4;
 
+std::uint32_t wordAt(const xcb_generic_event_t& event, int offset)
+{
+    std::uint32_t word = 0;
+    std::memcpy(&word, reinterpret_cast<const char*>(&event) + offset, sizeof(word));
+    return word;
+}
+
 /// Major opcode of the input extension, 0 when the server lacks it.
 std::uint8_t inputExtension()
 {
@@ -65,6 +72,7 @@ bool X11Events::nativeEventFilter(const QByteArray& kind, void* message, qintptr
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
     noteTime(event);
     notePress(event);
+    noteClick(event);
     if (comesFromGrab(event))
         return true;
     // By index and with a share of the listener: listeners come and go during a call.
@@ -87,8 +95,6 @@ void X11Events::notePress(const xcb_generic_event_t& event)
 
 void X11Events::noteTime(const xcb_generic_event_t& event)
 {
-    if (kindOf(event) == XCB_BUTTON_PRESS)
-        noteClick(reinterpret_cast<const xcb_button_press_event_t&>(event).detail);
     switch (kindOf(event)) {
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:
@@ -102,27 +108,33 @@ void X11Events::noteTime(const xcb_generic_event_t& event)
     case XCB_PROPERTY_NOTIFY:
         m_lastTime = reinterpret_cast<const xcb_property_notify_event_t&>(event).time;
         break;
-    case XCB_GE_GENERIC: {
-        const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-        if (m_inputExtension == 0 || generic.extension != m_inputExtension)
-            break;
-        const char* bytes = reinterpret_cast<const char*>(&event);
-        std::memcpy(&m_lastTime, bytes + kTimeOffset, sizeof(m_lastTime));
-        if (generic.event_type == kInputPress) {
-            std::uint32_t button = 0;
-            std::memcpy(&button, bytes + kDetailOffset, sizeof(button));
-            noteClick(button);
-        }
+    case XCB_GE_GENERIC:
+        if (isOfInputExtension(event))
+            m_lastTime = wordAt(event, kTimeOffset);
         break;
-    }
     }
 }
 
-void X11Events::noteClick(std::uint32_t button)
+void X11Events::noteClick(const xcb_generic_event_t& event)
 {
     constexpr std::uint32_t kFirstOfWheel = 4;
+    const bool press = kindOf(event) == XCB_BUTTON_PRESS;
+    const bool inputPress =
+        isOfInputExtension(event) &&
+        reinterpret_cast<const xcb_ge_generic_event_t&>(event).event_type == kInputPress;
+    if (!press && !inputPress)
+        return;
+    const std::uint32_t button =
+        press ? reinterpret_cast<const xcb_button_press_event_t&>(event).detail
+              : wordAt(event, kDetailOffset);
     if (button < kFirstOfWheel)
         m_lastClick.start();
+}
+
+bool X11Events::isOfInputExtension(const xcb_generic_event_t& event) const
+{
+    return kindOf(event) == XCB_GE_GENERIC && m_inputExtension != 0 &&
+           reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension == m_inputExtension;
 }
 
 std::optional<std::chrono::milliseconds> X11Events::sinceClick() const

@@ -55,7 +55,8 @@ public:
 private:
     void noteTime(const xcb_generic_event_t& event);
     void notePress(const xcb_generic_event_t& event);
-    void noteClick(std::uint32_t button);
+    void noteClick(const xcb_generic_event_t& event);
+    [[nodiscard]] bool isOfInputExtension(const xcb_generic_event_t& event) const;
 
     std::vector<std::weak_ptr<const Listener>> m_listeners;
     xcb_timestamp_t m_lastTime = XCB_CURRENT_TIME;
