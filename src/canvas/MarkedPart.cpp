@@ -48,8 +48,9 @@ void MarkedPart::draw(const Annotation& mark)
 void MarkedPart::drawApart(const Annotation& mark, const QRect& area)
 {
     const QRect shown = area & m_part;
-    QImage apart(area.size(), m_target.format());
-    apart.fill(Qt::black); // beside the part, where nobody looks
+    // Nothing is needed beyond what is shown; what lies before it is cleared for nobody to see.
+    QImage apart(QRect(area.topLeft(), shown.bottomRight()).size(), m_target.format());
+    apart.fill(Qt::black);
     QPainter painter(&apart);
     painter.drawImage(shown.topLeft() - area.topLeft(), m_target,
                       shown.translated(-m_part.topLeft()));
