@@ -2,7 +2,6 @@
 #include "canvas/Hud.h"
 #include "desktop/AnnotatingTest.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QPainter>
 #include <QScopeGuard>
@@ -173,9 +172,8 @@ private Q_SLOTS:
         QVERIFY(sessionIsOver());
     }
 
-    void escapeLeavesAtOnceWhileTextIsBeingRead()
+    void escapeLeavesBeforeTheTextIsRead()
     {
-        constexpr qint64 kAtOnce = 1000; // milliseconds; the page takes several times as long
         const auto reading = QStringLiteral("Leyendo texto…");
         useProgram();
         show(fullPage(), kFullWindow);
@@ -187,20 +185,17 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         press(Toolbar::Action::text, kFullSelected);
         QVERIFY(says(reading, before, kFullSelected));
-        QElapsedTimer timer;
-        timer.start();
         input().tap(XK_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY2(timer.elapsed() < kAtOnce, qPrintable(QString::number(timer.elapsed())));
+        // A session that waits for its reading ends with the text on the clipboard.
+        QCOMPARE(copiedText(), QString());
 
-        // Readings answer in their turn: had the first one gone on, it would be through now.
+        // Readings answer in their turn: whatever is left of the first one is through after this.
         show(page({}, Qt::white, Qt::black));
         QVERIFY(selects());
         const QImage empty = screen().grabAtRest();
-        timer.start();
         press(Toolbar::Action::text);
         QVERIFY(says(QStringLiteral("No se encontró texto en la selección"), empty));
-        QVERIFY2(timer.elapsed() < kAtOnce, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(copiedText(), QString());
         input().tap(XK_Escape);
         QVERIFY(sessionIsOver());

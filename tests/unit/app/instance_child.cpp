@@ -1,8 +1,8 @@
 // A copy of the program as far as tst_singleinstance needs one. Arguments: the milliseconds it
 // takes to start, and the words of its command line. Says "first" on stdout, or what it was
-// replied, with the reply's exit code, or "unanswered". As the first copy it then notes its own
-// words and those of every request, one line each ("reopen" for none), until it is killed.
-// "recents" is what it can't do.
+// replied, with the reply's exit code, or "unanswered". As the first copy it notes its own words
+// once it listens, then those of every request, one line each ("reopen" for none), until it is
+// killed. "recents" is what it can't do.
 #include "app/SingleInstance.h"
 #include "base/Overloaded.h"
 
@@ -40,9 +40,9 @@ int runFirst(int argc, char* argv[], const InstanceRequest& request, SingleInsta
     say(QStringLiteral("first"));
     QCoreApplication application(argc, argv);
     QTimer::singleShot(std::chrono::milliseconds(std::atoi(argv[1])), &application, [&] {
-        note(request.words);
         if (!instance.listen(answer))
             QCoreApplication::exit(5);
+        note(request.words);
     });
     QTimer::singleShot(std::chrono::seconds(60), &application, &QCoreApplication::quit);
     return QCoreApplication::exec();

@@ -19,6 +19,9 @@ class TestPrefs final : public test::TestCase {
 
     void startFresh()
     {
+        // What the last test stored is on its way to the file until its store is gone.
+        m_prefs.reset();
+        m_defaults.reset();
         const QString path = m_folder.filePath(QStringLiteral("settings.json"));
         QFile::remove(path);
         m_defaults = std::make_unique<Defaults>(path);

@@ -199,7 +199,7 @@ private Q_SLOTS:
         QVERIFY(next.listen(yes));
 
         Copy later(folder, "area");
-        QTRY_VERIFY(later.hasEnded());
+        QTRY_VERIFY_WITH_TIMEOUT(later.hasEnded(), kChildPatience);
         QCOMPARE(later.exitCode(), 0);
     }
 
