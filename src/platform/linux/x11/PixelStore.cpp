@@ -9,12 +9,6 @@
 
 namespace brindlecam {
 
-namespace {
-
-using Clock = std::chrono::steady_clock;
-
-} // namespace
-
 /// What outlives the store: pictures give their memory back here, from any thread.
 struct PixelStore::Shelf {
     struct Item {
@@ -22,10 +16,12 @@ struct PixelStore::Shelf {
         Clock::time_point expires;
     };
 
-    Shelf(xcb_connection_t* server, QTimer* timer, std::chrono::milliseconds time)
+    Shelf(xcb_connection_t* server, QTimer* timer, std::chrono::milliseconds time,
+          std::function<Clock::time_point()> clock)
         : connection(server)
         , expiry(timer)
         , kept(time)
+        , now(std::move(clock))
     {
     }
 
@@ -34,6 +30,7 @@ struct PixelStore::Shelf {
     std::vector<Item> items; ///< oldest first
     QTimer* expiry;          ///< null once the store is gone
     const std::chrono::milliseconds kept;
+    const std::function<Clock::time_point()> now;
 
     void giveBack(std::unique_ptr<PixelBuffer> buffer)
     {
@@ -43,7 +40,7 @@ struct PixelStore::Shelf {
             return;
         }
         const bool first = items.empty();
-        items.push_back({std::move(buffer), Clock::now() + kept});
+        items.push_back({std::move(buffer), now() + kept});
         if (first) {
             QMetaObject::invokeMethod(
                 expiry, [timer = expiry, time = kept] { timer->start(time); },
@@ -58,8 +55,9 @@ struct PixelStore::Loan {
     std::unique_ptr<PixelBuffer> buffer;
 };
 
-PixelStore::PixelStore(xcb_connection_t* connection, std::chrono::milliseconds kept)
-    : m_shelf(std::make_shared<Shelf>(connection, &m_expiry, kept))
+PixelStore::PixelStore(xcb_connection_t* connection, std::chrono::milliseconds kept,
+                       std::function<Clock::time_point()> now)
+    : m_shelf(std::make_shared<Shelf>(connection, &m_expiry, kept, std::move(now)))
 {
     m_expiry.setSingleShot(true);
     QObject::connect(&m_expiry, &QTimer::timeout, &m_expiry, [this] { freeExpired(); });
@@ -111,7 +109,7 @@ std::size_t PixelStore::keptBytes() const
 void PixelStore::freeExpired()
 {
     const std::lock_guard lock(m_shelf->mutex);
-    const auto now = Clock::now();
+    const auto now = m_shelf->now();
     // A coarse timer may also fire a little early.
     const auto soon = now + m_shelf->kept / 10;
     std::erase_if(m_shelf->items, [soon](const Shelf::Item& item) { return item.expires <= soon; });

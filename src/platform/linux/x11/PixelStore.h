@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace brindlecam {
@@ -18,9 +19,12 @@ public:
     /// With a coarse timer's five per cent on top this stays below five seconds.
     static constexpr std::chrono::milliseconds kKept{4500};
 
+    using Clock = std::chrono::steady_clock;
+
     /// The connection must live as long as the store. `kept`: how long memory waits for the next
-    /// picture.
-    explicit PixelStore(xcb_connection_t* connection, std::chrono::milliseconds kept = kKept);
+    /// picture, by the clock `now`; it is asked on whatever thread a picture goes.
+    explicit PixelStore(xcb_connection_t* connection, std::chrono::milliseconds kept = kKept,
+                        std::function<Clock::time_point()> now = &Clock::now);
     ~PixelStore();
     PixelStore(const PixelStore&) = delete;
     PixelStore& operator=(const PixelStore&) = delete;
