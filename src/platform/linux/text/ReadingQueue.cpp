@@ -177,8 +177,10 @@ void ReadingQueue::handOver(std::shared_ptr<Reading> reading, Result<QStringList
         &m_home,
         [reading = std::move(reading), lines = std::move(lines)] {
             QObject::disconnect(reading->whenGone);
-            if (reading->context && reading->done)
-                reading->done(lines);
+            // Or its last holder, which may be the other thread, would let it go.
+            const auto done = std::exchange(reading->done, nullptr);
+            if (reading->context && done)
+                done(lines);
         },
         Qt::QueuedConnection);
 }
