@@ -291,8 +291,9 @@ void Output::finish(const std::shared_ptr<Delivery>& delivery)
 {
     if (std::erase(m_running, delivery) == 0)
         return;
-    if (delivery->done)
-        delivery->done(delivery->fate);
+    // Let go here: the delivery's last holder may be a job that is about to end.
+    if (const Done done = std::exchange(delivery->done, {}))
+        done(delivery->fate);
     for (const auto& other : std::vector(m_running))
         advance(other);
     tellWhenFinished();

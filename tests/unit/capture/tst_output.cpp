@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QThreadPool>
 
 namespace brindlecam {
 
@@ -336,26 +335,6 @@ private Q_SLOTS:
         f.output.finishAll([&finished] { finished = true; });
         f.settle();
         QVERIFY(finished);
-    }
-
-    void destroyingItWaitsForWhatWasDelivered()
-    {
-        QTemporaryDir folder;
-        Defaults defaults(folder.filePath(QStringLiteral("settings.json")));
-        const Prefs prefs(defaults);
-        test::FakePasteboard pasteboard;
-        History history(folder.filePath(QStringLiteral("historia")));
-        const QString file = folder.filePath(QStringLiteral("a.png"));
-        {
-            Output output(pasteboard, history, prefs, [](std::function<void()> job) {
-                QThreadPool::globalInstance()->start(std::move(job));
-            });
-            output.deliver(picture(Qt::red, QSize(1000, 800)),
-                           {.copy = true, .saveTo = file, .history = true});
-        }
-        QCOMPARE(colourOfFile(file), QColor(Qt::red));
-        QCOMPARE(history.items().size(), 1);
-        QCOMPARE(pasteboard.changes, 1);
     }
 
     void forgettingTheLastCopyWhileItIsEncodedLosesNothing()
