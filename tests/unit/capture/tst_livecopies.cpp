@@ -8,7 +8,6 @@
 
 #include <QTemporaryDir>
 #include <QThreadPool>
-#include <QTimer>
 
 #include <random>
 
@@ -141,17 +140,12 @@ private Q_SLOTS:
         Output output(f.pasteboard, f.history, f.prefs,
                       [&pool](std::function<void()> job) { pool.start(std::move(job)); });
         const QImage image = noise(QSize(1600, 1000));
-        int change = 0;
-        QTimer heldKey;
-        connect(&heldKey, &QTimer::timeout, &heldKey, [&] {
+        // No answer arrives in between, as when each comes sooner than the one before is encoded.
+        for (int change = 0; change < kChanges; ++change) {
             QImage changed = image;
             changed.setPixelColor(0, 0, QColor::fromHsv(change * 10, 255, 255));
             output.deliver(Rendered(changed, changed.size()), {.copy = true, .soonStale = true});
-            if (++change == kChanges)
-                heldKey.stop();
-        });
-        heldKey.start(std::chrono::milliseconds(1000 / kChanges));
-        QTRY_COMPARE(change, kChanges);
+        }
         output.finishAll();
         const int ended = kChanges - output.stoppedEncodes();
         QVERIFY2(ended <= 1 + f.pasteboard.changes,
