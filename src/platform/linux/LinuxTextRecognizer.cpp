@@ -11,11 +11,6 @@ namespace brindlecam {
 
 namespace {
 
-/// How long a reading that nobody wants any more may keep the next one waiting. Our own steps and
-/// the reading of words stop within milliseconds; the engine's search for lines does not listen.
-constexpr std::chrono::milliseconds kPatience{300};
-/// How long the program's end waits for the same.
-constexpr std::chrono::milliseconds kPatienceAtTheEnd{1000};
 /// Threads left to themselves, at most; each has an engine, a picture and a processor.
 constexpr std::size_t kMostLeft = 2;
 
@@ -27,8 +22,7 @@ LinuxTextRecognizer::LinuxTextRecognizer()
 }
 
 LinuxTextRecognizer::LinuxTextRecognizer(const Options& options)
-    : m_options{.module = options.module.isEmpty() ? TextEngineModule::usualPath() : options.module,
-                .keepFor = options.keepFor}
+    : m_options(options)
     , m_thread(newThread())
 {
 }
@@ -36,7 +30,7 @@ LinuxTextRecognizer::LinuxTextRecognizer(const Options& options)
 LinuxTextRecognizer::~LinuxTextRecognizer()
 {
     m_left.push_back(std::move(m_thread));
-    const QDeadlineTimer deadline(kPatienceAtTheEnd);
+    const QDeadlineTimer deadline(m_options.patienceAtTheEnd);
     for (const auto& thread : m_left)
         thread->close();
     std::erase_if(m_left, [&deadline](const auto& thread) { return thread->endsBy(deadline); });
@@ -77,7 +71,7 @@ void LinuxTextRecognizer::giveUp(const std::shared_ptr<Reading>& reading)
 {
     reading->cancelled = true;
     reading->done = nullptr; // here, not on the other thread
-    QTimer::singleShot(kPatience, &m_home, [this, waiting = std::weak_ptr(reading)] {
+    QTimer::singleShot(m_options.patience, &m_home, [this, waiting = std::weak_ptr(reading)] {
         if (const auto unwanted = waiting.lock())
             goOnWithout(*unwanted);
     });
@@ -100,7 +94,10 @@ void LinuxTextRecognizer::goOnWithout(const Reading& unwanted)
 std::unique_ptr<ReadingThread> LinuxTextRecognizer::newThread()
 {
     return std::make_unique<ReadingThread>(
-        ReadingQueue::Options{.module = m_options.module, .keepFor = m_options.keepFor}, m_home);
+        ReadingQueue::Options{.module = m_options.module.isEmpty() ? TextEngineModule::usualPath()
+                                                                   : m_options.module,
+                              .keepFor = m_options.keepFor},
+        m_home);
 }
 
 } // namespace brindlecam

@@ -20,6 +20,11 @@ public:
     struct Options {
         QString module; ///< path; empty: where it is usually found
         std::chrono::milliseconds keepFor = std::chrono::minutes(2); ///< without being used
+        /// How long a reading that nobody wants any more may keep the next one waiting. Our own
+        /// steps and the reading of words stop within milliseconds; the engine's search for lines
+        /// does not listen.
+        std::chrono::milliseconds patience{300};
+        std::chrono::milliseconds patienceAtTheEnd{1000}; ///< the same, for the program's end
     };
 
     LinuxTextRecognizer();

@@ -1,5 +1,6 @@
-// quitting_reader MODULE: ends in the middle of a reading of many dots, in order and with exit
-// code 7. Says so on standard output the moment before.
+// quitting_reader MODULE SIDE: ends in the middle of a reading of many dots, on a square page with
+// sides of so many pixels, in order and with exit code 7. Says so on standard output the moment
+// before.
 #include "ReadingAnswers.h"
 #include "platform/linux/LinuxTextRecognizer.h"
 
@@ -15,8 +16,7 @@ using namespace brindlecam;
 
 namespace {
 
-// Dots so far apart that they may be text, as far as our own steps can tell.
-constexpr QSize kPage{2400, 2400};
+/// Dots so far apart that they may be text, as far as our own steps can tell.
 constexpr int kPercent = 2;
 
 /// Whether the engine is at it: the faulty one counts. The other has had more processor time than
@@ -34,12 +34,14 @@ int main(int argc, char* argv[])
 {
     constexpr int kDone = 7;
     QCoreApplication application(argc, argv);
-    if (argc != 2)
+    if (argc != 3)
         return 1;
     const QString module = QString::fromLocal8Bit(argv[1]);
+    const int side = QByteArray(argv[2]).toInt();
     test::Answers answers;
     LinuxTextRecognizer recognizer({.module = module});
-    recognizer.recognize(test::scatteredDots(kPage, kPercent), &answers.context, answers.collect());
+    recognizer.recognize(test::scatteredDots({side, side}, kPercent), &answers.context,
+                         answers.collect());
     while (!isAtIt(module))
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     if (answers.count() > 0)

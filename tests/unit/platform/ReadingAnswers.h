@@ -11,7 +11,7 @@
 
 namespace brindlecam::test {
 
-inline constexpr int kReadingTime = 30000; ///< milliseconds; a busy machine under sanitizers
+inline constexpr int kReadingTime = 120000; ///< milliseconds; a busy machine under sanitizers
 
 /// Waits for what a recogniser reports.
 struct Answers {

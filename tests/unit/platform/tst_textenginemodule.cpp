@@ -1,3 +1,4 @@
+#include "ReadingAnswers.h"
 #include "platform/linux/text/TextEngineModule.h"
 #include "support/TestCase.h"
 
@@ -69,9 +70,33 @@ private Q_SLOTS:
         QVERIFY(loaded.ok());
         constexpr int kTooWide = 40000;
         const std::vector<unsigned char> white(std::size_t(kTooWide) * 30, 255);
-        const std::atomic<bool> never = false;
-        QVERIFY(!loaded.value()->engine().read(white.data(), kTooWide, 30, kTooWide, never));
-        QVERIFY(loaded.value()->engine().read(white.data(), 400, 30, 400, never));
+        QVERIFY(!loaded.value()->engine().read(white.data(), kTooWide, 30, kTooWide, {}));
+        QVERIFY(loaded.value()->engine().read(white.data(), 400, 30, 400, {}));
+    }
+
+    void theEngineListensLineByLine()
+    {
+        const auto loaded = TextEngineModule::load(TextEngineModule::usualPath());
+        QVERIFY(loaded.ok());
+        constexpr int kLines = 12;
+        const QImage page =
+            test::writtenPage(QStringList(kLines, QStringLiteral("Una línea entre muchas otras")))
+                .convertToFormat(QImage::Format_Grayscale8);
+        std::atomic<bool> wanted = false;
+        std::atomic<int> looks = 0;
+        const auto read = [&] {
+            looks = 0;
+            return loaded.value()->engine().read(page.constBits(), page.width(), page.height(),
+                                                 static_cast<int>(page.bytesPerLine()),
+                                                 StopRequest(wanted, looks));
+        };
+        const auto whole = read();
+        QVERIFY(whole && !whole->empty());
+        QVERIFY2(looks >= kLines, qPrintable(QString::number(looks)));
+        wanted = true;
+        const auto givenUp = read();
+        QVERIFY(givenUp && givenUp->empty());
+        QVERIFY2(looks < kLines / 2, qPrintable(QString::number(looks)));
     }
 
     void theModuleIsBesideTheProgramOrInItsLibraryFolder()

@@ -138,9 +138,8 @@ Result<QStringList> ReadingQueue::linesOf(const Reading& reading)
         return QStringList();
     const QImage& grey = page.grey();
     stop.check();
-    const auto words =
-        m_engine->engine().read(grey.constBits(), grey.width(), grey.height(),
-                                static_cast<int>(grey.bytesPerLine()), reading.cancelled);
+    const auto words = m_engine->engine().read(grey.constBits(), grey.width(), grey.height(),
+                                               static_cast<int>(grey.bytesPerLine()), stop);
     stop.check();
     if (!words)
         return Error{text("el motor de reconocimiento falló")};

@@ -25,12 +25,17 @@ public:
     {
     }
 
-    /// Throws Stopped when the wish is there. Cheap enough for each row of a picture.
-    void check() const
+    /// Whether the wish is there. Cheap enough for each row of a picture.
+    [[nodiscard]] bool isThere() const
     {
         if (m_looks)
             m_looks->fetch_add(1, std::memory_order_relaxed);
-        if (m_flag && m_flag->load(std::memory_order_relaxed))
+        return m_flag && m_flag->load(std::memory_order_relaxed);
+    }
+    /// Throws Stopped when it is.
+    void check() const
+    {
+        if (isThere())
             throw Stopped();
     }
 

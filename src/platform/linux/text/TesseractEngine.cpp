@@ -13,9 +13,9 @@ namespace {
 constexpr const char* kLanguages = "spa+eng";
 constexpr int kScreenResolution = 150; ///< dots per inch; spares the engine a guess and a message
 
-bool isCancelled(void* flag, int /*words*/)
+bool isStopped(void* stop, int /*words*/)
 {
-    return static_cast<const std::atomic<bool>*>(flag)->load(std::memory_order_relaxed);
+    return static_cast<const StopRequest*>(stop)->isThere();
 }
 
 } // namespace
@@ -45,19 +45,19 @@ TesseractEngine::~TesseractEngine()
     tesseract::TessBaseAPI::ClearPersistentCache();
 }
 
-std::optional<std::vector<TextEngine::EngineWord>>
-TesseractEngine::read(const unsigned char* grey, int width, int height, int bytesPerLine,
-                      const std::atomic<bool>& cancelled)
+std::optional<std::vector<TextEngine::EngineWord>> TesseractEngine::read(const unsigned char* grey,
+                                                                         int width, int height,
+                                                                         int bytesPerLine,
+                                                                         StopRequest stop)
 {
     m_api->SetImage(grey, width, height, 1, bytesPerLine);
     m_api->SetSourceResolution(kScreenResolution);
     tesseract::ETEXT_DESC monitor;
-    monitor.cancel = isCancelled;
-    // The library hands the flag back as it got it, without const.
-    monitor.cancel_this = const_cast<std::atomic<bool>*>(&cancelled);
+    monitor.cancel = isStopped;
+    monitor.cancel_this = &stop;
     const bool read = m_api->Recognize(&monitor) == 0;
     std::optional<std::vector<EngineWord>> result;
-    if (cancelled)
+    if (stop.isThere())
         result.emplace();
     else if (read)
         result = words();
@@ -88,7 +88,7 @@ std::vector<TextEngine::EngineWord> TesseractEngine::words() const
 
 } // namespace brindlecam
 
-extern "C" __attribute__((visibility("default"))) brindlecam::TextEngine* brindlecamTextEngine2()
+extern "C" __attribute__((visibility("default"))) brindlecam::TextEngine* brindlecamTextEngine3()
 {
     return brindlecam::TesseractEngine::open().release();
 }

@@ -18,9 +18,9 @@ public:
 
     ~TesseractEngine() override;
 
-    [[nodiscard]] std::optional<std::vector<EngineWord>>
-    read(const unsigned char* grey, int width, int height, int bytesPerLine,
-         const std::atomic<bool>& cancelled) override;
+    [[nodiscard]] std::optional<std::vector<EngineWord>> read(const unsigned char* grey, int width,
+                                                              int height, int bytesPerLine,
+                                                              StopRequest stop) override;
 
 private:
     explicit TesseractEngine(std::unique_ptr<tesseract::TessBaseAPI> api);

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <atomic>
+#include "platform/linux/text/StopRequest.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,18 +26,17 @@ public:
     virtual ~TextEngine() = default;
 
     /// Reads an 8-bit grey picture, dark on white. Answers nothing when the engine fails; throws
-    /// std::bad_alloc, after which it is of no more use. Once `cancelled` is set it ends without
+    /// std::bad_alloc, after which it is of no more use. When `stop` is wanted it ends without
     /// words: soon while it reads words, but while it looks for the lines of a large picture it
     /// does not listen, for minutes perhaps.
     [[nodiscard]] virtual std::optional<std::vector<EngineWord>>
-    read(const unsigned char* grey, int width, int height, int bytesPerLine,
-         const std::atomic<bool>& cancelled) = 0;
+    read(const unsigned char* grey, int width, int height, int bytesPerLine, StopRequest stop) = 0;
 };
 
 /// The type of the module's only function, named as below. It answers nothing when there is no data
 /// for any language. The number changes with this header, so that a module of another version is
 /// not taken for ours.
 using TextEngineFactory = TextEngine* (*)();
-inline constexpr const char* kTextEngineFactory = "brindlecamTextEngine2";
+inline constexpr const char* kTextEngineFactory = "brindlecamTextEngine3";
 
 } // namespace brindlecam

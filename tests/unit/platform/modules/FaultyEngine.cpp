@@ -1,5 +1,6 @@
 // An engine that does what BRINDLECAM_FAULT says: fails, throws, throws-memory, deaf (does not hear
-// that its reading is given up), or nothing: then it reads the word "hola".
+// that its reading is given up), endless (hears that, and nothing else ends it), or nothing: then
+// it reads the word "hola".
 #include "platform/linux/text/TextEngine.h"
 
 #include <unistd.h>
@@ -31,7 +32,7 @@ class FaultyEngine final : public brindlecam::TextEngine {
 public:
     std::optional<std::vector<EngineWord>> read(const unsigned char* /*grey*/, int width,
                                                 int height, int /*bytesPerLine*/,
-                                                const std::atomic<bool>& /*cancelled*/) override
+                                                brindlecam::StopRequest stop) override
     {
         const char* const set = std::getenv("BRINDLECAM_FAULT");
         const std::string fault = set ? set : "";
@@ -45,6 +46,8 @@ public:
             throw std::bad_alloc();
         if (fault == "deaf")
             waitUntilFreed(freedBefore);
+        if (fault == "endless")
+            waitUntil(stop);
         EngineWord word;
         word.utf8 = "hola";
         word.confidence = 99;
@@ -64,13 +67,18 @@ private:
         }
         --deaf;
     }
+    static void waitUntil(brindlecam::StopRequest stop)
+    {
+        while (!stop.isThere())
+            ::usleep(1000);
+    }
 };
 
 } // namespace
 
 extern "C" {
 
-__attribute__((visibility("default"))) brindlecam::TextEngine* brindlecamTextEngine2()
+__attribute__((visibility("default"))) brindlecam::TextEngine* brindlecamTextEngine3()
 {
     return new FaultyEngine;
 }
