@@ -70,6 +70,17 @@ private Q_SLOTS:
         QCOMPARE(flattened.load(), 1);
     }
 
+    void anotherThreadMayAskMeanwhileWhetherItIsFlattened()
+    {
+        const Rendered rendered(QSize(8, 6), QSizeF(8, 6),
+                                [] { return QImage(8, 6, QImage::Format_RGB32); });
+        QThreadPool pool;
+        pool.start([rendered] { (void)rendered.image(); });
+        QTRY_VERIFY(rendered.isFlattened());
+        QCOMPARE(rendered.image().size(), QSize(8, 6));
+        pool.waitForDone();
+    }
+
     void onlyCopiesAreTheSamePicture()
     {
         const QImage image(4, 4, QImage::Format_RGB32);
