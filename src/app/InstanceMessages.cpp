@@ -23,14 +23,15 @@ std::optional<QByteArray> unescaped(const QByteArray& field)
     return escaped(bytes) == field ? std::optional(bytes) : std::nullopt;
 }
 
-/// A number as we write it: digits alone, few of them.
+/// A number as we write it, and no other way: digits alone, few of them.
 std::optional<int> number(const QByteArray& digits)
 {
     constexpr qsizetype kMostDigits = 9;
     const bool plain = std::ranges::all_of(digits, [](char c) { return c >= '0' && c <= '9'; });
     if (digits.isEmpty() || digits.size() > kMostDigits || !plain)
         return std::nullopt;
-    return digits.toInt();
+    const int number = digits.toInt();
+    return QByteArray::number(number) == digits ? std::optional(number) : std::nullopt;
 }
 
 } // namespace

@@ -61,6 +61,7 @@ private Q_SLOTS:
         QTest::newRow("an empty line") << QByteArray("\n") << false;
         QTest::newRow("nothing") << QByteArray() << false;
         QTest::newRow("a signed version") << QByteArray("+1 area %2F\n") << false;
+        QTest::newRow("a version with a zero before it") << QByteArray("01 area %2F\n") << false;
         QTest::newRow("a huge version") << QByteArray("99999999999 area %2F\n") << false;
         QTest::newRow("half an escape") << QByteArray("1 area%2 %2F\n") << false;
         QTest::newRow("an escape of no byte") << QByteArray("1 area%zz %2F\n") << false;
@@ -95,6 +96,7 @@ private Q_SLOTS:
         QTest::newRow("a line feed alone") << QByteArray("\n0");
         QTest::newRow("a word") << QByteArray("ok\n");
         QTest::newRow("a negative code") << QByteArray("-1\n");
+        QTest::newRow("a code with a zero before it") << QByteArray("00\n");
     }
     void anythingElseIsNoReply()
     {
