@@ -164,6 +164,8 @@ void Pixelation::drawRow(const PixelGrid& grid, int row, const std::vector<QRect
     grid.draw(strip, {shown.left(), top});
 }
 
+// The cells may end half a pixel of the picture before the patch does: its pixels belong where
+// their centres lie. The last ones go on to the end of the target, or that would show through.
 void Pixelation::draw(QPainter& painter, const QRectF& target) const
 {
     const PixelGrid grid(painter);
@@ -178,14 +180,16 @@ void Pixelation::draw(QPainter& painter, const QRectF& target) const
     std::vector<QRect> columns;
     for (int column = 0; column < m_cells.width(); ++column) {
         const int left = std::max(visible.left(), pixelFrom(place.left() + column * cellWidth));
-        const int right =
-            std::min(visible.right(), pixelFrom(place.left() + (column + 1) * cellWidth) - 1);
-        columns.emplace_back(QPoint(left, 0), QPoint(right, 0));
+        const int next = column + 1 == m_cells.width()
+                             ? visible.right() + 1
+                             : pixelFrom(place.left() + (column + 1) * cellWidth);
+        columns.emplace_back(QPoint(left, 0), QPoint(std::min(visible.right(), next - 1), 0));
     }
     for (int row = 0; row < m_cells.height(); ++row) {
         const int fromBottom = m_cells.height() - 1 - row;
-        const int top =
-            std::max(visible.top(), pixelUpTo(place.bottom() - (fromBottom + 1) * cellHeight));
+        const int end =
+            row == 0 ? visible.top() : pixelUpTo(place.bottom() - (fromBottom + 1) * cellHeight);
+        const int top = std::max(visible.top(), end);
         const int bottom =
             std::min(visible.bottom(), pixelUpTo(place.bottom() - fromBottom * cellHeight) - 1);
         if (top <= bottom)

@@ -226,6 +226,20 @@ private Q_SLOTS:
         QCOMPARE(drawn.pixel(10, 30), qRgb(255, 0, 255));
     }
 
+    /// Three cells of 11.25 pixels hold the centres of 34, but are a quarter of a pixel shorter.
+    void theLastCellsGoOnToTheEndOfTheTarget()
+    {
+        const auto patch = Pixelation::of(colourfulPicture({34, 34}), {0, 0, 34, 34}, 11.25);
+        QVERIFY(patch);
+        QCOMPARE(patch->cells().size(), QSize(3, 3));
+        const QImage drawn = drawnPatch(*patch, {40, 40}, {0.4, 0.4, 33.2, 33.2});
+        const QRect covered(0, 0, 34, 34);
+        for (int y = 0; y < 40; ++y) {
+            for (int x = 0; x < 40; ++x)
+                QCOMPARE(drawn.pixel(x, y) != qRgb(255, 0, 255), covered.contains(x, y));
+        }
+    }
+
     void drawingStaysInsideThePaintersClip()
     {
         const auto patch = Pixelation::of(colourfulPicture({30, 30}), {0, 0, 30, 30}, 9);
