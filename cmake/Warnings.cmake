@@ -1,7 +1,7 @@
 # One place for what every one of our own targets is compiled with.
 add_library(brindlecam_options INTERFACE)
 target_compile_options(brindlecam_options INTERFACE
-  -Wall -Wextra -Werror -Wshadow=local -Wundef -Woverloaded-virtual -Wnon-virtual-dtor
+  -Wall -Wextra -Werror $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> -Wundef -Woverloaded-virtual -Wnon-virtual-dtor
   -Wsuggest-override)
 target_compile_definitions(brindlecam_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
