@@ -58,13 +58,26 @@ void drawDot(QPainter& painter, QPointF at, const QColor& color, qreal diameter)
     painter.drawEllipse(at, diameter / 2, diameter / 2);
 }
 
+/// Where a stroke that ends where it began is cut, as the number of a point; else none. Qt joins
+/// such ends in a way of its own, but only in parts where all of the stroke may show.
+std::optional<qsizetype> cutOf(const QPolygonF& points)
+{
+    if (points.first() != points.last())
+        return std::nullopt;
+    const auto elsewhere = std::find_if(points.rbegin(), points.rend(),
+                                        [&](QPointF point) { return point != points.first(); });
+    return points.rend() - elsewhere - 1;
+}
+
 /// The segments that may show within `visible`. Stroking is what a long stroke costs; a segment
 /// left out lies so far away that neither it nor the cap it is replaced by reaches there.
 QPainterPath visiblePath(const QPolygonF& points, const QRectF& visible)
 {
     QPainterPath path;
+    const std::optional<qsizetype> cut = cutOf(points);
     bool joined = false;
     for (qsizetype i = 1; i < points.size(); ++i) {
+        joined = joined && i - 1 != cut;
         const QPointF a = points.at(i - 1);
         const QPointF b = points.at(i);
         const bool shows =

@@ -184,6 +184,37 @@ private Q_SLOTS:
         }
     }
 
+    /// Qt joins both ends where all of the stroke is in view.
+    void aStrokeThatEndsWhereItBeganHasThePixelsOfTheWholeInEveryPart_data()
+    {
+        QTest::addColumn<Tool>("tool");
+        QTest::addColumn<bool>("lingers");
+        QTest::newRow("pen") << Tool::pen << false;
+        QTest::newRow("pen that lingers there") << Tool::pen << true;
+        QTest::newRow("marker") << Tool::marker << false;
+    }
+    void aStrokeThatEndsWhereItBeganHasThePixelsOfTheWholeInEveryPart()
+    {
+        QFETCH(const Tool, tool);
+        QFETCH(const bool, lingers);
+        const QPointF end(100, 100);
+        Annotation stroke(tool, Qt::blue, end);
+        stroke.setLineWidth(9);
+        stroke.append({30, 50});
+        stroke.append({40, 100});
+        stroke.append(end);
+        if (lingers)
+            stroke.append(end);
+        AnnotationList list;
+        list.append(stroke);
+        const QImage frozen = test::frozenScreen(1);
+        const QImage whole = flattened(frozen, test::kMarkedPoints, frozen.rect(), list.marks());
+        for (int x = 0; x < 120; ++x) {
+            const QRect tile(x, 60, kTile, kTile);
+            QCOMPARE(flattened(frozen, test::kMarkedPoints, tile, list.marks()), whole.copy(tile));
+        }
+    }
+
     void theScreenHasThePixelsOfThePictureWhateverIsMoved_data() { addToolsAtScales(); }
     void theScreenHasThePixelsOfThePictureWhateverIsMoved()
     {
