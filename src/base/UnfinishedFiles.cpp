@@ -28,7 +28,8 @@ QString newName()
 
 bool isName(const QString& name)
 {
-    static const QRegularExpression pattern(QRegularExpression::anchoredPattern(
+    // Never destroyed: other threads may ask while the program ends.
+    static const auto& pattern = *new QRegularExpression(QRegularExpression::anchoredPattern(
         QStringLiteral("\\.brindlecam-[0-9a-z]{%1}\\.part").arg(kDigits)));
     return pattern.match(name).hasMatch();
 }

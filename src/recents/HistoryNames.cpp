@@ -17,7 +17,9 @@ constexpr int kLastYear = 9999; // later ones have five digits
 /// What the clock showed. As UTC, because local clocks skip an hour in spring.
 std::optional<QDateTime> timeIn(const QString& name)
 {
-    static const QRegularExpression pattern(QRegularExpression::anchoredPattern(
+    // Never destroyed: a capture may still be on its way to the disk when the X server's end ends
+    // the program from inside of Qt.
+    static const auto& pattern = *new QRegularExpression(QRegularExpression::anchoredPattern(
         QStringLiteral("([0-9]{8})-([0-9]{6}-[0-9]{3})\\.(?:png|gif)")));
     const QRegularExpressionMatch match = pattern.match(name);
     const QDate day = QDate::fromString(match.captured(1), kDay);
