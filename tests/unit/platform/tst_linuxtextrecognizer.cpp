@@ -186,7 +186,7 @@ private Q_SLOTS:
         LinuxTextRecognizer recognizer;
         Answers answers;
         recognizer.recognize(page, &answers.context, answers.collect());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 1, 4 * kReadingTime);
+        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 1, kReadingTime);
         QCOMPARE(answers.all[0].value(), written);
     }
 
