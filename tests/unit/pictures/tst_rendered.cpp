@@ -1,6 +1,7 @@
 #include "pictures/Rendered.h"
 #include "support/TestCase.h"
 
+#include <QThread>
 #include <QThreadPool>
 
 #include <atomic>
@@ -72,10 +73,17 @@ private Q_SLOTS:
 
     void anotherThreadMayAskMeanwhileWhetherItIsFlattened()
     {
-        const Rendered rendered(QSize(8, 6), QSizeF(8, 6),
-                                [] { return QImage(8, 6, QImage::Format_RGB32); });
+        // Relaxed, so that nothing but the answers themselves has an order.
+        std::atomic<bool> asked = false;
+        const Rendered rendered(QSize(8, 6), QSizeF(8, 6), [&asked] {
+            while (!asked.load(std::memory_order_relaxed))
+                QThread::yieldCurrentThread();
+            return QImage(8, 6, QImage::Format_RGB32);
+        });
         QThreadPool pool;
         pool.start([rendered] { (void)rendered.image(); });
+        QVERIFY(!rendered.isFlattened());
+        asked.store(true, std::memory_order_relaxed);
         QTRY_VERIFY(rendered.isFlattened());
         QCOMPARE(rendered.image().size(), QSize(8, 6));
         pool.waitForDone();

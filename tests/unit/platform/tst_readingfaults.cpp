@@ -1,3 +1,4 @@
+#include "OwnThreads.h"
 #include "ReadingAnswers.h"
 #include "platform/linux/LinuxTextRecognizer.h"
 #include "platform/linux/text/ReadingThread.h"
@@ -219,9 +220,11 @@ private Q_SLOTS:
         }
         module.set({});
         recognizer.recognize(page, &answers.context, answers.collect());
+        const auto threads = test::ownThreads();
         bool patienceIsOver = false; // the recogniser's own began earlier
         QTimer::singleShot(2 * kPatience, this, [&patienceIsOver] { patienceIsOver = true; });
         QTRY_VERIFY_WITH_TIMEOUT(patienceIsOver, test::kReadingTime);
+        QCOMPARE(test::ownThreads() - threads, QSet<QString>());
         QCOMPARE(module.readings(), kMostThreads);
         QCOMPARE(answers.count(), 0);
 
