@@ -183,8 +183,11 @@ private Q_SLOTS:
         QVERIFY(types());
         setKeyboard(
             {QStringLiteral("es"), QStringLiteral("-option"), QStringLiteral("compose:rctrl")});
-        tap({XK_dead_acute, XK_a, XK_ntilde, XK_Multi_key, XK_apostrophe, XK_e, XK_Multi_key, XK_o,
-             XK_c});
+        tap({XK_dead_acute, XK_a, XK_ntilde});
+        // Qt puts a composed letter before plain ones that came in the same moment; no hand is that
+        // fast.
+        QVERIFY(showsInField(typed(kAt, QStringLiteral("áñ"))));
+        tap({XK_Multi_key, XK_apostrophe, XK_e, XK_Multi_key, XK_o, XK_c});
         input().tap(XK_Return);
         QVERIFY(returnTakes({typed(kAt, QStringLiteral("áñé©"))}));
     }

@@ -22,6 +22,7 @@ constexpr int kMiddle = 19;
 constexpr int kItems = 3;          // of the menu
 constexpr int kMenuOpens = 3000;   // ms
 constexpr int kMenuAnswer = 1000;  // ms in which a menu with the keyboard has followed a key
+constexpr int kMenuMargin = 6;     // pixels from its edge, where no item has letters
 constexpr int kBetweenClicks = 80; // ms
 
 constexpr int kBorder = 2;
@@ -182,28 +183,39 @@ bool PinTest::clickInMenu(int item)
     return waitUntil([this] { return menus().empty(); });
 }
 
-void PinTest::choose(int downs)
+int PinTest::litItem()
 {
-    // Mapped is not served: keys that come before the menu has the keyboard are lost.
     const auto all = menus();
     if (all.empty())
-        return;
+        return 0;
     const QRect place = all.front().pixels;
-    const QImage before = screen().grab(place);
-    const auto followed = [&] {
+    std::array<QColor, kItems> colours;
+    for (int i = 0; i < kItems; ++i)
+        colours.at(i) = screen().pixel(
+            place.topLeft() + QPoint(kMenuMargin, place.height() * (2 * i + 1) / (2 * kItems)));
+    for (int i = 0; i < kItems; ++i) {
+        const QColor next = colours.at((i + 1) % kItems);
+        if (colours.at(i) != next && next == colours.at((i + 2) % kItems))
+            return i + 1;
+    }
+    return 0;
+}
+
+void PinTest::choose(int item)
+{
+    // Mapped is not served: keys that come before the menu has the keyboard are lost.
+    const auto reached = [&] {
+        const int before = litItem();
         input().tap(XK_Down);
         QElapsedTimer timer;
         for (timer.start(); timer.elapsed() < kMenuAnswer; QTest::qWait(kMenuAnswer / 50)) {
-            if (screen().grab(place) != before)
-                return true;
+            if (litItem() != before)
+                return litItem() == item;
         }
         return false;
     };
-    if (!waitUntil(followed))
-        return;
-    for (int i = 1; i < downs; ++i)
-        input().tap(XK_Down);
-    input().tap(XK_Return);
+    if (waitUntil(reached))
+        input().tap(XK_Return);
 }
 
 std::vector<SeenWindow> PinTest::menus()

@@ -65,8 +65,10 @@ protected:
     /// Chooses the item with this number, counted from one, with the mouse; false when the menu
     /// does not close.
     [[nodiscard]] bool clickInMenu(int item);
-    /// Chooses the item that so many presses of the Down key reach.
-    void choose(int downs);
+    /// Chooses the item with this number with the keyboard.
+    void choose(int item);
+    /// The number of the menu's item that is lit, or zero.
+    [[nodiscard]] int litItem();
     [[nodiscard]] std::vector<SeenWindow> menus();
 
     /// Gives another program's window the focus through the window manager and waits for it.
