@@ -232,7 +232,7 @@ private Q_SLOTS:
         QVERIFY(isPasted(before().copy(other)));
         input().chord({XK_Control_L, XK_s});
         QVERIFY(waitUntil([this] { return dialogs().size() == 1 && dialogHasKeyboard(); }));
-        const QRect panel = dialogs().front().pixels;
+        const xcb_window_t panel = dialogs().front().id;
         QVERIFY(openMenu(own.center()));
         choose(1);
         QVERIFY(isPasted(before().copy(own)));
@@ -243,7 +243,7 @@ private Q_SLOTS:
             const xcb_window_t focused = windows().focused();
             const auto all = dialogs();
             return std::ranges::any_of(all, [&](const SeenWindow& dialog) {
-                return dialog.id == focused && dialog.pixels != panel;
+                return dialog.id == focused && dialog.id != panel;
             });
         }));
         QVERIFY(saveAs("fijada"));
