@@ -72,6 +72,7 @@ private Q_SLOTS:
     {
         useSession();
         ClientWindow below(display(), {.pixels = QRect(320, 270, 200, 200), .colour = Qt::red});
+        QVERIFY(becomesActive(below)); // its frame changes with that
         m_before = screen().grabAtRest();
         QCOMPARE(m_before.pixelColor(below.pixels().center()), QColor(Qt::red));
         QVERIFY(openArea());

@@ -48,7 +48,9 @@ private Q_SLOTS:
             Process& stayed = copies[0]->isRunning() ? *copies[0] : *copies[1];
             const Process& left = copies[0]->isRunning() ? *copies[1] : *copies[0];
             QCOMPARE(left.exitCode(), 0);
-            QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
+            QCOMPARE(history().size(), before + 2);
+            const CommandResult third = program().command({QStringLiteral("fullScreen")});
+            QVERIFY2(third.exitCode == 0, qPrintable(third.error));
             QVERIFY(waitUntil([&] { return history().size() == before + 3; }));
             QVERIFY(stayed.end());
             QCOMPARE(stayed.exitCode(), 0);
