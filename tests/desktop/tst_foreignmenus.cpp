@@ -18,6 +18,8 @@ private:
 
     static constexpr QPoint kPlace{400, 300}; ///< where menus open
     static constexpr QPoint kAside{1200, 700};
+    static constexpr int kMenuOpens = 5000; // ms
+    static constexpr int kMostTries = 4;
 
     [[nodiscard]] QString log() const { return m_home + QStringLiteral("/done"); }
     [[nodiscard]] qint64 carriedOut() const { return QFileInfo(log()).size(); }
@@ -49,16 +51,18 @@ private:
     [[nodiscard]] VisibleWindow newWindow(const std::vector<xcb_window_t>& before)
     {
         VisibleWindow found;
-        const bool shown = waitUntil([&] {
-            for (const VisibleWindow& window : visibleWindows(desktop().connection())) {
-                if (std::ranges::count(before, window.id) == 0 &&
-                    screen().pixels().contains(window.pixels)) {
-                    found = window;
-                    return true;
+        const bool shown = waitUntil(
+            [&] {
+                for (const VisibleWindow& window : visibleWindows(desktop().connection())) {
+                    if (std::ranges::count(before, window.id) == 0 &&
+                        screen().pixels().contains(window.pixels)) {
+                        found = window;
+                        return true;
+                    }
                 }
-            }
-            return false;
-        });
+                return false;
+            },
+            kMenuOpens);
         return shown ? found : VisibleWindow();
     }
 
@@ -99,19 +103,29 @@ private:
     [[nodiscard]] bool isPainted(const QRect& menu, const QImage& beneath)
     {
         constexpr qsizetype kColoursOfText = 6;
-        return waitUntil([&] {
-            const QImage now = screen().grab(menu);
-            QSet<QRgb> colours;
-            for (int y = 0; y < now.height(); ++y) {
-                for (int x = 0; x < now.width(); ++x)
-                    colours.insert(now.pixel(x, y));
-            }
-            return now != beneath.copy(menu) && colours.size() >= kColoursOfText;
-        });
+        return waitUntil(
+            [&] {
+                const QImage now = screen().grab(menu);
+                QSet<QRgb> colours;
+                for (int y = 0; y < now.height(); ++y) {
+                    for (int x = 0; x < now.width(); ++x)
+                        colours.insert(now.pixel(x, y));
+                }
+                return now != beneath.copy(menu) && colours.size() >= kColoursOfText;
+            },
+            kMenuOpens);
     }
 
-    /// Opens the menu and answers with its place on the screen; empty when it does not open.
+    /// Opens the menu and answers with its place on the screen; empty when it does not open. A menu
+    /// closes again by itself when its program hears late that the focus has changed.
     QRect openMenu(Kind kind)
+    {
+        QRect menu;
+        for (int i = 0; i < kMostTries && menu.isEmpty(); ++i)
+            menu = tryToOpenMenu(kind);
+        return menu;
+    }
+    QRect tryToOpenMenu(Kind kind)
     {
         const auto before = shownWindows();
         const QImage beneath = screen().grab();
@@ -120,7 +134,7 @@ private:
         m_menus = {menu.id};
         input().moveTo(kAside);
         if (menu.id == 0 || !isPainted(menu.pixels, beneath) ||
-            !waitUntil([this] { return pointerIsTaken(); }))
+            !waitUntil([this] { return pointerIsTaken(); }, kMenuOpens))
             return {};
         if (kind != Kind::qtSubmenu)
             return menu.pixels;
