@@ -18,7 +18,6 @@ private Q_SLOTS:
     {
         useSurroundings();
         QVERIFY(isOnlyPin(kDragged));
-        QVERIFY(shows(kDragged, captured()));
         // Its border is drawn over the picture, so it can be told from what lies below. Until it is
         // painted a compositor shows there what the overlay had: the selection with its handles.
         QVERIFY(waitUntil([this] {

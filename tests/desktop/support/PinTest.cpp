@@ -28,6 +28,13 @@ constexpr int kBetweenClicks = 80; // ms
 constexpr int kBorder = 2;
 constexpr int kRadius = 7; // of the border's outer edge
 
+/// How far below the upper edge of a menu as high as this the middle of an item lies; items are
+/// counted from one.
+int middleOf(int item, int menuHeight)
+{
+    return menuHeight * (2 * item - 1) / (2 * kItems);
+}
+
 } // namespace
 
 void PinTest::addSurroundings()
@@ -178,8 +185,7 @@ bool PinTest::clickInMenu(int item)
     if (all.empty())
         return false;
     const QRect place = all.front().pixels;
-    input().click(
-        {place.center().x(), place.top() + place.height() * (2 * item - 1) / (2 * kItems)});
+    input().click({place.center().x(), place.top() + middleOf(item, place.height())});
     return waitUntil([this] { return menus().empty(); });
 }
 
@@ -188,15 +194,13 @@ int PinTest::litItem()
     const auto all = menus();
     if (all.empty())
         return 0;
-    const QRect place = all.front().pixels;
-    std::array<QColor, kItems> colours;
-    for (int i = 0; i < kItems; ++i)
-        colours.at(i) = screen().pixel(
-            place.topLeft() + QPoint(kMenuMargin, place.height() * (2 * i + 1) / (2 * kItems)));
-    for (int i = 0; i < kItems; ++i) {
-        const QColor next = colours.at((i + 1) % kItems);
-        if (colours.at(i) != next && next == colours.at((i + 2) % kItems))
-            return i + 1;
+    const QImage menu = screen().grab(all.front().pixels); // all items at one moment
+    const auto margin = [&](int item) {
+        return menu.pixel(kMenuMargin, middleOf((item - 1) % kItems + 1, menu.height()));
+    };
+    for (int item = 1; item <= kItems; ++item) {
+        if (margin(item) != margin(item + 1) && margin(item + 1) == margin(item + 2))
+            return item;
     }
     return 0;
 }
@@ -209,8 +213,8 @@ void PinTest::choose(int item)
         input().tap(XK_Down);
         QElapsedTimer timer;
         for (timer.start(); timer.elapsed() < kMenuAnswer; QTest::qWait(kMenuAnswer / 50)) {
-            if (litItem() != before)
-                return litItem() == item;
+            if (const int now = litItem(); now != before)
+                return now == item;
         }
         return false;
     };
