@@ -239,6 +239,33 @@ private Q_SLOTS:
         QTRY_COMPARE(statesGrabbableBy(other, kKey9Code, XCB_MOD_MASK_4), 0);
     }
 
+    // A menu has the whole keyboard. It may have closed by itself when the key that came to it is
+    // looked at.
+    void keyThatCameToAMenuFiresThoughTheMenuIsGone()
+    {
+        QWidget window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const auto area = take(kKey9, kControlShift);
+        const auto escape = take(KeyCodes::kEscape, 0);
+        const auto cookie =
+            xcb_grab_keyboard(x11::connection(), 0, static_cast<xcb_window_t>(window.winId()),
+                              XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        const x11::Owned<xcb_grab_keyboard_reply_t> reply(
+            xcb_grab_keyboard_reply(x11::connection(), cookie, nullptr));
+        QVERIFY(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
+        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        QTRY_COMPARE(m_presses, 1);
+        // This one was for the menu.
+        QVERIFY(xdotool(QStringLiteral("key Escape")));
+        settle();
+        QCOMPARE(m_presses, 1);
+        xcb_ungrab_keyboard(x11::connection(), XCB_CURRENT_TIME);
+        xcb_flush(x11::connection());
+        QVERIFY(xdotool(QStringLiteral("key Escape")));
+        QTRY_COMPARE(m_presses, 2);
+    }
+
     void escapeAloneCanBeTakenAndFiresOnce()
     {
         QLineEdit field;

@@ -8,8 +8,6 @@
 #include <xcb/xkb.h>
 #undef explicit
 
-#include <QApplication>
-
 #include <utility>
 
 namespace brindlecam {
@@ -104,7 +102,7 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     if (kindOf(event) != XCB_KEY_PRESS && kindOf(event) != XCB_KEY_RELEASE)
         return X11Events::Verdict::pass;
     const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
-    const bool ours = key.event == x11::root() || isKeptByAMenu(key);
+    const bool ours = key.event == x11::root() || cameToAMenu(key);
     if (kindOf(event) == XCB_KEY_PRESS) {
         const auto wish = ours ? wishFor(key) : nullptr;
         // The share held here outlives a callback that drops its own registration.
@@ -117,12 +115,13 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     return ours ? X11Events::Verdict::swallow : X11Events::Verdict::pass;
 }
 
-/// An open menu of ours has the whole keyboard, so that no key grab takes effect. It keeps Esc,
-/// which closes it.
-bool X11HotKeys::isKeptByAMenu(const xcb_key_press_event_t& event) const
+/// A menu of ours has the whole keyboard, so that no key grab takes effect; nothing else of ours ever
+/// gets such a key. Whether the menu is still open does not count: it may have closed by itself while
+/// the key was on its way. Esc was for the menu.
+bool X11HotKeys::cameToAMenu(const xcb_key_press_event_t& event) const
 {
     return kindOf(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_PRESS &&
-           QApplication::activePopupWidget() && wishFor(event) &&
+           event.event != x11::root() && wishFor(event) &&
            event.detail != keyCodes(KeyCodes::kEscape).front();
 }
 

@@ -38,7 +38,7 @@ private:
     std::shared_ptr<x11::KeyGrab> grabFor(const Wish& wish) const;
     void grabAgain();
     X11Events::Verdict handle(const xcb_generic_event_t& event);
-    [[nodiscard]] bool isKeptByAMenu(const xcb_key_press_event_t& event) const;
+    [[nodiscard]] bool cameToAMenu(const xcb_key_press_event_t& event) const;
     [[nodiscard]] std::shared_ptr<Wish> wishFor(const xcb_key_press_event_t& event) const;
     [[nodiscard]] bool changesKeyboard(const xcb_generic_event_t& event) const;
 
