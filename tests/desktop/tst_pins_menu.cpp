@@ -233,11 +233,12 @@ private Q_SLOTS:
         input().chord({XK_Control_L, XK_s});
         QVERIFY(waitUntil([this] { return dialogs().size() == 1 && dialogHasKeyboard(); }));
         const xcb_window_t panel = dialogs().front().id;
+        // By clicks: a key that comes before the menu has the keyboard would be the panel's.
         QVERIFY(openMenu(own.center()));
-        choose(1);
+        QVERIFY(clickInMenu(1));
         QVERIFY(isPasted(before().copy(own)));
         QVERIFY(openMenu(own.center()));
-        choose(2);
+        QVERIFY(clickInMenu(2));
         QVERIFY(waitUntil([this] { return dialogs().size() == 2; }));
         QVERIFY(waitUntil([&] {
             const xcb_window_t focused = windows().focused();
@@ -247,6 +248,9 @@ private Q_SLOTS:
             });
         }));
         QVERIFY(saveAs("fijada"));
+        // A panel that is left before Qt has read its folder does not keep its name selected.
+        QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
+        input().chord({XK_Control_L, XK_a});
         QVERIFY(saveAs("otra"));
         QVERIFY(waitUntil([&] { return samePixels(saved("fijada"), before().copy(own)); }));
         QVERIFY(waitUntil([&] { return samePixels(saved("otra"), before().copy(other)); }));
