@@ -1,12 +1,12 @@
 #include "canvas/CanvasPainter.h"
 
 #include "base/Geometry.h"
+#include "base/RepaintArea.h"
 #include "canvas/Annotation.h"
 #include "canvas/Hint.h"
 #include "canvas/HintPicture.h"
 #include "canvas/Loupe.h"
 #include "canvas/MarkedPart.h"
-#include "canvas/RepaintArea.h"
 #include "canvas/SelectionFrame.h"
 #include "canvas/SizeLabel.h"
 #include "pictures/PixelGrid.h"

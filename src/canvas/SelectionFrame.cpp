@@ -2,7 +2,7 @@
 
 #include "app/Config.h"
 #include "app/DevicePixels.h"
-#include "canvas/RepaintArea.h"
+#include "base/RepaintArea.h"
 #include "canvas/Selection.h"
 
 #include <QPainter>

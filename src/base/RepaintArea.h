@@ -5,7 +5,7 @@
 
 namespace brindlecam {
 
-/// Grows a rectangle of the canvas (points) to one whose edges lie on whole device pixels at this
+/// Grows a rectangle of a widget (points) to one whose edges lie on whole device pixels at this
 /// scale, so that a partial repaint at a fractional scale leaves no stale line at its border. At
 /// scales without such a grid nearby the answer is much larger, never smaller.
 [[nodiscard]] QRect repaintArea(const QRectF& points, qreal scale);

@@ -1,4 +1,4 @@
-#include "canvas/RepaintArea.h"
+#include "base/RepaintArea.h"
 
 #include "base/Geometry.h"
 
