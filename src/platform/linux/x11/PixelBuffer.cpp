@@ -5,14 +5,45 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <cstdint>
+
 namespace brindlecam {
 
 namespace {
+
+constexpr std::size_t kLargePage = 2 << 20;
 
 uchar* mapped(std::size_t bytes, int flags, int file)
 {
     void* const memory = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, flags, file, 0);
     return memory == MAP_FAILED ? nullptr : static_cast<uchar*>(memory);
+}
+
+/// What a picture of plain memory takes: whole large pages, unless it is smaller than one.
+std::size_t plainBytes(std::size_t bytes)
+{
+    return bytes < kLargePage ? bytes : (bytes + kLargePage - 1) / kLargePage * kLargePage;
+}
+
+// Whole-screen pictures are touched all at once: large pages spare thousands of faults. They come
+// only where all of one is ours; at the ends of a mapping that begins anywhere they are small.
+uchar* mappedPlain(std::size_t bytes)
+{
+    constexpr int kFlags = MAP_PRIVATE | MAP_ANONYMOUS;
+    if (bytes < kLargePage)
+        return mapped(bytes, kFlags, -1);
+    const std::size_t whole = plainBytes(bytes);
+    uchar* const wide = mapped(whole + kLargePage, kFlags, -1);
+    if (!wide)
+        return nullptr;
+    const std::size_t past = reinterpret_cast<std::uintptr_t>(wide) % kLargePage;
+    const std::size_t before = past == 0 ? 0 : kLargePage - past;
+    uchar* const data = wide + before;
+    if (before > 0)
+        ::munmap(wide, before);
+    ::munmap(data + whole, kLargePage - before);
+    ::madvise(data, whole, MADV_HUGEPAGE);
+    return data;
 }
 
 } // namespace
@@ -23,11 +54,9 @@ std::unique_ptr<PixelBuffer> PixelBuffer::make(Kind kind, std::size_t bytes,
     if (bytes == 0)
         return nullptr;
     if (kind == Kind::plain) {
-        uchar* const data = mapped(bytes, MAP_PRIVATE | MAP_ANONYMOUS, -1);
+        uchar* const data = mappedPlain(bytes);
         if (!data)
             return nullptr;
-        // Whole-screen pictures are touched all at once: large pages spare thousands of faults.
-        ::madvise(data, bytes, MADV_HUGEPAGE);
         return std::unique_ptr<PixelBuffer>(new PixelBuffer(kind, data, bytes));
     }
 
@@ -60,7 +89,7 @@ PixelBuffer::~PixelBuffer()
         xcb_shm_detach(m_connection, m_segment);
         xcb_flush(m_connection);
     }
-    ::munmap(m_data, m_size);
+    ::munmap(m_data, m_kind == Kind::plain ? plainBytes(m_size) : m_size);
 }
 
 bool PixelBuffer::attach(xcb_connection_t* connection, int file)
