@@ -50,8 +50,11 @@ void Figures::add(const Figure& figure)
                 .arg(figure.samples.size());
     bool met = true;
     if (figure.limit) {
-        met = middle <= *figure.limit;
-        line += QStringLiteral(", limit %1").arg(number(*figure.limit));
+        const double counts = figure.leastCounts ? std::ranges::min(figure.samples) : middle;
+        met = counts <= *figure.limit;
+        line += (figure.leastCounts ? QStringLiteral(", limit of the least %1")
+                                    : QStringLiteral(", limit %1"))
+                    .arg(number(*figure.limit));
     }
     if (!figure.yardstickSamples.empty()) {
         const double yard = median(figure.yardstickSamples);

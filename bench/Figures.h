@@ -11,11 +11,12 @@ namespace brindlecam::bench {
 struct Figure {
     QString what;
     QString unit = QStringLiteral("ms");
-    std::vector<double> samples; ///< in `unit`; their median counts
-    std::optional<double> limit; ///< the most the median may be; none: told for information
+    std::vector<double> samples; ///< in `unit`; their median counts, or the least
+    std::optional<double> limit; ///< the most what counts may be; none: told for information
     QString yardstick;           ///< what `yardstickSamples` measure
     std::vector<double> yardstickSamples;
     std::optional<double> ratioLimit; ///< the most median / yardstick may be
+    bool leastCounts = false; ///< where a few long rounds meet whatever else the machine does
 };
 
 [[nodiscard]] double median(std::vector<double> values);

@@ -14,7 +14,7 @@ public:
 
     void firstCapture();
     void warmCapture();
-    /// Without a limit: what the memory given back at rest costs the next capture.
+    /// When all memory has been given back: the time, and the page faults of both sides.
     void captureAfterRest();
     void pointerMoves();
 
@@ -22,6 +22,7 @@ private:
     struct Limits {
         double warm;
         double first;
+        double rested;
         double move;
     };
 

@@ -29,6 +29,7 @@ public:
     /// What the screen shows when nothing of ours is on it.
     [[nodiscard]] const QImage& page() const { return m_page; }
     [[nodiscard]] QString display() { return m_desktop.server().display(); }
+    [[nodiscard]] qint64 serverPid() { return m_desktop.server().pid(); }
     [[nodiscard]] Eyes& eyes() { return m_eyes; }
     [[nodiscard]] Hands& hands() { return m_hands; }
     [[nodiscard]] const FrameCopy& frameCopy() const { return *m_frameCopy; }

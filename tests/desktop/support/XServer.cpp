@@ -14,12 +14,19 @@ XServer::XServer(const XServerOptions& options)
                                  .arg(options.pixels.height())
                                  .arg(options.depth);
     // -ac: a program that runs as another user must get in, too; the server has no network socket.
-    m_process = std::make_unique<Process>(
-        QStringLiteral("Xvfb"),
-        QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                    QStringLiteral("0"), geometry, QStringLiteral("-noreset"),
-                    QStringLiteral("-ac"), QStringLiteral("-nolisten"), QStringLiteral("tcp")},
-        QProcessEnvironment::systemEnvironment());
+    QStringList arguments{QStringLiteral("-displayfd"),
+                          QStringLiteral("1"),
+                          QStringLiteral("-screen"),
+                          QStringLiteral("0"),
+                          geometry,
+                          QStringLiteral("-noreset"),
+                          QStringLiteral("-ac"),
+                          QStringLiteral("-nolisten"),
+                          QStringLiteral("tcp")};
+    if (!options.without.isEmpty())
+        arguments << QStringLiteral("-extension") << options.without;
+    m_process = std::make_unique<Process>(QStringLiteral("Xvfb"), arguments,
+                                          QProcessEnvironment::systemEnvironment());
     const QByteArray number = m_process->awaitLine();
     if (number.isEmpty())
         qFatal("Xvfb names no display: %s", m_process->log().constData());

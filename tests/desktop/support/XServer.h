@@ -20,6 +20,7 @@ struct Monitor {
 struct XServerOptions {
     QSize pixels{1280, 800};
     int depth = 24;
+    QString without{};               ///< an extension that it lacks, as in "MIT-SHM"
     std::vector<Monitor> monitors{}; ///< empty: one monitor as large as the screen
 };
 
@@ -30,6 +31,7 @@ public:
 
     /// For DISPLAY, as in ":7".
     [[nodiscard]] const QString& display() const { return m_display; }
+    [[nodiscard]] qint64 pid() const { return m_process->pid(); }
     /// Makes these the monitors, removing all others. At least one.
     void setMonitors(const std::vector<Monitor>& monitors);
     /// Plugs one more in, or gives one of several another place or size in one go.
