@@ -25,9 +25,9 @@ bool isArea(const Annotation& mark)
 
 } // namespace
 
-CanvasPainter::CanvasPainter(const QImage& image, const QImage& dimmed, QSizeF size)
+CanvasPainter::CanvasPainter(const QImage& image, QSizeF size)
     : m_size(size)
-    , m_dimView(image, dimmed, size)
+    , m_dimView(image, size)
     , m_marked(image, size)
 {
 }
@@ -55,6 +55,13 @@ QRegion CanvasPainter::show(const CanvasScene& scene)
     const CanvasScene before = std::exchange(m_scene, scene);
     m_dimView.setHole(scene.hole);
     return difference(before, scene);
+}
+
+QRegion CanvasPainter::differenceToFirstFrame() const
+{
+    CanvasScene firstFrame;
+    firstFrame.hint = true;
+    return difference(firstFrame, m_scene);
 }
 
 QRegion CanvasPainter::show(const AnnotationList::Marks& marks)

@@ -23,7 +23,7 @@ class HintPicture;
 /// the canvas; the frozen pictures are pixels.
 class CanvasPainter final {
 public:
-    CanvasPainter(const QImage& image, const QImage& dimmed, QSizeF size);
+    CanvasPainter(const QImage& image, QSizeF size);
 
     /// The frozen screen, in pixels.
     [[nodiscard]] const QImage& image() const { return m_dimView.image(); }
@@ -36,6 +36,8 @@ public:
 
     /// Shows another scene from now on; answers what must be painted anew.
     [[nodiscard]] QRegion show(const CanvasScene& scene);
+    /// What is not as in a frame of the dimmed screen with the hint.
+    [[nodiscard]] QRegion differenceToFirstFrame() const;
     /// The same for the finished marks.
     [[nodiscard]] QRegion show(const AnnotationList::Marks& marks);
     /// Whole device pixels around places that have changed.

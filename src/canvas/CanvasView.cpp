@@ -19,7 +19,7 @@ CanvasView::CanvasView(Prefs& prefs, TextRecognizer& recognizer, const Frozen& f
     : QWidget(parent)
     , m_prefs(prefs)
     , m_size(frozen.size)
-    , m_painter(frozen.image, frozen.dimmed, frozen.size)
+    , m_painter(frozen.image, frozen.size)
     , m_model(frozen.image, frozen.size, frozen.nativeOrigin)
     , m_hudView(*this)
     , m_actions(m_model, m_hud, recognizer, *this)
@@ -86,6 +86,16 @@ void CanvasView::refresh()
     update(m_painter.show(editor().annotations()) + m_painter.show(now));
     const bool overAll = selection().isEmpty() && isInUse();
     m_hudView.present(message(), overAll ? selection().canvas() : selection().rect(), m_size);
+}
+
+void CanvasView::paintAfterFirstFrame()
+{
+    update(m_painter.differenceToFirstFrame());
+    // A selection may have been made and its bars shown meanwhile.
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isVisible())
+            child->update();
+    }
 }
 
 void CanvasView::paintEvent(QPaintEvent* event)

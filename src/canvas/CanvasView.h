@@ -32,7 +32,6 @@ public:
     /// One frozen screen.
     struct Frozen {
         QImage image;        ///< pixels
-        QImage dimmed;       ///< the same, darkened
         QSizeF size;         ///< in points
         QPoint nativeOrigin; ///< its place on the desktop, in native pixels
     };
@@ -52,8 +51,14 @@ public:
     /// A new picture for the clipboard, while the session goes on.
     std::function<void(const Rendered&)> onAutoCopy;
 
+    /// The frozen screen, in pixels.
+    [[nodiscard]] const QImage& image() const { return m_painter.image(); }
+
     /// A painted hint that outlives the canvas; without one the hint is painted each time.
     void setHintPicture(const HintPicture& picture) { m_painter.setHintPicture(picture); }
+
+    /// A frame of the dimmed screen with the hint is shown already: paints what is not so.
+    void paintAfterFirstFrame();
 
     /// Windows of this screen that a click takes, frontmost first, in points of this canvas.
     void setWindowRects(std::vector<QRectF> windows);

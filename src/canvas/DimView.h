@@ -8,12 +8,12 @@ class QPainter;
 
 namespace brindlecam {
 
-/// The frozen screen in two pictures, as it is and dimmed: the hole shows the first, everything
-/// around it the second. No blending happens while painting. Images are pixels, the hole is points.
+/// The frozen screen, as it is in the hole and dimmed around it. The picture is pixels, the hole is
+/// points.
 class DimView final {
 public:
-    /// Both pictures have one size, in pixels; `canvas` is their size in points.
-    DimView(QImage image, QImage dimmed, QSizeF canvas);
+    /// A 32-bit picture; `canvas` is its size in points.
+    DimView(QImage image, QSizeF canvas);
 
     [[nodiscard]] const QImage& image() const { return m_image; }
 
@@ -25,8 +25,9 @@ public:
     void paint(QPainter& painter, const QRegion& exposed) const;
 
 private:
+    void paintDimmed(QPainter& painter, const QRect& pixels) const;
+
     QImage m_image;
-    QImage m_dimmed;
     QSizeF m_canvas;
     QRectF m_hole;
 };

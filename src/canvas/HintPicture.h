@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QPoint>
+#include <QRect>
 #include <QSizeF>
 
 class QPainter;
@@ -17,6 +18,10 @@ public:
 
     /// Paints it pixel by pixel, whatever the painter's scale.
     void paint(QPainter& painter) const;
+
+    /// Its place on the screen, in pixels, and what belongs there.
+    [[nodiscard]] QRect pixels() const { return {m_pixel, m_image.size()}; }
+    [[nodiscard]] const QImage& image() const { return m_image; }
 
 private:
     const qreal m_scale;

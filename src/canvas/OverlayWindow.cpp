@@ -1,12 +1,12 @@
 #include "canvas/OverlayWindow.h"
 
 #include "canvas/CanvasView.h"
+#include "canvas/DimmedFrame.h"
 #include "platform/Grabber.h"
 #include "platform/Panels.h"
 
 #include <QBackingStore>
 #include <QGuiApplication>
-#include <QPainter>
 #include <QScreen>
 
 namespace brindlecam {
@@ -34,12 +34,10 @@ OverlayWindow::OverlayWindow(Panels& panels, Prefs& prefs, TextRecognizer& recog
 CanvasView& OverlayWindow::makeContent(const GrabbedScreen& shot)
 {
     delete m_canvas;
-    m_canvas = new CanvasView(m_prefs, m_recognizer,
-                              {.image = shot.image,
-                               .dimmed = shot.dimmed,
-                               .size = m_screen.size(),
-                               .nativeOrigin = m_screen.native.topLeft()},
-                              this);
+    m_canvas = new CanvasView(
+        m_prefs, m_recognizer,
+        {.image = shot.image, .size = m_screen.size(), .nativeOrigin = m_screen.native.topLeft()},
+        this);
     m_canvas->setHintPicture(m_hint);
     m_canvas->setGeometry(rect());
     m_canvas->show();
@@ -49,7 +47,10 @@ CanvasView& OverlayWindow::makeContent(const GrabbedScreen& shot)
 
 void OverlayWindow::cover()
 {
-    m_panels.show(*this, m_screen.native);
+    m_panels.showAtOnce(*this, m_screen.native, DimmedFrame(m_canvas->image(), m_hint), [this] {
+        if (m_canvas)
+            m_canvas->paintAfterFirstFrame();
+    });
 }
 
 void OverlayWindow::uncover()
@@ -61,22 +62,8 @@ void OverlayWindow::uncover()
         m_canvas->deleteLater();
         m_canvas = nullptr;
     }
-}
-
-void OverlayWindow::preparePixels()
-{
-    QBackingStore* store = backingStore();
-    if (!store || isVisible())
-        return;
-    store->resize(size());
-    store->beginPaint(rect());
-    QPainter(store->paintDevice()).fillRect(rect(), Qt::black);
-    store->endPaint();
-}
-
-void OverlayWindow::releasePixels()
-{
-    if (QBackingStore* store = backingStore(); store && !isVisible())
+    // What was painted goes back to the system.
+    if (QBackingStore* store = backingStore())
         store->resize(QSize(1, 1));
 }
 

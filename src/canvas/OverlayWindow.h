@@ -37,11 +37,6 @@ public:
     /// Leaves the screen and drops the content with its pictures.
     void uncover();
 
-    /// Touches the window's own pixels, so that the first session finds them ready.
-    void preparePixels();
-    /// Gives the window's own pixels back until the next session.
-    void releasePixels();
-
 protected:
     void resizeEvent(QResizeEvent* event) override;
 

@@ -51,9 +51,7 @@ CaptureController::~CaptureController()
 
 void CaptureController::warmUp()
 {
-    const auto screens = m_services.platform.displays->screens();
-    m_services.platform.grabber->warmUp(screens);
-    m_overlays.prepare(screens);
+    m_overlays.prepare(m_services.platform.displays->screens());
 }
 
 bool CaptureController::mayStart() const
@@ -103,7 +101,7 @@ void CaptureController::grabAll()
     grabbing->screens = platform.displays->layout();
     grabbing->windowFrames = WindowFinder::frontToBackRects(
         platform.windowList->frontToBack(), grabbing->screens, QCoreApplication::applicationPid());
-    ScreenGrabber::capture(*platform.grabber, grabbing->screens, {.dimmedCopy = true},
+    ScreenGrabber::capture(*platform.grabber, grabbing->screens,
                            [this](Result<std::vector<Shot>> grabbed) {
                                if (grabbed)
                                    freeInput(grabbed.value());
@@ -335,7 +333,7 @@ void CaptureController::captureFullScreen()
 
 void CaptureController::grabOne(const ScreenInfo& screen)
 {
-    ScreenGrabber::capture(*m_services.platform.grabber, {screen}, {},
+    ScreenGrabber::capture(*m_services.platform.grabber, {screen},
                            [this](Result<std::vector<Shot>> grabbed) {
                                if (!grabbed) {
                                    handleCaptureFailure(grabbed.error());

@@ -57,7 +57,7 @@ public:
     /// After a display was added, removed, resized or rescaled, and a session has heard of it.
     std::function<void()> onScreensChanged;
 
-    /// Makes windows and buffers ready for the first capture.
+    /// Makes windows ready for the first capture.
     void warmUp();
 
     /// Starts an area capture.

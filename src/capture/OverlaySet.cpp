@@ -4,25 +4,14 @@
 #include "platform/Grabber.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace brindlecam {
-
-namespace {
-
-constexpr std::chrono::seconds kPixelsKept{5};
-
-} // namespace
 
 OverlaySet::OverlaySet(Panels& panels, Prefs& prefs, TextRecognizer& recognizer)
     : m_panels(panels)
     , m_prefs(prefs)
     , m_recognizer(recognizer)
 {
-    m_releaseTimer.setSingleShot(true);
-    m_releaseTimer.setInterval(kPixelsKept);
-    QObject::connect(&m_releaseTimer, &QTimer::timeout, &m_releaseTimer,
-                     [this] { releasePixels(); });
 }
 
 OverlaySet::~OverlaySet() = default;
@@ -46,13 +35,11 @@ void OverlaySet::prepare(const std::vector<ScreenInfo>& screens)
                });
     });
     for (const ScreenInfo& screen : screens)
-        windowFor(screen).preparePixels();
-    m_releaseTimer.start();
+        windowFor(screen);
 }
 
 OverlayWindow& OverlaySet::fill(const GrabbedScreen& shot)
 {
-    m_releaseTimer.stop();
     OverlayWindow& window = windowFor(shot.screen);
     window.makeContent(shot);
     m_session.push_back(&window);
@@ -83,21 +70,12 @@ void OverlaySet::remove(OverlayWindow& window)
 {
     std::erase(m_session, &window);
     window.uncover();
-    if (m_session.empty())
-        m_releaseTimer.start();
 }
 
 void OverlaySet::removeAll()
 {
     for (OverlayWindow* window : std::exchange(m_session, {}))
         window->uncover();
-    m_releaseTimer.start();
-}
-
-void OverlaySet::releasePixels()
-{
-    for (const auto& window : m_windows)
-        window->releasePixels();
 }
 
 } // namespace brindlecam

@@ -3,8 +3,6 @@
 #include "base/ScreenInfo.h"
 #include "canvas/OverlayWindow.h"
 
-#include <QTimer>
-
 #include <memory>
 #include <vector>
 
@@ -17,16 +15,14 @@ class TextRecognizer;
 struct GrabbedScreen;
 
 /// The overlay windows, one per screen, kept hidden between sessions so that opening one is only a
-/// map. Their pixels stay a few seconds after a session, for the next one soon after, and are then
-/// given back. Main thread.
+/// map. Main thread.
 class OverlaySet final {
 public:
     /// All of it outlives this.
     OverlaySet(Panels& panels, Prefs& prefs, TextRecognizer& recognizer);
     ~OverlaySet();
 
-    /// Makes the windows for these screens, drops those of screens that are gone or changed, and
-    /// touches their pixels.
+    /// Makes the windows for these screens, and drops those of screens that are gone or changed.
     void prepare(const std::vector<ScreenInfo>& screens);
 
     /// The window for this shot's screen, filled and part of the session, still hidden.
@@ -48,14 +44,12 @@ public:
 
 private:
     OverlayWindow& windowFor(const ScreenInfo& screen);
-    void releasePixels();
 
     Panels& m_panels;
     Prefs& m_prefs;
     TextRecognizer& m_recognizer;
     std::vector<std::unique_ptr<OverlayWindow>> m_windows;
     std::vector<OverlayWindow*> m_session;
-    QTimer m_releaseTimer;
 };
 
 } // namespace brindlecam

@@ -4,16 +4,15 @@
 
 namespace brindlecam::ScreenGrabber {
 
-void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens, GrabOptions options,
+void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens,
              std::function<void(Result<std::vector<Shot>>)> done)
 {
-    grabber.grabScreens(screens, options,
-                        [done = std::move(done)](Result<std::vector<Shot>> grabbed) {
-                            if (grabbed && grabbed.value().empty())
-                                done(Error{text("No hay ninguna pantalla que capturar.")});
-                            else
-                                done(std::move(grabbed));
-                        });
+    grabber.grabScreens(screens, [done = std::move(done)](Result<std::vector<Shot>> grabbed) {
+        if (grabbed && grabbed.value().empty())
+            done(Error{text("No hay ninguna pantalla que capturar.")});
+        else
+            done(std::move(grabbed));
+    });
 }
 
 } // namespace brindlecam::ScreenGrabber

@@ -15,7 +15,7 @@ namespace ScreenGrabber {
 
 /// Pictures of these screens in this order; screens that are gone are left out. A list without a
 /// picture is a failure like any other.
-void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens, GrabOptions options,
+void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens,
              std::function<void(Result<std::vector<Shot>>)> done);
 
 } // namespace ScreenGrabber

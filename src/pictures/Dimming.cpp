@@ -20,24 +20,27 @@ std::uint32_t dimmedPixel(std::uint32_t pixel)
 
 } // namespace
 
-void dimRows(const QImage& bright, uchar* dimmed, qsizetype dimmedBytesPerLine, int firstRow,
-             int rows)
+void dim(const QImage& bright, const QRect& part, uchar* dimmed, qsizetype dimmedBytesPerLine)
 {
-    // Read once: through the picture the compiler would have to ask again after each pixel.
-    const int width = bright.width();
-    for (int y = firstRow; y < firstRow + rows; ++y) {
-        const auto* source = reinterpret_cast<const std::uint32_t*>(bright.constScanLine(y));
-        auto* target = reinterpret_cast<std::uint32_t*>(dimmed + y * dimmedBytesPerLine);
-        for (int x = 0; x < width; ++x)
+    for (int row = 0; row < part.height(); ++row) {
+        const auto* source =
+            reinterpret_cast<const std::uint32_t*>(bright.constScanLine(part.y() + row)) + part.x();
+        auto* target = reinterpret_cast<std::uint32_t*>(dimmed + row * dimmedBytesPerLine);
+        for (int x = 0; x < part.width(); ++x)
             target[x] = dimmedPixel(source[x]);
     }
 }
 
 QImage dimmedCopy(const QImage& bright)
 {
-    QImage dimmed(bright.size(), QImage::Format_RGB32);
+    return dimmedCopy(bright, bright.rect());
+}
+
+QImage dimmedCopy(const QImage& bright, const QRect& part)
+{
+    QImage dimmed(part.size(), QImage::Format_RGB32);
     if (!dimmed.isNull())
-        dimRows(bright, dimmed.bits(), dimmed.bytesPerLine(), 0, bright.height());
+        dim(bright, part, dimmed.bits(), dimmed.bytesPerLine());
     return dimmed;
 }
 

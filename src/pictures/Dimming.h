@@ -1,20 +1,20 @@
 #pragma once
 
 #include <QImage>
+#include <QRect>
 
 namespace brindlecam {
 
 /// The dimming of what lies outside the selection: black at alpha 0.45 over every pixel.
 namespace Dimming {
 
-/// Writes the dimmed rows [firstRow, firstRow + rows) of `bright` into the same rows of `dimmed`.
-/// Both are 32-bit pictures of one size; the alpha byte becomes opaque. Bands of rows may be dimmed
-/// on several threads at once.
-void dimRows(const QImage& bright, uchar* dimmed, qsizetype dimmedBytesPerLine, int firstRow,
-             int rows);
+/// Writes a part of a 32-bit picture, dimmed, to where the part's first pixel goes. The part lies
+/// in the picture; the alpha byte becomes opaque. Any thread.
+void dim(const QImage& bright, const QRect& part, uchar* dimmed, qsizetype dimmedBytesPerLine);
 
-/// A dimmed copy of a 32-bit picture.
+/// A dimmed copy of a 32-bit picture, or of a part that lies in it.
 [[nodiscard]] QImage dimmedCopy(const QImage& bright);
+[[nodiscard]] QImage dimmedCopy(const QImage& bright, const QRect& part);
 
 } // namespace Dimming
 

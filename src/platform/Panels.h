@@ -10,6 +10,8 @@ class QWidget;
 
 namespace brindlecam {
 
+class FirstFrame;
+
 /// What a top-level widget is to the desktop: how high it lies, whether it takes the focus or the
 /// pointer, whether the window manager touches it.
 enum class PanelRole {
@@ -36,6 +38,12 @@ public:
     /// Shows the widget so that it covers exactly this rectangle (dialogs: the window manager
     /// places them; pass an empty rectangle).
     virtual void show(QWidget& widget, const QRect& native) = 0;
+
+    /// Shows the widget with this frame in it, faster than it could paint itself. `mayPaint` runs
+    /// later and once: from then on the widget paints, and need paint only what differs from the
+    /// frame. Where frames can't be shown, the widget has been told to paint all of itself by then.
+    virtual void showAtOnce(QWidget& widget, const QRect& native, const FirstFrame& frame,
+                            std::function<void()> mayPaint) = 0;
 
     /// Moves and resizes a panel that was shown. The widget hears of its new size later, when the
     /// window manager has agreed.

@@ -17,17 +17,15 @@ Session::Session(Photographer& photographer, Prefs& prefs)
     const auto screens = platform.displays->screens();
     const auto frames = WindowFinder::frontToBackRects(platform.windowList->frontToBack(), screens,
                                                        QCoreApplication::applicationPid());
-    ScreenGrabber::capture(*platform.grabber, screens, {.dimmedCopy = true},
-                           [&](const Result<std::vector<Shot>>& shots) {
-                               if (!shots)
-                                   qFatal("%s", qPrintable(shots.error().message));
-                               for (const Shot& shot : shots.value()) {
-                                   OverlayWindow& window = m_overlays.fill(shot);
-                                   window.canvas()->setWindowRects(
-                                       WindowFinder::onScreen(frames, shot.screen));
-                                   window.cover();
-                               }
-                           });
+    ScreenGrabber::capture(*platform.grabber, screens, [&](const Result<std::vector<Shot>>& shots) {
+        if (!shots)
+            qFatal("%s", qPrintable(shots.error().message));
+        for (const Shot& shot : shots.value()) {
+            OverlayWindow& window = m_overlays.fill(shot);
+            window.canvas()->setWindowRects(WindowFinder::onScreen(frames, shot.screen));
+            window.cover();
+        }
+    });
     OverlayWindow& window = *m_overlays.session().front();
     platform.panels->focus(window);
     photographer.await(QStringLiteral("the focus"), [&] { return window.canvas()->hasFocus(); });

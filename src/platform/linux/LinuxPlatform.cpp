@@ -7,6 +7,7 @@
 #include "platform/linux/SessionBus.h"
 #include "platform/linux/StatusNotifierHosts.h"
 #include "platform/linux/UnixQuitSignals.h"
+#include "platform/linux/x11/ServerPixels.h"
 #include "platform/linux/x11/X11Displays.h"
 #include "platform/linux/x11/X11Events.h"
 #include "platform/linux/x11/X11FrontApplication.h"
@@ -81,13 +82,14 @@ std::unique_ptr<TrayHosts> makeTrayHosts()
 void addX11(Platform& platform)
 {
     platform.displays = std::make_unique<X11Displays>();
-    platform.grabber = std::make_unique<X11Grabber>();
+    const auto pixels = std::make_shared<ServerPixels>();
+    platform.grabber = std::make_unique<X11Grabber>(pixels);
     platform.windowList = std::make_unique<X11WindowList>();
     const auto events = std::make_shared<X11Events>();
     platform.hotKeys = std::make_unique<X11HotKeys>(events);
     platform.inputGrabs = std::make_unique<X11InputGrabs>();
     platform.frontApplication = std::make_unique<X11FrontApplication>(events);
-    platform.panels = std::make_unique<X11Panels>(events, *platform.grabber);
+    platform.panels = std::make_unique<X11Panels>(events, *platform.grabber, pixels);
     platform.pasteboard = std::make_unique<X11Pasteboard>(
         [](std::function<void()> job) { QThreadPool::globalInstance()->start(std::move(job)); });
     platform.trayHosts = makeTrayHosts();

@@ -21,12 +21,11 @@ public:
 
 class NullGrabber final : public Grabber {
 public:
-    void grabScreens(const std::vector<ScreenInfo>&, GrabOptions, Done done) override
+    void grabScreens(const std::vector<ScreenInfo>&, Done done) override
     {
         done(std::vector<GrabbedScreen>());
     }
     [[nodiscard]] Result<QImage> grabRegion(const QRect&) override { return Error{}; }
-    void warmUp(const std::vector<ScreenInfo>&) override {}
 };
 
 class NullWindowList final : public WindowList {
@@ -63,6 +62,12 @@ public:
         if (!native.isEmpty())
             widget.setGeometry(native);
         widget.show();
+    }
+    void showAtOnce(QWidget& widget, const QRect& native, const FirstFrame&,
+                    std::function<void()> mayPaint) override
+    {
+        show(widget, native);
+        QMetaObject::invokeMethod(&widget, std::move(mayPaint), Qt::QueuedConnection);
     }
     void place(QWidget& widget, const QRect& native) override { widget.setGeometry(native); }
     [[nodiscard]] QRect nativeRect(const QWidget& widget) const override

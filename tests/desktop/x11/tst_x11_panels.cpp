@@ -1,9 +1,11 @@
+#include "platform/linux/x11/ServerPixels.h"
 #include "platform/linux/x11/X11.h"
 #include "platform/linux/x11/X11Events.h"
 #include "platform/linux/x11/X11Panels.h"
 #include "platform/linux/x11/X11Windows.h"
 #include "support/TestCase.h"
 #include "x11/InputClient.h"
+#include "x11/RootImage.h"
 
 #include <QGuiApplication>
 #include <QLineEdit>
@@ -18,6 +20,7 @@
 namespace brindlecam {
 
 using test::InputClient;
+using test::rootImage;
 using test::run;
 using test::settle;
 using test::xdotool;
@@ -38,22 +41,6 @@ bool restsAt(const QWidget& widget, const QRect& rect)
         return false;
     QTest::qWait(100);
     return x11::rectOnRoot(idOf(widget)) == rect;
-}
-
-QImage rootImage(const QRect& rect)
-{
-    const x11::Owned<xcb_get_image_reply_t> reply(xcb_get_image_reply(
-        x11::connection(),
-        xcb_get_image(x11::connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, x11::root(),
-                      static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
-                      static_cast<std::uint16_t>(rect.width()),
-                      static_cast<std::uint16_t>(rect.height()), ~0u),
-        nullptr));
-    if (!reply)
-        return {};
-    return QImage(xcb_get_image_data(reply.get()), rect.width(), rect.height(),
-                  QImage::Format_RGB32)
-        .copy();
 }
 
 /// Paints a one-pixel checkerboard in device pixels, as the frozen picture is painted.
@@ -84,7 +71,7 @@ protected:
 /// Grabs a picture that stands for the desktop.
 class PaintedGrabber final : public Grabber {
 public:
-    void grabScreens(const std::vector<ScreenInfo>&, GrabOptions, Done done) override
+    void grabScreens(const std::vector<ScreenInfo>&, Done done) override
     {
         done(std::vector<GrabbedScreen>());
     }
@@ -96,7 +83,6 @@ public:
         image.fill(Qt::darkGreen);
         return image;
     }
-    void warmUp(const std::vector<ScreenInfo>&) override {}
 };
 
 class TestX11Panels final : public test::TestCase {
@@ -105,7 +91,7 @@ class TestX11Panels final : public test::TestCase {
 private:
     std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
     PaintedGrabber m_grabber;
-    X11Panels m_panels{m_events, m_grabber};
+    X11Panels m_panels{m_events, m_grabber, std::make_shared<ServerPixels>()};
 
     static std::vector<std::uint32_t> atoms(const QWidget& widget, const char* property)
     {

@@ -43,13 +43,10 @@ struct CanvasFixture {
 
     explicit CanvasFixture(QSizeF size = kPixels)
     {
-        canvas =
-            std::make_unique<CanvasView>(prefs, recognizer,
-                                         CanvasView::Frozen{.image = image,
-                                                            .dimmed = Dimming::dimmedCopy(image),
-                                                            .size = size,
-                                                            .nativeOrigin = kNativeOrigin},
-                                         nullptr);
+        canvas = std::make_unique<CanvasView>(
+            prefs, recognizer,
+            CanvasView::Frozen{.image = image, .size = size, .nativeOrigin = kNativeOrigin},
+            nullptr);
         canvas->resize(size.toSize());
         canvas->onFinish = [this](const Outcome& outcome) { outcomes.push_back(outcome); };
         canvas->onAutoCopy = [this](const Rendered& picture) { autoCopied.push_back(picture); };

@@ -27,7 +27,7 @@ public:
     explicit Screen(qreal scale)
         : scale(scale)
         , frozen(patterned(scale))
-        , canvas(frozen, Dimming::dimmedCopy(frozen), kPaintedPoints)
+        , canvas(frozen, kPaintedPoints)
         , pixels(frozen.size(), QImage::Format_RGB32)
     {
         pixels.setDevicePixelRatio(scale);

@@ -1,4 +1,5 @@
 #include "CanvasFixture.h"
+#include "canvas/BarView.h"
 #include "pictures/Dimming.h"
 #include "support/TestCase.h"
 
@@ -47,6 +48,26 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(painted.count, 0);
         f.canvas->update();
+        QTRY_COMPARE(painted.count, 1);
+    }
+
+    void barsThatCameWhileAFrameWasShownArePaintedAfterIt()
+    {
+        Fixture f;
+        f.canvas->setAttribute(Qt::WA_UpdatesDisabled);
+        f.canvas->show();
+        QVERIFY(QTest::qWaitForWindowExposed(f.canvas.get()));
+        f.drag({50, 40}, {150, 110});
+        const auto bars = f.canvas->findChildren<BarView*>();
+        QVERIFY(!bars.empty() && bars.front()->isVisible());
+        QWidgetList held = f.canvas->findChildren<QWidget*>();
+        held.push_back(f.canvas.get());
+        for (QWidget* widget : held)
+            widget->setAttribute(Qt::WA_UpdatesDisabled, false);
+        QCoreApplication::processEvents();
+        PaintCounter painted;
+        bars.front()->installEventFilter(&painted);
+        f.canvas->paintAfterFirstFrame();
         QTRY_COMPARE(painted.count, 1);
     }
 

@@ -2,7 +2,6 @@
 #include "base/Geometry.h"
 #include "canvas/CanvasPainter.h"
 #include "canvas/MarkedPicture.h"
-#include "pictures/Dimming.h"
 #include "support/TestCase.h"
 
 #include <QPainter>
@@ -129,7 +128,7 @@ QString described(int index, const Annotation& mark)
 /// bit.
 QImage shownWhileDrawn(const QImage& frozen, qreal scale, const Annotation& current)
 {
-    CanvasPainter canvas(frozen, Dimming::dimmedCopy(frozen), test::kMarkedPoints);
+    CanvasPainter canvas(frozen, test::kMarkedPoints);
     CanvasScene scene;
     scene.hole = QRectF({}, test::kMarkedPoints);
     scene.selection = scene.hole;

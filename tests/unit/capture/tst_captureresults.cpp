@@ -48,7 +48,7 @@ private Q_SLOTS:
         ResultsFixture f(ClipboardFate::refused);
         QImage image(kSize, QImage::Format_RGB32);
         image.fill(Qt::red);
-        f.results.fullScreen({.screen = test::kLeft, .image = image, .dimmed = {}});
+        f.results.fullScreen({.screen = test::kLeft, .image = image});
         QCOMPARE(f.told(), QStringLiteral("Guardada, pero no se pudo copiar"));
     }
 

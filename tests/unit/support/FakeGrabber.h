@@ -1,6 +1,5 @@
 #pragma once
 
-#include "pictures/Dimming.h"
 #include "platform/Grabber.h"
 
 #include <utility>
@@ -16,13 +15,12 @@ public:
     int calls = 0;
     std::function<void()> onGrab; ///< runs inside every grab
 
-    void grabScreens(const std::vector<ScreenInfo>& screens, GrabOptions options,
-                     Done done) override
+    void grabScreens(const std::vector<ScreenInfo>& screens, Done done) override
     {
         ++calls;
         if (onGrab)
             onGrab();
-        auto answer = [this, screens, options, done = std::move(done)] {
+        auto answer = [this, screens, done = std::move(done)] {
             if (fails) {
                 done(*fails);
                 return;
@@ -31,8 +29,7 @@ public:
             for (const ScreenInfo& screen : screens) {
                 QImage image(screen.native.size(), QImage::Format_RGB32);
                 image.fill(colour);
-                shots.push_back(
-                    {screen, image, options.dimmedCopy ? Dimming::dimmedCopy(image) : QImage()});
+                shots.push_back({screen, image});
             }
             done(shots);
         };
@@ -42,7 +39,6 @@ public:
             answer();
     }
     [[nodiscard]] Result<QImage> grabRegion(const QRect&) override { return Error{}; }
-    void warmUp(const std::vector<ScreenInfo>&) override {}
 
     void answer()
     {

@@ -40,6 +40,12 @@ public:
             widget.setGeometry(QRect(QPoint(), native.size()));
         widget.show();
     }
+    void showAtOnce(QWidget& widget, const QRect& native, const FirstFrame&,
+                    std::function<void()> mayPaint) override
+    {
+        show(widget, native);
+        mayPaint();
+    }
     void place(QWidget& widget, const QRect& native) override
     {
         m_places[&widget] = native;

@@ -1,5 +1,6 @@
 #include "platform/linux/x11/PanelWindow.h"
 
+#include "base/RepaintArea.h"
 #include "platform/linux/x11/ServerClock.h"
 #include "platform/linux/x11/X11.h"
 #include "platform/linux/x11/X11Windows.h"
@@ -102,6 +103,19 @@ void PanelWindow::show(const QRect& native)
     xcb_flush(x11::connection());
     if (activates)
         focus();
+}
+
+void PanelWindow::holdPainting(std::function<void()> mayPaint)
+{
+    m_widget.winId();
+    m_hold.reset(); // first, or it lifts what the new one lays down
+    m_hold = std::make_unique<PaintHold>(m_widget, std::move(mayPaint));
+}
+
+void PanelWindow::paintAll()
+{
+    if (m_hold)
+        m_hold->paintAll();
 }
 
 void PanelWindow::moveTo(const QRect& native)
@@ -319,8 +333,8 @@ void PanelWindow::insistOnFocus(const xcb_focus_out_event_t& event)
     x11::setFocus(id());
 }
 
-// Qt paints a window when it is mapped. The exposure that comes from the same request would only
-// send the whole of it to the server once more.
+// Qt paints a window when it is mapped, or its first frame is put there. The exposure that comes
+// from the same request would only send the whole of it to the server once more.
 bool PanelWindow::cameWithTheMap(const xcb_expose_event_t& event)
 {
     if (event.window != id() || m_mappedBy != event.sequence)
@@ -328,6 +342,19 @@ bool PanelWindow::cameWithTheMap(const xcb_expose_event_t& event)
     if (event.count == 0)
         m_mappedBy.reset();
     return true;
+}
+
+// What Qt would send may never have been painted.
+X11Events::Verdict PanelWindow::expose(const xcb_expose_event_t& event)
+{
+    if (cameWithTheMap(event))
+        return X11Events::Verdict::swallow;
+    if (event.window != id() || !m_hold)
+        return X11Events::Verdict::pass;
+    const qreal scale = m_widget.devicePixelRatioF();
+    m_hold->repaint(repaintArea(
+        {event.x / scale, event.y / scale, event.width / scale, event.height / scale}, scale));
+    return X11Events::Verdict::swallow;
 }
 
 X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
@@ -353,8 +380,7 @@ X11Events::Verdict PanelWindow::handle(const xcb_generic_event_t& event)
     } else if (kindOf(event) == XCB_FOCUS_OUT) {
         insistOnFocus(reinterpret_cast<const xcb_focus_out_event_t&>(event));
     } else if (kindOf(event) == XCB_EXPOSE) {
-        if (cameWithTheMap(reinterpret_cast<const xcb_expose_event_t&>(event)))
-            return X11Events::Verdict::swallow;
+        return expose(reinterpret_cast<const xcb_expose_event_t&>(event));
     }
     return X11Events::Verdict::pass;
 }

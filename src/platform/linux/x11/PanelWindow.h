@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/x11/AskedPlaces.h"
+#include "platform/linux/x11/PaintHold.h"
 #include "platform/linux/x11/PanelTraits.h"
 #include "platform/linux/x11/X11Events.h"
 
@@ -14,6 +15,7 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -33,6 +35,11 @@ public:
                 std::shared_ptr<X11Events> events, x11::ServerClock& clock);
 
     void show(const QRect& native);
+    /// The next show() is of a window that gets its pixels from somebody else at once; the widget
+    /// paints from when `mayPaint` runs.
+    void holdPainting(std::function<void()> mayPaint);
+    /// Nobody else could give it its pixels.
+    void paintAll();
     void focus();
     /// Where it belongs from now on.
     void moveTo(const QRect& native);
@@ -42,6 +49,7 @@ public:
     void setShape(const QRegion& pixels);
 
     [[nodiscard]] PanelRole role() const { return m_role; }
+    [[nodiscard]] xcb_window_t id() const;
     /// Whether it may have transparent parts, where a compositor is there to blend them.
     [[nodiscard]] bool canBlend() const { return m_traits.blends; }
     [[nodiscard]] bool isShown() const { return m_widget.isVisible(); }
@@ -58,7 +66,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] xcb_window_t id() const;
     void watchWindow();
     void setHints();
     void setUserTime(xcb_timestamp_t time);
@@ -72,6 +79,7 @@ private:
     void focusNow();
     void insistOnFocus(const xcb_focus_out_event_t& event);
     [[nodiscard]] bool cameWithTheMap(const xcb_expose_event_t& event);
+    X11Events::Verdict expose(const xcb_expose_event_t& event);
     X11Events::Verdict handle(const xcb_generic_event_t& event);
 
     QWidget& m_widget;
@@ -90,6 +98,7 @@ private:
     /// Number of the request that mapped it, until the exposure that comes with it.
     std::optional<std::uint16_t> m_mappedBy;
     QPointer<QObject> m_watched;
+    std::unique_ptr<PaintHold> m_hold; ///< since the last show with a first frame
     X11Events::Subscription m_subscription;
 };
 

@@ -10,8 +10,8 @@
 
 namespace brindlecam {
 
-/// Page-aligned memory for the pixels of one picture: plain memory of ours, or memory that the X
-/// server writes into (MIT-SHM). Owns both the mapping and the server's side of it. Any thread, one
+/// Page-aligned memory for pixels: plain memory of ours, or memory that the X server reads and
+/// writes, too (MIT-SHM). Owns both the mapping and the server's side of it. Any thread, one
 /// at a time.
 class PixelBuffer final {
 public:

@@ -85,6 +85,11 @@ std::unique_ptr<PixelBuffer> PixelStore::take(PixelBuffer::Kind kind, std::size_
     return PixelBuffer::make(kind, bytes, m_shelf->connection);
 }
 
+void PixelStore::giveBack(std::unique_ptr<PixelBuffer> buffer)
+{
+    m_shelf->giveBack(std::move(buffer));
+}
+
 QImage PixelStore::wrap(std::unique_ptr<PixelBuffer> buffer, QSize size, qsizetype bytesPerLine,
                         QImage::Format format)
 {

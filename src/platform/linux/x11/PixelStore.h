@@ -32,6 +32,9 @@ public:
     /// Used or fresh memory of exactly this size, its content undefined; null when there is none.
     [[nodiscard]] std::unique_ptr<PixelBuffer> take(PixelBuffer::Kind kind, std::size_t bytes);
 
+    /// Memory that is not needed any more waits for whoever takes the same size next.
+    void giveBack(std::unique_ptr<PixelBuffer> buffer);
+
     /// A picture that owns the buffer and gives it back when its last copy goes.
     [[nodiscard]] QImage wrap(std::unique_ptr<PixelBuffer> buffer, QSize size,
                               qsizetype bytesPerLine, QImage::Format format);

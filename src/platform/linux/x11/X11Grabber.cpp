@@ -1,8 +1,7 @@
 #include "platform/linux/x11/X11Grabber.h"
 
 #include "base/Text.h"
-#include "pictures/Dimming.h"
-#include "platform/linux/x11/BandedGrab.h"
+#include "platform/linux/x11/ServerPixels.h"
 #include "platform/linux/x11/X11.h"
 
 #include <utility>
@@ -10,19 +9,6 @@
 namespace brindlecam {
 
 namespace {
-
-bool canShareMemory()
-{
-    auto* const connection = x11::connection();
-    const auto* const extension = xcb_get_extension_data(connection, &xcb_shm_id);
-    if (!extension || !extension->present)
-        return false;
-    const x11::Owned<xcb_shm_query_version_reply_t> version(
-        xcb_shm_query_version_reply(connection, xcb_shm_query_version(connection), nullptr));
-    // Descriptors are accepted since 1.2.
-    using Version = std::pair<int, int>;
-    return version && Version(version->major_version, version->minor_version) >= Version(1, 2);
-}
 
 /// The desktop as it is now; RandR changes it while we run.
 QRect desktop()
@@ -34,14 +20,12 @@ QRect desktop()
 
 } // namespace
 
-X11Grabber::X11Grabber()
-    : m_store(x11::connection())
-    , m_format(RootFormat::of(*xcb_get_setup(x11::connection()), x11::screen()))
-    , m_hasSharedMemory(canShareMemory())
+X11Grabber::X11Grabber(std::shared_ptr<ServerPixels> pixels)
+    : m_pixels(std::move(pixels))
 {
 }
 
-void X11Grabber::grabScreens(const std::vector<ScreenInfo>& screens, GrabOptions options, Done done)
+void X11Grabber::grabScreens(const std::vector<ScreenInfo>& screens, Done done)
 {
     const QRect all = desktop();
     std::vector<GrabbedScreen> grabbed;
@@ -49,13 +33,12 @@ void X11Grabber::grabScreens(const std::vector<ScreenInfo>& screens, GrabOptions
     for (const auto& screen : screens) {
         if (screen.native.isEmpty() || !all.contains(screen.native))
             continue;
-        auto picture = grab(screen.native, options);
+        auto picture = grab(screen.native);
         if (!picture) {
             done(picture.error());
             return;
         }
-        auto [image, dimmed] = std::move(picture).value();
-        grabbed.push_back({screen, std::move(image), std::move(dimmed)});
+        grabbed.push_back({screen, std::move(picture).value()});
     }
     done(std::move(grabbed));
 }
@@ -64,68 +47,25 @@ Result<QImage> X11Grabber::grabRegion(const QRect& native)
 {
     if (native.isEmpty() || !desktop().contains(native))
         return Error{text("La zona está fuera de la pantalla.")};
-    auto picture = grab(native, {});
-    if (!picture)
-        return picture.error();
-    return std::move(picture).value().image;
+    return grab(native);
 }
 
-void X11Grabber::warmUp(const std::vector<ScreenInfo>& screens)
+Result<QImage> X11Grabber::grab(const QRect& native)
 {
-    // A grab nobody wants touches every page on both sides, and its memory goes to the store.
-    grabScreens(screens, {.dimmedCopy = true}, [](const auto&) {});
-}
-
-Result<X11Grabber::Picture> X11Grabber::grab(const QRect& native, GrabOptions options)
-{
-    if (m_format.format == QImage::Format_Invalid)
+    if (m_pixels->format().format == QImage::Format_Invalid)
         return Error{text("La pantalla usa un formato de color desconocido.")};
-    auto picture = grabShared(native, options);
-    if (!picture) {
+    QImage picture;
+    if (auto shared = m_pixels->read(native)) {
+        picture = *std::move(shared);
+    } else {
         auto image = grabThroughConnection(native);
         if (!image)
-            return image.error();
-        picture = Picture{converted(std::move(image).value()), {}};
-        if (options.dimmedCopy)
-            picture->dimmed = dimmedCopy(picture->image);
+            return image;
+        picture = std::move(image).value();
     }
-    if (picture->image.isNull() || (options.dimmedCopy && picture->dimmed.isNull()))
+    picture = converted(std::move(picture));
+    if (picture.isNull())
         return Error{text("No hay memoria suficiente para la captura.")};
-    return *std::move(picture);
-}
-
-std::optional<X11Grabber::Picture> X11Grabber::grabShared(const QRect& native, GrabOptions options)
-{
-    if (!m_hasSharedMemory)
-        return {};
-    const qsizetype bytesPerLine = m_format.bytesPerLine(native.width());
-    auto buffer = m_store.take(PixelBuffer::Kind::shared,
-                               static_cast<std::size_t>(bytesPerLine * native.height()));
-    if (!buffer)
-        return {};
-    BandedGrab bands(*buffer, native, bytesPerLine);
-    Picture picture{m_store.wrap(std::move(buffer), native.size(), bytesPerLine, m_format.format),
-                    {}};
-
-    // Dimming on the way needs the final layout and memory of its own.
-    std::unique_ptr<PixelBuffer> dimmed;
-    if (options.dimmedCopy && m_format.isDirect())
-        dimmed = m_store.take(PixelBuffer::Kind::plain,
-                              static_cast<std::size_t>(picture.image.sizeInBytes()));
-    while (const auto band = bands.next()) {
-        if (dimmed)
-            Dimming::dimRows(picture.image, dimmed->data(), bytesPerLine, band->firstRow,
-                             band->rows);
-    }
-    if (bands.failed())
-        return {};
-
-    picture.image = converted(std::move(picture.image));
-    if (dimmed)
-        picture.dimmed =
-            m_store.wrap(std::move(dimmed), native.size(), bytesPerLine, QImage::Format_RGB32);
-    else if (options.dimmedCopy)
-        picture.dimmed = dimmedCopy(picture.image);
     return picture;
 }
 
@@ -140,31 +80,21 @@ Result<QImage> X11Grabber::grabThroughConnection(const QRect& native) const
     x11::Owned<xcb_get_image_reply_t> reply(
         xcb_get_image_reply(x11::connection(), cookie, &failure));
     const x11::Owned<xcb_generic_error_t> error(failure);
-    const qsizetype bytesPerLine = m_format.bytesPerLine(native.width());
+    const qsizetype bytesPerLine = m_pixels->format().bytesPerLine(native.width());
     if (!reply || xcb_get_image_data_length(reply.get()) < bytesPerLine * native.height()) {
         return Error{text("El servidor X no entregó la imagen (error %1).")
                          .arg(error ? error->error_code : 0)};
     }
     // The picture keeps the reply itself.
     uchar* const data = xcb_get_image_data(reply.get());
-    return QImage(data, native.width(), native.height(), bytesPerLine, m_format.format, std::free,
-                  reply.release());
+    return QImage(data, native.width(), native.height(), bytesPerLine, m_pixels->format().format,
+                  std::free, reply.release());
 }
 
 QImage X11Grabber::converted(QImage image) const
 {
-    return m_format.isDirect() ? image : std::move(image).convertToFormat(QImage::Format_RGB32);
-}
-
-QImage X11Grabber::dimmedCopy(const QImage& image)
-{
-    auto buffer =
-        m_store.take(PixelBuffer::Kind::plain, static_cast<std::size_t>(image.sizeInBytes()));
-    if (!buffer)
-        return {};
-    Dimming::dimRows(image, buffer->data(), image.bytesPerLine(), 0, image.height());
-    return m_store.wrap(std::move(buffer), image.size(), image.bytesPerLine(),
-                        QImage::Format_RGB32);
+    return m_pixels->format().isDirect() ? image
+                                         : std::move(image).convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace brindlecam

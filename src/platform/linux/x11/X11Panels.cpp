@@ -1,5 +1,7 @@
 #include "platform/linux/x11/X11Panels.h"
 
+#include "platform/FirstFrame.h"
+#include "platform/linux/x11/ServerPixels.h"
 #include "platform/linux/x11/X11.h"
 
 #include <QApplication>
@@ -14,9 +16,11 @@
 
 namespace brindlecam {
 
-X11Panels::X11Panels(std::shared_ptr<X11Events> events, Grabber& grabber)
+X11Panels::X11Panels(std::shared_ptr<X11Events> events, Grabber& grabber,
+                     std::shared_ptr<ServerPixels> pixels)
     : m_events(std::move(events))
     , m_grabber(grabber)
+    , m_pixels(std::move(pixels))
     , m_compositor("_NET_WM_CM_S0", [this] {
         if (m_changed)
             m_changed();
@@ -118,6 +122,21 @@ void X11Panels::show(QWidget& widget, const QRect& native)
     window->show(native);
     if (m_clickSink)
         m_clickSink->raise(); // a window manager maps it later, which the sink sees by itself
+}
+
+void X11Panels::showAtOnce(QWidget& widget, const QRect& native, const FirstFrame& frame,
+                           std::function<void()> mayPaint)
+{
+    PanelWindow* window = windowOf(widget);
+    if (!window) {
+        show(widget, native);
+        QMetaObject::invokeMethod(&widget, std::move(mayPaint), Qt::QueuedConnection);
+        return;
+    }
+    window->holdPainting(std::move(mayPaint));
+    show(widget, native);
+    if (frame.size() != native.size() || !m_pixels->write(window->id(), frame))
+        window->paintAll();
 }
 
 void X11Panels::place(QWidget& widget, const QRect& native)

@@ -15,17 +15,22 @@
 
 namespace brindlecam {
 
+class ServerPixels;
+
 /// Panels as windows of X11, with or without a window manager and a compositor. Main thread. A
 /// widget that never took a role is shown as it is. Panels that blend get an alpha channel whether
 /// or not a compositor runs now, so that one which starts later finds it; pins only if one does.
 class X11Panels final : public Panels {
 public:
     /// `grabber` reads the backdrops and must live as long as this.
-    X11Panels(std::shared_ptr<X11Events> events, Grabber& grabber);
+    X11Panels(std::shared_ptr<X11Events> events, Grabber& grabber,
+              std::shared_ptr<ServerPixels> pixels);
     ~X11Panels() override;
 
     void assume(QWidget& widget, PanelRole role) override;
     void show(QWidget& widget, const QRect& native) override;
+    void showAtOnce(QWidget& widget, const QRect& native, const FirstFrame& frame,
+                    std::function<void()> mayPaint) override;
     void place(QWidget& widget, const QRect& native) override;
     [[nodiscard]] QRect nativeRect(const QWidget& widget) const override;
     void setShape(QWidget& widget, const QRegion& pixels) override;
@@ -47,6 +52,7 @@ private:
 
     std::shared_ptr<X11Events> m_events;
     Grabber& m_grabber;
+    const std::shared_ptr<ServerPixels> m_pixels;
     x11::ServerClock m_clock;
     std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
     std::unique_ptr<ClickSink> m_clickSink;        ///< right after a session

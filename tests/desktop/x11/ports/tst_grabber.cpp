@@ -1,11 +1,15 @@
-#include "pictures/Dimming.h"
+#include "platform/linux/x11/ServerPixels.h"
+#include "platform/linux/x11/X11.h"
 #include "platform/linux/x11/X11Displays.h"
 #include "platform/linux/x11/X11Grabber.h"
 #include "support/TestCase.h"
+#include "x11/NoMoreFiles.h"
 #include "x11/ports/Client.h"
 #include "x11/ports/Monitors.h"
 
 #include <QFile>
+
+#include <xcb/shm.h>
 
 #include <array>
 #include <optional>
@@ -43,12 +47,11 @@ ScreenInfo screen(const QString& id, const QRect& native)
     return {id, native, 1, native};
 }
 
-std::vector<GrabbedScreen> grab(X11Grabber& grabber, const std::vector<ScreenInfo>& screens,
-                                GrabOptions options)
+std::vector<GrabbedScreen> grab(X11Grabber& grabber, const std::vector<ScreenInfo>& screens)
 {
     std::vector<GrabbedScreen> grabbed;
     int calls = 0;
-    grabber.grabScreens(screens, options, [&](auto result) {
+    grabber.grabScreens(screens, [&](auto result) {
         ++calls;
         if (result)
             grabbed = std::move(result).value();
@@ -65,6 +68,13 @@ std::vector<GrabbedScreen> grab(X11Grabber& grabber, const std::vector<ScreenInf
 class TestGrabber final : public test::TestCase {
     Q_OBJECT
 
+private:
+    [[nodiscard]] static bool sharesMemory()
+    {
+        const auto* const extension = xcb_get_extension_data(x11::connection(), &xcb_shm_id);
+        return extension && extension->present;
+    }
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -72,19 +82,23 @@ private Q_SLOTS:
         m_client->setArrowPointer();
         m_client->paintDesktop(m_pattern);
     }
-    void cleanupTestCase() { m_client.reset(); }
+    void cleanup() { m_pixels = std::make_shared<ServerPixels>(); }
+    void cleanupTestCase()
+    {
+        m_client.reset();
+        m_pixels.reset();
+    }
 
     void everyMonitorShowsWhatWasPaintedThere()
     {
         const test::Monitors monitors;
         m_client->movePointer(test::Monitors::kRight.center());
-        X11Grabber grabber;
-        const auto grabbed = grab(grabber, X11Displays().screens(), {});
+        X11Grabber grabber(m_pixels);
+        const auto grabbed = grab(grabber, X11Displays().screens());
         QCOMPARE(grabbed.size(), std::size_t(2));
         QCOMPARE(grabbed[0].screen.id, QStringLiteral("LEFT"));
         QCOMPARE(grabbed[0].image.format(), QImage::Format_RGB32);
         QCOMPARE(grabbed[0].image, m_pattern.copy(test::Monitors::kLeft));
-        QVERIFY(grabbed[0].dimmed.isNull());
         QCOMPARE(grabbed[1].screen.id, QStringLiteral("RIGHT"));
         QCOMPARE(grabbed[1].image, m_pattern.copy(test::Monitors::kRight));
     }
@@ -93,7 +107,7 @@ private Q_SLOTS:
     {
         const QPoint place(400, 300);
         m_client->movePointer(place);
-        X11Grabber grabber;
+        X11Grabber grabber(m_pixels);
         const QRect around(place - QPoint(32, 32), QSize(64, 64));
         const auto image = grabber.grabRegion(around);
         QVERIFY(image.ok());
@@ -101,15 +115,13 @@ private Q_SLOTS:
         QCOMPARE(X11Displays().pointer(), std::optional(place));
     }
 
-    void dimmedCopyIsTheDimmedPicture()
+    void wholeDesktopIsReadThroughTheRing()
     {
-        X11Grabber grabber;
+        X11Grabber grabber(m_pixels);
         const auto all = screen(QStringLiteral("all"), QRect({}, kDesktop));
-        const auto grabbed = grab(grabber, {all}, {.dimmedCopy = true});
+        const auto grabbed = grab(grabber, {all});
         QCOMPARE(grabbed.size(), std::size_t(1));
         QCOMPARE(grabbed[0].image, m_pattern);
-        QCOMPARE(grabbed[0].dimmed.format(), QImage::Format_RGB32);
-        QCOMPARE(grabbed[0].dimmed, Dimming::dimmedCopy(m_pattern));
     }
 
     void regionsAreCutExactly_data()
@@ -124,7 +136,7 @@ private Q_SLOTS:
     void regionsAreCutExactly()
     {
         QFETCH(QRect, region);
-        X11Grabber grabber;
+        X11Grabber grabber(m_pixels);
         const auto image = grabber.grabRegion(region);
         QVERIFY(image.ok());
         QCOMPARE(image.value(), m_pattern.copy(region));
@@ -143,7 +155,7 @@ private Q_SLOTS:
     void regionsBeyondTheDesktopAreRefused()
     {
         QFETCH(QRect, region);
-        X11Grabber grabber;
+        X11Grabber grabber(m_pixels);
         const auto image = grabber.grabRegion(region);
         QVERIFY(!image.ok());
         QVERIFY(!image.error().message.isEmpty());
@@ -151,20 +163,20 @@ private Q_SLOTS:
 
     void screensThatAreGoneAreLeftOut()
     {
-        X11Grabber grabber;
+        X11Grabber grabber(m_pixels);
         const auto gone = screen(QStringLiteral("gone"), QRect(1600, 0, 800, 600));
         const auto there = screen(QStringLiteral("there"), QRect(800, 300, 800, 600));
-        const auto grabbed = grab(grabber, {gone, there}, {});
+        const auto grabbed = grab(grabber, {gone, there});
         QCOMPARE(grabbed.size(), std::size_t(1));
         QCOMPARE(grabbed[0].screen, there);
-        QVERIFY(grab(grabber, {gone}, {}).empty());
-        QVERIFY(grab(grabber, {}, {}).empty());
+        QVERIFY(grab(grabber, {gone}).empty());
+        QVERIFY(grab(grabber, {}).empty());
     }
 
     void picturesKeepTheirPixelsUntilTheLastCopyGoes()
     {
         const QRect region(0, 0, 300, 200);
-        X11Grabber grabber;
+        X11Grabber grabber(m_pixels);
         auto first = grabber.grabRegion(region);
         QVERIFY(first.ok());
         QImage copy = first.value();
@@ -178,34 +190,66 @@ private Q_SLOTS:
 
     void memoryIsReusedByThePictureAfter()
     {
-        X11Grabber grabber;
+        X11Grabber grabber(m_pixels);
         const auto all = screen(QStringLiteral("all"), QRect({}, kDesktop));
-        const auto* const dimmed =
-            grab(grabber, {all}, {.dimmedCopy = true}).front().dimmed.constBits();
-        const std::size_t kept = grabber.keptBytes();
-        QVERIFY(kept > 0);
-        const auto again = grab(grabber, {all}, {.dimmedCopy = true});
-        QCOMPARE(again.front().dimmed.constBits(), dimmed);
-        QCOMPARE(grabber.keptBytes() < kept, true);
+        const auto* const pixels = grab(grabber, {all}).front().image.constBits();
+        const std::size_t kept = m_pixels->keptBytes();
+        QCOMPARE(kept > 0, sharesMemory());
+        const auto again = grab(grabber, {all});
+        if (sharesMemory() && m_pixels->format().isDirect()) {
+            QCOMPARE(again.front().image.constBits(), pixels);
+            QVERIFY(m_pixels->keptBytes() < kept);
+        } else { // what is converted or comes through the connection is not the store's
+            QCOMPARE(m_pixels->keptBytes(), kept);
+        }
     }
 
     void memoryIsReallyFreedSoonAfter()
     {
-        X11Grabber grabber;
-        grabber.warmUp({screen(QStringLiteral("all"), QRect({}, kDesktop))});
-        QVERIFY(grabber.keptBytes() > 0);
-        QTRY_COMPARE_WITH_TIMEOUT(grabber.keptBytes(), std::size_t(0), 5000);
+        X11Grabber grabber(m_pixels);
+        grab(grabber, {screen(QStringLiteral("all"), QRect({}, kDesktop))});
+        QCOMPARE(m_pixels->keptBytes() > 0, sharesMemory());
+        QTRY_COMPARE_WITH_TIMEOUT(m_pixels->keptBytes(), std::size_t(0), 15000);
         QVERIFY(!holdsSharedMemory());
+    }
+
+    void refusedBandLeavesTheServerToTheOthers()
+    {
+        // The bands below the desktop's last row are refused.
+        const QRect tooHigh(0, 0, kDesktop.width(), kDesktop.height() + 600);
+        for (int time = 0; time < 3; ++time) {
+            QVERIFY(!m_pixels->read(tooHigh));            // nor without shared memory
+            m_client->movePointer(QPoint(10 + time, 10)); // waits for the server
+        }
+        X11Grabber grabber(m_pixels);
+        const auto after = grabber.grabRegion(QRect({}, kDesktop));
+        QVERIFY(after.ok());
+        QCOMPARE(after.value(), m_pattern);
+    }
+
+    void pictureComesThroughTheConnectionWhereMemoryIsRefused()
+    {
+        X11Grabber grabber(m_pixels);
+        const QRect region(100, 50, 700, 500);
+        std::optional<Result<QImage>> image;
+        {
+            const test::NoMoreFiles refused;
+            image = grabber.grabRegion(region);
+        }
+        QVERIFY(image->ok());
+        QCOMPARE(image->value(), m_pattern.copy(region));
+        QCOMPARE(m_pixels->keptBytes(), std::size_t(0));
     }
 
     void picturesMayOutliveTheGrabberAndGoOnAnyThread()
     {
-        std::optional<X11Grabber> grabber(std::in_place);
+        std::optional<X11Grabber> grabber(m_pixels);
         auto image = grabber->grabRegion(QRect(0, 0, 300, 200));
         auto other = grabber->grabRegion(QRect(0, 0, 300, 200));
         QVERIFY(image.ok() && other.ok());
         std::thread([gone = std::exchange(other, Error{})] { QVERIFY(gone.ok()); }).join();
         grabber.reset();
+        m_pixels = std::make_shared<ServerPixels>();
         QCOMPARE(image.value(), m_pattern.copy(0, 0, 300, 200));
         std::thread([gone = std::exchange(image, Error{})] { QVERIFY(gone.ok()); }).join();
         QVERIFY(!holdsSharedMemory());
@@ -214,6 +258,7 @@ private Q_SLOTS:
 private:
     const QImage m_pattern = pattern();
     std::optional<test::Client> m_client;
+    std::shared_ptr<ServerPixels> m_pixels = std::make_shared<ServerPixels>();
 };
 
 BRINDLECAM_TEST(TestGrabber);
