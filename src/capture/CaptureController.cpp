@@ -140,6 +140,9 @@ void CaptureController::present(const std::vector<Shot>& shots)
     }
     const std::vector<QRect> frames = std::move(grabbing->windowFrames);
     m_state = Overlay{};
+    // First: whoever sees the overlay can leave it.
+    std::get<Overlay>(m_state).escapeKey =
+        m_services.platform.hotKeys->registerKey(KeyCodes::kEscape, 0, [this] { escapePressed(); });
     for (const Shot& shot : shots) {
         OverlayWindow& window = m_overlays.fill(shot);
         window.canvas()->setWindowRects(WindowFinder::onScreen(frames, shot.screen));
@@ -148,8 +151,6 @@ void CaptureController::present(const std::vector<Shot>& shots)
     }
     focusOverlayUnderPointer();
     m_services.platform.textRecognizer->warmUp();
-    std::get<Overlay>(m_state).escapeKey =
-        m_services.platform.hotKeys->registerKey(KeyCodes::kEscape, 0, [this] { escapePressed(); });
 }
 
 void CaptureController::escapePressed()

@@ -1,4 +1,7 @@
 #include "desktop/AnnotatingTest.h"
+#include "desktop/support/Patience.h"
+
+#include <QDeadlineTimer>
 
 namespace brindlecam::desktop {
 
@@ -86,6 +89,24 @@ private Q_SLOTS:
         if (marked)
             marks.push_back(mark(Tool::rect, {160, 100}, {300, 220}));
         QVERIFY(returnTakes(marks));
+    }
+
+    void whoeverSeesTheOverlayCanLeaveIt()
+    {
+        useProgram();
+        input().moveTo({20, 780});
+        const QPoint corner(0, screen().pixels().height() - 1);
+        const QColor bright = screen().pixel(corner);
+        for (int round = 0; round < 10; ++round) {
+            pressHotKey(kAreaKey);
+            // Without a pause: the frame is there before the window has the focus.
+            QDeadlineTimer patience(kPatience);
+            while (screen().pixel(corner) == bright)
+                QVERIFY(!patience.hasExpired());
+            input().tap(XK_Escape);
+            QVERIFY(sessionIsOver());
+            QVERIFY(waitUntil([&] { return screen().pixel(corner) == bright; }));
+        }
     }
 
     void eachOfThreeScreensShowsItsOwnFrame()
