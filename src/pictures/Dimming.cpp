@@ -22,11 +22,13 @@ std::uint32_t dimmedPixel(std::uint32_t pixel)
 
 void dim(const QImage& bright, const QRect& part, uchar* dimmed, qsizetype dimmedBytesPerLine)
 {
+    // Read once: through the rectangle the compiler would have to ask again after each pixel.
+    const int width = part.width();
     for (int row = 0; row < part.height(); ++row) {
         const auto* source =
             reinterpret_cast<const std::uint32_t*>(bright.constScanLine(part.y() + row)) + part.x();
         auto* target = reinterpret_cast<std::uint32_t*>(dimmed + row * dimmedBytesPerLine);
-        for (int x = 0; x < part.width(); ++x)
+        for (int x = 0; x < width; ++x)
             target[x] = dimmedPixel(source[x]);
     }
 }
