@@ -115,9 +115,9 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     return ours ? X11Events::Verdict::swallow : X11Events::Verdict::pass;
 }
 
-/// A menu of ours has the whole keyboard, so that no key grab takes effect; nothing else of ours ever
-/// gets such a key. Whether the menu is still open does not count: it may have closed by itself while
-/// the key was on its way. Esc was for the menu.
+/// A menu of ours has the whole keyboard, so that no key grab takes effect; nothing else of ours
+/// ever gets such a key. Whether the menu is still open does not count: it may have closed by
+/// itself while the key was on its way. Esc was for the menu.
 bool X11HotKeys::cameToAMenu(const xcb_key_press_event_t& event) const
 {
     return kindOf(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_PRESS &&
