@@ -1,6 +1,7 @@
 #include "OverlayRows.h"
 
 #include "Figures.h"
+#include "Launch.h"
 
 #include <QFile>
 #include <QThread>
@@ -20,6 +21,7 @@ constexpr int kMoves = 40;
 constexpr std::chrono::milliseconds kBetween{200};
 constexpr std::chrono::milliseconds kAfterStart{1500}; // the program has made itself ready
 constexpr std::chrono::seconds kRest{6};               // everything is given back by then
+constexpr double kMostForACommand = 2;                 // ms more than for the key
 constexpr int kGrid = 160;                             // pixels between dimmed places looked at
 constexpr QSize kHintArea(400, 12);                    // in the middle of the hint
 constexpr int kHintMiddleFromTop = 72;
@@ -92,14 +94,24 @@ void OverlayRows::rehearse()
         m_painted.push_back(sample);
 }
 
-std::optional<double> OverlayRows::measure()
+std::optional<double> OverlayRows::measureSince(Clock::time_point start)
 {
-    const auto struck = m_stage.strikeArea();
     const auto seen = m_stage.eyes().await(m_painted);
     m_stage.endSession();
     if (!seen)
         return {};
-    return millisecondsBetween(struck, *seen);
+    return millisecondsBetween(start, *seen);
+}
+
+std::optional<double> OverlayRows::measure()
+{
+    return measureSince(m_stage.strikeArea());
+}
+
+std::optional<double> OverlayRows::measure(Launch& command)
+{
+    const auto time = measureSince(command.start());
+    return command.wait() == 0 ? time : std::nullopt;
 }
 
 void OverlayRows::firstCapture()
@@ -166,6 +178,11 @@ void OverlayRows::captureAfterRest()
                 .ratioLimit = {}};
     Figure servers = ours;
     servers.what = QStringLiteral("page faults of a session after rest, server");
+    Figure commands = figure;
+    commands.what = QStringLiteral("overlay painted after rest, by a command");
+    commands.limit = limits().rested + kMostForACommand;
+    Launch area(QStringLiteral(BRINDLECAM_LAUNCHER), {QStringLiteral("area")},
+                m_stage.program().environment());
     for (int round = 0; round < kRestRounds; ++round) {
         pause(kRest);
         const double before = faults(m_stage.program().pid());
@@ -174,8 +191,11 @@ void OverlayRows::captureAfterRest()
             figure.samples.push_back(*time);
         ours.samples.push_back(faults(m_stage.program().pid()) - before);
         servers.samples.push_back(faults(m_stage.serverPid()) - beforeOfServer);
+        pause(kRest);
+        if (const auto time = measure(area))
+            commands.samples.push_back(*time);
     }
-    for (const Figure& row : {figure, ours, servers})
+    for (const Figure& row : {figure, commands, ours, servers})
         m_figures.add(row);
 }
 

@@ -5,6 +5,7 @@
 namespace brindlecam::bench {
 
 class Figures;
+class Launch;
 
 /// From the area key to the frozen, dimmed screen with its hint, and from a pointer's move to what
 /// it changes.
@@ -14,7 +15,8 @@ public:
 
     void firstCapture();
     void warmCapture();
-    /// When all memory has been given back: the time, and the page faults of both sides.
+    /// When all memory has been given back: the time from the key, the page faults of both sides,
+    /// and the time from a command.
     void captureAfterRest();
     void pointerMoves();
 
@@ -31,6 +33,8 @@ private:
     void rehearse();
     /// Milliseconds from the key to the painted overlay, which is ended again.
     [[nodiscard]] std::optional<double> measure();
+    [[nodiscard]] std::optional<double> measure(Launch& command);
+    [[nodiscard]] std::optional<double> measureSince(Clock::time_point start);
 
     Stage& m_stage;
     Figures& m_figures;

@@ -2,11 +2,11 @@
 if(NOT TARGET brindlecam)
   return()
 endif()
-include(GNUInstallDirs)
 
-install(TARGETS brindlecam RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-# A module of the program's own: the same folder on every system, found from where the program is.
-install(TARGETS brindlecam_ocr LIBRARY DESTINATION lib/brindlecam)
+install(TARGETS brindlecam_launcher RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS brindlecam RUNTIME DESTINATION ${BRINDLECAM_PROGRAM_FOLDER})
+# A module of the program's own: the same folder on every system.
+install(TARGETS brindlecam_ocr LIBRARY DESTINATION ${BRINDLECAM_MODULE_FOLDER})
 install(FILES resources/io.halvick.Brindlecam.desktop
   DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES resources/io.halvick.Brindlecam.svg

@@ -1,8 +1,9 @@
 # One place for what every one of our own targets is compiled with.
 add_library(brindlecam_options INTERFACE)
 target_compile_options(brindlecam_options INTERFACE
-  -Wall -Wextra -Werror $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> -Wundef -Woverloaded-virtual -Wnon-virtual-dtor
-  -Wsuggest-override)
+  -Wall -Wextra -Werror $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> -Wundef
+  $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual> $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
+  $<$<COMPILE_LANGUAGE:CXX>:-Wsuggest-override>)
 target_compile_definitions(brindlecam_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
   QT_DISABLE_DEPRECATED_BEFORE=0x060400)

@@ -39,6 +39,10 @@ enum {
     BRINDLECAM_PROTOCOL_VERSION = 1,
     /* A request, its line feed included. */
     BRINDLECAM_LONGEST_LINE = 65536,
+    /* An answer; nobody of ours says more. */
+    BRINDLECAM_LONGEST_ANSWER = 1 << 20,
+    /* How long an asker waits for the answer of a copy that listens, in milliseconds. */
+    BRINDLECAM_ANSWER_PATIENCE = 2000,
     /* The longest id of a display, its NUL included. */
     BRINDLECAM_DISPLAY_ID_ROOM = 33,
     /* A path of a socket, its NUL included; this system's limit. */

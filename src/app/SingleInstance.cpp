@@ -20,8 +20,6 @@ constexpr std::chrono::seconds kStartPatience{10};
 constexpr std::chrono::seconds kEndPatience{60};
 /// However the dates read.
 constexpr int kMostKnocks = (kStartPatience + kEndPatience) / kBetweenKnocks;
-/// Nobody of ours says more.
-constexpr qsizetype kLongestAnswer = 1 << 20; // bytes
 
 enum class Knock { nobodyListens, hungUp, shut, silent };
 
@@ -44,7 +42,7 @@ std::variant<InstanceReply, Knock> ask(const QString& path, const InstanceReques
     }
     socket.write(InstanceMessages::line(request));
     QByteArray answer;
-    while (answer.size() <= kLongestAnswer) {
+    while (answer.size() <= BRINDLECAM_LONGEST_ANSWER) {
         const bool more = socket.waitForReadyRead(left());
         answer += socket.readAll();
         if (more)

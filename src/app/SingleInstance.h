@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/InstancePlace.h"
+#include "app/InstanceProtocol.h"
 #include "app/InstanceServer.h"
 
 #include <QDateTime>
@@ -22,7 +23,7 @@ class SingleInstance final {
 public:
     /// How a later copy waits; tests put their own time in place.
     struct Waiting {
-        std::chrono::milliseconds answer = std::chrono::seconds(2); ///< for one that listens
+        std::chrono::milliseconds answer{BRINDLECAM_ANSWER_PATIENCE}; ///< for one that listens
         std::function<QDateTime()> now = &QDateTime::currentDateTimeUtc;
         std::function<void(std::chrono::milliseconds)> pause = sleep;
     };

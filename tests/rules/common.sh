@@ -12,11 +12,11 @@ finish() {
     [ "$violations" -eq 0 ] || { echo "$violations violation(s)" && exit 1; }
 }
 
-# Our own C++ files below the given folders, those that exist.
+# Our own C and C++ files below the given folders, those that exist.
 sources() {
     local folder
     for folder in "$@"; do
-        [ ! -d "$folder" ] || find "$folder" \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' \) -print
+        [ ! -d "$folder" ] || find "$folder" \( -name '*.h' -o -name '*.c' -o -name '*.cpp' -o -name '*.mm' \) -print
     done | sort
 }
 

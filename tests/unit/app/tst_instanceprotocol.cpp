@@ -1,18 +1,12 @@
-#include "app/InstanceMessages.h"
+#include "RuntimeFolders.h"
 #include "app/InstanceProtocol.h"
-#include "app/InstanceServer.h"
 #include "support/TestCase.h"
 
-#include <QDir>
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
+#include <array>
 
 namespace brindlecam {
 
 namespace {
-
-constexpr int kProcessPatience = 20000; // ms; generous for a busy machine
 
 QByteArray displayId(const char* display)
 {
@@ -21,66 +15,20 @@ QByteArray displayId(const char* display)
     return id.data();
 }
 
-/// A private place for runtime and temporary folders, and the C program that looks for sockets
-/// there.
-class Surroundings final {
-public:
-    Surroundings()
-    {
-        QVERIFY(QDir(m_root.path()).mkpath(QStringLiteral("tmp")));
-        makeFolder(runtime(), 0700);
-        set("XDG_RUNTIME_DIR", runtime());
-        set("TMPDIR", temporary());
-        set("DISPLAY", QStringLiteral(":1"));
-    }
+/// Where the copies would meet, as a program in C prints it.
+QString paths(const test::RuntimeFolders& around)
+{
+    return around.run(QStringLiteral(BRINDLECAM_MEETING_PATHS)).output;
+}
 
-    [[nodiscard]] QString runtime() const { return m_root.filePath(QStringLiteral("run")); }
-    [[nodiscard]] QString temporary() const { return m_root.filePath(QStringLiteral("tmp")); }
-    [[nodiscard]] QString fallback() const
-    {
-        return QStringLiteral("%1/brindlecam-%2").arg(temporary()).arg(::geteuid());
-    }
-    void set(const char* name, const QString& value)
-    {
-        m_environment.insert(QString::fromLatin1(name), value);
-    }
-    void unset(const char* name) { m_environment.remove(QString::fromLatin1(name)); }
-
-    static void makeFolder(const QString& path, mode_t mode)
-    {
-        QVERIFY(QDir().mkpath(path));
-        QCOMPARE(::chmod(QFile::encodeName(path).constData(), mode), 0);
-    }
-
-    /// Runs the C program to its end and returns what it printed.
-    QString run(const QStringList& words = {})
-    {
-        QProcess process;
-        process.setProcessEnvironment(m_environment);
-        process.start(QStringLiteral(BRINDLECAM_PLAIN_ASKER), words);
-        // The one it asks may live in this process.
-        const bool ended = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; },
-                                           kProcessPatience);
-        exitCode = ended ? process.exitCode() : -1;
-        error = QString::fromUtf8(process.readAllStandardError());
-        return QString::fromUtf8(process.readAllStandardOutput());
-    }
-    /// Where the copies would meet, by the C program; empty for nowhere.
-    QString folder()
-    {
-        const QString printed = run();
-        return printed == QLatin1String("nowhere\n")
-                   ? QString()
-                   : printed.section(QLatin1String("/brindlecam-:"), 0, 0);
-    }
-
-    int exitCode = -1;
-    QString error;
-
-private:
-    QTemporaryDir m_root;
-    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
-};
+/// The folder alone; empty for nowhere.
+QString folder(const test::RuntimeFolders& around)
+{
+    const QString printed = paths(around);
+    return printed == QLatin1String("nowhere\n")
+               ? QString()
+               : printed.section(QLatin1String("/brindlecam-:"), 0, 0);
+}
 
 } // namespace
 
@@ -137,12 +85,12 @@ private Q_SLOTS:
 
     void theFilesLieInTheRuntimeFolder()
     {
-        Surroundings around;
+        test::RuntimeFolders around;
         around.set("DISPLAY", QStringLiteral(":2.0"));
-        QCOMPARE(around.run(), QStringLiteral("%1/brindlecam-:2.socket\n%1/brindlecam-:2.lock\n")
-                                   .arg(around.runtime()));
+        QCOMPARE(paths(around), QStringLiteral("%1/brindlecam-:2.socket\n%1/brindlecam-:2.lock\n")
+                                    .arg(around.runtime()));
         around.unset("DISPLAY");
-        QVERIFY(around.run().startsWith(around.runtime() + QStringLiteral("/brindlecam-.socket")));
+        QVERIFY(paths(around).startsWith(around.runtime() + QStringLiteral("/brindlecam-.socket")));
     }
 
     void aRuntimeFolderThatWillNotDoIsReplaced_data()
@@ -160,27 +108,27 @@ private Q_SLOTS:
     void aRuntimeFolderThatWillNotDoIsReplaced()
     {
         QFETCH(QString, runtime);
-        Surroundings around;
+        test::RuntimeFolders around;
         const QString path =
             runtime.contains(QLatin1String("%1")) ? runtime.arg(around.temporary()) : runtime;
         if (path.endsWith(QLatin1String("theirs"))) {
             constexpr uid_t kNobody = 65534;
-            Surroundings::makeFolder(path, 0755);
+            test::RuntimeFolders::makeFolder(path, 0755);
             if (::chown(QFile::encodeName(path).constData(), kNobody, kNobody) != 0)
                 QSKIP("only root can give a folder away");
         } else if (path.endsWith(QLatin1String("file"))) {
             QFile file(path);
             QVERIFY(file.open(QIODevice::WriteOnly));
         } else if (path.endsWith(QLatin1String("open"))) {
-            Surroundings::makeFolder(path, 0770);
+            test::RuntimeFolders::makeFolder(path, 0770);
         } else if (path.endsWith(QLatin1Char('l'))) {
-            Surroundings::makeFolder(path, 0700);
+            test::RuntimeFolders::makeFolder(path, 0700);
         }
         if (runtime.isNull())
             around.unset("XDG_RUNTIME_DIR");
         else
             around.set("XDG_RUNTIME_DIR", path);
-        QCOMPARE(around.folder(), around.fallback());
+        QCOMPARE(folder(around), around.fallback());
         QCOMPARE(QFile::permissions(around.fallback()) & QFile::Permissions(0x77),
                  QFile::Permissions());
     }
@@ -194,34 +142,13 @@ private Q_SLOTS:
     void aTemporaryFolderThatIsNotOursAloneIsNotUsed()
     {
         QFETCH(bool, link);
-        Surroundings around;
+        test::RuntimeFolders around;
         around.unset("XDG_RUNTIME_DIR");
         if (link)
             QVERIFY(QFile::link(around.runtime(), around.fallback()));
         else
-            Surroundings::makeFolder(around.fallback(), 0777);
-        QCOMPARE(around.folder(), QString());
-    }
-
-    void aProgramInCIsAnsweredLikeAnyCopy()
-    {
-        Surroundings around;
-        std::vector<InstanceRequest> asked;
-        InstanceServer server([&asked](const InstanceRequest& request) {
-            asked.push_back(request);
-            return request.words.size() > 1 ? InstanceAnswer{{4, "Ahora no.\n"}}
-                                            : InstanceAnswer{{0, "Una línea.\nOtra.\n"}};
-        });
-        QVERIFY(server.listen(around.runtime() + QStringLiteral("/brindlecam-:1.socket")));
-        QCOMPARE(around.run({QStringLiteral("área de\nhoy")}),
-                 QStringLiteral("Una línea.\nOtra.\n"));
-        QCOMPARE(around.exitCode, 0);
-        QCOMPARE(around.run({QStringLiteral("area"), QString()}), QString());
-        QCOMPARE(around.error, QStringLiteral("Ahora no.\n"));
-        QCOMPARE(around.exitCode, 4);
-        const QByteArray here = QFile::encodeName(QDir::currentPath());
-        QCOMPARE(asked,
-                 (std::vector<InstanceRequest>{{{"área de\nhoy"}, here}, {{"area", ""}, here}}));
+            test::RuntimeFolders::makeFolder(around.fallback(), 0777);
+        QCOMPARE(folder(around), QString());
     }
 };
 

@@ -103,14 +103,13 @@ private Q_SLOTS:
     {
         QTemporaryDir prefix;
         const QDir root(prefix.path());
-        QVERIFY(root.mkpath(QStringLiteral("bin")) &&
-                root.mkpath(QStringLiteral("lib/brindlecam")));
+        const QString program = root.filePath(QStringLiteral("libexec/brindlecam"));
+        QVERIFY(root.mkpath(program) && root.mkpath(QStringLiteral("lib/brindlecam")));
         const QString installed = root.filePath(QStringLiteral("lib/brindlecam/brindlecam_ocr.so"));
-        const QString beside = root.filePath(QStringLiteral("bin/brindlecam_ocr.so"));
+        const QString beside = program + QStringLiteral("/brindlecam_ocr.so");
         QVERIFY(write(installed, "x"));
-        const auto found = [&root] {
-            return QDir::cleanPath(
-                TextEngineModule::usualPath(root.filePath(QStringLiteral("bin"))));
+        const auto found = [&program] {
+            return QDir::cleanPath(TextEngineModule::usualPath(program));
         };
         QCOMPARE(found(), installed);
         QVERIFY(write(beside, "x"));
