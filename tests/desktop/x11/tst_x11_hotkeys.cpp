@@ -53,6 +53,15 @@ private:
         return m_hotKeys.registerKey(key, modifiers, [this] { ++m_presses; });
     }
 
+    static bool takesKeyboard(xcb_window_t window)
+    {
+        const auto cookie = xcb_grab_keyboard(x11::connection(), 0, window, XCB_CURRENT_TIME,
+                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        const x11::Owned<xcb_grab_keyboard_reply_t> reply(
+            xcb_grab_keyboard_reply(x11::connection(), cookie, nullptr));
+        return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    }
+
 private Q_SLOTS:
     void cleanup()
     {
@@ -248,12 +257,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         const auto area = take(kKey9, kControlShift);
         const auto escape = take(KeyCodes::kEscape, 0);
-        const auto cookie =
-            xcb_grab_keyboard(x11::connection(), 0, static_cast<xcb_window_t>(window.winId()),
-                              XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        const x11::Owned<xcb_grab_keyboard_reply_t> reply(
-            xcb_grab_keyboard_reply(x11::connection(), cookie, nullptr));
-        QVERIFY(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
+        QVERIFY(takesKeyboard(static_cast<xcb_window_t>(window.winId())));
         QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
         QTRY_COMPARE(m_presses, 1);
         // This one was for the menu.
@@ -264,6 +268,45 @@ private Q_SLOTS:
         xcb_flush(x11::connection());
         QVERIFY(xdotool(QStringLiteral("key Escape")));
         QTRY_COMPARE(m_presses, 2);
+    }
+
+    void windowThatKeepsKeysFromEverybodyKeepsThemFromUs()
+    {
+        const auto area = take(kKey9, kControlShift);
+        const xcb_window_t sink = xcb_generate_id(x11::connection());
+        const std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS;
+        xcb_create_window(x11::connection(), XCB_COPY_FROM_PARENT, sink, x11::root(), -10, -10, 1,
+                          1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT,
+                          XCB_CW_EVENT_MASK, &events);
+        xcb_map_window(x11::connection(), sink);
+        QVERIFY(takesKeyboard(sink));
+        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        settle();
+        QCOMPARE(m_presses, 0);
+        xcb_destroy_window(x11::connection(), sink);
+        xcb_flush(x11::connection());
+        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        QTRY_COMPARE(m_presses, 1);
+    }
+
+    void keyThatAnotherProgramMadeUpDoesNotFire()
+    {
+        QWidget window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const auto area = take(kKey9, kControlShift);
+        xcb_key_press_event_t made{};
+        made.response_type = XCB_KEY_PRESS;
+        made.detail = kKey9Code;
+        made.root = x11::root();
+        made.event = static_cast<xcb_window_t>(window.winId());
+        made.state = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
+        made.same_screen = 1;
+        xcb_send_event(x11::connection(), 0, made.event, XCB_EVENT_MASK_KEY_PRESS,
+                       reinterpret_cast<const char*>(&made));
+        xcb_flush(x11::connection());
+        settle();
+        QCOMPARE(m_presses, 0);
     }
 
     void escapeAloneCanBeTakenAndFiresOnce()

@@ -8,6 +8,8 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include <QWidget>
+
 #include <utility>
 
 namespace brindlecam {
@@ -115,13 +117,13 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     return ours ? X11Events::Verdict::swallow : X11Events::Verdict::pass;
 }
 
-/// A menu of ours has the whole keyboard, so that no key grab takes effect; nothing else of ours
-/// ever gets such a key. Whether the menu is still open does not count: it may have closed by
-/// itself while the key was on its way. Esc was for the menu.
+/// A menu of ours has the whole keyboard, so that no key grab takes effect. Whether it is still
+/// open does not count: it may have closed by itself while the key was on its way. Esc was for the
+/// menu. Windows that are no widgets have the keyboard to keep its keys from everybody.
 bool X11HotKeys::cameToAMenu(const xcb_key_press_event_t& event) const
 {
-    return kindOf(reinterpret_cast<const xcb_generic_event_t&>(event)) == XCB_KEY_PRESS &&
-           event.event != x11::root() && wishFor(event) &&
+    constexpr std::uint8_t kPress = XCB_KEY_PRESS; // and not one that another program has made up
+    return event.response_type == kPress && QWidget::find(event.event) && wishFor(event) &&
            event.detail != keyCodes(KeyCodes::kEscape).front();
 }
 
