@@ -1,7 +1,7 @@
 # One place for what every one of our own targets is compiled with.
 add_library(brindlecam_options INTERFACE)
 target_compile_options(brindlecam_options INTERFACE
-  -Wall -Wextra -Werror $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> -Wundef
+  -Wall -Wextra -Werror $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wshadow=local> -Wundef
   $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual> $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
   $<$<COMPILE_LANGUAGE:CXX>:-Wsuggest-override>)
 target_compile_definitions(brindlecam_options INTERFACE

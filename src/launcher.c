@@ -14,7 +14,7 @@
 /* A request that nobody answers ends like the program itself. */
 static const char unanswered_text[] = "Brindlecam ya está abierto, pero no responde.\n";
 static const int unanswered_code = 1;
-static const int no_program_code = 127; /* the shell's for a program that is not there */
+static const int no_program_code = 127; /* the shell's for a program it can't find */
 
 struct text {
     char* bytes;
@@ -74,8 +74,8 @@ static void set_patience(int connection, int step, long long deadline)
     setsockopt(connection, SOL_SOCKET, step, &patience, sizeof patience);
 }
 
-/* Less than 0: nobody listens. */
-static int connect_to_running_copy(long long deadline)
+/* Less than 0: there is nobody to speak to, or with `busy` set nobody who takes the connection. */
+static int connect_to_running_copy(long long deadline, int* busy)
 {
     struct sockaddr_un address;
     memset(&address, 0, sizeof address);
@@ -88,6 +88,7 @@ static int connect_to_running_copy(long long deadline)
     set_patience(connection, SO_SNDTIMEO, deadline);
     if (connect(connection, (struct sockaddr*)&address, sizeof address) == 0)
         return connection;
+    *busy = errno == EAGAIN;
     close(connection);
     return -1;
 }
@@ -111,7 +112,7 @@ static size_t say(int connection, const struct text* request, long long deadline
 /* All that is said up to the end of the connection; false when that does not come in time. */
 static int hear(int connection, struct text* answer, long long deadline)
 {
-    static char bytes[BRINDLECAM_LONGEST_ANSWER];
+    static char bytes[BRINDLECAM_LONGEST_ANSWER + 1];
     answer->bytes = bytes;
     answer->length = 0;
     while (answer->length < sizeof bytes && now_in_ms() < deadline) {
@@ -141,9 +142,17 @@ static int take_code(struct text* answer)
             return -1;
         code = 10 * code + (answer->bytes[i] - '0');
     }
+    if (code > BRINDLECAM_LARGEST_CODE)
+        return -1;
     answer->bytes += digits + 1;
     answer->length -= digits + 1;
     return code;
+}
+
+static int complain(void)
+{
+    fputs(unanswered_text, stderr);
+    return unanswered_code;
 }
 
 /* The exit code, once the running copy has been told; less than 0 when it has not. */
@@ -153,39 +162,43 @@ static int hand_over(char* const words[])
     if (!write_request(words, &request))
         return -1;
     const long long deadline = now_in_ms() + BRINDLECAM_ANSWER_PATIENCE;
-    const int connection = connect_to_running_copy(deadline);
+    int busy = 0;
+    const int connection = connect_to_running_copy(deadline, &busy);
     if (connection < 0)
-        return -1;
+        return busy ? complain() : -1;
+    struct text answer = {NULL, 0};
     const size_t written = say(connection, &request, deadline);
-    if (written == 0) {
-        close(connection);
-        return -1;
-    }
-    struct text answer;
     const int whole = written == request.length && hear(connection, &answer, deadline);
+    /* First: where a standard stream was closed it has that stream's number. */
+    close(connection);
+    if (written == 0)
+        return -1;
     const int code = whole ? take_code(&answer) : -1;
-    if (code < 0) {
-        fputs(unanswered_text, stderr);
-        return unanswered_code;
-    }
+    if (code < 0)
+        return complain();
     fwrite(answer.bytes, 1, answer.length, code == 0 ? stdout : stderr);
     return code;
+}
+
+/* Where the program is; an empty path when we don't know where we are ourselves. */
+static void find_program(char path[PATH_MAX])
+{
+    const size_t room = PATH_MAX - sizeof BRINDLECAM_PROGRAM;
+    const ssize_t length = readlink("/proc/self/exe", path, room);
+    path[length > 0 && (size_t)length < room ? length : 0] = '\0';
+    char* const slash = strrchr(path, '/');
+    if (slash != NULL)
+        strcpy(slash + 1, BRINDLECAM_PROGRAM);
 }
 
 /* Returns only when that fails. */
 static int become_program(char* const words[])
 {
     char path[PATH_MAX];
-    const ssize_t length =
-        readlink("/proc/self/exe", path, sizeof path - sizeof BRINDLECAM_PROGRAM);
-    char* end = path;
-    if (length > 0) {
-        path[length] = '\0';
-        end = strrchr(path, '/') + 1;
-    }
-    strcpy(end, BRINDLECAM_PROGRAM);
+    find_program(path);
     execv(path, words);
-    fprintf(stderr, "No se puede ejecutar %s: %s\n", path, strerror(errno));
+    fprintf(stderr, "No se puede ejecutar %s: %s\n", path[0] != '\0' ? path : BRINDLECAM_PROGRAM,
+            strerror(errno));
     return no_program_code;
 }
 

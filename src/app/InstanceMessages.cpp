@@ -76,7 +76,7 @@ std::optional<InstanceReply> readReply(const QByteArray& bytes)
 {
     const qsizetype end = bytes.indexOf('\n');
     const std::optional<int> exitCode = number(bytes.left(std::max<qsizetype>(end, 0)));
-    if (!exitCode)
+    if (!exitCode || *exitCode > BRINDLECAM_LARGEST_CODE)
         return std::nullopt;
     return InstanceReply{*exitCode, bytes.mid(end + 1)};
 }

@@ -13,7 +13,7 @@
  * brindlecam_escape() and may be empty. The asker keeps the connection open until it has the
  * answer: who has left is not served.
  *
- * An answer is the exit code in decimal digits, a line feed, and the text to print as it is, up to
+ * An answer is the exit code in decimal digits, at most 255, a line feed, and the text to print as it is, up to
  * the end of the connection. The text goes to standard output where the code is 0, and to standard
  * error otherwise.
  *
@@ -41,6 +41,8 @@ enum {
     BRINDLECAM_LONGEST_LINE = 65536,
     /* An answer; nobody of ours says more. */
     BRINDLECAM_LONGEST_ANSWER = 1 << 20,
+    /* What a process can end with. */
+    BRINDLECAM_LARGEST_CODE = 255,
     /* How long an asker waits for the answer of a copy that listens, in milliseconds. */
     BRINDLECAM_ANSWER_PATIENCE = 2000,
     /* The longest id of a display, its NUL included. */

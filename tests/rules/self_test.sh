@@ -88,6 +88,7 @@ catches machine "a path of one machine" 'echo "see /work""/notes.txt" >>docs/MOR
 catches machine "a fixed name below /tmp" 'echo "touch /tmp""/lock" >run'
 catches sizes "a long file" 'seq 401 | sed "s|.*|//|" >>src/base/Good.cpp'
 catches format "a line out of form" 'echo "int   a;" >>src/base/Good.cpp'
+catches format "a line of C out of form" 'echo "int   a;" >src/base/good.c'
 
 [ "$failures" -eq 0 ] || exit 1
 echo "every rule sees what it is for"

@@ -97,6 +97,7 @@ private Q_SLOTS:
         QTest::newRow("a word") << QByteArray("ok\n");
         QTest::newRow("a negative code") << QByteArray("-1\n");
         QTest::newRow("a code with a zero before it") << QByteArray("00\n");
+        QTest::newRow("a code that nothing ends with") << QByteArray("256\n");
     }
     void anythingElseIsNoReply()
     {

@@ -6,9 +6,12 @@
 
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QTimer>
 
 #include <sys/socket.h>
 #include <sys/un.h>
+
+#include <chrono>
 
 namespace brindlecam {
 
@@ -49,12 +52,22 @@ private:
     const QString m_bin;
 };
 
+test::Ended runInRoot(const Installed& installed, const QString& word)
+{
+    return installed.folders.run(QStringLiteral("/bin/sh"),
+                                 {QStringLiteral("-c"),
+                                  QStringLiteral("cd / && exec \"$0\" \"$1\""),
+                                  installed.launcher(), word});
+}
+
+enum class Manners { hangsUp, stays, goesOn };
+
 /// A running copy that says what it is told to, right or wrong, and keeps what it was asked.
 class Parrot final {
 public:
-    Parrot(const QString& path, QByteArray says, bool hangsUp = true)
+    Parrot(const QString& path, QByteArray says, Manners manners = Manners::hangsUp)
         : m_says(std::move(says))
-        , m_hangsUp(hangsUp)
+        , m_manners(manners)
     {
         QVERIFY(m_server.listen(path));
         QObject::connect(&m_server, &QLocalServer::newConnection, &m_server, [this] {
@@ -64,8 +77,10 @@ public:
                 if (!heard.endsWith('\n'))
                     return;
                 client->write(m_says);
-                if (m_hangsUp)
+                if (m_manners == Manners::hangsUp)
                     client->disconnectFromServer();
+                else if (m_manners == Manners::goesOn)
+                    goOn(*client);
             });
         });
     }
@@ -73,20 +88,49 @@ public:
     QByteArray heard;
 
 private:
+    static void goOn(QLocalSocket& client)
+    {
+        auto* next = new QTimer(&client);
+        QObject::connect(next, &QTimer::timeout, &client, [&client] { client.write("x"); });
+        next->start(std::chrono::milliseconds(100));
+    }
+
     QLocalServer m_server;
     const QByteArray m_says;
-    const bool m_hangsUp;
+    const Manners m_manners;
 };
+
+sockaddr_un addressOf(const QString& path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path);
+    return address;
+}
+
+/// A socket with a name; it does not listen.
+int bindSocket(const QString& path)
+{
+    const int end = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_un address = addressOf(path);
+    [&] {
+        QCOMPARE(::bind(end, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    }();
+    return end;
+}
 
 /// A file that looks like a socket and is none any more, as a crash leaves it.
 void leaveDeadSocket(const QString& path)
 {
-    const int end = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    qstrncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path);
-    QCOMPARE(::bind(end, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    ::close(end);
+    ::close(bindSocket(path));
+}
+
+/// Listens with room for one connection that waits, and takes none.
+int listenDeaf(const QString& path)
+{
+    const int end = bindSocket(path);
+    [&] { QCOMPARE(::listen(end, 0), 0); }();
+    return end;
 }
 
 } // namespace
@@ -123,7 +167,7 @@ private Q_SLOTS:
     void longAnswersComeWhole()
     {
         const Installed installed;
-        const QByteArray text = QByteArray(300'000, 'x') + '\n';
+        const QByteArray text(BRINDLECAM_LONGEST_ANSWER - 3, 'x');
         const Parrot copy(installed.folders.socket(), "64\n" + text);
         const test::Ended ended = installed.run({QStringLiteral("nada")});
         QCOMPARE(ended.exitCode, 64);
@@ -180,42 +224,75 @@ private Q_SLOTS:
         QCOMPARE(copy.heard, QByteArray());
     }
 
-    void theLongestLineIsSaid()
+    void aLineIsSaidUpToItsLongest()
     {
         const Installed installed;
+        installed.addProgram();
         const Parrot copy(installed.folders.socket(), "0\n");
-        const qsizetype rest = 3 * QFile::encodeName(QDir::currentPath()).size() + 16;
-        const QByteArray word((BRINDLECAM_LONGEST_LINE - rest) / 3, '\n');
-        QCOMPARE(installed.run({QString::fromLatin1(word)}).exitCode, 0);
-        QVERIFY(copy.heard.size() > BRINDLECAM_LONGEST_LINE - rest);
-        QVERIFY(copy.heard.startsWith("1 %0A%0A"));
+        // "1 ", three bytes for each, " %2F" and the line's end.
+        const QString longest((BRINDLECAM_LONGEST_LINE - 7) / 3, QLatin1Char('\n'));
+        QCOMPARE(longest.size() * 3 + 7, BRINDLECAM_LONGEST_LINE);
+        QCOMPARE(runInRoot(installed, longest).exitCode, 0);
+        QCOMPARE(copy.heard.size(), BRINDLECAM_LONGEST_LINE);
+        QCOMPARE(runInRoot(installed, longest + QLatin1Char('\n')).exitCode, kProgramsCode);
+        QCOMPARE(copy.heard.size(), BRINDLECAM_LONGEST_LINE);
+    }
+
+    void nothingIsPrintedToTheRunningCopy()
+    {
+        const Installed installed;
+        const Parrot copy(installed.folders.socket(), "4\nAhora no.\n");
+        const test::Ended ended = installed.folders.run(
+            QStringLiteral("/bin/sh"),
+            {QStringLiteral("-c"), QStringLiteral("exec \"$0\" 1>&- 2>&-"), installed.launcher()});
+        QCOMPARE(ended.exitCode, 4);
+        QCOMPARE(copy.heard.count('\n'), 1);
+    }
+
+    // Stopped, for one: its connections wait until there is no room for more.
+    void aCopyThatTakesNoConnectionIsUnanswered()
+    {
+        const Installed installed;
+        installed.addProgram();
+        const int end = listenDeaf(installed.folders.socket());
+        const int first = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        const sockaddr_un address = addressOf(installed.folders.socket());
+        QCOMPARE(::connect(first, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        const test::Ended ended = installed.run({QStringLiteral("area")});
+        QCOMPARE(ended.exitCode, Commands::unansweredReply().exitCode);
+        QCOMPARE(ended.error, QString::fromUtf8(Commands::unansweredReply().text));
+        ::close(first);
+        ::close(end);
     }
 
     // The running copy may have begun with it: the program would do it once more.
     void whatWasSaidIsNeverSaidAgain_data()
     {
         QTest::addColumn<QByteArray>("answer");
-        QTest::addColumn<bool>("hangsUp");
-        QTest::newRow("silent") << QByteArray() << false;
-        QTest::newRow("hangs up") << QByteArray() << true;
-        QTest::newRow("never comes to an end") << QByteArray("0\nBien") << false;
-        QTest::newRow("no code") << QByteArray("\nBien") << true;
-        QTest::newRow("no number") << QByteArray("ok\n") << true;
-        QTest::newRow("a code with words") << QByteArray("0 ok\n") << true;
-        QTest::newRow("a code written otherwise") << QByteArray("00\n") << true;
-        QTest::newRow("a code below zero") << QByteArray("-1\n") << true;
-        QTest::newRow("a code that is too long") << QByteArray("4294967296\n") << true;
-        QTest::newRow("a code without its line's end") << QByteArray("0") << true;
+        QTest::addColumn<Manners>("manners");
+        constexpr auto kHangsUp = Manners::hangsUp;
+        QTest::newRow("silent") << QByteArray() << Manners::stays;
+        QTest::newRow("hangs up") << QByteArray() << kHangsUp;
+        QTest::newRow("never comes to an end") << QByteArray("0\nBien") << Manners::stays;
+        QTest::newRow("always says a little more") << QByteArray("0\nBien") << Manners::goesOn;
+        QTest::newRow("no code") << QByteArray("\nBien") << kHangsUp;
+        QTest::newRow("no number") << QByteArray("ok\n") << kHangsUp;
+        QTest::newRow("a code with words") << QByteArray("0 ok\n") << kHangsUp;
+        QTest::newRow("a code written otherwise") << QByteArray("00\n") << kHangsUp;
+        QTest::newRow("a code below zero") << QByteArray("-1\n") << kHangsUp;
+        QTest::newRow("a code that nothing ends with") << QByteArray("256\n") << kHangsUp;
+        QTest::newRow("a code that is too long") << QByteArray("4294967296\n") << kHangsUp;
+        QTest::newRow("a code without its line's end") << QByteArray("0") << kHangsUp;
         QTest::newRow("more than anybody says")
-            << "0\n" + QByteArray(BRINDLECAM_LONGEST_ANSWER, 'x') << true;
+            << "0\n" + QByteArray(BRINDLECAM_LONGEST_ANSWER - 1, 'x') << kHangsUp;
     }
     void whatWasSaidIsNeverSaidAgain()
     {
         QFETCH(QByteArray, answer);
-        QFETCH(bool, hangsUp);
+        QFETCH(Manners, manners);
         const Installed installed;
         installed.addProgram();
-        const Parrot copy(installed.folders.socket(), answer, hangsUp);
+        const Parrot copy(installed.folders.socket(), answer, manners);
         const test::Ended ended = installed.run({QStringLiteral("area")});
         const InstanceReply reply = Commands::unansweredReply();
         QCOMPARE(ended.exitCode, reply.exitCode);
