@@ -13,9 +13,9 @@
  * brindlecam_escape() and may be empty. The asker keeps the connection open until it has the
  * answer: who has left is not served.
  *
- * An answer is the exit code in decimal digits, at most 255, a line feed, and the text to print as it is, up to
- * the end of the connection. The text goes to standard output where the code is 0, and to standard
- * error otherwise.
+ * An answer is the exit code in decimal digits, at most 255, a line feed, and the text to print as
+ * it is, up to the end of the connection. The text goes to standard output where the code is 0, and
+ * to standard error otherwise.
  *
  * A request of another version is answered with code 5 and a text, so the version stays the first
  * field, and an answer what it is, in all versions. Whoever says anything else is hung up on.

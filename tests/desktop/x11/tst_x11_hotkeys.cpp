@@ -12,6 +12,8 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 
+#include <array>
+
 namespace brindlecam {
 
 using test::InputClient;
@@ -274,10 +276,10 @@ private Q_SLOTS:
     {
         const auto area = take(kKey9, kControlShift);
         const xcb_window_t sink = xcb_generate_id(x11::connection());
-        const std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS;
+        const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_KEY_PRESS};
         xcb_create_window(x11::connection(), XCB_COPY_FROM_PARENT, sink, x11::root(), -10, -10, 1,
                           1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT,
-                          XCB_CW_EVENT_MASK, &events);
+                          XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
         xcb_map_window(x11::connection(), sink);
         QVERIFY(takesKeyboard(sink));
         QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
