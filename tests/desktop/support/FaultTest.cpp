@@ -100,6 +100,13 @@ QStringList FaultTest::namesIn(const QString& folder)
     return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
 }
 
+qsizetype FaultTest::taken()
+{
+    const QStringList names = history();
+    return std::ranges::count_if(
+        names, [](const QString& name) { return !name.startsWith(QLatin1Char('.')); });
+}
+
 QImage FaultTest::onlyPictureIn(const QString& folder)
 {
     const QStringList names = namesIn(folder);

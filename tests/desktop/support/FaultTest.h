@@ -46,6 +46,8 @@ protected:
     [[nodiscard]] static QStringList namesIn(const QString& folder);
     [[nodiscard]] QStringList captures() { return namesIn(program().folders().captures()); }
     [[nodiscard]] QStringList history() { return namesIn(program().folders().history()); }
+    /// How many whole pictures are in the history, whatever is being written beside them.
+    [[nodiscard]] qsizetype taken();
     /// The picture in a folder that holds nothing but this one file; null when it does not decode
     /// or there is any other file.
     [[nodiscard]] static QImage onlyPictureIn(const QString& folder);
