@@ -8,97 +8,84 @@ namespace brindlecam {
 
 namespace {
 
-/// Writes the picture's rows into the ring as early or as late as it may.
-class FakeSource final : public BandPeer {
+/// What byte of the picture this is to be.
+uchar byteAt(qsizetype index)
+{
+    return static_cast<uchar>((index * 31 + index / 251) % 251);
+}
+
+/// Is through with each band as early or as late as it may be.
+class FakePeer : public BandPeer {
 public:
-    enum class Writes { whenAsked, whenAwaited };
+    enum class Works { whenAsked, whenAwaited };
 
-    explicit FakeSource(qsizetype bytesPerLine, Writes writes = Writes::whenAwaited)
-        : ring(BandRing::kBytes, 0xee)
-        , m_bytesPerLine(bytesPerLine)
-        , m_writes(writes)
-    {
-    }
-
-    std::vector<uchar> ring;
+    std::vector<uchar> ring = std::vector<uchar>(BandRing::kBytes, 0xee);
     std::vector<Band> asked;
     int sent = 0; ///< how many of those are on their way
     int awaited = 0;
-    int failsAt = -1; ///< index of the band that never comes
+    int failsAt = -1; ///< index of the band that it is never through with
     std::size_t mostUnderWay = 0;
 
-    /// What byte of the picture this is to be.
-    [[nodiscard]] static uchar byteAt(qsizetype index)
-    {
-        return static_cast<uchar>((index * 31 + index / 251) % 251);
-    }
-
-    void ask(const Band& band) override
+    void ask(const Band& band) final
     {
         asked.push_back(band);
         mostUnderWay = std::max(mostUnderWay, asked.size() - static_cast<std::size_t>(awaited));
-        if (m_writes == Writes::whenAsked)
-            write(band);
+        if (m_works == Works::whenAsked)
+            work(band);
     }
-    void send() override { sent = static_cast<int>(asked.size()); }
-    bool await() override
+    void send() final { sent = static_cast<int>(asked.size()); }
+    bool await() final
     {
         if (awaited >= sent || awaited == failsAt)
             return false;
         const Band& band = asked[static_cast<std::size_t>(awaited++)];
-        if (m_writes == Writes::whenAwaited)
-            write(band);
+        if (m_works == Works::whenAwaited)
+            work(band);
         return true;
     }
 
+protected:
+    FakePeer(qsizetype bytesPerLine, Works works)
+        : m_bytesPerLine(bytesPerLine)
+        , m_works(works)
+    {
+    }
+
+    const qsizetype m_bytesPerLine;
+
 private:
-    void write(const Band& band)
+    virtual void work(const Band& band) = 0;
+
+    const Works m_works;
+};
+
+/// Writes the picture's rows into the ring.
+class FakeSource final : public FakePeer {
+public:
+    explicit FakeSource(qsizetype bytesPerLine, Works works = Works::whenAwaited)
+        : FakePeer(bytesPerLine, works)
+    {
+    }
+
+private:
+    void work(const Band& band) override
     {
         const qsizetype first = band.firstRow * m_bytesPerLine;
         for (qsizetype i = 0; i < band.rows * m_bytesPerLine; ++i)
             ring[band.slot + static_cast<std::size_t>(i)] = byteAt(first + i);
     }
-
-    const qsizetype m_bytesPerLine;
-    const Writes m_writes;
 };
 
-/// Takes the rows out of the ring as early or as late as it may.
-class FakeSink final : public BandPeer {
+/// Takes the rows out of the ring.
+class FakeSink final : public FakePeer {
 public:
-    enum class Reads { whenAsked, whenAwaited };
-
-    FakeSink(qsizetype bytesPerLine, int height, Reads reads)
-        : ring(BandRing::kBytes, 0xee)
+    FakeSink(qsizetype bytesPerLine, int height, Works works)
+        : FakePeer(bytesPerLine, works)
         , picture(static_cast<std::size_t>(bytesPerLine * height), 0xee)
-        , m_bytesPerLine(bytesPerLine)
-        , m_reads(reads)
     {
     }
 
-    std::vector<uchar> ring;
     std::vector<uchar> picture;
-    std::vector<Band> asked;
-    int sent = 0;
-    int awaited = 0;
-    int failsAt = -1; ///< index of the band that it never takes
-
-    void ask(const Band& band) override
-    {
-        asked.push_back(band);
-        if (m_reads == Reads::whenAsked)
-            read(band);
-    }
-    void send() override { sent = static_cast<int>(asked.size()); }
-    bool await() override
-    {
-        if (awaited >= sent || awaited == failsAt)
-            return false;
-        const Band& band = asked[static_cast<std::size_t>(awaited++)];
-        if (m_reads == Reads::whenAwaited)
-            read(band);
-        return true;
-    }
 
     /// Fills a band as the picture is to be there.
     [[nodiscard]] BandRing::Fill fill() const
@@ -106,25 +93,22 @@ public:
         return [bytesPerLine = m_bytesPerLine](const Band& band, uchar* target) {
             const qsizetype first = band.firstRow * bytesPerLine;
             for (qsizetype i = 0; i < band.rows * bytesPerLine; ++i)
-                target[i] = FakeSource::byteAt(first + i);
+                target[i] = byteAt(first + i);
         };
     }
 
 private:
-    void read(const Band& band)
+    void work(const Band& band) override
     {
         std::copy_n(ring.begin() + static_cast<std::ptrdiff_t>(band.slot),
                     band.rows * m_bytesPerLine, picture.begin() + band.firstRow * m_bytesPerLine);
     }
-
-    const qsizetype m_bytesPerLine;
-    const Reads m_reads;
 };
 
 bool isWhole(const std::vector<uchar>& picture)
 {
     for (std::size_t i = 0; i < picture.size(); ++i) {
-        if (picture[i] != FakeSource::byteAt(static_cast<qsizetype>(i)))
+        if (picture[i] != byteAt(static_cast<qsizetype>(i)))
             return false;
     }
     return true;
@@ -158,9 +142,9 @@ private Q_SLOTS:
         QFETCH(int, height);
         QFETCH(int, bands);
         const qsizetype bytesPerLine = 4 * qsizetype(width);
-        using Writes = FakeSource::Writes;
-        for (const Writes writes : {Writes::whenAsked, Writes::whenAwaited}) {
-            FakeSource source(bytesPerLine, writes);
+        using Works = FakePeer::Works;
+        for (const Works works : {Works::whenAsked, Works::whenAwaited}) {
+            FakeSource source(bytesPerLine, works);
             std::vector<uchar> picture(static_cast<std::size_t>(bytesPerLine * height));
             QVERIFY(
                 BandRing::read(source, source.ring.data(), height, bytesPerLine, picture.data()));
@@ -224,9 +208,9 @@ private Q_SLOTS:
         QFETCH(int, height);
         QFETCH(int, bands);
         const qsizetype bytesPerLine = 4 * qsizetype(width);
-        using Reads = FakeSink::Reads;
-        for (const Reads reads : {Reads::whenAsked, Reads::whenAwaited}) {
-            FakeSink sink(bytesPerLine, height, reads);
+        using Works = FakePeer::Works;
+        for (const Works works : {Works::whenAsked, Works::whenAwaited}) {
+            FakeSink sink(bytesPerLine, height, works);
             QVERIFY(BandRing::write(sink, sink.ring.data(), height, bytesPerLine, sink.fill()));
             QVERIFY(isWhole(sink.picture));
             QCOMPARE(sink.asked.size(), std::size_t(bands));
@@ -247,7 +231,7 @@ private Q_SLOTS:
         QFETCH(int, failsAt);
         QFETCH(int, asked);
         constexpr qsizetype kBytesPerLine = 1920 * 4;
-        FakeSink sink(kBytesPerLine, 1080, FakeSink::Reads::whenAwaited);
+        FakeSink sink(kBytesPerLine, 1080, FakePeer::Works::whenAwaited);
         sink.failsAt = failsAt;
         QVERIFY(!BandRing::write(sink, sink.ring.data(), 1080, kBytesPerLine, sink.fill()));
         QCOMPARE(sink.asked.size(), std::size_t(asked));

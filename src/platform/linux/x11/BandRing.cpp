@@ -55,16 +55,16 @@ bool read(BandPeer& peer, const uchar* ring, int height, qsizetype bytesPerLine,
 bool write(BandPeer& peer, uchar* ring, int height, qsizetype bytesPerLine, const Fill& fill)
 {
     const Bands bands(height, bytesPerLine);
-    int done = 0;
     for (int filled = 0; filled < bands.count(); ++filled) {
-        if (filled >= kMostUnderWay && (++done, !peer.await()))
+        // The band whose slot this one takes.
+        if (filled >= kMostUnderWay && !peer.await())
             return false;
         const Band band = bands.at(filled);
         fill(band, ring + band.slot);
         peer.ask(band);
         peer.send();
     }
-    for (; done < bands.count(); ++done) {
+    for (int left = std::min(bands.count(), kMostUnderWay); left > 0; --left) {
         if (!peer.await())
             return false;
     }
