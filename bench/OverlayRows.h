@@ -7,8 +7,8 @@ namespace brindlecam::bench {
 class Figures;
 class Launch;
 
-/// From the area key to the frozen, dimmed screen with its hint, and from a pointer's move to what
-/// it changes.
+/// From the area key, or a command, to the frozen, dimmed screen with its hint, and from a
+/// pointer's move to what it changes.
 class OverlayRows final {
 public:
     OverlayRows(Stage& stage, Figures& figures);
