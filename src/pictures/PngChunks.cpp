@@ -5,7 +5,7 @@
 #include <libdeflate.h>
 
 #include <limits>
-#include <memory>
+#include <utility>
 
 namespace brindlecam {
 
@@ -15,14 +15,6 @@ constexpr char kSignature[] = "\x89PNG\r\n\x1a\n";
 constexpr std::size_t kLongestChunk = std::numeric_limits<std::int32_t>::max();
 constexpr qsizetype kChunkTypeBytes = 4;
 constexpr char kPerMetre = 1;
-
-struct CompressorDeleter {
-    void operator()(libdeflate_compressor* compressor) const
-    {
-        libdeflate_free_compressor(compressor);
-    }
-};
-using Compressor = std::unique_ptr<libdeflate_compressor, CompressorDeleter>;
 
 QByteArray bigEndian(std::uint32_t number)
 {
@@ -84,27 +76,20 @@ void PngChunks::addPalette(std::span<const std::uint32_t> argbColours)
         add("tRNS", alphas.first(translucent));
 }
 
-bool PngChunks::addRows(std::span<const std::uint8_t> rows, int level)
+ZlibStream* PngChunks::beginRows(std::size_t size, ZlibStream::Effort effort)
 {
-    const Compressor compressor(libdeflate_alloc_compressor(level));
-    if (!compressor)
-        return false;
-    const std::size_t bound = libdeflate_zlib_compress_bound(compressor.get(), rows.size());
-    if (bound > kLongestChunk)
-        return false;
-
-    // The compressor writes straight into the file; what it leaves unused is never touched memory.
     addNumber(0);
-    const qsizetype type = m_bytes.size();
+    m_rowsType = m_bytes.size();
     m_bytes += "IDAT";
-    const qsizetype content = m_bytes.size();
-    m_bytes.resize(content + static_cast<qsizetype>(bound));
-    const std::size_t size = libdeflate_zlib_compress(compressor.get(), rows.data(), rows.size(),
-                                                      m_bytes.data() + content, bound);
-    if (size == 0)
+    m_rows = ZlibStream::onto(m_bytes, size, effort, kLongestChunk);
+    return m_rows.get();
+}
+
+bool PngChunks::endRows(ZlibStream::Content content)
+{
+    if (!std::exchange(m_rows, nullptr)->finish(content))
         return false;
-    m_bytes.resize(content + static_cast<qsizetype>(size));
-    closeChunk(type);
+    closeChunk(m_rowsType);
     return true;
 }
 

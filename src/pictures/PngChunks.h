@@ -1,9 +1,13 @@
 #pragma once
 
+#include "pictures/ZlibStream.h"
+
 #include <QByteArray>
 #include <QSize>
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 
 namespace brindlecam {
@@ -24,13 +28,17 @@ class PngChunks final {
 public:
     /// Signature, IHDR and pHYs.
     PngChunks(QSize pixelSize, PngLayout layout, int dotsPerMetre);
+    PngChunks(const PngChunks&) = delete; // rows on their way know where the file is
+    PngChunks& operator=(const PngChunks&) = delete;
 
     /// PLTE, and tRNS up to the last translucent colour.
     void addPalette(std::span<const std::uint32_t> argbColours);
 
-    /// IDAT with the rows (filter bytes included) compressed at this libdeflate level; false when
-    /// memory runs out or the data is too large for one chunk.
-    [[nodiscard]] bool addRows(std::span<const std::uint8_t> rows, int level);
+    /// Begins IDAT for rows of so many bytes in all, filter bytes included. Null when that is too
+    /// much for one chunk; else ours, to be filled before endRows().
+    [[nodiscard]] ZlibStream* beginRows(std::size_t size, ZlibStream::Effort effort);
+    /// False when memory runs out.
+    [[nodiscard]] bool endRows(ZlibStream::Content content);
 
     /// Adds IEND and gives the file away.
     [[nodiscard]] QByteArray finish() &&;
@@ -41,6 +49,8 @@ private:
     void closeChunk(qsizetype typeOffset);
 
     QByteArray m_bytes;
+    qsizetype m_rowsType = 0;
+    std::unique_ptr<ZlibStream> m_rows; ///< while IDAT is open
 };
 
 } // namespace brindlecam

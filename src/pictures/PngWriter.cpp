@@ -13,12 +13,6 @@ namespace brindlecam::PngWriter {
 
 namespace {
 
-// Levels of libdeflate. Level 2 gives most of what can be had for the least time; level 6 is where
-// drawn pictures stop getting much smaller. Photographs gain 2 % from level 5 to 6 and pay twice
-// the time.
-constexpr int kQuickLevel = 2;
-constexpr int kSmallLevel = 6;
-constexpr int kSmallPhotoLevel = 5;
 constexpr int kRowsBetweenQuestions = 64;
 
 const std::uint32_t* pixelsOf(const QImage& picture, int y)
@@ -43,15 +37,12 @@ public:
 
     QByteArray run()
     {
-        const std::size_t size = (m_rowBytes + 1) * static_cast<std::size_t>(m_picture.height());
-        const auto rows = std::make_unique_for_overwrite<std::uint8_t[]>(size);
-        if (!filterRows(rows.get()) || cancelled())
-            return {};
-
         PngChunks file(m_picture.size(), m_layout, m_options.dotsPerMetre);
         if (m_layout.colour == PngLayout::Colour::palette)
             file.addPalette(m_reduction->colours());
-        if (!file.addRows({rows.get(), size}, level()) || cancelled())
+        ZlibStream* const rows = file.beginRows(
+            (m_rowBytes + 1) * static_cast<std::size_t>(m_picture.height()), effort());
+        if (!rows || !filterRows(*rows) || !file.endRows(content()) || cancelled())
             return {};
         return std::move(file).finish();
     }
@@ -59,22 +50,28 @@ public:
 private:
     [[nodiscard]] bool cancelled() const { return m_options.cancelled && m_options.cancelled(); }
 
-    [[nodiscard]] int level() const
+    [[nodiscard]] ZlibStream::Effort effort() const
     {
-        if (m_options.effort == Effort::quick)
-            return kQuickLevel;
-        return m_predictedRows * 2 > m_picture.height() ? kSmallPhotoLevel : kSmallLevel;
+        return m_options.effort == Effort::quick ? ZlibStream::Effort::quick
+                                                 : ZlibStream::Effort::small;
     }
 
-    bool filterRows(std::uint8_t* target)
+    [[nodiscard]] ZlibStream::Content content() const
+    {
+        return m_predictedRows * 2 > m_picture.height() ? ZlibStream::Content::photographed
+                                                        : ZlibStream::Content::drawn;
+    }
+
+    bool filterRows(ZlibStream& rows)
     {
         // Neighbouring indices say nothing about each other, and packed samples do not line up.
         const bool predictable =
             m_layout.depth == 8 && m_layout.colour != PngLayout::Colour::palette;
         RowFilter filter(m_rowBytes, static_cast<std::size_t>(m_layout.bitsPerPixel() + 7) / 8);
-        for (int y = 0; y < m_picture.height(); ++y, target += m_rowBytes + 1) {
+        for (int y = 0; y < m_picture.height(); ++y) {
             if (y % kRowsBetweenQuestions == 0 && cancelled())
                 return false;
+            std::uint8_t* const target = rows.room(m_rowBytes + 1);
             if (predictable) {
                 packRow(y, filter.nextRow());
                 filter.write(target);
@@ -84,7 +81,7 @@ private:
                 packRow(y, target + 1);
             }
         }
-        return true;
+        return !cancelled();
     }
 
     void packRow(int y, std::uint8_t* target) const

@@ -7,8 +7,8 @@
 
 namespace brindlecam {
 
-/// Our PNG encoder: own row-filter rule and palette reduction over libdeflate. Safe from any
-/// thread; several may encode at once.
+/// Our PNG encoder: own row-filter rule and palette reduction. Safe from any thread; several may
+/// encode at once.
 namespace PngWriter {
 
 enum class Effort {
