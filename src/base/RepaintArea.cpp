@@ -35,6 +35,16 @@ QRect repaintArea(const QRectF& points, qreal scale)
     return {cells.topLeft() * step, cells.size() * step};
 }
 
+QRegion repaintBand(const QRectF& outer, qreal width, qreal scale)
+{
+    QRegion region;
+    region += repaintArea({outer.left(), outer.top(), outer.width(), width}, scale);
+    region += repaintArea({outer.left(), outer.bottom() - width, outer.width(), width}, scale);
+    region += repaintArea({outer.left(), outer.top(), width, outer.height()}, scale);
+    region += repaintArea({outer.right() - width, outer.top(), width, outer.height()}, scale);
+    return region;
+}
+
 QRegion repaintAreaBetween(const QRectF& before, const QRectF& after, qreal scale)
 {
     // What both cover keeps its pixels, except along the edges, where the grid takes in neighbours.

@@ -10,6 +10,9 @@ namespace brindlecam {
 /// scales without such a grid nearby the answer is much larger, never smaller.
 [[nodiscard]] QRect repaintArea(const QRectF& points, qreal scale);
 
+/// The band of this width along the inside of the edges, as repaintArea() of each side.
+[[nodiscard]] QRegion repaintBand(const QRectF& outer, qreal width, qreal scale);
+
 /// What differs on the screen when the undimmed hole moves: the area that only one of them covers.
 [[nodiscard]] QRegion repaintAreaBetween(const QRectF& before, const QRectF& after, qreal scale);
 

@@ -6,6 +6,7 @@
 #include "canvas/Hint.h"
 #include "canvas/HintPicture.h"
 #include "canvas/Loupe.h"
+#include "canvas/MarkOutline.h"
 #include "canvas/MarkedPart.h"
 #include "canvas/SelectionFrame.h"
 #include "canvas/SizeLabel.h"
@@ -94,7 +95,7 @@ QRegion CanvasPainter::difference(const CanvasScene& before, const CanvasScene& 
         if (before.outlinedWindow != after.outlinedWindow && scene->outlinedWindow)
             stale += SelectionFrame::covered(*scene->outlinedWindow, scale);
         if (before.outlinedMark != after.outlinedMark && scene->outlinedMark)
-            stale += SelectionFrame::coveredAroundMark(*scene->outlinedMark, scale);
+            stale += MarkOutline::covered(*scene->outlinedMark, scale);
         if (before.loupePointer != after.loupePointer && scene->loupePointer)
             stale += around(Loupe::covered(Loupe::rect(*scene->loupePointer, m_size)));
     }
@@ -137,8 +138,12 @@ void CanvasPainter::paintMarks(QPainter& painter, const QRegion& exposed, const 
         current->draw(painter);
         painter.restore();
     }
-    for (const QRect& part : lines(current) & exposedPixels)
-        paintLines(painter, part, current);
+    const QRegion parts = lines(current) & exposedPixels;
+    std::optional<MarkOutline> outline;
+    if (m_scene.outlinedMark && !parts.isEmpty())
+        outline.emplace(*m_scene.outlinedMark);
+    for (const QRect& part : parts)
+        paintLines(painter, part, current, outline);
 }
 
 /// The pixels that the lines above the finished marks touch.
@@ -152,25 +157,27 @@ QRegion CanvasPainter::lines(const Annotation* current) const
     }
     if (m_scene.outlinedMark) {
         const qreal scale = pixelsPerPoint(m_size, picture).x;
-        for (const QRect& part : SelectionFrame::coveredAroundMark(*m_scene.outlinedMark, scale))
+        for (const QRect& part : MarkOutline::covered(*m_scene.outlinedMark, scale))
             touched += pixelRect(part, m_size, picture);
     }
     return touched;
 }
 
 // On a small picture of its own: what a line costs depends on the picture and not on the clip.
-void CanvasPainter::paintLines(QPainter& painter, const QRect& part, const Annotation* current)
+void CanvasPainter::paintLines(QPainter& painter, const QRect& part, const Annotation* current,
+                               const std::optional<MarkOutline>& outline)
 {
     QImage picture = m_marked.part(part);
     if (current && !isArea(*current))
         MarkedPart(picture, m_size, image().size(), part).draw(*current);
-    if (m_scene.outlinedMark) {
+    if (outline) {
         const PixelsPerPoint ratio = pixelsPerPoint(m_size, image().size());
-        QPainter outline(&picture);
-        outline.setRenderHint(QPainter::Antialiasing);
-        outline.translate(-part.topLeft());
-        outline.scale(ratio.x, ratio.y);
-        SelectionFrame::paintMarkOutline(outline, *m_scene.outlinedMark);
+        QPainter above(&picture);
+        above.setRenderHint(QPainter::Antialiasing);
+        above.translate(-part.topLeft());
+        above.scale(ratio.x, ratio.y);
+        outline->paint(above, {part.x() / ratio.x, part.y() / ratio.y, part.width() / ratio.x,
+                               part.height() / ratio.y});
     }
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(part.topLeft(), picture);

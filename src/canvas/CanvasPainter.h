@@ -10,6 +10,7 @@
 #include <QSize>
 #include <QSizeF>
 
+#include <optional>
 #include <vector>
 
 class QPainter;
@@ -18,6 +19,7 @@ namespace brindlecam {
 
 class Annotation;
 class HintPicture;
+class MarkOutline;
 
 /// Paints a canvas, and knows what a change makes stale, so that only that is painted. Points of
 /// the canvas; the frozen pictures are pixels.
@@ -54,7 +56,8 @@ private:
     [[nodiscard]] QRegion difference(const CanvasScene& before, const CanvasScene& after) const;
     void paintMarks(QPainter& painter, const QRegion& exposed, const Annotation* current);
     [[nodiscard]] QRegion lines(const Annotation* current) const;
-    void paintLines(QPainter& painter, const QRect& part, const Annotation* current);
+    void paintLines(QPainter& painter, const QRect& part, const Annotation* current,
+                    const std::optional<MarkOutline>& outline);
     void paintSelection(QPainter& painter, const QRegion& exposed) const;
 
     const QSizeF m_size;

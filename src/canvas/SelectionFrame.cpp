@@ -15,13 +15,8 @@ namespace {
 constexpr qreal kBorderWidth = 1;
 constexpr qreal kDash = 5;
 constexpr qreal kGap = 4;
-constexpr qreal kHandleSide = 7;   // to the middle of its line
-constexpr qreal kHoverWidth = 2;   // inside the window's edges
-constexpr qreal kMarkDistance = 4; // from a mark to the line around it
-constexpr qreal kMarkRadius = 4;
-constexpr qreal kMarkLine = 1.5;
-constexpr qreal kMarkDash = 4;
-constexpr qreal kMarkGap = 3;
+constexpr qreal kHandleSide = 7;                       // to the middle of its line
+constexpr qreal kHoverWidth = 2;                       // inside the window's edges
 constexpr qreal kCoveredReach = kHandleSide / 2 + 1.5; // half a handle and its line
 
 /// Fills the band of this width along the inside of the edges.
@@ -32,17 +27,6 @@ void fillBand(QPainter& painter, const QRect& outer, int width, const QColor& co
         painter.fillRect(side, color);
 }
 
-/// The band of this width along the inside of the edges.
-QRegion bandRegion(const QRectF& outer, qreal width, qreal scale)
-{
-    QRegion region;
-    region += repaintArea({outer.left(), outer.top(), outer.width(), width}, scale);
-    region += repaintArea({outer.left(), outer.bottom() - width, outer.width(), width}, scale);
-    region += repaintArea({outer.left(), outer.top(), width, outer.height()}, scale);
-    region += repaintArea({outer.right() - width, outer.top(), width, outer.height()}, scale);
-    return region;
-}
-
 } // namespace
 
 QRegion covered(const QRectF& selection, qreal scale)
@@ -51,7 +35,7 @@ QRegion covered(const QRectF& selection, qreal scale)
         return {};
     const QRectF outer =
         selection.adjusted(-kCoveredReach, -kCoveredReach, kCoveredReach, kCoveredReach);
-    return bandRegion(outer, 2 * kCoveredReach, scale);
+    return repaintBand(outer, 2 * kCoveredReach, scale);
 }
 
 void paintBorder(QPainter& painter, const QRectF& selection)
@@ -92,29 +76,6 @@ void paintHoveredWindow(QPainter& painter, const QRectF& window)
 {
     const DevicePixels pixels(painter);
     fillBand(painter, pixels.outward(window), pixels.lineWidth(kHoverWidth), Config::leafGreen);
-}
-
-QRegion coveredAroundMark(const QRectF& bounds, qreal scale)
-{
-    // The line's round corners come no nearer to the mark than its straight parts by more than
-    // their radius.
-    constexpr qreal kReach = kMarkDistance + kMarkLine;
-    return bandRegion(bounds.adjusted(-kReach, -kReach, kReach, kReach),
-                      2 * kMarkLine + kMarkRadius, scale);
-}
-
-void paintMarkOutline(QPainter& painter, const QRectF& bounds)
-{
-    const QRectF outline =
-        bounds.adjusted(-kMarkDistance, -kMarkDistance, kMarkDistance, kMarkDistance);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Qt::white, kMarkLine));
-    painter.drawRoundedRect(outline, kMarkRadius, kMarkRadius);
-    QPen dashes(Config::leafGreen, kMarkLine);
-    dashes.setCapStyle(Qt::FlatCap);
-    dashes.setDashPattern({kMarkDash / kMarkLine, kMarkGap / kMarkLine}); // in widths of the line
-    painter.setPen(dashes);
-    painter.drawRoundedRect(outline, kMarkRadius, kMarkRadius);
 }
 
 } // namespace brindlecam::SelectionFrame

@@ -7,8 +7,7 @@ class QPainter;
 
 namespace brindlecam {
 
-/// The lines around the selection (with its handles), around a hovered window and around the
-/// selected mark. Points.
+/// The lines around the selection (with its handles) and around a hovered window. Points.
 namespace SelectionFrame {
 
 /// What border and handles of this selection cover.
@@ -17,10 +16,6 @@ namespace SelectionFrame {
 void paintBorder(QPainter& painter, const QRectF& selection);
 void paintHandles(QPainter& painter, const QRectF& selection);
 void paintHoveredWindow(QPainter& painter, const QRectF& window);
-
-/// What the line around a mark of these bounds covers.
-[[nodiscard]] QRegion coveredAroundMark(const QRectF& bounds, qreal scale);
-void paintMarkOutline(QPainter& painter, const QRectF& bounds);
 
 } // namespace SelectionFrame
 

@@ -1,5 +1,6 @@
 #include "PaintedScale.h"
 #include "app/Config.h"
+#include "canvas/MarkOutline.h"
 #include "canvas/Selection.h"
 #include "canvas/SelectionFrame.h"
 #include "support/TestCase.h"
@@ -176,8 +177,9 @@ private Q_SLOTS:
     {
         QFETCH(const qreal, scale);
         const QRectF bounds(20.5, 24, 120, 70.25);
+        const QRectF everything({}, kFrameCanvas);
         const QImage image = painted(
-            scale, [&](QPainter& painter) { SelectionFrame::paintMarkOutline(painter, bounds); });
+            scale, [&](QPainter& painter) { MarkOutline(bounds).paint(painter, everything); });
         const QImage expected = painted(scale, [](QPainter& painter) {
             QPen dashes(Config::leafGreen, 1.5, Qt::CustomDashLine, Qt::FlatCap);
             dashes.setDashPattern({4 / 1.5, 3 / 1.5});
@@ -187,6 +189,27 @@ private Q_SLOTS:
             }
         });
         QCOMPARE(image, expected);
+    }
+
+    void theLineAroundAMarkIsTheSamePartByPart_data() { test::addCanvasScales(); }
+    void theLineAroundAMarkIsTheSamePartByPart()
+    {
+        QFETCH(const qreal, scale);
+        constexpr int kPart = 40; // points, a whole number of pixels at every scale
+        const MarkOutline outline({20.5, 24, 120, 70.25});
+        const QRectF everything({}, kFrameCanvas);
+        const QImage whole =
+            painted(scale, [&](QPainter& painter) { outline.paint(painter, everything); });
+        const QImage inParts = painted(scale, [&](QPainter& painter) {
+            for (int y = 0; y < kFrameCanvas.height(); y += kPart) {
+                for (int x = 0; x < kFrameCanvas.width(); x += kPart) {
+                    const QRectF part(x, y, kPart, kPart);
+                    painter.setClipRect(part);
+                    outline.paint(painter, part);
+                }
+            }
+        });
+        QCOMPARE(inParts, whole);
     }
 
     void hoveredWindowIsOutlinedInsideItsEdges()
