@@ -116,7 +116,7 @@ SavePanel* CaptureResults::save(const Rendered& picture, std::function<void()> c
 
 void CaptureResults::sessionEnded()
 {
-    m_output.forgetLastCopy();
+    m_output.sessionEnded();
     m_live = std::make_shared<LiveCopy>();
 }
 

@@ -157,7 +157,7 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
 {
     if (m_lastCopy && m_lastCopy->picture.isSame(delivery->picture)) {
         if (m_lastCopy->stage == CopyEncode::Stage::ended) {
-            publish(delivery, m_lastCopy->png);
+            publish(delivery, *m_lastCopy);
             return;
         }
         m_lastCopy->waiting.push_back(delivery);
@@ -171,8 +171,8 @@ void Output::startCopy(const std::shared_ptr<Delivery>& delivery)
     encode->picture = delivery->picture;
     encode->waiting.push_back(delivery);
     m_lastCopy = encode;
-    // Compressing can't be interrupted: each change of a held key would keep a thread busy for a
-    // picture that nobody sees.
+    // Compressing can't always be interrupted: each change of a held key would keep a thread busy
+    // for a picture that nobody sees.
     if (delivery->wishes.soonStale && inARow)
         m_calm.start();
     else
@@ -209,16 +209,18 @@ void Output::copyEncoded(const std::shared_ptr<CopyEncode>& encode)
     if (encode == m_lastCopy && encode->after == CopyEncode::After::forgotten)
         m_lastCopy.reset();
     for (const auto& delivery : std::exchange(encode->waiting, {}))
-        publish(delivery, encode->png);
+        publish(delivery, *encode);
 }
 
-void Output::publish(const std::shared_ptr<Delivery>& delivery, const QByteArray& png)
+void Output::publish(const std::shared_ptr<Delivery>& delivery, const CopyEncode& encode)
 {
     if (delivery->token != m_generation) {
         clipboardAnswered(delivery, ClipboardFate::overtaken);
         return;
     }
-    m_pasteboard.set(ClipboardContent::picture(png, tiffMaker(delivery->picture, png)), this,
+    auto content = ClipboardContent::picture(encode.png, tiffMaker(delivery->picture, encode.png));
+    content.concealed = delivery->wishes.soonStale && encode.after == CopyEncode::After::kept;
+    m_pasteboard.set(std::move(content), this,
                      [this, delivery](ClipboardFate fate) { clipboardAnswered(delivery, fate); });
 }
 
@@ -304,15 +306,15 @@ void Output::writeFile(const Rendered& picture, const QString& path, Done done)
     deliver(picture, {.copy = false, .saveTo = path, .history = false}, std::move(done));
 }
 
-void Output::forgetLastCopy()
+void Output::sessionEnded()
 {
-    if (!m_lastCopy)
-        return;
     startWaiting();
-    if (m_lastCopy->stage == CopyEncode::Stage::ended)
-        m_lastCopy.reset();
-    else
+    if (m_lastCopy && m_lastCopy->stage != CopyEncode::Stage::ended) {
         m_lastCopy->after = CopyEncode::After::forgotten;
+        return;
+    }
+    m_lastCopy.reset();
+    m_pasteboard.reveal();
 }
 
 void Output::finishAll(std::function<void()> then)

@@ -29,10 +29,12 @@ class Output final : public QObject {
 public:
     /// What becomes of one picture.
     struct Wishes {
-        bool copy = false;      ///< onto the clipboard
-        QString saveTo = {};    ///< full path of a PNG file to write, or empty
-        bool history = false;   ///< into the history, if the user keeps one
-        bool soonStale = false; ///< may wait while others of its kind follow in quick succession
+        bool copy = false;    ///< onto the clipboard
+        QString saveTo = {};  ///< full path of a PNG file to write, or empty
+        bool history = false; ///< into the history, if the user keeps one
+        /// May wait while others of its kind follow in quick succession. Clipboard managers are to
+        /// leave it alone until sessionEnded(): it may show what the next one hides.
+        bool soonStale = false;
     };
     /// Receives what became of each part.
     using Done = std::function<void(const Fate& fate)>;
@@ -50,9 +52,10 @@ public:
     /// Writes the picture to a file of the user's choice.
     void writeFile(const Rendered& picture, const QString& path, Done done = {});
 
-    /// Forgets the bytes of the last clipboard picture, which are kept so that the same picture is
-    /// not encoded twice in a session; not before they have reached the clipboard.
-    void forgetLastCopy();
+    /// The last clipboard picture is what stays: clipboard managers may keep it, and its bytes,
+    /// which are kept so that the same picture is not encoded twice in a session, are forgotten;
+    /// not before they have reached the clipboard.
+    void sessionEnded();
 
     /// Encodes for the clipboard that ended early because something newer was on its way.
     [[nodiscard]] int stoppedEncodes() const { return m_stoppedEncodes; }
@@ -73,7 +76,7 @@ private:
     void startWaiting();
     void startFileEncode(const std::shared_ptr<Delivery>& delivery);
     void copyEncoded(const std::shared_ptr<CopyEncode>& encode);
-    void publish(const std::shared_ptr<Delivery>& delivery, const QByteArray& png);
+    void publish(const std::shared_ptr<Delivery>& delivery, const CopyEncode& encode);
     void clipboardAnswered(const std::shared_ptr<Delivery>& delivery, ClipboardFate fate);
     void advance(const std::shared_ptr<Delivery>& delivery);
     void startWriting(const std::shared_ptr<Delivery>& delivery);

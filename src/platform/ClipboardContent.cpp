@@ -17,7 +17,10 @@ ClipboardContent ClipboardContent::picture(const QByteArray& png,
 
 ClipboardContent ClipboardContent::text(const QString& text)
 {
-    return {{{QByteArrayLiteral("text/plain;charset=utf-8"), text.toUtf8(), nullptr}}};
+    ClipboardContent content;
+    content.formats.push_back(
+        {QByteArrayLiteral("text/plain;charset=utf-8"), text.toUtf8(), nullptr});
+    return content;
 }
 
 } // namespace brindlecam

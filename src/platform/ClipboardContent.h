@@ -18,6 +18,8 @@ struct ClipboardContent {
         std::function<QByteArray()> make;
     };
     std::vector<Format> formats;
+    /// Clipboard managers are asked to leave it alone until Pasteboard::reveal().
+    bool concealed = false;
 
     /// PNG bytes (may be empty: then only TIFF is offered) and what makes a TIFF of them.
     [[nodiscard]] static ClipboardContent picture(const QByteArray& png,

@@ -26,9 +26,15 @@ public:
     /// long ago the system stopped listening; not when `context` is gone by then.
     virtual void set(ClipboardContent content, QObject* context, Answer answer) = 0;
 
+    /// Offers a concealed content once more, as it is, to clipboard managers too. Nothing happens
+    /// when what was set last is not concealed or could not be set: what is there then may be what
+    /// was to be hidden. Nor when somebody else has the clipboard by now.
+    virtual void reveal() = 0;
+
     /// Hands the content to a clipboard manager, when there is one, so that it outlives us. `done`
     /// is called once on the main thread, after this call: when the manager has it, when there is
-    /// nothing to hand over, or when it has kept us waiting for too long.
+    /// nothing to hand over, or when it has kept us waiting for too long. What has come a moment
+    /// ago stays for another moment, for managers that only look on.
     virtual void handOver(QObject* context, std::function<void()> done) = 0;
 };
 

@@ -92,6 +92,7 @@ public:
             context, [answer = std::move(answer)] { answer(ClipboardFate::refused); },
             Qt::QueuedConnection);
     }
+    void reveal() override {}
     void handOver(QObject* context, std::function<void()> done) override
     {
         QMetaObject::invokeMethod(context, std::move(done), Qt::QueuedConnection);

@@ -38,6 +38,12 @@ protected:
     {
         return fateOf(ClipboardContent::picture(png, std::move(makeTiff))) == ClipboardFate::taken;
     }
+    [[nodiscard]] bool setConcealed(const QByteArray& png)
+    {
+        auto content = ClipboardContent::picture(png, [] { return QByteArray("tiff"); });
+        content.concealed = true;
+        return fateOf(std::move(content)) == ClipboardFate::taken;
+    }
     [[nodiscard]] bool setText(const QString& text)
     {
         return fateOf(ClipboardContent::text(text)) == ClipboardFate::taken;

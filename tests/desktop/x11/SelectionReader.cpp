@@ -4,18 +4,11 @@
 
 #include <poll.h>
 
-#include <chrono>
 #include <cstring>
 #include <utility>
 #include <vector>
 
 namespace brindlecam::test {
-
-namespace {
-
-constexpr std::chrono::seconds kPatience{5};
-
-} // namespace
 
 SelectionReader::SelectionReader()
     : m_connection(xcb_connect(nullptr, nullptr))
@@ -41,12 +34,11 @@ void SelectionReader::die()
         xcb_disconnect(std::exchange(m_connection, nullptr));
 }
 
-void SelectionReader::ask(const char* target)
+void SelectionReader::ask(const char* target, xcb_timestamp_t time)
 {
     m_asked = atom(target);
     xcb_delete_property(m_connection, m_window, m_property);
-    xcb_convert_selection(m_connection, m_window, atom("CLIPBOARD"), m_asked, m_property,
-                          XCB_CURRENT_TIME);
+    xcb_convert_selection(m_connection, m_window, atom("CLIPBOARD"), m_asked, m_property, time);
     xcb_flush(m_connection);
 }
 
@@ -145,9 +137,10 @@ bool SelectionReader::own(const char* selection)
 }
 
 xcb_generic_event_t* SelectionReader::waitFor(int kind,
-                                              const std::function<bool(xcb_generic_event_t*)>& is)
+                                              const std::function<bool(xcb_generic_event_t*)>& is,
+                                              std::chrono::milliseconds patience)
 {
-    const auto end = std::chrono::steady_clock::now() + kPatience;
+    const auto end = std::chrono::steady_clock::now() + patience;
     xcb_flush(m_connection);
     while (std::chrono::steady_clock::now() < end) {
         x11::Owned<xcb_generic_event_t> event(xcb_poll_for_event(m_connection));

@@ -5,6 +5,7 @@
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -14,13 +15,15 @@ namespace brindlecam::test {
 /// protocol says. Safe on any one thread.
 class SelectionReader final {
 public:
+    static constexpr std::chrono::seconds kPatience{5};
+
     SelectionReader();
     ~SelectionReader();
     SelectionReader(const SelectionReader&) = delete;
     SelectionReader& operator=(const SelectionReader&) = delete;
 
-    /// Begins to ask for a target.
-    void ask(const char* target);
+    /// Begins to ask for a target, as of this time of the server.
+    void ask(const char* target, xcb_timestamp_t time = XCB_CURRENT_TIME);
     /// Waits for the answer to the last ask() and reads all of it; none when it was refused or
     /// nothing came for five seconds.
     [[nodiscard]] std::optional<QByteArray> answer();
@@ -37,9 +40,10 @@ public:
 
     /// Takes a selection. False when the server refuses.
     bool own(const char* selection);
-    /// Waits for the next event of one kind, at most five seconds.
+    /// Waits for the next event of one kind.
     [[nodiscard]] xcb_generic_event_t* waitFor(int kind,
-                                               const std::function<bool(xcb_generic_event_t*)>& is);
+                                               const std::function<bool(xcb_generic_event_t*)>& is,
+                                               std::chrono::milliseconds patience = kPatience);
     [[nodiscard]] xcb_atom_t atom(const char* name);
     [[nodiscard]] QByteArray nameOf(xcb_atom_t atom);
     [[nodiscard]] QList<xcb_atom_t> atomsOf(xcb_window_t window, xcb_atom_t property);

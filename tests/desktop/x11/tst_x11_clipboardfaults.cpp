@@ -2,6 +2,7 @@
 #include "platform/linux/x11/X11.h"
 #include "x11/PasteboardTest.h"
 #include "x11/SelectionReader.h"
+#include "x11/ServerForMyself.h"
 
 #include <QSemaphore>
 
@@ -10,33 +11,9 @@
 namespace brindlecam {
 
 using test::SelectionReader;
+using test::ServerForMyself;
 
 namespace {
-
-/// Serves one client only until it goes.
-class ServerForMyself final {
-public:
-    ServerForMyself()
-        : m_connection(xcb_connect(nullptr, nullptr))
-    {
-        xcb_grab_server(m_connection.get());
-        roundTrip();
-    }
-    ~ServerForMyself()
-    {
-        xcb_ungrab_server(m_connection.get());
-        roundTrip();
-    }
-
-private:
-    void roundTrip()
-    {
-        const x11::Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
-            m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
-    }
-
-    x11::OwnConnection m_connection;
-};
 
 xcb_window_t ownerOfClipboard(SelectionReader& client)
 {

@@ -78,9 +78,39 @@ private Q_SLOTS:
         QVERIFY(manager.kept == png);
     }
 
-    void handingOverWaitsForNobodyWithoutAManager()
+    void managerIsHandedWhatWasConcealedALittleBefore()
     {
-        QVERIFY(setPicture("png", nothing));
+        QVERIFY(setConcealed("png"));
+        FakeManager manager;
+        m_pasteboard->reveal();
+        QVERIFY(handOver());
+        QTRY_VERIFY(manager.kept.has_value());
+        QCOMPARE(manager.asked, QList<QByteArray>{"image/png"});
+        QCOMPARE(manager.kept, QByteArray("png"));
+    }
+
+    void whatCameALittleBeforeIsHeldForThoseWhoOnlyLookOn_data()
+    {
+        QTest::addColumn<bool>("concealed");
+        QTest::newRow("revealed") << true;
+        QTest::newRow("never concealed") << false;
+    }
+    void whatCameALittleBeforeIsHeldForThoseWhoOnlyLookOn()
+    {
+        QFETCH(const bool, concealed);
+        QVERIFY(concealed ? setConcealed("png") : setPicture("png", nothing));
+        m_pasteboard->reveal();
+        QStringList order;
+        m_pasteboard->handOver(this, [&order] { order << QStringLiteral("handed over"); });
+        m_pasteboard->set(ClipboardContent::picture("next", nothing), this,
+                          [&order](ClipboardFate) { order << QStringLiteral("next"); });
+        QTRY_COMPARE(order.size(), 2);
+        QCOMPARE(order.front(), QStringLiteral("next"));
+    }
+
+    void handingOverWaitsForNobodyWhereNobodyKeepsAnything()
+    {
+        QVERIFY(setConcealed("png"));
         QStringList order;
         m_pasteboard->handOver(this, [&order] { order << QStringLiteral("handed over"); });
         m_pasteboard->set(ClipboardContent::picture("next", nothing), this,

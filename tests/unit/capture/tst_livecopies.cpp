@@ -118,10 +118,65 @@ private Q_SLOTS:
         LiveCopies f;
         f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
         f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
-        f.output.forgetLastCopy();
+        f.output.sessionEnded();
         QCOMPARE(f.gate.jobs.size(), 2U);
         f.settle();
         QCOMPARE(f.shownColour(), QColor(Qt::blue));
+    }
+
+    void liveCopiesAreConcealedUntilTheSessionEnds()
+    {
+        LiveCopies f;
+        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        f.settle();
+        QVERIFY(f.pasteboard.concealed);
+        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        f.settle();
+        QVERIFY(f.pasteboard.concealed);
+        QCOMPARE(f.pasteboard.revealed, 0);
+        f.output.sessionEnded();
+        QCOMPARE(f.pasteboard.revealed, 1);
+        QCOMPARE(f.shownColour(), QColor(Qt::blue));
+    }
+
+    void theResultIsNotConcealed()
+    {
+        LiveCopies f;
+        const Rendered last = livePicture(Qt::blue);
+        f.output.deliver(last, {.copy = true, .soonStale = true});
+        f.settle();
+        f.output.deliver(last, {.copy = true});
+        f.output.sessionEnded();
+        f.settle();
+        QVERIFY(!f.pasteboard.concealed);
+        QCOMPARE(f.shownColour(), QColor(Qt::blue));
+    }
+
+    void whatIsStillEncodedWhenTheSessionEndsIsNotConcealedAndNothingOlderIsRevealed()
+    {
+        LiveCopies f;
+        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        f.settle();
+        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        f.output.sessionEnded();
+        QCOMPARE(f.pasteboard.revealed, 0);
+        QCOMPARE(f.shownColour(), QColor(Qt::red));
+        QVERIFY(f.pasteboard.concealed);
+        f.settle();
+        QVERIFY(!f.pasteboard.concealed);
+        QCOMPARE(f.shownColour(), QColor(Qt::blue));
+    }
+
+    void theNextSessionConcealsAgain()
+    {
+        LiveCopies f;
+        const Rendered picture = livePicture(Qt::red);
+        f.output.deliver(picture, {.copy = true, .soonStale = true});
+        f.settle();
+        f.output.sessionEnded();
+        f.output.deliver(picture, {.copy = true, .soonStale = true});
+        f.settle();
+        QVERIFY(f.pasteboard.concealed);
     }
 
     void quickChangesMakeNoMoreWholeEncodesThanAreShown_data()

@@ -240,7 +240,7 @@ private Q_SLOTS:
     {
         Fixture f;
         f.output.deliver(picture(Qt::red, QSize(4000, 3000)), {.copy = true});
-        f.output.forgetLastCopy(); // the session it belonged to is over
+        f.output.sessionEnded(); // the session it belonged to is over
         f.output.deliver(picture(Qt::blue), {.copy = true});
         f.gate.run(1);
         // What runs to its end asks whether it is still wanted and finds that it is not.
@@ -341,7 +341,7 @@ private Q_SLOTS:
     {
         Fixture f;
         f.output.deliver(picture(Qt::red), {.copy = true});
-        f.output.forgetLastCopy();
+        f.output.sessionEnded();
         f.settle();
         QCOMPARE(colourOf(f.pasteboard.picture()), QColor(Qt::red));
     }

@@ -18,6 +18,8 @@ public:
     ClipboardFate answers = ClipboardFate::taken; ///< what becomes of everything from now on
     int changes = 0;
     int handOvers = 0;
+    int revealed = 0;       ///< how often something concealed was
+    bool concealed = false; ///< what is there now
     std::optional<QByteArray> png;
     std::function<QByteArray()> makeTiff;
     std::optional<QString> plainText;
@@ -29,6 +31,11 @@ public:
         QMetaObject::invokeMethod(
             context, [answer = std::move(answer), fate = answers] { answer(fate); },
             Qt::QueuedConnection);
+    }
+    void reveal() override
+    {
+        if (std::exchange(concealed, false))
+            ++revealed;
     }
     void handOver(QObject* context, std::function<void()> done) override
     {
@@ -45,6 +52,7 @@ private:
     void show(const ClipboardContent& content)
     {
         ++changes;
+        concealed = content.concealed;
         png.reset();
         makeTiff = nullptr;
         plainText.reset();

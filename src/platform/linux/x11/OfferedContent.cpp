@@ -30,6 +30,9 @@ std::vector<Target> targetsOf(const ClipboardContent::Format& format)
             {QByteArrayLiteral("TEXT"), utf8Name, format.bytes}};
 }
 
+/// Clipboard managers that know this format don't keep what says "secret" in it.
+constexpr char kConcealment[] = "x-kde-passwordManagerHint";
+
 } // namespace
 
 OfferedContent::OfferedContent(xcb_connection_t* connection, ClipboardContent content,
@@ -37,6 +40,10 @@ OfferedContent::OfferedContent(xcb_connection_t* connection, ClipboardContent co
     : m_pool(std::move(pool))
     , m_post(std::move(post))
 {
+    if (content.concealed) {
+        content.formats.push_back({kConcealment, QByteArrayLiteral("secret"), nullptr});
+        m_concealment = internAtom(connection, kConcealment);
+    }
     for (auto& format : content.formats) {
         const State state = format.make ? State::unknown : State::ready;
         for (Target& target : targetsOf(format)) {
@@ -101,6 +108,20 @@ OfferedContent::State OfferedContent::prepare(xcb_atom_t target,
         });
     });
     return State::waiting;
+}
+
+bool OfferedContent::isConcealed() const
+{
+    return std::ranges::find(m_formats, m_concealment, &Format::target) != m_formats.end();
+}
+
+bool OfferedContent::reveal()
+{
+    if (m_staysConcealed || !isConcealed())
+        return false;
+    std::erase_if(m_formats,
+                  [this](const Format& format) { return format.target == m_concealment; });
+    return true;
 }
 
 OfferedContent::Bytes OfferedContent::bytesOf(xcb_atom_t target) const

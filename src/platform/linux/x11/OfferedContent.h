@@ -34,6 +34,12 @@ public:
     /// is then called once, later, on the selection's thread.
     [[nodiscard]] State prepare(xcb_atom_t target, const std::function<void()>& madeReady);
 
+    [[nodiscard]] bool isConcealed() const;
+    /// Says no longer that it is concealed; false when it did not, or is to stay so.
+    bool reveal();
+    /// It stays concealed for good.
+    void keepConcealed() { m_staysConcealed = true; }
+
     struct Bytes {
         xcb_atom_t type = XCB_ATOM_NONE; ///< none: this target can't be had
         QByteArray bytes;
@@ -53,6 +59,8 @@ private:
     [[nodiscard]] Format* find(xcb_atom_t target);
 
     std::vector<Format> m_formats;
+    xcb_atom_t m_concealment = XCB_ATOM_NONE;
+    bool m_staysConcealed = false;
     Executor m_pool;
     Executor m_post;
 };

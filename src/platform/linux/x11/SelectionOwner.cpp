@@ -3,6 +3,7 @@
 #include "platform/linux/x11/X11.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include <malloc.h>
@@ -11,7 +12,7 @@ namespace brindlecam::x11 {
 
 namespace {
 
-constexpr std::uint32_t kAtomWords = 4096; ///< more targets nobody asks for at once
+constexpr std::chrono::milliseconds kUntilSeen{300}; ///< for others to ask for what has changed
 
 xcb_window_t makeWindow(xcb_connection_t* connection)
 {
@@ -30,6 +31,12 @@ bool isBefore(xcb_timestamp_t time, xcb_timestamp_t other)
     return static_cast<std::int32_t>(time - other) < 0;
 }
 
+void overtake(const SelectionOwner::Estate& taking)
+{
+    if (taking.client)
+        taking.client->taken(ClipboardFate::overtaken);
+}
+
 } // namespace
 
 SelectionOwner::SelectionOwner(xcb_connection_t* connection, Executor pool, Executor post)
@@ -46,17 +53,30 @@ SelectionOwner::~SelectionOwner() = default;
 void SelectionOwner::take(ClipboardContent content, Client client)
 {
     if (const auto earlier = std::exchange(m_taking, std::nullopt))
-        earlier->client->taken(ClipboardFate::overtaken);
+        overtake(*earlier);
     m_taking =
         Estate{std::make_shared<OfferedContent>(m_connection, std::move(content), m_pool, m_post),
                std::move(client)};
     askForTime();
 }
 
+void SelectionOwner::reveal()
+{
+    if (m_taking) {
+        m_taking->content->reveal();
+        return;
+    }
+    // At once: who hands the content over need not wait for the server's time.
+    if (!m_content || !m_content->reveal())
+        return;
+    m_seenBy = Clock::now() + kUntilSeen;
+    m_taking = Estate{m_content, std::nullopt};
+    askForTime();
+}
+
 SelectionOwner::Estate SelectionOwner::leave()
 {
-    if (const auto done = std::exchange(m_handedOver, nullptr))
-        done();
+    sayFarewell();
     if (m_taking)
         return *std::exchange(m_taking, std::nullopt);
     return {std::exchange(m_content, nullptr), std::nullopt};
@@ -67,7 +87,7 @@ void SelectionOwner::inherit(Estate estate)
     if (!estate.content)
         return;
     if (!estate.client) {
-        if (ownerOf(m_atoms.clipboard) != XCB_WINDOW_NONE)
+        if (selectionOwner(m_connection, m_atoms.clipboard) != XCB_WINDOW_NONE)
             return;
         estate.client = Client{[](ClipboardFate) {}, std::make_shared<std::atomic_bool>(false)};
     }
@@ -84,20 +104,60 @@ void SelectionOwner::askForTime()
 
 void SelectionOwner::own(xcb_timestamp_t time)
 {
+    if (m_taking->client)
+        ownAnew(time);
+    else
+        ownAgain(time);
+}
+
+void SelectionOwner::ownAnew(xcb_timestamp_t time)
+{
     if (*m_taking->client->leaves) {
         m_taking.reset();
+        keepConcealed();
         return;
     }
     xcb_set_selection_owner(m_connection, m_window, m_atoms.clipboard, time);
-    const bool ours = ownerOf(m_atoms.clipboard) == m_window;
+    const bool ours = isOurs();
     if (xcb_connection_has_error(m_connection) != 0)
         return; // the next connection takes it
     const Estate taking = *std::exchange(m_taking, std::nullopt);
     if (ours) {
         m_content = taking.content;
         m_since = time;
+        offered(time);
+    } else {
+        keepConcealed();
     }
     taking.client->taken(ours ? ClipboardFate::taken : ClipboardFate::refused);
+}
+
+void SelectionOwner::ownAgain(xcb_timestamp_t time)
+{
+    // Nobody may take it between our look and our word.
+    xcb_grab_server(m_connection);
+    const bool ours = isOurs();
+    if (ours)
+        xcb_set_selection_owner(m_connection, m_window, m_atoms.clipboard, time);
+    xcb_ungrab_server(m_connection);
+    xcb_flush(m_connection);
+    m_taking.reset();
+    if (ours)
+        offered(time);
+}
+
+void SelectionOwner::offered(xcb_timestamp_t time)
+{
+    m_taken = time;
+    if (!m_content->isConcealed())
+        m_seenBy = Clock::now() + kUntilSeen;
+}
+
+/// What was to come in its place may be the same picture without what it shows.
+void SelectionOwner::keepConcealed()
+{
+    if (m_content)
+        m_content->keepConcealed();
 }
 
 void SelectionOwner::lose()
@@ -111,14 +171,21 @@ void SelectionOwner::lose()
 
 void SelectionOwner::handOver(std::function<void()> done)
 {
-    if (!m_content || ownerOf(m_atoms.clipboardManager) == XCB_WINDOW_NONE) {
-        done();
+    if (!m_content || selectionOwner(m_connection, m_atoms.clipboardManager) == XCB_WINDOW_NONE) {
+        m_farewell = Farewell{std::move(done), m_seenBy};
+        giveUpOverdue();
         return;
     }
-    m_handedOver = std::move(done);
-    write(m_window, m_atoms.saveTargets, XCB_ATOM_ATOM, m_content->kept());
+    m_farewell = Farewell{std::move(done), std::nullopt};
+    writeWords(m_connection, m_window, m_atoms.saveTargets, XCB_ATOM_ATOM, m_content->kept());
     xcb_convert_selection(m_connection, m_window, m_atoms.clipboardManager, m_atoms.saveTargets,
-                          m_atoms.saveTargets, m_since);
+                          m_atoms.saveTargets, m_taken);
+}
+
+void SelectionOwner::sayFarewell()
+{
+    if (const auto farewell = std::exchange(m_farewell, std::nullopt))
+        farewell->done();
 }
 
 void SelectionOwner::handle(const xcb_generic_event_t& event)
@@ -138,12 +205,11 @@ void SelectionOwner::handle(const xcb_generic_event_t& event)
         break;
     case XCB_SELECTION_CLEAR:
         // It may tell of a loss before we took the selection again.
-        if (ownerOf(m_atoms.clipboard) != m_window)
+        if (!isOurs())
             lose();
         break;
     case XCB_SELECTION_NOTIFY:
-        if (const auto done = std::exchange(m_handedOver, nullptr))
-            done();
+        sayFarewell();
         break;
     }
 }
@@ -186,7 +252,7 @@ bool SelectionOwner::isReady(const Request& request)
 {
     std::vector<xcb_atom_t> targets{request.event.target};
     if (request.event.target == m_atoms.multiple) {
-        const auto pairs = readAtoms(request.event.requestor, request.event.property);
+        const auto pairs = atomsIn(m_connection, request.event.requestor, request.event.property);
         for (std::size_t i = 0; i + 1 < pairs.size(); i += 2)
             targets.push_back(pairs[i]);
     }
@@ -227,15 +293,15 @@ bool SelectionOwner::answerOne(const Request& request, xcb_atom_t target, xcb_at
         std::vector<xcb_atom_t> all{m_atoms.targets, m_atoms.timestamp, m_atoms.multiple,
                                     m_atoms.saveTargets};
         std::ranges::copy(request.content->targets(), std::back_inserter(all));
-        write(requestor, property, XCB_ATOM_ATOM, all);
+        writeWords(m_connection, requestor, property, XCB_ATOM_ATOM, all);
         return true;
     }
     if (target == m_atoms.timestamp) {
-        write(requestor, property, XCB_ATOM_INTEGER, {m_since});
+        writeWords(m_connection, requestor, property, XCB_ATOM_INTEGER, {m_taken});
         return true;
     }
     if (target == m_atoms.saveTargets) {
-        write(requestor, property, m_atoms.null, {});
+        writeWords(m_connection, requestor, property, m_atoms.null, {});
         return true;
     }
     OfferedContent::Bytes bytes = request.content->bytesOf(target);
@@ -247,14 +313,14 @@ bool SelectionOwner::answerOne(const Request& request, xcb_atom_t target, xcb_at
 
 bool SelectionOwner::answerMultiple(const Request& request, xcb_atom_t property)
 {
-    auto pairs = readAtoms(request.event.requestor, property);
+    auto pairs = atomsIn(m_connection, request.event.requestor, property);
     if (pairs.size() < 2)
         return false;
     for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
         if (pairs[i] == m_atoms.multiple || !answerOne(request, pairs[i], pairs[i + 1]))
             pairs[i + 1] = XCB_ATOM_NONE;
     }
-    write(request.event.requestor, property, m_atoms.atomPair, pairs);
+    writeWords(m_connection, request.event.requestor, property, m_atoms.atomPair, pairs);
     return true;
 }
 
@@ -288,31 +354,9 @@ void SelectionOwner::notify(const xcb_selection_request_event_t& event, xcb_atom
                    reinterpret_cast<const char*>(&notice));
 }
 
-void SelectionOwner::write(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
-                           const std::vector<xcb_atom_t>& values)
+bool SelectionOwner::isOurs()
 {
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, property, type, 32,
-                        static_cast<std::uint32_t>(values.size()), values.data());
-}
-
-std::vector<xcb_atom_t> SelectionOwner::readAtoms(xcb_window_t window, xcb_atom_t property)
-{
-    const Owned<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(m_connection,
-                               xcb_get_property(m_connection, 0, window, property,
-                                                XCB_GET_PROPERTY_TYPE_ANY, 0, kAtomWords),
-                               nullptr));
-    if (!reply || reply->format != 32)
-        return {};
-    const auto* atoms = static_cast<const xcb_atom_t*>(xcb_get_property_value(reply.get()));
-    return {atoms, atoms + xcb_get_property_value_length(reply.get()) / sizeof(xcb_atom_t)};
-}
-
-xcb_window_t SelectionOwner::ownerOf(xcb_atom_t selection)
-{
-    const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        m_connection, xcb_get_selection_owner(m_connection, selection), nullptr));
-    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    return selectionOwner(m_connection, m_atoms.clipboard) == m_window;
 }
 
 void SelectionOwner::watch(xcb_window_t requestor, std::uint32_t events)
@@ -327,18 +371,21 @@ void SelectionOwner::dropTransfersOf(xcb_window_t requestor)
     });
 }
 
-std::optional<IncrTransfer::Clock::time_point> SelectionOwner::deadline() const
+std::optional<SelectionOwner::Clock::time_point> SelectionOwner::deadline() const
 {
-    if (m_transfers.empty())
-        return std::nullopt;
-    return std::ranges::min(m_transfers, {}, &IncrTransfer::deadline).deadline();
+    auto first = m_farewell ? m_farewell->until : std::nullopt;
+    for (const IncrTransfer& transfer : m_transfers)
+        first = first ? std::min(*first, transfer.deadline()) : transfer.deadline();
+    return first;
 }
 
-void SelectionOwner::giveUpSilent()
+void SelectionOwner::giveUpOverdue()
 {
-    const auto now = IncrTransfer::Clock::now();
+    const auto now = Clock::now();
     std::erase_if(m_transfers,
                   [now](const IncrTransfer& transfer) { return transfer.deadline() <= now; });
+    if (m_farewell && m_farewell->until && (!m_content || *m_farewell->until <= now))
+        sayFarewell();
 }
 
 } // namespace brindlecam::x11

@@ -25,6 +25,8 @@ namespace brindlecam::x11 {
 /// Held by a shared pointer, because bytes may be ready only after the connection is lost.
 class SelectionOwner final : public std::enable_shared_from_this<SelectionOwner> {
 public:
+    using Clock = IncrTransfer::Clock;
+
     /// Somebody who waits for a content to be taken.
     struct Client {
         std::function<void(ClipboardFate)> taken;       ///< called once, on the selection's thread
@@ -45,6 +47,9 @@ public:
     /// Takes the selection for this content with a fresh time of the server.
     void take(ClipboardContent content, Client client);
 
+    /// Offers a concealed content once more, not concealed.
+    void reveal();
+
     /// The connection is lost: what there was, for another owner to take over.
     [[nodiscard]] Estate leave();
     /// Offers again what an earlier connection has left, unless somebody else has the clipboard by
@@ -52,15 +57,16 @@ public:
     void inherit(Estate estate);
 
     /// Asks the clipboard manager to keep the content. `done` is called once: when it has, or at
-    /// once when there is none or the selection isn't ours.
+    /// once when there is none or the selection isn't ours. Only what came a moment ago, and is not
+    /// concealed, is held for those who keep what they see, unasked.
     void handOver(std::function<void()> done);
 
     void handle(const xcb_generic_event_t& event);
 
-    /// When a silent requestor is to be given up; none while no transfer is under way.
-    [[nodiscard]] std::optional<IncrTransfer::Clock::time_point> deadline() const;
-    /// Gives up requestors that have been silent for too long.
-    void giveUpSilent();
+    /// When something is to be given up next; none while nothing waits.
+    [[nodiscard]] std::optional<Clock::time_point> deadline() const;
+    /// Gives up requestors that have been silent for too long, and waiting for more of them.
+    void giveUpOverdue();
 
 private:
     using Content = std::shared_ptr<OfferedContent>;
@@ -68,9 +74,18 @@ private:
         xcb_selection_request_event_t event;
         Content content;
     };
+    /// Somebody who is about to end.
+    struct Farewell {
+        std::function<void()> done;
+        std::optional<Clock::time_point> until; ///< none: until the clipboard manager answers
+    };
 
     void askForTime();
     void own(xcb_timestamp_t time);
+    void ownAnew(xcb_timestamp_t time);
+    void ownAgain(xcb_timestamp_t time);
+    void offered(xcb_timestamp_t time);
+    void keepConcealed();
     void lose();
     void propertyChanged(const xcb_property_notify_event_t& event);
     void requested(const xcb_selection_request_event_t& event);
@@ -82,12 +97,10 @@ private:
     [[nodiscard]] bool answerMultiple(const Request& request, xcb_atom_t property);
     void deliver(const Request& request, xcb_atom_t property, OfferedContent::Bytes bytes);
     void notify(const xcb_selection_request_event_t& event, xcb_atom_t property);
-    void write(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
-               const std::vector<xcb_atom_t>& values);
-    [[nodiscard]] std::vector<xcb_atom_t> readAtoms(xcb_window_t window, xcb_atom_t property);
-    [[nodiscard]] xcb_window_t ownerOf(xcb_atom_t selection);
+    [[nodiscard]] bool isOurs();
 
     void watch(xcb_window_t requestor, std::uint32_t events);
+    void sayFarewell();
     void dropTransfersOf(xcb_window_t requestor);
 
     xcb_connection_t* m_connection;
@@ -95,12 +108,15 @@ private:
     Executor m_pool;
     Executor m_post;
     xcb_window_t m_window = XCB_WINDOW_NONE;
-    std::optional<Estate> m_taking; ///< waits for the server's time
-    Content m_content;              ///< null: the selection isn't ours
-    xcb_timestamp_t m_since = XCB_CURRENT_TIME;
-    std::vector<Request> m_waiting; ///< for bytes that are being made
+    /// Waits for the server's time; without a client it is the content, to be offered again.
+    std::optional<Estate> m_taking;
+    Content m_content;                          ///< null: the selection isn't ours
+    xcb_timestamp_t m_since = XCB_CURRENT_TIME; ///< when the content came
+    xcb_timestamp_t m_taken = XCB_CURRENT_TIME; ///< when it was last offered
+    std::vector<Request> m_waiting;             ///< for bytes that are being made
     std::vector<IncrTransfer> m_transfers;
-    std::function<void()> m_handedOver;
+    Clock::time_point m_seenBy; ///< by then everybody has seen what may be kept
+    std::optional<Farewell> m_farewell;
 };
 
 } // namespace brindlecam::x11

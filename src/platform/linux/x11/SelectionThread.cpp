@@ -71,6 +71,9 @@ void SelectionThread::run(const Executor& pool)
             client->taken(ClipboardFate::refused);
             estate = {};
         }
+        // Whatever is set or revealed meanwhile does not reach it.
+        if (estate.content && estate.content->isConcealed())
+            estate = {};
         m_mailbox->runAll();
         if (!m_quit)
             m_mailbox->wait();
@@ -88,7 +91,7 @@ SelectionOwner::Estate SelectionThread::serve(xcb_connection_t* connection, cons
     while (!m_quit && xcb_connection_has_error(connection) == 0) {
         m_mailbox->runAll();
         handleAll(connection, *owner);
-        owner->giveUpSilent();
+        owner->giveUpOverdue();
         if (m_quit)
             break;
         std::array<pollfd, 2> ready{pollfd{xcb_get_file_descriptor(connection), POLLIN, 0},

@@ -35,6 +35,14 @@ void X11Pasteboard::set(ClipboardContent content, QObject* context, Answer answe
         });
 }
 
+void X11Pasteboard::reveal()
+{
+    m_thread.post([](x11::SelectionOwner* owner) {
+        if (owner)
+            owner->reveal();
+    });
+}
+
 void X11Pasteboard::handOver(QObject* context, std::function<void()> done)
 {
     const Number number = await(context, [done = std::move(done)](ClipboardFate) { done(); }).first;

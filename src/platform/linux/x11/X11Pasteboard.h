@@ -25,6 +25,7 @@ public:
     explicit X11Pasteboard(Executor pool);
 
     void set(ClipboardContent content, QObject* context, Answer answer) override;
+    void reveal() override;
     void handOver(QObject* context, std::function<void()> done) override;
 
 private:
