@@ -89,10 +89,11 @@ void ClipboardRows::areaWithoutAutomaticCopy()
                    .ratioLimit = {}});
     m_figures.add({.what = what + QStringLiteral("fully read"),
                    .samples = times.read,
-                   .limit = isPhoto() ? 35 : 20,
+                   .limit = 10,
                    .yardstick = QStringLiteral("libpng + write"),
                    .yardstickSamples = yardstick,
-                   .ratioLimit = {}});
+                   .ratioLimit = {},
+                   .leastCounts = true});
 }
 
 void ClipboardRows::areaWithAutomaticCopy()
@@ -139,11 +140,13 @@ void ClipboardRows::fullScreen()
     QDir().mkpath(m_stage.program().folders().captures());
     Figure clipboard{.what = QStringLiteral("full screen: PNG readable on the clipboard"),
                      .samples = {},
-                     .limit = isLarge() ? (isPhoto() ? 280 : 130) : (isPhoto() ? 80 : 40),
+                     .limit = isLarge() ? 120 : 45,
                      .yardstick = QStringLiteral("libpng + write"),
                      .yardstickSamples = {},
-                     .ratioLimit = {}};
+                     .ratioLimit = {},
+                     .leastCounts = true};
     Figure file = clipboard;
+    file.leastCounts = false;
     file.what = QStringLiteral("full screen: file complete");
     file.limit = isLarge() ? (isPhoto() ? 750 : 200) : (isPhoto() ? 200 : 60);
     // One after the other: reading must not hold up the writing.

@@ -64,10 +64,11 @@ void LiveCopyRows::report(const QString& when, const Costs& costs)
         yardstick.push_back(encodeAndWriteByLibPng(m_stage.page()).milliseconds);
     m_figures.add({.what = QStringLiteral("end of a mark, full screen, %1: PNG offered").arg(when),
                    .samples = costs.offered,
-                   .limit = isLarge() ? (isPhoto() ? 260 : 110) : (isPhoto() ? 75 : 35),
+                   .limit = isLarge() ? (isPhoto() ? 120 : 60) : (isPhoto() ? 35 : 15),
                    .yardstick = QStringLiteral("libpng + write"),
                    .yardstickSamples = yardstick,
-                   .ratioLimit = {}});
+                   .ratioLimit = {},
+                   .leastCounts = true});
     m_figures.add({.what = QStringLiteral("main thread busy for that"),
                    .samples = costs.mainThread,
                    .limit = isLarge() ? 8 : 3,
