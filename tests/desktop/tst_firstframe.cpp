@@ -63,7 +63,6 @@ private Q_SLOTS:
         QFETCH(bool, marked);
         useProgram();
         if (compositor == Compositor::picom) {
-            // It may miss a wallpaper that is hung while it begins, so it comes after.
             desktop().startCompositor();
             QVERIFY(cover());
             QVERIFY(looksLike(frozen()));

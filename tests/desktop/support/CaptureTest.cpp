@@ -31,9 +31,10 @@ bool isOnly(const QStringList& paths, const QImage& expected)
 
 void CaptureTest::usePatternedDesktop(const DesktopOptions& options)
 {
-    useDesktop(options);
+    DesktopOptions patterned = options;
+    patterned.patterned = true;
+    useDesktop(patterned);
     m_windows = std::make_unique<ProgramWindows>(display());
-    hangWallpaper(desktop().connection(), pattern(screen().pixels().size()));
 }
 
 void CaptureTest::startProgram(const QStringList& arguments)

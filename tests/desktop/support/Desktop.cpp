@@ -1,6 +1,7 @@
 #include "desktop/support/Desktop.h"
 
 #include "desktop/support/Patience.h"
+#include "desktop/support/Pictures.h"
 
 #include <csignal>
 
@@ -12,6 +13,10 @@ Desktop::Desktop(const DesktopOptions& options)
 {
     if (options.bus == MessageBus::session)
         startBus();
+    // Before a compositor comes, which may miss one that is hung while it begins.
+    if (options.patterned)
+        hangWallpaper(m_connection, pattern({m_connection.screen().width_in_pixels,
+                                             m_connection.screen().height_in_pixels}));
     if (options.windowManager == WindowManager::openbox)
         startWindowManager();
     if (options.compositor == Compositor::picom)

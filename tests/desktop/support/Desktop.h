@@ -23,6 +23,7 @@ struct DesktopOptions {
     Compositor compositor = Compositor::none;
     MessageBus bus = MessageBus::none;
     Tray tray = Tray::none;
+    bool patterned = false; ///< a wallpaper on which every shift by a pixel shows
 };
 
 /// A private X server with the usual inhabitants of a desktop, each started and seen to be ready.

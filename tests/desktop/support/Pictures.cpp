@@ -89,9 +89,11 @@ xcb_pixmap_t uploaded(const Connection& connection, const QImage& picture)
 void hangWallpaper(const Connection& connection, const QImage& picture)
 {
     const xcb_pixmap_t pixmap = uploaded(connection, picture);
+    // For compositors, which paint the screen themselves.
+    xcb_change_property(connection.raw(), XCB_PROP_MODE_REPLACE, connection.root(),
+                        connection.atom("_XROOTPMAP_ID"), XCB_ATOM_PIXMAP, 32, 1, &pixmap);
     xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_BACK_PIXMAP, &pixmap);
     xcb_clear_area(connection.raw(), 0, connection.root(), 0, 0, 0, 0);
-    xcb_free_pixmap(connection.raw(), pixmap);
     connection.sync();
 }
 
