@@ -20,7 +20,8 @@ public:
     enum class Content { drawn, photographed };
 
     /// A stream of `size` bytes of data that ends up behind what is in `bytes`, which stays the
-    /// caller's and may not be touched before finish(). Null when it might take more than `most`.
+    /// caller's and may not be touched before finish(); dropped before that, it leaves more bytes
+    /// there. Null when it might take more than `most`.
     [[nodiscard]] static std::unique_ptr<ZlibStream> onto(QByteArray& bytes, std::size_t size,
                                                           Effort effort, std::size_t most);
     virtual ~ZlibStream() = default;
