@@ -37,13 +37,12 @@ constexpr char kConcealment[] = "x-kde-passwordManagerHint";
 
 OfferedContent::OfferedContent(xcb_connection_t* connection, ClipboardContent content,
                                Executor pool, Executor post)
-    : m_pool(std::move(pool))
+    : m_concealed(content.concealed)
+    , m_pool(std::move(pool))
     , m_post(std::move(post))
 {
-    if (content.concealed) {
+    if (m_concealed)
         content.formats.push_back({kConcealment, QByteArrayLiteral("secret"), nullptr});
-        m_concealment = internAtom(connection, kConcealment);
-    }
     for (auto& format : content.formats) {
         const State state = format.make ? State::unknown : State::ready;
         for (Target& target : targetsOf(format)) {
@@ -110,17 +109,12 @@ OfferedContent::State OfferedContent::prepare(xcb_atom_t target,
     return State::waiting;
 }
 
-bool OfferedContent::isConcealed() const
-{
-    return std::ranges::find(m_formats, m_concealment, &Format::target) != m_formats.end();
-}
-
 bool OfferedContent::reveal()
 {
-    if (m_staysConcealed || !isConcealed())
+    if (m_staysConcealed || !m_concealed)
         return false;
-    std::erase_if(m_formats,
-                  [this](const Format& format) { return format.target == m_concealment; });
+    m_formats.pop_back();
+    m_concealed = false;
     return true;
 }
 

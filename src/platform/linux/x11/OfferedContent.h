@@ -34,7 +34,7 @@ public:
     /// is then called once, later, on the selection's thread.
     [[nodiscard]] State prepare(xcb_atom_t target, const std::function<void()>& madeReady);
 
-    [[nodiscard]] bool isConcealed() const;
+    [[nodiscard]] bool isConcealed() const { return m_concealed; }
     /// Says no longer that it is concealed; false when it did not, or is to stay so.
     bool reveal();
     /// It stays concealed for good.
@@ -59,7 +59,7 @@ private:
     [[nodiscard]] Format* find(xcb_atom_t target);
 
     std::vector<Format> m_formats;
-    xcb_atom_t m_concealment = XCB_ATOM_NONE;
+    bool m_concealed; ///< as the last format says
     bool m_staysConcealed = false;
     Executor m_pool;
     Executor m_post;
