@@ -41,7 +41,7 @@ public:
         if (m_layout.colour == PngLayout::Colour::palette)
             file.addPalette(m_reduction->colours());
         ZlibStream* const rows = file.beginRows(
-            (m_rowBytes + 1) * static_cast<std::size_t>(m_picture.height()), effort());
+            (m_rowBytes + 1) * static_cast<std::size_t>(m_picture.height()), m_options.effort);
         if (!rows || !filterRows(*rows) || !file.endRows(content()) || cancelled())
             return {};
         return std::move(file).finish();
@@ -49,12 +49,6 @@ public:
 
 private:
     [[nodiscard]] bool cancelled() const { return m_options.cancelled && m_options.cancelled(); }
-
-    [[nodiscard]] ZlibStream::Effort effort() const
-    {
-        return m_options.effort == Effort::quick ? ZlibStream::Effort::quick
-                                                 : ZlibStream::Effort::small;
-    }
 
     [[nodiscard]] ZlibStream::Content content() const
     {

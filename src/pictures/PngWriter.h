@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pictures/ZlibStream.h"
+
 #include <QByteArray>
 #include <QImage>
 
@@ -11,10 +13,8 @@ namespace brindlecam {
 /// encode at once.
 namespace PngWriter {
 
-enum class Effort {
-    quick, ///< live copies: the clipboard waits
-    small, ///< files and history: written once, kept long
-};
+/// Quick for the clipboard, where somebody waits; small for files and the history.
+using Effort = ZlibStream::Effort;
 
 struct Options {
     Effort effort = Effort::quick;
