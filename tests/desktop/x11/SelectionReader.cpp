@@ -131,9 +131,14 @@ QList<std::optional<QByteArray>> SelectionReader::readMultiple(const QList<QByte
 bool SelectionReader::own(const char* selection)
 {
     xcb_set_selection_owner(m_connection, m_window, atom(selection), XCB_CURRENT_TIME);
+    return ownerOf(selection) == m_window;
+}
+
+xcb_window_t SelectionReader::ownerOf(const char* selection)
+{
     const x11::Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
         m_connection, xcb_get_selection_owner(m_connection, atom(selection)), nullptr));
-    return reply && reply->owner == m_window;
+    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
 xcb_generic_event_t* SelectionReader::waitFor(int kind,

@@ -40,6 +40,8 @@ public:
 
     /// Takes a selection. False when the server refuses.
     bool own(const char* selection);
+    /// Who owns a selection; XCB_WINDOW_NONE when nobody does.
+    [[nodiscard]] xcb_window_t ownerOf(const char* selection);
     /// Waits for the next event of one kind.
     [[nodiscard]] xcb_generic_event_t* waitFor(int kind,
                                                const std::function<bool(xcb_generic_event_t*)>& is,

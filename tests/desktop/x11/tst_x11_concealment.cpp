@@ -24,14 +24,6 @@ xcb_timestamp_t takenAt(SelectionReader& reader)
     return time;
 }
 
-xcb_window_t clipboardOwner(SelectionReader& client)
-{
-    const x11::Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        client.connection(), xcb_get_selection_owner(client.connection(), client.atom("CLIPBOARD")),
-        nullptr));
-    return owner->owner;
-}
-
 } // namespace
 
 /// What clipboard managers are asked to leave alone for a while.
@@ -148,7 +140,7 @@ private Q_SLOTS:
     {
         QVERIFY(setConcealed("png"));
         SelectionReader reader;
-        xcb_kill_client(reader.connection(), clipboardOwner(reader));
+        xcb_kill_client(reader.connection(), reader.ownerOf("CLIPBOARD"));
         QTRY_COMPARE(reader.read(kHint), QByteArray("secret"));
         m_pasteboard->reveal();
         QTRY_VERIFY(!reader.targets().contains(kHint));
