@@ -120,6 +120,7 @@ private Q_SLOTS:
 
     void handingOverWaitsForNobodyWhereNobodyKeepsAnything()
     {
+        QVERIFY(setPicture("earlier", nothing)); // its time to be seen is nobody's any more
         QVERIFY(setConcealed("png"));
         QCOMPARE(handedOverAndCopied(), QStringList({kHandedOver, kNext}));
         SelectionReader reader;

@@ -149,8 +149,9 @@ void SelectionOwner::ownAgain(xcb_timestamp_t time)
 void SelectionOwner::offered(xcb_timestamp_t time)
 {
     m_taken = time;
+    m_seenBy = Clock::now();
     if (!m_content->isConcealed())
-        m_seenBy = Clock::now() + kUntilSeen;
+        m_seenBy += kUntilSeen;
 }
 
 /// What was to come in its place may be the same picture without what it shows.
