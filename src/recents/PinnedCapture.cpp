@@ -147,6 +147,23 @@ void PinnedCapture::roundCorners()
     shapeItself();
 }
 
+// A window that grows is ahead of what the widget has heard of, and Qt finds no child for a pointer
+// out there.
+bool PinnedCapture::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+        return static_cast<QObject*>(m_view)->event(event);
+    default:
+        return QWidget::event(event);
+    }
+}
+
 void PinnedCapture::resizeEvent(QResizeEvent*)
 {
     m_view->setGeometry(rect());
@@ -172,7 +189,11 @@ void PinnedCapture::shapeItself()
     m_view->setPixels(pixels, scale());
     m_view->setCorners(m_panels.translucent(*this) ? PinnedView::Corners::blended
                                                    : PinnedView::Corners::cut);
-    cut(pixels);
+    if (pixels == PinGeometry::onPixels(m_frame).size())
+        return cut(pixels);
+    // The widget hears of its sizes late. What the window has grown to meanwhile is not cut off:
+    // the pointer on it would be on something else.
+    cut(pixels.expandedTo(m_panels.nativeRect(*this).size()));
 }
 
 void PinnedCapture::cut(QSize pixels)

@@ -64,6 +64,7 @@ public:
     [[nodiscard]] const std::optional<ScreenInfo>& onScreen() const { return m_screen; }
 
 protected:
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
