@@ -13,6 +13,8 @@ namespace brindlecam {
 namespace {
 
 constexpr int kSquarePixels = 64;
+constexpr int kGrainPixels = 16;  ///< what is painted anew ends at multiples of it
+constexpr int kTallestPart = 128; ///< pixels
 
 QRect touchedPixels(const Annotation& mark, QSizeF canvas, QSize picture)
 {
@@ -123,8 +125,8 @@ QRegion MarkedPicture::setMarks(const AnnotationList::Marks& marks)
 // Where everything below is painted, marks that come on top need nothing of it anew.
 void MarkedPicture::drawOnTop(const AnnotationList::Marks& added, const QRegion& damage)
 {
-    const QRegion touched = wholeSquares(damage);
-    const QRegion painted = touched - wholeSquares(m_stale & touched);
+    const QRegion touched = grown(damage);
+    const QRegion painted = touched - grown(m_stale & touched);
     m_stale += damage - painted;
     for (const QRect& rect : painted) {
         QImage part = paintedPart(rect);
@@ -178,39 +180,64 @@ QImage MarkedPicture::part(const QRect& rect)
     return copy;
 }
 
-// In whole squares: two narrow strips side by side would take twice the time of a wide one.
 void MarkedPicture::refresh(const QRegion& shown)
 {
-    const QRegion stale = wholeSquares(m_stale & shown);
+    const QRegion stale = grown(m_stale & shown);
     if (stale.isEmpty())
         return;
     render(stale);
     m_stale -= stale;
 }
 
-QRegion MarkedPicture::wholeSquares(const QRegion& region) const
+// Two narrow strips side by side would take twice the time of a wide one.
+QRegion MarkedPicture::grown(const QRegion& region) const
 {
-    QRegion whole;
+    QRegion grown;
     for (const QRect& rect : region) {
-        const QPoint first(rect.left() / kSquarePixels, rect.top() / kSquarePixels);
-        const QPoint last(rect.right() / kSquarePixels, rect.bottom() / kSquarePixels);
-        whole += QRect(first * kSquarePixels, (last + QPoint(1, 1)) * kSquarePixels - QPoint(1, 1));
+        const QPoint first(rect.left() / kGrainPixels, rect.top() / kGrainPixels);
+        const QPoint last(rect.right() / kGrainPixels, rect.bottom() / kGrainPixels);
+        grown += QRect(first * kGrainPixels, (last + QPoint(1, 1)) * kGrainPixels - QPoint(1, 1));
     }
-    return whole & m_frozen.rect();
+    return grown & m_frozen.rect();
 }
 
-// Part by part, each as a picture of its own: a line costs as much as the picture lets it be long,
-// however little of it a clip leaves.
+// Part by part, each as a picture of its own: a line costs as much as the picture lets it be high,
+// however little of it a clip leaves or is to be seen beside it.
 void MarkedPicture::render(const QRegion& stale)
 {
+    const std::vector<PaintedMark> marks = marksIn(stale);
     for (const QRect& rect : stale) {
-        QImage part = paintedPart(rect);
-        QPainter painter(&part);
-        painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.drawImage(QPoint(), m_frozen, rect);
-        painter.end();
-        drawMarks(part, m_marks, m_canvas, m_frozen.size(), rect);
+        for (int top = rect.top(); top <= rect.bottom(); top += kTallestPart) {
+            const int below = std::min(top + kTallestPart, rect.bottom() + 1);
+            render({rect.left(), top, rect.width(), below - top}, marks);
+        }
     }
+}
+
+void MarkedPicture::render(const QRect& rect, const std::vector<PaintedMark>& marks)
+{
+    QImage part = paintedPart(rect);
+    QPainter painter(&part);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(QPoint(), m_frozen, rect);
+    painter.end();
+    MarkedPart marked(part, m_canvas, m_frozen.size(), rect);
+    for (const PaintedMark& mark : marks) {
+        if (std::ranges::any_of(mark.touched,
+                                [&](const QRect& touched) { return touched.intersects(rect); }))
+            marked.draw(*mark.mark);
+    }
+}
+
+std::vector<MarkedPicture::PaintedMark> MarkedPicture::marksIn(const QRegion& region) const
+{
+    const QRect around = region.boundingRect();
+    std::vector<PaintedMark> found;
+    for (const AnnotationList::Mark& mark : m_marks) {
+        if (touchedPixels(*mark, m_canvas, m_frozen.size()).intersects(around))
+            found.push_back({mark.get(), touched(*mark)});
+    }
+    return found;
 }
 
 QImage MarkedPicture::paintedPart(const QRect& rect)

@@ -32,6 +32,11 @@ public:
     [[nodiscard]] QImage part(const QRect& rect);
 
 private:
+    struct PaintedMark {
+        const Annotation* mark;
+        std::vector<QRect> touched;
+    };
+
     [[nodiscard]] std::vector<QRect> touched(const Annotation& mark) const;
     [[nodiscard]] std::vector<std::size_t> squares(const std::vector<QRect>& rects) const;
     [[nodiscard]] std::size_t index(int column, int row) const;
@@ -41,9 +46,11 @@ private:
     [[nodiscard]] QRegion marked(const QRegion& exposed) const;
     void drawOnTop(const AnnotationList::Marks& added, const QRegion& damage);
     void refresh(const QRegion& shown);
-    [[nodiscard]] QRegion wholeSquares(const QRegion& region) const;
+    [[nodiscard]] QRegion grown(const QRegion& region) const;
     [[nodiscard]] QImage paintedPart(const QRect& rect);
+    [[nodiscard]] std::vector<PaintedMark> marksIn(const QRegion& region) const;
     void render(const QRegion& stale);
+    void render(const QRect& rect, const std::vector<PaintedMark>& marks);
 
     QImage m_frozen;
     QSizeF m_canvas;
