@@ -12,7 +12,7 @@ class QPainter;
 namespace brindlecam {
 
 /// The frozen screen with the finished marks painted in, kept so that showing it costs a copy
-/// however many marks there are. Painted where it is shown, square by square; memory is taken only
+/// however many marks there are. Painted where it is shown, strip by strip; memory is taken only
 /// where marks are. Pixels of the frozen picture, origin top-left. Main thread.
 class MarkedPicture final {
 public:
