@@ -1,7 +1,7 @@
 // ocr_text --out DIR IMAGE...: reads each picture with the program's own recogniser, all in one
 // process, and writes DIR/<image name without ending>.txt. --times also prints how long each took,
 // in milliseconds. Exits with 1 when a picture or its text could not be read or written.
-#include "platform/linux/LinuxTextRecognizer.h"
+#include "platform/unix/TesseractTextRecognizer.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -76,7 +76,7 @@ private:
     const QString m_folder;
     const bool m_times;
     bool m_failed = false;
-    brindlecam::LinuxTextRecognizer m_recognizer;
+    brindlecam::TesseractTextRecognizer m_recognizer;
 };
 
 } // namespace

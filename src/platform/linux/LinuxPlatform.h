@@ -4,12 +4,14 @@
 
 namespace brindlecam {
 
-/// What preparePlatform() and makePlatform() do on Linux: which display system is there is found
-/// out when the program starts.
+/// What Linux desktops have in common, whatever draws their windows.
 namespace LinuxPlatform {
 
-[[nodiscard]] std::optional<Error> prepare();
-[[nodiscard]] Platform make();
+/// Before the application object is made.
+void prepare();
+
+/// The kind of tray that `platform` knows already stays beside those of its own.
+void add(Platform& platform);
 
 } // namespace LinuxPlatform
 

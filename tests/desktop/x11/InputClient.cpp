@@ -1,7 +1,7 @@
 #include "x11/InputClient.h"
 
-#include "platform/linux/x11/X11.h"
-#include "platform/linux/x11/X11Windows.h"
+#include "platform/x11/connection/X11.h"
+#include "platform/x11/connection/X11Windows.h"
 
 #include <QCoreApplication>
 #include <QTest>

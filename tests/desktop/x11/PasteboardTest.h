@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/x11/X11Pasteboard.h"
+#include "platform/x11/clipboard/X11Pasteboard.h"
 #include "support/TestCase.h"
 
 #include <QThreadPool>

@@ -1,6 +1,6 @@
 #include "x11/SelectionReader.h"
 
-#include "platform/linux/x11/X11.h"
+#include "platform/x11/connection/X11.h"
 
 #include <poll.h>
 

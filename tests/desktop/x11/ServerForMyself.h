@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/x11/X11.h"
+#include "platform/x11/connection/X11.h"
 
 namespace brindlecam::test {
 

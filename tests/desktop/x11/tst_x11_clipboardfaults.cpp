@@ -1,5 +1,5 @@
-#include "platform/linux/x11/ServerClock.h"
-#include "platform/linux/x11/X11.h"
+#include "platform/x11/connection/ServerClock.h"
+#include "platform/x11/connection/X11.h"
 #include "x11/PasteboardTest.h"
 #include "x11/SelectionReader.h"
 #include "x11/ServerForMyself.h"

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/X11.h"
+#include "platform/x11/connection/X11.h"
 #include "x11/PasteboardTest.h"
 #include "x11/SelectionReader.h"
 

@@ -1,7 +1,7 @@
-#include "platform/linux/x11/X11.h"
-#include "platform/linux/x11/X11InputGrabs.h"
-#include "platform/linux/x11/X11Keyboard.h"
-#include "platform/linux/x11/X11Windows.h"
+#include "platform/x11/connection/X11.h"
+#include "platform/x11/connection/X11Keyboard.h"
+#include "platform/x11/connection/X11Windows.h"
+#include "platform/x11/keys/X11InputGrabs.h"
 #include "support/TestCase.h"
 #include "x11/InputClient.h"
 

@@ -1,6 +1,6 @@
 #include "x11/ports/Client.h"
 
-#include "platform/linux/x11/X11.h"
+#include "platform/x11/connection/X11.h"
 
 #include <xcb/xcb.h>
 

@@ -1,5 +1,5 @@
-#include "platform/linux/x11/X11.h"
-#include "platform/linux/x11/X11Displays.h"
+#include "platform/x11/connection/X11.h"
+#include "platform/x11/desktop/X11Displays.h"
 #include "support/TestCase.h"
 #include "x11/ports/Client.h"
 #include "x11/ports/Monitors.h"

@@ -1,5 +1,5 @@
-#include "platform/linux/x11/X11.h"
-#include "platform/linux/x11/X11WindowList.h"
+#include "platform/x11/connection/X11.h"
+#include "platform/x11/desktop/X11WindowList.h"
 #include "support/TestCase.h"
 #include "x11/ports/Client.h"
 

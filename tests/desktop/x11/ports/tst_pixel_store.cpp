@@ -1,5 +1,5 @@
-#include "platform/linux/x11/PixelStore.h"
-#include "platform/linux/x11/X11.h"
+#include "platform/x11/connection/X11.h"
+#include "platform/x11/grab/PixelStore.h"
 #include "support/TestCase.h"
 
 #include <thread>

@@ -1,4 +1,4 @@
-#include "platform/linux/UnixQuitSignals.h"
+#include "platform/unix/UnixQuitSignals.h"
 #include "support/TestCase.h"
 
 #include <csignal>

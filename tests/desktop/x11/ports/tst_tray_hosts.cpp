@@ -1,7 +1,7 @@
 #include "platform/linux/LinuxTrayHosts.h"
 #include "platform/linux/SessionBus.h"
 #include "platform/linux/StatusNotifierHosts.h"
-#include "platform/linux/x11/XEmbedTrayHosts.h"
+#include "platform/x11/desktop/XEmbedTrayHosts.h"
 #include "support/TestCase.h"
 #include "x11/ports/Client.h"
 

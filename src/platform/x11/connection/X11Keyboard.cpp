@@ -1,0 +1,157 @@
+#include "platform/x11/connection/X11Keyboard.h"
+
+#include "base/KeyCombo.h"
+#include "platform/x11/connection/X11.h"
+
+#include <xcb/xcb_keysyms.h>
+
+#include <cstddef>
+#include <initializer_list>
+#include <memory>
+
+namespace brindlecam::x11 {
+
+namespace {
+
+constexpr int kModifierCount = 8;
+constexpr std::uint16_t kModifierBits = 0xff;
+constexpr xcb_keysym_t kAltLeft = 0xffe9;
+constexpr xcb_keysym_t kSuperLeft = 0xffeb;
+constexpr xcb_keysym_t kSuperRight = 0xffec;
+constexpr xcb_keysym_t kNumLock = 0xff7f;
+constexpr xcb_keysym_t kScrollLock = 0xff14;
+constexpr xcb_keysym_t kEscape = 0xff1b;
+
+struct KeySymbolsDeleter {
+    void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
+};
+using KeySymbols = std::unique_ptr<xcb_key_symbols_t, KeySymbolsDeleter>;
+
+/// Which keys lie on which modifier.
+class ModifierMap final {
+public:
+    ModifierMap()
+        : m_reply(xcb_get_modifier_mapping_reply(connection(),
+                                                 xcb_get_modifier_mapping(connection()), nullptr))
+    {
+    }
+
+    /// Calls `visit(modifier index, key code)` for every assigned key.
+    template <typename Visit>
+    void eachKey(Visit visit) const
+    {
+        if (!m_reply)
+            return;
+        const xcb_keycode_t* codes = xcb_get_modifier_mapping_keycodes(m_reply.get());
+        for (int modifier = 0; modifier < kModifierCount; ++modifier) {
+            for (int i = 0; i < m_reply->keycodes_per_modifier; ++i) {
+                if (const auto code = codes[modifier * m_reply->keycodes_per_modifier + i])
+                    visit(modifier, code);
+            }
+        }
+    }
+
+private:
+    Owned<xcb_get_modifier_mapping_reply_t> m_reply;
+};
+
+bool types(xcb_key_symbols_t* symbols, xcb_keycode_t code,
+           std::initializer_list<xcb_keysym_t> wanted)
+{
+    constexpr int kColumns = 4;
+    for (int column = 0; column < kColumns; ++column) {
+        const auto symbol = xcb_key_symbols_get_keysym(symbols, code, column);
+        for (const xcb_keysym_t one : wanted) {
+            if (symbol == one)
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+KeySet keysDown()
+{
+    const Owned<xcb_query_keymap_reply_t> reply(
+        xcb_query_keymap_reply(connection(), xcb_query_keymap(connection()), nullptr));
+    KeySet keys;
+    if (!reply)
+        return keys;
+    for (std::size_t code = 0; code < keys.size(); ++code)
+        keys[code] = (reply->keys[code / 8] >> (code % 8)) & 1;
+    return keys;
+}
+
+KeySet modifierKeys()
+{
+    KeySet keys;
+    ModifierMap().eachKey([&keys](int, xcb_keycode_t code) { keys.set(code); });
+    return keys;
+}
+
+std::uint8_t escapeKey()
+{
+    const KeySymbols symbols(xcb_key_symbols_alloc(connection()));
+    const Owned<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols.get(), kEscape));
+    for (const xcb_keycode_t* code = codes.get(); code && *code != XCB_NO_SYMBOL; ++code) {
+        // Not one that takes a modifier.
+        if (xcb_key_symbols_get_keysym(symbols.get(), *code, 0) == kEscape)
+            return *code;
+    }
+    return 0;
+}
+
+ModifierBits ModifierBits::read()
+{
+    const KeySymbols symbols(xcb_key_symbols_alloc(connection()));
+    ModifierBits bits;
+    std::uint16_t locks = XCB_MOD_MASK_LOCK;
+    ModifierMap().eachKey([&](int modifier, xcb_keycode_t code) {
+        const auto bit = static_cast<std::uint16_t>(1 << modifier);
+        if (bit < XCB_MOD_MASK_1)
+            return; // Shift, Lock and Control are what they are.
+        if (types(symbols.get(), code, {kAltLeft}))
+            bits.alt |= bit;
+        if (types(symbols.get(), code, {kSuperLeft, kSuperRight}))
+            bits.super |= bit;
+        if (types(symbols.get(), code, {kNumLock, kScrollLock}))
+            locks |= bit;
+    });
+    if (bits.alt == 0)
+        bits.alt = XCB_MOD_MASK_1;
+    if (bits.super == 0)
+        bits.super = XCB_MOD_MASK_4;
+    bits.locks = locks & static_cast<std::uint16_t>(~(bits.alt | bits.super));
+    return bits;
+}
+
+std::uint16_t ModifierBits::stateOf(int modifiers) const
+{
+    std::uint16_t state = 0;
+    if (modifiers & shiftModifier)
+        state |= XCB_MOD_MASK_SHIFT;
+    if (modifiers & controlModifier)
+        state |= XCB_MOD_MASK_CONTROL;
+    if (modifiers & optionModifier)
+        state |= alt;
+    if (modifiers & commandModifier)
+        state |= super;
+    return state;
+}
+
+std::uint16_t ModifierBits::relevant(std::uint16_t state) const
+{
+    return state & kModifierBits & static_cast<std::uint16_t>(~locks);
+}
+
+std::vector<std::uint16_t> ModifierBits::lockStates() const
+{
+    // Counts through the subsets of `locks`.
+    std::vector<std::uint16_t> states{0};
+    for (std::uint16_t subset = locks & -locks; subset != 0; subset = (subset - locks) & locks)
+        states.push_back(subset);
+    return states;
+}
+
+} // namespace brindlecam::x11

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/TrayHosts.h"
+#include "platform/x11/connection/OwnerWatch.h"
+
+namespace brindlecam {
+
+/// The classic system tray: whoever owns the tray selection of the screen.
+class XEmbedTrayHosts final : public TrayHosts {
+public:
+    XEmbedTrayHosts();
+
+    [[nodiscard]] bool available() const override { return m_tray.owned(); }
+    void setOnChange(std::function<void()> changed) override;
+
+private:
+    std::function<void()> m_changed;
+    OwnerWatch m_tray;
+};
+
+} // namespace brindlecam

@@ -1,0 +1,151 @@
+#include "platform/x11/keys/X11HotKeys.h"
+
+#include "base/KeyCodes.h"
+#include "platform/x11/connection/X11.h"
+
+// This header names a member "explicit".
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <QWidget>
+
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr int kFirstKeyCode = 8; ///< of X against evdev
+
+std::vector<std::uint8_t> keyCodes(int virtualKeyCode)
+{
+    std::vector<std::uint8_t> codes;
+    for (const int evdev : KeyCodes::toEvdev(virtualKeyCode))
+        codes.push_back(static_cast<std::uint8_t>(evdev + kFirstKeyCode));
+    return codes;
+}
+
+} // namespace
+
+/// Keeps a wish alive.
+class X11HotKeys::Registration final : public HotKeyRegistration {
+public:
+    explicit Registration(std::shared_ptr<Wish> wish)
+        : m_wish(std::move(wish))
+    {
+    }
+
+private:
+    std::shared_ptr<Wish> m_wish;
+};
+
+X11HotKeys::X11HotKeys(std::shared_ptr<X11Events> events)
+    : m_events(std::move(events))
+    , m_bits(x11::ModifierBits::read())
+{
+    if (const auto* xkb = xcb_get_extension_data(x11::connection(), &xcb_xkb_id);
+        xkb && xkb->present)
+        m_xkbEvent = xkb->first_event;
+    // One change of layout comes as several events.
+    m_regrab.setSingleShot(true);
+    QObject::connect(&m_regrab, &QTimer::timeout, &m_regrab, [this] { grabAgain(); });
+    m_subscription = m_events->listen([this](const auto& event) { return handle(event); });
+}
+
+X11HotKeys::~X11HotKeys() = default;
+
+std::unique_ptr<HotKeyRegistration> X11HotKeys::registerKey(int keyCode, int modifiers,
+                                                            std::function<void()> pressed)
+{
+    auto wish =
+        std::make_shared<Wish>(Wish{keyCodes(keyCode), modifiers, std::move(pressed), nullptr});
+    wish->grab = grabFor(*wish);
+    if (!wish->grab)
+        return nullptr;
+    std::erase_if(m_wishes, [](const auto& known) { return known.expired(); });
+    m_wishes.push_back(wish);
+    return std::make_unique<Registration>(std::move(wish));
+}
+
+std::shared_ptr<x11::KeyGrab> X11HotKeys::grabFor(const Wish& wish) const
+{
+    x11::KeyGrab::Keys keys{wish.codes, m_bits.lockStates()};
+    for (std::uint16_t& state : keys.states)
+        state |= m_bits.stateOf(wish.modifiers);
+    for (const auto& known : m_wishes) {
+        const auto other = known.lock();
+        if (other && other->grab && other->grab->keys() == keys)
+            return other->grab;
+    }
+    return x11::KeyGrab::take(std::move(keys));
+}
+
+void X11HotKeys::grabAgain()
+{
+    const auto bits = x11::ModifierBits::read();
+    if (bits == m_bits)
+        return;
+    m_bits = bits;
+    for (const auto& known : m_wishes) {
+        if (const auto wish = known.lock())
+            wish->grab.reset();
+    }
+    for (const auto& known : m_wishes) {
+        if (const auto wish = known.lock())
+            wish->grab = grabFor(*wish);
+    }
+}
+
+X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
+{
+    if (changesKeyboard(event))
+        m_regrab.start(0);
+    if (kindOf(event) != XCB_KEY_PRESS && kindOf(event) != XCB_KEY_RELEASE)
+        return X11Events::Verdict::pass;
+    const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
+    const bool ours = key.event == x11::root() || cameToAMenu(key);
+    if (kindOf(event) == XCB_KEY_PRESS) {
+        const auto wish = ours ? wishFor(key) : nullptr;
+        // The share held here outlives a callback that drops its own registration.
+        if (wish && m_presses.pressed(key.detail, key.time))
+            wish->pressed();
+    } else {
+        // Whichever window it came to: a grab may have moved to another one meanwhile.
+        m_presses.released(key.detail, key.time);
+    }
+    return ours ? X11Events::Verdict::swallow : X11Events::Verdict::pass;
+}
+
+/// A menu of ours has the whole keyboard, so that no key grab takes effect. Whether it is still
+/// open does not count: it may have closed by itself while the key was on its way. Esc was for the
+/// menu. Windows that are no widgets have the keyboard to keep its keys from everybody.
+bool X11HotKeys::cameToAMenu(const xcb_key_press_event_t& event) const
+{
+    constexpr std::uint8_t kPress = XCB_KEY_PRESS; // and not one that another program has made up
+    return event.response_type == kPress && QWidget::find(event.event) && wishFor(event) &&
+           event.detail != keyCodes(KeyCodes::kEscape).front();
+}
+
+std::shared_ptr<X11HotKeys::Wish> X11HotKeys::wishFor(const xcb_key_press_event_t& event) const
+{
+    for (std::size_t i = m_wishes.size(); i-- > 0;) {
+        auto wish = m_wishes[i].lock();
+        if (wish && wish->grab && m_bits.relevant(event.state) == m_bits.stateOf(wish->modifiers) &&
+            wish->grab->holds(event.detail))
+            return wish;
+    }
+    return nullptr;
+}
+
+bool X11HotKeys::changesKeyboard(const xcb_generic_event_t& event) const
+{
+    if (kindOf(event) == XCB_MAPPING_NOTIFY)
+        return true;
+    if (m_xkbEvent == 0 || kindOf(event) != m_xkbEvent)
+        return false;
+    const auto xkbKind = reinterpret_cast<const xcb_xkb_map_notify_event_t&>(event).xkbType;
+    return xkbKind == XCB_XKB_MAP_NOTIFY || xkbKind == XCB_XKB_NEW_KEYBOARD_NOTIFY;
+}
+
+} // namespace brindlecam

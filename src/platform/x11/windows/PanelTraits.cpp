@@ -1,0 +1,46 @@
+#include "platform/x11/windows/PanelTraits.h"
+
+namespace brindlecam::x11 {
+
+namespace {
+
+constexpr Qt::WindowFlags kBare =
+    Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint;
+constexpr Qt::WindowFlags kUnmanaged = kBare | Qt::BypassWindowManagerHint;
+constexpr Qt::WindowFlags kUntouchable =
+    kUnmanaged | Qt::WindowDoesNotAcceptFocus | Qt::WindowTransparentForInput;
+
+} // namespace
+
+PanelTraits PanelTraits::of(PanelRole role)
+{
+    switch (role) {
+    case PanelRole::overlay:
+        return {.flags = kUnmanaged, .type = "_NET_WM_WINDOW_TYPE_DOCK", .keepsPlace = true};
+    case PanelRole::toast:
+    case PanelRole::countdown:
+        return {.flags = kUntouchable,
+                .type = "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+                .blends = true,
+                .keepsPlace = true};
+    case PanelRole::frame:
+        return {.flags = kUntouchable,
+                .type = "_NET_WM_WINDOW_TYPE_DOCK",
+                .blends = true,
+                .keepsPlace = true};
+    case PanelRole::sessionPanel:
+    case PanelRole::drawer:
+        return {.flags = kUnmanaged, .type = "_NET_WM_WINDOW_TYPE_UTILITY", .blends = true};
+    case PanelRole::pin:
+        return {
+            .flags = kBare, .type = "_NET_WM_WINDOW_TYPE_UTILITY", .managed = true, .blends = true};
+    case PanelRole::dialog:
+        return {.flags = Qt::WindowStaysOnTopHint,
+                .type = "_NET_WM_WINDOW_TYPE_DIALOG",
+                .managed = true,
+                .activates = true};
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace brindlecam::x11

@@ -1,0 +1,64 @@
+#include "platform/Platform.h"
+#include "platform/null/NullPlatform.h"
+#include "support/TestCase.h"
+
+#include <optional>
+
+namespace brindlecam {
+
+/// What the program has where no port answers: on a system that is not spoken yet, and in tests.
+class TestNullPlatform final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyPortIsThere()
+    {
+        const Platform null = makeNullPlatform();
+        QVERIFY(null.displays && null.grabber && null.windowList && null.captureAccess);
+        QVERIFY(null.hotKeys && null.inputGrabs && null.panels && null.pasteboard);
+        QVERIFY(null.frontApplication && null.fileOpener && null.textRecognizer);
+        QVERIFY(null.trayHosts && null.quitSignals);
+    }
+
+    void nothingIsFoundAndNothingGranted()
+    {
+        const Platform null = makeNullPlatform();
+        QVERIFY(null.displays->screens().empty());
+        QVERIFY(!null.displays->pointer());
+        QVERIFY(null.windowList->frontToBack().empty());
+        QVERIFY(!null.grabber->grabRegion({0, 0, 10, 10}));
+        QVERIFY(!null.hotKeys->registerKey(0, 0, [] {}));
+        QVERIFY(!null.trayHosts->available());
+    }
+
+    void whoAsksIsAnsweredAndToldWhatFailed()
+    {
+        const Platform null = makeNullPlatform();
+        std::optional<ClipboardFate> copied;
+        null.pasteboard->set(ClipboardContent::text(QStringLiteral("text")), this,
+                             [&](ClipboardFate fate) { copied = fate; });
+        std::optional<bool> opened;
+        null.fileOpener->openFolder(QStringLiteral("/"), this, [&](bool done) { opened = done; });
+        std::optional<Result<QStringList>> read;
+        null.textRecognizer->recognize(QImage(), this,
+                                       [&](auto text) { read.emplace(std::move(text)); });
+        QTRY_COMPARE(copied, ClipboardFate::refused);
+        QTRY_COMPARE(opened, false);
+        QTRY_VERIFY(read.has_value());
+        QVERIFY(!*read);
+    }
+
+    void withoutADesktopTheProgramGetsThem()
+    {
+        const Platform offscreen = makePlatform();
+        QVERIFY(offscreen.displays->screens().empty());
+        QVERIFY(!offscreen.hotKeys->registerKey(0, 0, [] {}));
+        QVERIFY(offscreen.textCatalogue.isEmpty());
+    }
+};
+
+BRINDLECAM_TEST(TestNullPlatform);
+
+} // namespace brindlecam
+
+#include "tst_nullplatform.moc"
