@@ -25,6 +25,23 @@ qt_add_resources(brindlecam_app brindlecam_symbols
   FILES
     ${PROJECT_SOURCE_DIR}/resources/symbols/dot.svg)
 TEXT
+    mkdir -p "$tree"/src/platform/x11/{grab,keys}
+    cat >"$tree/src/platform/CMakeLists.txt" <<'TEXT'
+# platform: the ports.
+# May include: base.
+brindlecam_room(platform SOURCES Port.h)
+add_subdirectory(x11)
+TEXT
+    cat >"$tree/src/platform/x11/CMakeLists.txt" <<'TEXT'
+# platform/x11: a port.
+# May include: platform, base.
+# Group grab may include: nothing of ours.
+# Group keys may include: grab.
+brindlecam_room(platform/x11 SOURCES grab/Eye.h keys/Hand.h)
+TEXT
+    echo '#pragma once' >"$tree/src/platform/Port.h"
+    printf '#pragma once\n\n#include "platform/Port.h"\n\n#include <xcb/xcb.h>\n' >"$tree/src/platform/x11/grab/Eye.h"
+    printf '#pragma once\n\n#include "platform/x11/grab/Eye.h"\n' >"$tree/src/platform/x11/keys/Hand.h"
     cat >"$tree/resources/symbols/dot.svg" <<'TEXT'
 <svg xmlns="http://www.w3.org/2000/svg" width="24" height="24" viewBox="0 0 24 24">
   <path d="M9 12h6" fill="none" stroke="#000" stroke-width="6"/>
@@ -68,6 +85,19 @@ catches rooms "permission to include a room above" 'sed -i "2s/.*/# May include:
 catches rooms "a room that does not say what it is for" 'sed -i 1d src/base/CMakeLists.txt'
 catches rooms "a room that does not say what it includes" 'sed -i 2d src/app/CMakeLists.txt'
 catches rooms "a room without a list" 'mkdir src/canvas'
+catches rooms "an include in angle brackets" 'echo "#include <app/Above.h>" >>src/base/Good.cpp'
+catches rooms "a class of a port beyond the choice of ports" \
+    'echo "#include \"platform/x11/grab/Eye.h\"" >>src/app/Above.h'
+catches rooms "the same where ports may be included" \
+    'sed -i "2s/base/platform, base/" src/app/CMakeLists.txt; echo "#include \"platform/x11/grab/Eye.h\"" >>src/app/Above.h'
+catches rooms "the window system outside of its port" 'echo "#include <xcb/xcb.h>" >>src/app/Above.h'
+catches rooms "the message bus outside of its port" 'echo "#include <QDBusConnection>" >>src/app/Above.h'
+catches rooms "the engine outside of its room" 'echo "#include <tesseract/baseapi.h>" >>src/app/Above.h'
+catches rooms "an arrow between groups" 'echo "#include \"platform/x11/keys/Hand.h\"" >>src/platform/x11/grab/Eye.h'
+catches rooms "a group that nobody names" 'mkdir src/platform/x11/attic; echo "#include \"base/Good.h\"" >src/platform/x11/attic/Stray.h'
+catches rooms "a group that is not there" 'rm -r src/platform/x11/keys'
+catches rooms "permission to include a later group" \
+    'sed -i "s/# Group grab may include: nothing of ours/# Group grab may include: keys/" src/platform/x11/CMakeLists.txt'
 catches rooms "a room nobody knows" 'cp -r src/app src/attic; sed -i "1s/app/attic/" src/attic/CMakeLists.txt'
 catches system "a question when compiling" 'printf "#ifdef Q_OS_MACOS\n#endif\n" >>src/app/Above.h'
 catches system "a question with the compiler'\''s word" 'printf "#if defined(__linux__)\n#endif\n" >>src/base/Good.cpp'
