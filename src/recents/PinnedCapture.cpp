@@ -54,6 +54,7 @@ void PinnedCapture::moveTo(const QRectF& frame)
     // outside of it, and the pointer on something else.
     cut(pixels.size().expandedTo(shownPixels()));
     m_frame = frame;
+    m_moved = true;
     m_panels.place(*this, pixels);
     if (pixels.size() == shownPixels())
         shapeItself();
@@ -157,7 +158,6 @@ bool PinnedCapture::event(QEvent* event)
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:
     case QEvent::Wheel:
-    case QEvent::ContextMenu:
         return static_cast<QObject*>(m_view)->event(event);
     default:
         return QWidget::event(event);
@@ -189,7 +189,7 @@ void PinnedCapture::shapeItself()
     m_view->setPixels(pixels, scale());
     m_view->setCorners(m_panels.translucent(*this) ? PinnedView::Corners::blended
                                                    : PinnedView::Corners::cut);
-    if (pixels == PinGeometry::onPixels(m_frame).size())
+    if (!m_moved || pixels == PinGeometry::onPixels(m_frame).size())
         return cut(pixels);
     // The widget hears of its sizes late. What the window has grown to meanwhile is not cut off:
     // the pointer on it would be on something else.

@@ -92,6 +92,7 @@ private:
     Displays& m_displays;
     PinnedView* m_view;         ///< a child
     QRectF m_frame;             ///< where it was put; reals, so that small steps add up
+    bool m_moved = false;       ///< or resized, since it was opened
     std::optional<QSize> m_cut; ///< what the window was cut for, in pixels; empty: for nothing
     std::optional<ScreenInfo> m_screen;
     std::optional<Drag> m_drag;

@@ -12,6 +12,8 @@ order=(base pictures reading platform platform/unix platform/linux platform/x11 
 outside='xcb/ platform/x11
 X11/ platform/x11
 QDBus platform/linux
+qdbus platform/linux
+dbus/ platform/linux
 QtDBus platform/linux
 tesseract/ reading
 leptonica/ reading'
@@ -56,6 +58,8 @@ while IFS= read -r folder; do
     is_room "$room" || report "$list:1: tests/rules/rooms.sh does not know the room $room"
     for other in $(allowed_by "$second"); do
         [[ "$below" == *" $other "* ]] || report "$list:2: $other is not below $room"
+        [[ "$other" != platform/* || "$room" == platform/* ]] ||
+            report "$list:2: only the choice of ports includes $other"
         knowledge+=$'\n'"may $room $other"
     done
     before=" "
@@ -72,14 +76,17 @@ while IFS= read -r folder; do
         done
         before+="$group "
     done <"$list"
-    [ "$before" = " " ] || while IFS= read -r group; do
-        [[ "$before" == *" ${group##*/} "* ]] || report "$list:1: does not name the group ${group##*/}"
+    while IFS= read -r group; do
+        [ -n "$(sources "$group")" ] || continue
+        group=${group#"$folder"/}
+        is_room "$room/$group" || [[ "$before" == *" $group "* ]] || [ "$room/$group" = platform/null ] ||
+            report "$list:1: $group is neither a room nor a group that is named here"
     done < <(find "$folder" -mindepth 1 -maxdepth 1 -type d)
 done < <(find src -mindepth 1 -type d | sort)
 
 while IFS= read -r violation; do
     report "$violation"
-done < <(sources src | xargs -r -d '\n' grep -nHE '^[[:space:]]*#[[:space:]]*include[[:space:]]*["<]' |
+done < <(sources src | xargs -r -d '\n' grep -nHE '#[[:space:]]*(include|include_next|import)[[:space:]]*["<]' |
     awk -v knowledge="$knowledge" -v outside="$outside" '
     # The innermost room of a path below src; "" where there is none.
     function room_of(path, prefix) {
@@ -125,18 +132,25 @@ done < <(sources src | xargs -r -d '\n' grep -nHE '^[[:space:]]*#[[:space:]]*inc
         bracket = substr($0, RSTART, 1)
         target = substr($0, RSTART + 1, RLENGTH - 2)
         split(target, word, "/")
+        if (target ~ "(^|/)[.]?[.]?/") {
+            print place "a detour: " target
+            next
+        }
+        for (i = 1; i <= kinds; ++i)
+            if (index(target, kind[i]) == 1 && room != home[i])
+                print place "only " home[i] " may include " target
         if (bracket == "<") {
             if (target ~ "/" && word[1] in grounds)
                 print place "ours is included in quotes: " target
-            for (i = 1; i <= kinds; ++i)
-                if (index(target, kind[i]) == 1 && room != home[i])
-                    print place "only " home[i] " may include <" target ">"
             next
         }
         if (target ~ /\.moc$/)
             next
-        if (room == "") # on the roof
+        if (room == "") { # on the roof
+            if (room_of(target) ~ "^platform/")
+                print place "only platform/factory may include " target
             next
+        }
         if (target !~ "/") {
             print place "write the room, as in \"" room "/" target "\""
             next

@@ -1,5 +1,6 @@
 #include "platform/Platform.h"
 
+#include "base/Text.h"
 #include "platform/null/NullPlatform.h"
 
 #ifdef BRINDLECAM_HAS_UNIX
@@ -40,7 +41,7 @@ std::optional<Error> preparePlatform()
 #ifdef BRINDLECAM_HAS_X11
     return X11Platform::prepare();
 #else
-    return std::nullopt;
+    return Error{text("Brindlecam todavía necesita X11.")};
 #endif
 }
 

@@ -8,6 +8,7 @@
 #include <QRandomGenerator>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace brindlecam {
@@ -15,7 +16,9 @@ namespace brindlecam {
 namespace {
 
 constexpr int kMarksOfATool = 24;
-constexpr int kTile = 64; // pixels: the squares that the screen is painted in
+// Pixels: the squares that memory is taken for, and strips such as the screen is painted in.
+constexpr int kTile = 64;
+constexpr std::array kTiles{QSize(kTile, kTile), QSize(48, 128), QSize(400, 16)};
 
 void addToolsAtScales(std::initializer_list<qreal> scales = {1.0, 1.25, 1.5, 2.0})
 {
@@ -170,9 +173,10 @@ private Q_SLOTS:
             };
             const QImage whole = part(frozen.rect());
             const QString what = described(i, *list.marks().front());
-            for (int y = 0; y < frozen.height(); y += kTile) {
-                for (int x = 0; x < frozen.width(); x += kTile) {
-                    const QRect tile = QRect(x, y, kTile, kTile) & frozen.rect();
+            const QSize size = kTiles.at(static_cast<std::size_t>(i) % kTiles.size());
+            for (int y = 0; y < frozen.height(); y += size.height()) {
+                for (int x = 0; x < frozen.width(); x += size.width()) {
+                    const QRect tile = QRect({x, y}, size) & frozen.rect();
                     QVERIFY2(part(tile) == whole.copy(tile), qPrintable(what));
                 }
             }

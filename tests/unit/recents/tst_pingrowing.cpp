@@ -26,6 +26,15 @@ private Q_SLOTS:
         QCOMPARE(f.panels.shapes.at(&f.pin()).boundingRect().size(), QSize(240, 120));
     }
 
+    void pinThatAWindowManagerKeepsSmallerIsCutToWhatItHas()
+    {
+        PinnedFixture f;
+        f.panels.blends = false;
+        f.open();
+        f.pin().resize(150, 80);
+        QCOMPARE(f.panels.shapes.at(&f.pin()).boundingRect().size(), QSize(150, 80));
+    }
+
     void wheelTurnsBeyondTheSizeThatTheWidgetHasHeardOfCountToo()
     {
         PinnedFixture f;
