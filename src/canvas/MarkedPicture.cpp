@@ -21,6 +21,18 @@ QRect touchedPixels(const Annotation& mark, QSizeF canvas, QSize picture)
     return pixelRect(mark.paintedBounds(), canvas, picture);
 }
 
+/// The rectangles of a region, cut where they are too high: a line costs as much as the picture
+/// lets it be high, however little of it is to be seen.
+std::vector<QRect> partsOf(const QRegion& region)
+{
+    std::vector<QRect> parts;
+    for (const QRect& rect : region) {
+        for (int top = rect.top(); top <= rect.bottom(); top += kTallestPart)
+            parts.push_back(QRect(rect.left(), top, rect.width(), kTallestPart) & rect);
+    }
+    return parts;
+}
+
 void drawMarks(QImage& target, const AnnotationList::Marks& marks, QSizeF canvas, QSize picture,
                const QRect& part)
 {
@@ -128,7 +140,7 @@ void MarkedPicture::drawOnTop(const AnnotationList::Marks& added, const QRegion&
     const QRegion touched = grown(damage);
     const QRegion painted = touched - grown(m_stale & touched);
     m_stale += damage - painted;
-    for (const QRect& rect : painted) {
+    for (const QRect& rect : partsOf(painted)) {
         QImage part = paintedPart(rect);
         drawMarks(part, added, m_canvas, m_frozen.size(), rect);
     }
@@ -201,17 +213,12 @@ QRegion MarkedPicture::grown(const QRegion& region) const
     return grown & m_frozen.rect();
 }
 
-// Part by part, each as a picture of its own: a line costs as much as the picture lets it be high,
-// however little of it a clip leaves or is to be seen beside it.
+// Each part as a picture of its own: a clip would not make a line cost less.
 void MarkedPicture::render(const QRegion& stale)
 {
     const std::vector<PaintedMark> marks = marksIn(stale);
-    for (const QRect& rect : stale) {
-        for (int top = rect.top(); top <= rect.bottom(); top += kTallestPart) {
-            const int below = std::min(top + kTallestPart, rect.bottom() + 1);
-            render({rect.left(), top, rect.width(), below - top}, marks);
-        }
-    }
+    for (const QRect& rect : partsOf(stale))
+        render(rect, marks);
 }
 
 void MarkedPicture::render(const QRect& rect, const std::vector<PaintedMark>& marks)
