@@ -4,7 +4,7 @@
 
 namespace brindlecam {
 
-/// What Linux and macOS have in common: signals, text recognition, the C library's allocator.
+/// What is not Linux's alone: signals, text recognition, the C library's allocator.
 namespace UnixPlatform {
 
 /// Before the application object is made.
