@@ -1,6 +1,6 @@
 #include "Eyes.h"
 
-#include "desktop/support/Screen.h"
+#include "desktop/support/x11/Screen.h"
 
 #include <poll.h>
 

@@ -2,7 +2,7 @@
 
 #include "Eyes.h"
 
-#include "desktop/support/ClipboardReader.h"
+#include "desktop/support/x11/ClipboardReader.h"
 
 #include <optional>
 

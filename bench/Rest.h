@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/support/Connection.h"
+#include "desktop/support/x11/Connection.h"
 
 #include <QHash>
 

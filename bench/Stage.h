@@ -4,9 +4,9 @@
 #include "FrameCopy.h"
 #include "Hands.h"
 
-#include "desktop/support/ClientWindow.h"
-#include "desktop/support/Desktop.h"
 #include "desktop/support/ProgramUnderTest.h"
+#include "desktop/support/x11/ClientWindow.h"
+#include "desktop/support/x11/Desktop.h"
 
 #include <QJsonObject>
 

@@ -1,5 +1,5 @@
 #include "desktop/AnnotatingTest.h"
-#include "desktop/support/ClipboardHistory.h"
+#include "desktop/support/x11/ClipboardHistory.h"
 
 #include <functional>
 

@@ -1,5 +1,5 @@
 #include "desktop/support/CaptureTest.h"
-#include "desktop/support/ClipboardManager.h"
+#include "desktop/support/x11/ClipboardManager.h"
 
 #include <QDir>
 #include <QElapsedTimer>

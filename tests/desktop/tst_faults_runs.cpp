@@ -1,6 +1,6 @@
-#include "desktop/support/ClipboardKeeper.h"
 #include "desktop/support/FaultTest.h"
 #include "desktop/support/Launchers.h"
+#include "desktop/support/x11/ClipboardKeeper.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
-#include "desktop/support/ClientWindow.h"
-#include "desktop/support/ClipboardReader.h"
 #include "desktop/support/DesktopTest.h"
+#include "desktop/support/x11/ClientWindow.h"
+#include "desktop/support/x11/ClipboardReader.h"
 
 #include <QProcess>
 

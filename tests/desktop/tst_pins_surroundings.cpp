@@ -1,5 +1,5 @@
 #include "desktop/support/PinTest.h"
-#include "desktop/support/VisibleWindows.h"
+#include "desktop/support/x11/VisibleWindows.h"
 
 #include <QPainter>
 

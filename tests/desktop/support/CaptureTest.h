@@ -1,10 +1,10 @@
 #pragma once
 
-#include "desktop/support/ClientWindow.h"
-#include "desktop/support/ClipboardReader.h"
 #include "desktop/support/DesktopTest.h"
 #include "desktop/support/Pictures.h"
-#include "desktop/support/ProgramWindows.h"
+#include "desktop/support/x11/ClientWindow.h"
+#include "desktop/support/x11/ClipboardReader.h"
+#include "desktop/support/x11/ProgramWindows.h"
 
 #include <QImage>
 #include <QStringList>

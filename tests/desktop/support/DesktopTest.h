@@ -1,10 +1,10 @@
 #pragma once
 
-#include "desktop/support/Desktop.h"
-#include "desktop/support/Input.h"
 #include "desktop/support/Patience.h"
 #include "desktop/support/ProgramUnderTest.h"
-#include "desktop/support/Screen.h"
+#include "desktop/support/x11/Desktop.h"
+#include "desktop/support/x11/Input.h"
+#include "desktop/support/x11/Screen.h"
 
 #include <QObject>
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "desktop/support/FaultTest.h"
 
-#include "desktop/support/ClipboardReader.h"
+#include "desktop/support/x11/ClipboardReader.h"
 
 #include <QDir>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desktop/support/ClientWindow.h"
 #include "desktop/support/DesktopTest.h"
 #include "desktop/support/Pictures.h"
-#include "desktop/support/VisibleWindows.h"
+#include "desktop/support/x11/ClientWindow.h"
+#include "desktop/support/x11/VisibleWindows.h"
 
 #include <QImage>
 #include <QStringList>

@@ -1,4 +1,4 @@
-#include "desktop/support/VisibleWindows.h"
+#include "desktop/support/x11/VisibleWindows.h"
 
 namespace brindlecam::desktop {
 

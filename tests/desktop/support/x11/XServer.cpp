@@ -1,7 +1,7 @@
-#include "desktop/support/XServer.h"
+#include "desktop/support/x11/XServer.h"
 
-#include "desktop/support/Connection.h"
 #include "desktop/support/Patience.h"
+#include "desktop/support/x11/Connection.h"
 
 #include <xcb/randr.h>
 

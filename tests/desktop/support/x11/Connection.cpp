@@ -1,4 +1,4 @@
-#include "desktop/support/Connection.h"
+#include "desktop/support/x11/Connection.h"
 
 #include <xcb/xcb_keysyms.h>
 

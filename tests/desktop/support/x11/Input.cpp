@@ -1,4 +1,4 @@
-#include "desktop/support/Input.h"
+#include "desktop/support/x11/Input.h"
 
 #include <xcb/xtest.h>
 

@@ -1,6 +1,6 @@
-#include "desktop/support/ClipboardManager.h"
+#include "desktop/support/x11/ClipboardManager.h"
 
-#include "desktop/support/ClipboardReader.h"
+#include "desktop/support/x11/ClipboardReader.h"
 
 namespace brindlecam::desktop {
 

@@ -1,4 +1,4 @@
-#include "desktop/support/ProgramWindows.h"
+#include "desktop/support/x11/ProgramWindows.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "desktop/support/Connection.h"
 #include "desktop/support/Process.h"
-#include "desktop/support/XServer.h"
+#include "desktop/support/x11/Connection.h"
+#include "desktop/support/x11/XServer.h"
 
 #include <QProcessEnvironment>
 #include <QTemporaryDir>

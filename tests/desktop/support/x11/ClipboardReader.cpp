@@ -1,4 +1,4 @@
-#include "desktop/support/ClipboardReader.h"
+#include "desktop/support/x11/ClipboardReader.h"
 
 #include "desktop/support/Patience.h"
 

@@ -1,4 +1,4 @@
-#include "desktop/support/ClientWindow.h"
+#include "desktop/support/x11/ClientWindow.h"
 
 #include "desktop/support/Patience.h"
 

@@ -1,4 +1,4 @@
-#include "desktop/support/Screen.h"
+#include "desktop/support/x11/Screen.h"
 
 #include "desktop/support/Patience.h"
 

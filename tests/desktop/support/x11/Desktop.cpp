@@ -1,4 +1,4 @@
-#include "desktop/support/Desktop.h"
+#include "desktop/support/x11/Desktop.h"
 
 #include "desktop/support/Patience.h"
 #include "desktop/support/Pictures.h"

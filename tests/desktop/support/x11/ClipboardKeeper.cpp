@@ -1,7 +1,7 @@
-#include "desktop/support/ClipboardKeeper.h"
+#include "desktop/support/x11/ClipboardKeeper.h"
 
-#include "desktop/support/ClipboardReader.h"
 #include "desktop/support/Patience.h"
+#include "desktop/support/x11/ClipboardReader.h"
 
 #include <QDeadlineTimer>
 
