@@ -80,8 +80,8 @@ private Q_SLOTS:
         const Annotation original = strokeThrough(Tool::pen, {{1, 2}, {30, 40}});
         Annotation copy = original;
         copy.translate({5, -6});
-        QCOMPARE(original.points(), QPolygonF({{1, 2}, {30, 40}}));
-        QCOMPARE(copy.points(), QPolygonF({{6, -4}, {35, 34}}));
+        QCOMPARE(original.points(), QPolygonF() << QPointF(1, 2) << QPointF(30, 40));
+        QCOMPARE(copy.points(), QPolygonF() << QPointF(6, -4) << QPointF(35, 34));
         QVERIFY(original.hitTest({1, 2}));
         QVERIFY(!original.hitTest({35, 34 - 7}));
         QVERIFY(copy.hitTest({35, 34}));
