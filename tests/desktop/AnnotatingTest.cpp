@@ -173,9 +173,9 @@ bool AnnotatingTest::strokeReaches(QPointF point)
     return waitUntil([&] { return screen().pixel(place).rgb() != before; });
 }
 
-void AnnotatingTest::tap(std::initializer_list<xcb_keysym_t> keys)
+void AnnotatingTest::tap(std::initializer_list<Qt::Key> keys)
 {
-    for (const xcb_keysym_t key : keys)
+    for (const Qt::Key key : keys)
         input().tap(key);
 }
 
@@ -222,7 +222,7 @@ bool AnnotatingTest::isPastedWith(const Marks& marks, const QRectF& selection)
 bool AnnotatingTest::returnTakes(const Marks& marks, const QRectF& selection)
 {
     const QImage expected = picture(marks, selection);
-    input().tap(XK_Return);
+    input().tap(Qt::Key_Return);
     return sessionIsOver() && isPasted(expected) && isOnlyCapture(expected) &&
            isOnlyInHistory(expected);
 }

@@ -67,7 +67,7 @@ protected:
     [[nodiscard]] bool strokeReaches(QPointF point);
 
     /// Types these keys one after another.
-    void tap(std::initializer_list<xcb_keysym_t> keys);
+    void tap(std::initializer_list<Qt::Key> keys);
 
     // What the marks must look like.
     /// A mark between two ends, in the colour, sizes and opacity of an untouched program.

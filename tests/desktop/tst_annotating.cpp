@@ -33,7 +33,7 @@ private Q_SLOTS:
         QVERIFY(choose(Tool::text));
         click({140, 170});
         input().type("paso a paso");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         marks.push_back(typed({140, 170}, QStringLiteral("paso a paso")));
         QVERIFY(isPastedWith(marks));
 
@@ -50,11 +50,11 @@ private Q_SLOTS:
         marks.push_back(hidden());
         QVERIFY(isPastedWith(marks));
 
-        input().chord({XK_Control_L, XK_z});
-        input().chord({XK_Control_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
         QVERIFY(isPastedWith(Marks(marks.begin(), marks.end() - 2)));
-        input().chord({XK_Control_L, XK_Shift_L, XK_z});
-        input().chord({XK_Control_L, XK_Shift_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Shift, Qt::Key_Z});
+        input().chord({Qt::Key_Control, Qt::Key_Shift, Qt::Key_Z});
         QVERIFY(isPastedWith(marks));
 
         QVERIFY(choosePointer());
@@ -90,11 +90,11 @@ private Q_SLOTS:
         Annotation moved = arrow();
         moved.translate({60, 40});
         QVERIFY(isPastedWith({moved}));
-        input().chord({XK_Control_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
         QVERIFY(isPastedWith({arrow()}));
-        input().chord({XK_Control_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
         QVERIFY(isPastedWith({}));
-        input().chord({XK_Control_L, XK_Shift_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Shift, Qt::Key_Z});
         QVERIFY(isPastedWith({arrow()}));
         QVERIFY(returnTakes({arrow()}));
     }
@@ -141,7 +141,7 @@ private Q_SLOTS:
             QVERIFY(isPastedWith(marks));
         }
         QVERIFY(history().isEmpty());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyInHistory(picture(marks)));
         QVERIFY(isPastedWith(marks));
@@ -171,8 +171,8 @@ private Q_SLOTS:
         QVERIFY(returnTakes({mark(Tool::rect, kTail, kTip)}));
         QVERIFY(selects());
         QVERIFY(isPastedWith({}));
-        input().chord({XK_Control_L, XK_z});
-        input().tap(XK_Return);
+        input().chord({Qt::Key_Control, Qt::Key_Z});
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isPastedWith({}));
         QVERIFY(waitUntil([this] { return history().size() == 2; }));

@@ -29,7 +29,7 @@ private:
     /// Ends the session by Return and tells whether exactly this part of the screen was taken.
     bool returnTakes(const QRect& pixels)
     {
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         return sessionIsOver() && isPasted(m_before.copy(pixels)) &&
                isOnlyCapture(m_before.copy(pixels)) && isOnlyInHistory(m_before.copy(pixels));
     }
@@ -63,7 +63,7 @@ private Q_SLOTS:
             return difference(now, m_before, inside) == 0 && difference(now, dark, outside) <= 1;
         };
         QVERIFY(waitUntil(bright));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([&] { return samePixels(screen().grab(), m_before); }));
     }
@@ -71,18 +71,18 @@ private Q_SLOTS:
     void whatChangesBelowIsNotSeen()
     {
         useSession();
-        ClientWindow below(display(), {.pixels = QRect(320, 270, 200, 200), .colour = Qt::red});
-        QVERIFY(becomesActive(below)); // its frame changes with that
+        const auto below = desktop().open({.pixels = QRect(320, 270, 200, 200), .colour = Qt::red});
+        QVERIFY(becomesActive(*below)); // its frame changes with that
         m_before = screen().grabAtRest();
-        QCOMPARE(m_before.pixelColor(below.pixels().center()), QColor(Qt::red));
+        QCOMPARE(m_before.pixelColor(below->pixels().center()), QColor(Qt::red));
         QVERIFY(openArea());
-        below.paint(Qt::green);
+        below->paint(Qt::green);
         input().drag(kFrom, kTo);
         QVERIFY(
-            waitUntil([&] { return screen().pixel(below.pixels().center()) == QColor(Qt::red); }));
+            waitUntil([&] { return screen().pixel(below->pixels().center()) == QColor(Qt::red); }));
         QVERIFY(returnTakes(kDragged));
         QVERIFY(waitUntil(
-            [&] { return screen().pixel(below.pixels().center()) == QColor(Qt::green); }));
+            [&] { return screen().pixel(below->pixels().center()) == QColor(Qt::green); }));
     }
 
     void selectionGoesEverywherePixelForPixel_data()
@@ -121,25 +121,19 @@ private Q_SLOTS:
 
     void keysThatCopyEndTheSession_data()
     {
-        QTest::addColumn<int>("modifier");
-        QTest::addColumn<int>("key");
-        QTest::newRow("Return") << 0 << XK_Return;
-        QTest::newRow("Enter of the keypad") << 0 << XK_KP_Enter;
-        QTest::newRow("Ctrl+C") << XK_Control_L << XK_c;
+        QTest::addColumn<QList<Qt::Key>>("keys");
+        QTest::newRow("Return") << QList{Qt::Key_Return};
+        QTest::newRow("Enter of the keypad") << QList{Qt::Key_Enter};
+        QTest::newRow("Ctrl+C") << QList{Qt::Key_Control, Qt::Key_C};
     }
     void keysThatCopyEndTheSession()
     {
-        QFETCH(int, modifier);
-        QFETCH(int, key);
+        QFETCH(QList<Qt::Key>, keys);
         useSession(false);
         QVERIFY(openArea());
         input().drag(kFrom, kTo);
         QVERIFY(!clipboardIsTaken());
-        if (modifier != 0)
-            input().press(static_cast<xcb_keysym_t>(modifier));
-        input().tap(static_cast<xcb_keysym_t>(key));
-        if (modifier != 0)
-            input().release(static_cast<xcb_keysym_t>(modifier));
+        input().chord(keys);
         QVERIFY(sessionIsOver());
         QVERIFY(isPasted(m_before.copy(kDragged)));
         QVERIFY(isOnlyCapture(m_before.copy(kDragged)));
@@ -155,7 +149,7 @@ private Q_SLOTS:
         QVERIFY(captures().isEmpty());
         QVERIFY(history().isEmpty());
         QCOMPARE(overlays().size(), std::size_t(1));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyInHistory(m_before.copy(kDragged)));
         QVERIFY(isPasted(m_before.copy(kDragged)));
@@ -176,7 +170,7 @@ private Q_SLOTS:
         QVERIFY(openArea());
         if (drags)
             input().drag(kFrom, kTo);
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([&] { return samePixels(screen().grab(), m_before); }));
         // Quitting waits for everything on its way.
@@ -189,35 +183,32 @@ private Q_SLOTS:
     void clickTakesExactlyTheWindowWithItsFrame()
     {
         useSession();
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(420, 260, 300, 200),
-                                   .picture = checkerboard({64, 64}, 1, Qt::yellow, Qt::black)});
-        QVERIFY(becomesActive(window));
-        const auto extents = desktop().connection().property32(window.id(), "_NET_FRAME_EXTENTS");
-        QCOMPARE(extents.size(), std::size_t(4));
-        QVERIFY(extents[2] > 0); // a title bar
-        const auto side = [&](std::size_t i) { return static_cast<int>(extents[i]); };
-        const QRect frame = window.pixels().adjusted(-side(0), -side(2), side(1), side(3));
+        const auto window =
+            desktop().open({.pixels = QRect(420, 260, 300, 200),
+                            .picture = checkerboard({64, 64}, 1, Qt::yellow, Qt::black)});
+        QVERIFY(becomesActive(*window));
+        const QRect frame = window->framePixels();
+        const int title = window->pixels().top() - frame.top();
+        QVERIFY(title > 0);
         m_before = screen().grabAtRest();
         QVERIFY(openArea());
-        input().moveTo(window.pixels().center());
+        input().moveTo(window->pixels().center());
         // Hovering lights the whole frame up, title bar included.
-        const QRegion titleBar(frame.x() + 4, frame.y() + 4, frame.width() - 8, side(2) - 5);
+        const QRegion titleBar(frame.x() + 4, frame.y() + 4, frame.width() - 8, title - 5);
         QVERIFY(waitUntil([&] { return difference(screen().grab(), m_before, titleBar) == 0; }));
-        input().click(window.pixels().center());
+        input().click(window->pixels().center());
         QVERIFY(returnTakes(frame));
     }
 
     void clickTakesTheFrontmostWindowThere()
     {
         useSession();
-        const ClientWindow back(display(), {.pixels = QRect(300, 200, 400, 300)});
-        const ClientWindow front(display(),
-                                 {.pixels = QRect(400, 300, 400, 300), .colour = Qt::red});
+        const auto back = desktop().open({.pixels = QRect(300, 200, 400, 300)});
+        const auto front = desktop().open({.pixels = QRect(400, 300, 400, 300), .colour = Qt::red});
         m_before = screen().grabAtRest();
         QVERIFY(openArea());
         input().click({500, 400});
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(waitUntil([this] { return !history().isEmpty(); }));
         QVERIFY(waitUntil([&] { return pasted().width() >= 400; }));
         QCOMPARE(pasted().convertToFormat(QImage::Format_RGB32).pixelColor(200, 200),
@@ -229,7 +220,7 @@ private Q_SLOTS:
         useSession();
         QVERIFY(openArea());
         input().click({500, 400});
-        input().tap(XK_Return); // has nothing to copy
+        input().tap(Qt::Key_Return); // has nothing to copy
         input().drag(kFrom, kTo);
         QVERIFY(isPasted(m_before.copy(kDragged)));
         QVERIFY(history().isEmpty());
@@ -293,7 +284,7 @@ private Q_SLOTS:
             QVERIFY(openArea());
             const QRect rect(100 + 50 * round, 200, 200, 150);
             input().drag(rect.topLeft(), rect.topLeft() + QPoint(200, 150));
-            input().tap(XK_Return);
+            input().tap(Qt::Key_Return);
             QVERIFY(sessionIsOver());
             QVERIFY(isPasted(m_before.copy(rect)));
             QVERIFY(waitUntil([&] { return history().size() == round + 1; }));
@@ -314,10 +305,10 @@ private Q_SLOTS:
         usePatternedDesktop(
             {.windowManager = windowManager ? WindowManager::openbox : WindowManager::none,
              .compositor = compositor ? Compositor::picom : Compositor::none});
-        const ClientWindow window(
-            display(), {.pixels = QRect(0, 0, 1280, 800),
-                        .kind = windowManager ? WindowKind::normal : WindowKind::unmanaged,
-                        .picture = pattern({1280, 800})});
+        const auto window =
+            desktop().open({.pixels = QRect(0, 0, 1280, 800),
+                            .kind = windowManager ? WindowKind::normal : WindowKind::unmanaged,
+                            .picture = pattern({1280, 800})});
         startProgram();
         m_before = screen().grabAtRest();
         QVERIFY(openArea());

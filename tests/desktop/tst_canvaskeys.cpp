@@ -70,33 +70,33 @@ private Q_SLOTS:
     {
         QVERIFY(annotates());
         QRectF at = kSelected;
-        const auto pressed = [&](std::initializer_list<xcb_keysym_t> keys, const QRectF& now) {
+        const auto pressed = [&](std::initializer_list<Qt::Key> keys, const QRectF& now) {
             at = now;
             input().chord(keys);
             return isPastedWith({}, at);
         };
-        QVERIFY(pressed({XK_Right}, at.translated(1, 0)));
-        QVERIFY(pressed({XK_Up}, at.translated(0, -1)));
-        QVERIFY(pressed({XK_Shift_L, XK_Left}, at.translated(-10, 0)));
-        QVERIFY(pressed({XK_Shift_L, XK_Down}, at.translated(0, 10)));
-        QVERIFY(pressed({XK_Control_L, XK_Right}, at.adjusted(0, 0, 1, 0)));
-        QVERIFY(pressed({XK_Control_L, XK_Up}, at.adjusted(0, 0, 0, -1)));
-        QVERIFY(pressed({XK_Control_L, XK_Shift_L, XK_Left}, at.adjusted(0, 0, -10, 0)));
-        QVERIFY(pressed({XK_Control_L, XK_Shift_L, XK_Down}, at.adjusted(0, 0, 0, 10)));
+        QVERIFY(pressed({Qt::Key_Right}, at.translated(1, 0)));
+        QVERIFY(pressed({Qt::Key_Up}, at.translated(0, -1)));
+        QVERIFY(pressed({Qt::Key_Shift, Qt::Key_Left}, at.translated(-10, 0)));
+        QVERIFY(pressed({Qt::Key_Shift, Qt::Key_Down}, at.translated(0, 10)));
+        QVERIFY(pressed({Qt::Key_Control, Qt::Key_Right}, at.adjusted(0, 0, 1, 0)));
+        QVERIFY(pressed({Qt::Key_Control, Qt::Key_Up}, at.adjusted(0, 0, 0, -1)));
+        QVERIFY(pressed({Qt::Key_Control, Qt::Key_Shift, Qt::Key_Left}, at.adjusted(0, 0, -10, 0)));
+        QVERIFY(pressed({Qt::Key_Control, Qt::Key_Shift, Qt::Key_Down}, at.adjusted(0, 0, 0, 10)));
         QVERIFY(returnTakes({}, at));
     }
 
     void selectionStaysOnTheScreenAndIsNeverBelowThreePoints()
     {
         QVERIFY(annotates());
-        input().press(XK_Shift_L);
+        input().press(Qt::Key_Shift);
         for (int press = 0; press < 15; ++press)
-            input().tap(XK_Left);
-        input().press(XK_Control_L);
+            input().tap(Qt::Key_Left);
+        input().press(Qt::Key_Control);
         for (int press = 0; press < 30; ++press)
-            input().tap(XK_Left);
-        input().release(XK_Control_L);
-        input().release(XK_Shift_L);
+            input().tap(Qt::Key_Left);
+        input().release(Qt::Key_Control);
+        input().release(Qt::Key_Shift);
         const QRectF narrow(0, kSelected.y(), 3, kSelected.height());
         QVERIFY(isPastedWith({}, narrow));
         QVERIFY(returnTakes({}, narrow));
@@ -105,31 +105,31 @@ private Q_SLOTS:
     void selectedMarkMovesByArrowsAndOneStepTakesTheRunBack()
     {
         QVERIFY(selectsAMark());
-        tap({XK_Right, XK_Right, XK_Right});
-        input().chord({XK_Shift_L, XK_Down});
+        tap({Qt::Key_Right, Qt::Key_Right, Qt::Key_Right});
+        input().chord({Qt::Key_Shift, Qt::Key_Down});
         Annotation moved = rect();
         moved.translate({3, 10});
         QVERIFY(isPastedWith({moved}));
-        input().chord({XK_Control_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
         QVERIFY(isPastedWith({rect()}));
         QVERIFY(returnTakes({rect()}));
     }
 
     void selectedMarkIsDeleted_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::newRow("Delete") << XK_Delete;
-        QTest::newRow("Backspace") << XK_BackSpace;
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("Delete") << Qt::Key_Delete;
+        QTest::newRow("Backspace") << Qt::Key_Backspace;
     }
     void selectedMarkIsDeleted()
     {
-        QFETCH(int, key);
+        QFETCH(Qt::Key, key);
         QVERIFY(selectsAMark());
-        input().tap(static_cast<xcb_keysym_t>(key));
+        input().tap(key);
         QVERIFY(isPastedWith({}));
-        input().chord({XK_Control_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
         QVERIFY(isPastedWith({rect()}));
-        input().tap(static_cast<xcb_keysym_t>(key)); // nothing is selected any more
+        input().tap(key); // nothing is selected any more
         QVERIFY(returnTakes({rect()}));
     }
 
@@ -140,11 +140,11 @@ private Q_SLOTS:
         drag(kFrom, kTo);
         QVERIFY(isPastedWith({rect()}));
         setKeyboard(QStringLiteral("ru"));
-        input().chord({XK_Control_L, XK_Cyrillic_ya}); // where Z is
+        input().chord({Qt::Key_Control, Qt::Key(u'Я')}); // where Z is
         QVERIFY(isPastedWith({}));
-        input().chord({XK_Control_L, XK_Shift_L, XK_Cyrillic_ya});
+        input().chord({Qt::Key_Control, Qt::Key_Shift, Qt::Key(u'Я')});
         QVERIFY(isPastedWith({rect()}));
-        input().chord({XK_Control_L, XK_Cyrillic_es}); // where C is
+        input().chord({Qt::Key_Control, Qt::Key(u'С')}); // where C is
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyCapture(picture({rect()})));
     }
@@ -152,32 +152,32 @@ private Q_SLOTS:
     void tabWalksIntoTheBarsAndSpacePresses()
     {
         QVERIFY(annotates());
-        tap({XK_Tab, XK_Tab, XK_Tab, XK_space}); // pointer, pen, line
+        tap({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}); // pointer, pen, line
         QVERIFY(isChosen(Tool::line));
-        input().chord({XK_Shift_L, XK_Tab});
-        input().tap(XK_space);
+        input().chord({Qt::Key_Shift, Qt::Key_Tab});
+        input().tap(Qt::Key_Space);
         QVERIFY(isChosen(Tool::pen));
-        input().tap(XK_Escape);
-        input().tap(XK_space); // the canvas has no use for it
-        input().tap(XK_Right);
+        input().tap(Qt::Key_Escape);
+        input().tap(Qt::Key_Space); // the canvas has no use for it
+        input().tap(Qt::Key_Right);
         QVERIFY(isPastedWith({}, kSelected.translated(1, 0)));
         QCOMPARE(overlays().size(), std::size_t(1));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
     }
 
     void returnCopiesWhileAButtonHasTheFocus()
     {
         QVERIFY(annotates());
-        tap({XK_Tab, XK_Tab});
+        tap({Qt::Key_Tab, Qt::Key_Tab});
         QVERIFY(returnTakes({}));
     }
 
     void closeButtonIsReachedByKeysAlone()
     {
         QVERIFY(annotates());
-        input().chord({XK_Shift_L, XK_Tab}); // the last one
-        input().tap(XK_space);
+        input().chord({Qt::Key_Shift, Qt::Key_Tab}); // the last one
+        input().tap(Qt::Key_Space);
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyInHistory(picture({})));
         QVERIFY(captures().isEmpty());
@@ -277,13 +277,13 @@ private Q_SLOTS:
     void focusLostMidStrokeKeepsTheStroke()
     {
         useProgram();
-        ClientWindow other(display(), {.pixels = QRect(900, 500, 100, 100)});
+        const auto other = desktop().open({.pixels = QRect(900, 500, 100, 100)});
         QVERIFY(selects());
         QVERIFY(choose(Tool::line));
         moveTo(kFrom);
         input().press(Button::left);
         QVERIFY(strokeReaches({200, 180}));
-        other.takeFocus();
+        other->takeFocus();
         QVERIFY(isOneLine());
         press(Toolbar::Action::copy);
         QVERIFY(sessionIsOver());
@@ -300,7 +300,7 @@ private Q_SLOTS:
         moveTo(kFrom);
         input().press(Button::left);
         QVERIFY(strokeReaches({200, 180}));
-        input().chord({XK_Control_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
         QVERIFY(isOneLine());
         QVERIFY(returnTakes({mark(Tool::line, kFrom, kTo)}));
     }

@@ -1,5 +1,5 @@
 #include "desktop/AnnotatingTest.h"
-#include "desktop/support/x11/ClipboardHistory.h"
+#include "desktop/support/ClipboardManager.h"
 
 #include <functional>
 
@@ -25,7 +25,7 @@ private:
         return isPastedWith(hidden());
     }
     /// Waits until the manager has kept this picture, and tells whether it is the only one.
-    [[nodiscard]] static bool keepsOnly(const ClipboardHistory& manager, const QImage& picture)
+    [[nodiscard]] static bool keepsOnly(const ClipboardManager& manager, const QImage& picture)
     {
         return waitUntil([&] { return !manager.kept().isEmpty(); }) && manager.kept().size() == 1 &&
                samePixels(QImage::fromData(manager.kept().front(), "PNG"), picture);
@@ -36,9 +36,11 @@ private Q_SLOTS:
     {
         QTest::addColumn<std::function<void(TestClipboardHistory&)>>("end");
         using End = std::function<void(TestClipboardHistory&)>;
-        QTest::newRow("Return") << End([](auto& test) { test.input().tap(XK_Return); });
-        QTest::newRow("Escape") << End([](auto& test) { test.input().tap(XK_Escape); });
-        QTest::newRow("save") << End([](auto& test) { test.input().chord({XK_Control_L, XK_s}); });
+        QTest::newRow("Return") << End([](auto& test) { test.input().tap(Qt::Key_Return); });
+        QTest::newRow("Escape") << End([](auto& test) { test.input().tap(Qt::Key_Escape); });
+        QTest::newRow("save") << End([](auto& test) {
+            test.input().chord({Qt::Key_Control, Qt::Key_S});
+        });
         QTest::newRow("pin") << End([](auto& test) { test.press(Toolbar::Action::pin); });
         QTest::newRow("quit") << End([](auto& test) { QCOMPARE(test.program().quit(), 0); });
     }
@@ -46,22 +48,22 @@ private Q_SLOTS:
     {
         QFETCH(std::function<void(TestClipboardHistory&)>, end);
         useProgram();
-        const ClipboardHistory manager(display());
+        const auto manager = desktop().startClipboardManager(KeepsBy::looking);
         QVERIFY(hides());
-        QVERIFY(waitUntil([&] { return manager.secrets() >= 2; }));
-        QVERIFY(manager.kept().isEmpty());
+        QVERIFY(waitUntil([&] { return manager->secrets() >= 2; }));
+        QVERIFY(manager->kept().isEmpty());
         end(*this);
-        QVERIFY(keepsOnly(manager, picture(hidden())));
+        QVERIFY(keepsOnly(*manager, picture(hidden())));
     }
 
     void managerKeepsWhatIsSelectedWhenTheSessionEndsAtOnce()
     {
         useProgram();
-        const ClipboardHistory manager(display());
+        const auto manager = desktop().startClipboardManager(KeepsBy::looking);
         QVERIFY(selects());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(keepsOnly(manager, picture({})));
+        QVERIFY(keepsOnly(*manager, picture({})));
     }
 };
 

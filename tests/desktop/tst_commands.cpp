@@ -1,5 +1,5 @@
 #include "desktop/support/CaptureTest.h"
-#include "desktop/support/x11/ClipboardManager.h"
+#include "desktop/support/ClipboardManager.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -34,7 +34,7 @@ private Q_SLOTS:
                      QStringLiteral("No se hizo nada: ya hay una captura en curso.\n"));
             QCOMPARE(refused.output, QString());
         }
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
 
         const QImage before = screen().grabAtRest();
@@ -62,13 +62,15 @@ private Q_SLOTS:
         // An application object would end the process.
         const QString backEnd = QStringLiteral("QT_QPA_PLATFORM");
         program().environment().insert(backEnd, QStringLiteral("absent"));
-        program().environment().insert(QStringLiteral("DISPLAY"), display() + QStringLiteral(".0"));
+        program().environment().insert(QStringLiteral("DISPLAY"),
+                                       desktop().name() + QStringLiteral(".0"));
         QCOMPARE(program().command({m_area}).exitCode, 0);
         QVERIFY(sessionIsReady());
         program().environment().remove(backEnd);
         program().environment().insert(QStringLiteral("DISPLAY"), QStringLiteral(":65000"));
         QCOMPARE(program().command({m_area}).exitCode, 2);
-        QCOMPARE(program().command({QStringLiteral("-display"), display(), m_area}).exitCode, 4);
+        QCOMPARE(program().command({QStringLiteral("-display"), desktop().name(), m_area}).exitCode,
+                 4);
     }
 
     void actionThatIsNotThereIsRefused()
@@ -148,12 +150,12 @@ private Q_SLOTS:
         program().start({m_area});
         QVERIFY(sessionIsReady());
         QVERIFY(dialogs().empty());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
         QVERIFY(program().settings().value(QLatin1String("didShowWelcome")).toBool());
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(waitUntil([this] { return dialogs().empty(); }));
         // The last window is closed; the program is not.
         QVERIFY(openArea());
@@ -172,7 +174,7 @@ private Q_SLOTS:
         QVERIFY(dialogs().empty());
         input().drag({400, 200}, {900, 600});
         QVERIFY(isPasted(empty.copy(400, 200, 500, 400)));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         pressHotKey(kFullScreenKey);
@@ -186,7 +188,7 @@ private Q_SLOTS:
         program().environment().insert(QStringLiteral("DISPLAY"), QString());
         QCOMPARE(program().command({}).exitCode, 2);
         QVERIFY(!QFileInfo::exists(program().folders().history()));
-        program().environment().insert(QStringLiteral("DISPLAY"), display());
+        program().environment().insert(QStringLiteral("DISPLAY"), desktop().name());
         startProgram();
         QVERIFY(openArea());
     }
@@ -236,18 +238,16 @@ private Q_SLOTS:
     {
         QFETCH(int, signal);
         usePatternedDesktop();
-        ClipboardManager manager(display());
+        const auto manager = desktop().startClipboardManager(KeepsBy::handing);
         startProgram();
         const QImage before = screen().grabAtRest();
         pressHotKey(kFullScreenKey);
         QVERIFY(isPasted(before));
         QCOMPARE(::kill(static_cast<pid_t>(program().pid()), signal), 0);
-        QVERIFY(waitUntil([&] {
-            manager.serve();
-            return !program().isRunning();
-        }));
+        QVERIFY(waitUntil([this] { return !program().isRunning(); }));
         QCOMPARE(program().exitCode(), 0);
-        QVERIFY(samePixels(QImage::fromData(manager.kept(), "PNG"), before));
+        QVERIFY(samePixels(QImage::fromData(manager->handedOver().value_or(QByteArray()), "PNG"),
+                           before));
         QVERIFY(clipboardIsTaken()); // by the manager now
     }
 

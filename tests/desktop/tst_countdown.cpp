@@ -68,7 +68,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
         choose(areaIn3);
         QVERIFY(sessionIsReady());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QCOMPARE(program().quit(), 0);
         QVERIFY(history().isEmpty());
@@ -94,16 +94,12 @@ private Q_SLOTS:
         choose(fullScreenIn3);
         QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
         // What a menu does: a window of its own, keyboard and pointer taken.
-        const ClientWindow menu(display(), {.pixels = QRect(100, 100, 150, 200),
-                                            .kind = WindowKind::unmanaged,
-                                            .colour = Qt::red});
-        const Connection owner(display());
-        xcb_grab_keyboard(owner.raw(), 1, owner.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                          XCB_GRAB_MODE_ASYNC);
-        xcb_grab_pointer(owner.raw(), 1, owner.root(), XCB_EVENT_MASK_BUTTON_PRESS,
-                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_WINDOW_NONE, XCB_CURSOR_NONE,
-                         XCB_CURRENT_TIME);
-        owner.sync();
+        const auto menu = desktop().open({.pixels = QRect(100, 100, 150, 200),
+                                          .kind = WindowKind::unmanaged,
+                                          .colour = Qt::red});
+        const auto owner = desktop().rival();
+        QVERIFY(owner->takeKeyboard());
+        QVERIFY(owner->takePointer());
         QVERIFY(waitUntil([this] { return pasted().size() == screen().pixels().size(); }));
         QCOMPARE(pasted().convertToFormat(QImage::Format_RGB32).pixelColor(150, 200),
                  QColor(Qt::red));

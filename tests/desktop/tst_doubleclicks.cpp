@@ -27,7 +27,7 @@ private:
 
     [[nodiscard]] std::vector<SeenWindow> pins()
     {
-        return windows().shown(program().pid(), "_NET_WM_WINDOW_TYPE_UTILITY");
+        return windows().shown(program().pid(), Role::pin);
     }
 
     /// Gives the window the focus, as the desktop can.
@@ -53,9 +53,8 @@ private:
         case Toolbar::Action::copy:
             return waitUntil([this] { return toastIsShown(); });
         case Toolbar::Action::text:
-            return waitUntil([this] {
-                return ClipboardReader(display()).read("UTF8_STRING") == QByteArray("Una nota");
-            });
+            return waitUntil(
+                [this] { return desktop().clipboard().text() == QLatin1String("Una nota"); });
         case Toolbar::Action::save:
             return waitUntil([this] { return dialogs().size() == 1; });
         case Toolbar::Action::pin:
@@ -80,13 +79,13 @@ private Q_SLOTS:
     {
         QFETCH(WindowManager, windowManager);
         useProgram({}, 1, {.windowManager = windowManager});
-        ClientWindow below(display(), {.pixels = kWindow, .picture = page()});
-        QVERIFY(worksIn(below, windowManager));
+        const auto below = desktop().open({.pixels = kWindow, .picture = page()});
+        QVERIFY(worksIn(*below, windowManager));
         using Action = Toolbar::Action;
         for (const Action action :
              {Action::close, Action::copy, Action::text, Action::save, Action::pin}) {
             QVERIFY(selects());
-            below.forget();
+            below->forget();
             doubleClick(action);
             if (action == Action::copy) { // some click three times
                 QTest::qWait(kBetween);
@@ -99,22 +98,22 @@ private Q_SLOTS:
                 input().click(kWindow.topLeft() + QPoint(20, 380));
             QVERIFY(isCarriedOut(action));
             if (goesOn)
-                QVERIFY(waitUntil([&] { return !below.clicks().empty(); }));
-            QCOMPARE(below.clicks().size(), goesOn ? 1U : 0U);
+                QVERIFY(waitUntil([&] { return !below->clicks().empty(); }));
+            QCOMPARE(below->clicks().size(), goesOn ? 1U : 0U);
             if (action == Action::save) {
                 QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
-                input().tap(XK_Escape);
+                input().tap(Qt::Key_Escape);
                 QVERIFY(waitUntil([this] { return dialogs().empty(); }));
             }
-            QVERIFY(waitUntil([&] { return below.hasFocus(); }));
-            QCOMPARE(below.clicks().size(), goesOn ? 1U : 0U);
+            QVERIFY(waitUntil([&] { return below->hasFocus(); }));
+            QCOMPARE(below->clicks().size(), goesOn ? 1U : 0U);
         }
         // Nor the pin; and after that the place is like any other.
         QTest::qWait(kNoDoubleClick);
         QCOMPARE(pins().size(), std::size_t(1));
-        QVERIFY(below.clicks().empty());
+        QVERIFY(below->clicks().empty());
         press(Action::pin);
-        QVERIFY(waitUntil([&] { return below.clicks().size() == 1; }));
+        QVERIFY(waitUntil([&] { return below->clicks().size() == 1; }));
         input().click(kSelected.center().toPoint());
         QTest::qWait(kBetween);
         input().click(kSelected.center().toPoint());
@@ -126,8 +125,8 @@ private Q_SLOTS:
     {
         QFETCH(WindowManager, windowManager);
         useProgram({}, 1, {.windowManager = windowManager});
-        ClientWindow below(display(), {.pixels = kWindow});
-        QVERIFY(worksIn(below, windowManager));
+        const auto below = desktop().open({.pixels = kWindow});
+        QVERIFY(worksIn(*below, windowManager));
         // So large that the bar lies inside, where the pin will be.
         const QRectF all(QPointF(2, 2), canvas() - QSizeF(4, 4));
         QVERIFY(openArea());
@@ -138,7 +137,7 @@ private Q_SLOTS:
         QVERIFY(isCarriedOut(Toolbar::Action::pin));
         QTest::qWait(kNoDoubleClick);
         QCOMPARE(pins().size(), std::size_t(1));
-        QVERIFY(below.hasFocus()); // a press on the pin would have taken it
+        QVERIFY(below->hasFocus()); // a press on the pin would have taken it
     }
 };
 

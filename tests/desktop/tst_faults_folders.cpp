@@ -203,9 +203,8 @@ private Q_SLOTS:
 private:
     void useNoisyDesktop()
     {
-        useDesktop({.server = {.pixels = {640, 480}}, .windowManager = WindowManager::none});
-        m_window = std::make_unique<ClientWindow>(
-            display(), ClientWindowOptions{.pixels = kWindow, .picture = noise(kWindow.size())});
+        useDesktop({.screen = {.pixels = {640, 480}}, .windowManager = WindowManager::none});
+        m_window = desktop().open({.pixels = kWindow, .picture = noise(kWindow.size())});
         QVERIFY(waitUntil([this] { return screen().grab(kWindow) == noise(kWindow.size()); }));
     }
 
@@ -254,7 +253,7 @@ private:
             qFatal("no session opens");
         const QRect area = capture == Capture::smallArea ? kSmallArea : kArea;
         select(area);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         return desktop.copy(area);
     }
 

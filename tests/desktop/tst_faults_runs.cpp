@@ -1,6 +1,6 @@
+#include "desktop/support/ClipboardManager.h"
 #include "desktop/support/FaultTest.h"
 #include "desktop/support/Launchers.h"
-#include "desktop/support/x11/ClipboardKeeper.h"
 
 #include <QDir>
 #include <QFile>
@@ -71,12 +71,12 @@ private Q_SLOTS:
     {
         QFETCH(WindowManager, windowManager);
         QFETCH(bool, inADrag);
-        useDesktop({.server = {.pixels = {640, 480}}, .windowManager = windowManager});
-        ClientWindow window(display(), {.pixels = QRect(100, 100, 300, 200)});
-        window.takeFocus();
+        useDesktop({.screen = {.pixels = {640, 480}}, .windowManager = windowManager});
+        const auto window = desktop().open({.pixels = QRect(100, 100, 300, 200)});
+        window->takeFocus();
         program().start();
         QVERIFY(awaitHotKeys());
-        const QPoint inWindow = window.pixels().center();
+        const QPoint inWindow = window->pixels().center();
         input().moveTo(inWindow);
         pressAreaKey();
         QVERIFY(awaitSession());
@@ -89,30 +89,28 @@ private Q_SLOTS:
         program().kill();
         if (inADrag)
             input().release(Button::left);
-        const Connection& connection = desktop().connection();
-        QVERIFY(waitUntil([&] {
-            const auto windows = visibleWindows(connection);
-            return std::ranges::count(windows, pid, &VisibleWindow::pid) == 0;
-        }));
+        const auto rival = desktop().rival();
+        QVERIFY(waitUntil(
+            [&] { return std::ranges::count(windows().all(), pid, &SeenWindow::pid) == 0; }));
         for (const auto& [key, modifiers] :
-             {std::pair(XK_Escape, 0), std::pair(XK_9, kHotKey), std::pair(XK_8, kHotKey)}) {
-            QVERIFY(!connection.isKeyGrabbedByOther(xcb_keysym_t(key),
-                                                    static_cast<std::uint16_t>(modifiers)));
+             {std::pair(Qt::Key_Escape, Qt::KeyboardModifiers()), std::pair(Qt::Key_9, kHotKey),
+              std::pair(Qt::Key_8, kHotKey)}) {
+            QVERIFY(!rival->isHotKeyTaken(key, modifiers));
         }
-        window.forget();
+        window->forget();
         input().click(inWindow);
-        QVERIFY(waitUntil([&] { return window.clicks().size() == 1; }));
+        QVERIFY(waitUntil([&] { return window->clicks().size() == 1; }));
         // The window manager gives the focus a moment after the click.
         QVERIFY(
-            waitUntil([&] { return windowManager == WindowManager::none || window.hasFocus(); }));
-        input().tap(XK_a);
-        QVERIFY(waitUntil([&] { return window.keys().size() == 1; }));
+            waitUntil([&] { return windowManager == WindowManager::none || window->hasFocus(); }));
+        input().tap(Qt::Key_A);
+        QVERIFY(waitUntil([&] { return window->keys().size() == 1; }));
 
         program().start();
         QVERIFY(awaitHotKeys());
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
         QVERIFY(awaitSession());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(awaitSessionEnd());
     }
 
@@ -126,20 +124,20 @@ private Q_SLOTS:
     {
         QFETCH(bool, area);
         const QSize size(1600, 1200);
-        useDesktop({.server = {.pixels = size}, .windowManager = WindowManager::none});
+        useDesktop({.screen = {.pixels = size}, .windowManager = WindowManager::none});
         const QImage picture = noise(size);
-        const ClientWindow window(display(), {.pixels = QRect({}, size), .picture = picture});
+        const auto window = desktop().open({.pixels = QRect({}, size), .picture = picture});
         QVERIFY(waitUntil([&] { return screen().grab() == picture; }));
         // Nothing of the picture is made before Return.
         program().writeSettings({{QStringLiteral("autoCopy"), false}});
         program().start();
         QVERIFY(awaitHotKeys());
-        ClipboardKeeper keeper(display());
+        const auto manager = desktop().startClipboardManager(KeepsBy::handing);
         if (area) {
             pressAreaKey();
             QVERIFY(awaitSession());
             select(QRect({}, size));
-            input().tap(XK_Return);
+            input().tap(Qt::Key_Return);
             QVERIFY(waitUntil([this] { return overlays().empty(); }));
         } else {
             QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
@@ -151,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(program().exitCode(), 0);
         QCOMPARE(program().command({QStringLiteral("recents")}).exitCode, 3);
         QVERIFY(next->isRunning());
-        const auto kept = keeper.kept();
+        const auto kept = manager->handedOver();
         QVERIFY(kept.has_value());
         const QImage expected =
             area ? picture.copy(0, 0, size.width() - 1, size.height() - 1) : picture;
@@ -169,7 +167,7 @@ private Q_SLOTS:
         const auto window = showSample(QRect(100, 100, 300, 200));
         program().start();
         QVERIFY(awaitHotKeys());
-        ClipboardKeeper keeper(display());
+        const auto manager = desktop().startClipboardManager(KeepsBy::handing);
         const QRect area(120, 120, 200, 100);
         const QImage before = screen().grab(area);
         pressAreaKey();
@@ -177,7 +175,7 @@ private Q_SLOTS:
         select(area);
         QVERIFY(waitUntil([&] { return samePixels(pastedPicture(), before); }));
         QCOMPARE(program().quit(), 0);
-        const auto kept = keeper.kept();
+        const auto kept = manager->handedOver();
         QVERIFY(kept.has_value());
         QVERIFY(samePixels(QImage::fromData(*kept, "PNG"), before));
         QVERIFY(samePixels(onlyPictureIn(program().folders().history()), before));
@@ -205,7 +203,7 @@ private Q_SLOTS:
         QVERIFY(awaitHotKeys());
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
         QVERIFY(awaitSession());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(awaitSessionEnd());
         QVERIFY(program().isRunning());
         // Qt may complain; we have nothing to.
@@ -228,11 +226,11 @@ private Q_SLOTS:
     }
 
 private:
-    static constexpr int kHotKey = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
+    static constexpr Qt::KeyboardModifiers kHotKey = Qt::MetaModifier | Qt::ShiftModifier;
 
     void useSmallDesktop()
     {
-        useDesktop({.server = {.pixels = {640, 480}}, .windowManager = WindowManager::none});
+        useDesktop({.screen = {.pixels = {640, 480}}, .windowManager = WindowManager::none});
     }
 
     void spoil(Runtime runtime)

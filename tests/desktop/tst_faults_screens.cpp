@@ -43,12 +43,12 @@ private Q_SLOTS:
         QVERIFY(awaitSession(2));
         if (!pointerOnIt)
             select(area);
-        desktop().server().removeMonitor(QStringLiteral("RIGHT"));
+        desktop().removeMonitor(QStringLiteral("RIGHT"));
         QVERIFY(awaitSession(1));
         QCOMPARE(overlays().front().pixels, kLeft);
         if (pointerOnIt)
             select(area);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QVERIFY(samePixels(pastedPicture(), before));
         verifyCaptureOn({kLeft});
@@ -95,7 +95,7 @@ private Q_SLOTS:
         const QRect becomes = kRight.adjusted(0, 0, -160, -120);
         change(becomes);
         QVERIFY(awaitSession(1));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QVERIFY(samePixels(pastedPicture(), before));
         verifyCaptureOn({kLeft, becomes});
@@ -103,12 +103,12 @@ private Q_SLOTS:
 
     void onlyScreenThatChangesItsModeEndsTheSession()
     {
-        useDesktop({.server = {.pixels = {1600, 640}}});
+        useDesktop({.screen = {.pixels = {1600, 640}}});
         program().start();
         QVERIFY(awaitHotKeys());
         pressAreaKey();
         QVERIFY(awaitSession());
-        desktop().server().setMode({800, 600});
+        desktop().setMode({800, 600});
         QVERIFY(awaitSessionEnd());
         QVERIFY(waitUntil([this] { return screen().pixels().size() == QSize(800, 600); }));
         pressAreaKey();
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QCOMPARE(overlays().front().pixels, kLeft);
         const QRect area(600, 400, 150, 120);
         select(area);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QCOMPARE(pastedPicture().size(), area.size());
     }
@@ -128,14 +128,14 @@ private Q_SLOTS:
         const QImage before = screen().grab(area);
         pressAreaKey();
         QVERIFY(awaitSession(1));
-        desktop().server().setMonitor(right());
+        desktop().setMonitor(right());
         // What lies on the new screen takes clicks as ever.
         m_onRight->forget();
         input().click(m_onRight->pixels().center());
         QVERIFY(waitUntil([&] { return !m_onRight->clicks().empty(); }));
         QCOMPARE(overlays().size(), std::size_t(1));
         select(area);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QVERIFY(samePixels(pastedPicture(), before));
         verifyCaptureOn({kLeft, kRight});
@@ -151,11 +151,10 @@ private Q_SLOTS:
     void everyScreenIsSharpAtItsOwnScale()
     {
         QFETCH(QString, scales);
-        useDesktop({.server = {.pixels = {1600, 600}, .monitors = {left(), right()}},
+        useDesktop({.screen = {.pixels = {1600, 600}, .monitors = {left(), right()}},
                     .windowManager = WindowManager::none});
         const QImage board = checkerboard({1600, 600}, 1, Qt::black, Qt::white);
-        const ClientWindow window(
-            display(),
+        const auto window = desktop().open(
             {.pixels = QRect(0, 0, 1600, 600), .kind = WindowKind::unmanaged, .picture = board});
         QVERIFY(waitUntil([&] { return samePixels(screen().grab(), board); }));
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scales);
@@ -171,7 +170,7 @@ private Q_SLOTS:
             select(area);
             const QRect inner = area.adjusted(30, 30, -30, -30);
             QVERIFY(waitUntil([&] { return samePixels(screen().grab(inner), board.copy(inner)); }));
-            input().tap(XK_Return);
+            input().tap(Qt::Key_Return);
             QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
             QVERIFY(samePixels(pastedPicture(), board.copy(area)));
             QVERIFY(awaitNothingShown());
@@ -193,14 +192,11 @@ private Q_SLOTS:
         QVERIFY(awaitSession(2));
         select(area);
         QVERIFY(waitUntil([&] { return samePixels(pastedPicture(), before); }));
-        const Connection& connection = desktop().connection();
-        for (const VisibleWindow& overlay : overlays()) {
+        for (const SeenWindow& overlay : overlays()) {
             if (overlay.pixels == kRight)
-                xcb_set_input_focus(connection.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, overlay.id,
-                                    XCB_CURRENT_TIME);
+                desktop().pager().focus(overlay.id);
         }
-        connection.sync();
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QVERIFY(samePixels(pastedPicture(), before));
     }
@@ -214,7 +210,7 @@ private Q_SLOTS:
     void sixteenBitsAreEnough()
     {
         QFETCH(Compositor, compositor);
-        useDesktop({.server = {.pixels = {640, 480}, .depth = 16}, .compositor = compositor});
+        useDesktop({.screen = {.pixels = {640, 480}, .depth = 16}, .compositor = compositor});
         const auto window = showSample(QRect(50, 50, 400, 300));
         program().start();
         QVERIFY(awaitHotKeys());
@@ -232,7 +228,7 @@ private Q_SLOTS:
             const int full = qGray(before.pixel(outside));
             return shown > 0 && shown < full;
         }));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QVERIFY(samePixels(pastedPicture(), before.copy(area)));
         QVERIFY(awaitNothingShown());
@@ -245,7 +241,7 @@ private Q_SLOTS:
 private:
     void useScreens(const std::vector<Monitor>& monitors)
     {
-        useDesktop({.server = {.pixels = {1600, 640}, .monitors = monitors},
+        useDesktop({.screen = {.pixels = {1600, 640}, .monitors = monitors},
                     .windowManager = WindowManager::none});
         m_onLeft = showSample(QRect(50, 50, 400, 300), WindowKind::unmanaged);
         m_onRight = showSample(QRect(850, 50, 400, 300), WindowKind::unmanaged);
@@ -259,9 +255,9 @@ private:
     void change(const QRect& becomes)
     {
         if (becomes.isNull())
-            desktop().server().removeMonitor(QStringLiteral("RIGHT"));
+            desktop().removeMonitor(QStringLiteral("RIGHT"));
         else
-            desktop().server().setMonitor(right(becomes));
+            desktop().setMonitor(right(becomes));
     }
 
     /// The next capture knows exactly these screens.
@@ -273,10 +269,10 @@ private:
         const QImage before = screen().grab(area);
         pressAreaKey();
         QVERIFY(awaitSession(screens.size()));
-        for (const VisibleWindow& overlay : overlays())
+        for (const SeenWindow& overlay : overlays())
             QVERIFY(std::ranges::count(screens, overlay.pixels) == 1);
         select(area);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QVERIFY(samePixels(pastedPicture(), before));
     }

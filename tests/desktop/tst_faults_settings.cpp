@@ -70,17 +70,16 @@ private Q_SLOTS:
         // "{}" and noise: data is there, but no shortcut in it.
         useSettings(R"({"hotkey.area": {"base64": "e30="}, "didShowWelcome": true})");
         program().start();
-        const Connection& connection = desktop().connection();
-        QVERIFY(waitUntil([&] {
-            return connection.isKeyGrabbedByOther(XK_8, XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT);
-        }));
-        QVERIFY(!connection.isKeyGrabbedByOther(XK_9, XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT));
+        const auto rival = desktop().rival();
+        QVERIFY(waitUntil(
+            [&] { return rival->isHotKeyTaken(Qt::Key_8, Qt::MetaModifier | Qt::ShiftModifier); }));
+        QVERIFY(!rival->isHotKeyTaken(Qt::Key_9, Qt::MetaModifier | Qt::ShiftModifier));
         pressFullScreenKey();
         QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
     }
 
 private:
-    void useSmallDesktop() { useDesktop({.server = {.pixels = {640, 480}}}); }
+    void useSmallDesktop() { useDesktop({.screen = {.pixels = {640, 480}}}); }
 
     void useSettings(const QByteArray& content)
     {
@@ -111,7 +110,7 @@ private:
         select(QRect(QPoint(10, 10), size));
         if (!waitUntil([&] { return pastedPicture().size() == size; }))
             return false;
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         return awaitToast(QStringLiteral("Copiado y guardado")) &&
                onlyPictureIn(program().folders().captures()).size() == size &&
                onlyPictureIn(program().folders().history()).size() == size;

@@ -14,10 +14,8 @@ namespace {
 /// A client that fills a window with one colour after the other and never rests.
 class RestlessPainter final {
 public:
-    RestlessPainter(const QString& display, const ClientWindow& window)
-        : m_thread([this, display, id = window.id(), size = window.pixels().size()] {
-            paint(display, id, size);
-        })
+    explicit RestlessPainter(ClientWindow& window)
+        : m_thread([this, &window] { paint(window); })
     {
     }
     ~RestlessPainter()
@@ -27,18 +25,10 @@ public:
     }
 
 private:
-    void paint(const QString& display, xcb_window_t window, QSize size) const
+    void paint(ClientWindow& window) const
     {
-        const Connection connection(display);
-        const xcb_gcontext_t context = xcb_generate_id(connection.raw());
-        xcb_create_gc(connection.raw(), context, window, 0, nullptr);
-        const xcb_rectangle_t all{0, 0, static_cast<std::uint16_t>(size.width()),
-                                  static_cast<std::uint16_t>(size.height())};
-        for (std::uint32_t colour = 0x400000; !m_stop; colour = (colour + 0x10507) & 0xffffff) {
-            xcb_change_gc(connection.raw(), context, XCB_GC_FOREGROUND, &colour);
-            xcb_poly_fill_rectangle(connection.raw(), window, context, 1, &all);
-            connection.sync();
-        }
+        for (QRgb colour = 0x400000; !m_stop; colour = (colour + 0x10507) & 0xffffff)
+            window.paint(QColor::fromRgb(colour));
     }
 
     std::atomic<bool> m_stop = false;
@@ -128,11 +118,8 @@ private Q_SLOTS:
     void shortcutHeldByAnotherClientLeavesTheOthersWorking()
     {
         useDesktop({.windowManager = WindowManager::none});
-        const Connection other(display());
-        for (const xcb_keycode_t code : other.keycodes(XK_9))
-            xcb_grab_key(other.raw(), 1, other.root(), XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT, code,
-                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        other.sync();
+        const auto other = desktop().rival();
+        QVERIFY(other->takeHotKey(Qt::Key_9, Qt::MetaModifier | Qt::ShiftModifier));
         const auto window = showSample(QRect(200, 150, 500, 400));
         window->takeFocus();
         program().start();
@@ -159,11 +146,9 @@ private Q_SLOTS:
         if (QTest::currentTestFailed())
             return;
         const QImage before = pastedPicture();
-        const Connection other(display());
-        xcb_kill_client(other.raw(), other.selectionOwner("CLIPBOARD"));
-        other.sync();
+        desktop().clipboard().cutOwnersConnection();
         // The server may give the new window the number of the old one.
-        QVERIFY(waitUntil([&] { return other.selectionOwner("CLIPBOARD") != XCB_WINDOW_NONE; }));
+        QVERIFY(waitUntil([this] { return desktop().clipboard().isTaken(); }));
         QVERIFY(samePixels(pastedPicture(), before));
         pressAreaKey();
         verifyAreaCapture(*window, QRect(7, 9, 123, 45));
@@ -180,8 +165,8 @@ private Q_SLOTS:
         QFETCH(Compositor, compositor);
         useDesktop({.compositor = compositor});
         const QRect place(300, 200, 256, 192);
-        const ClientWindow window(display(), {.pixels = place, .kind = WindowKind::unmanaged});
-        const RestlessPainter painter(display(), window);
+        const auto window = desktop().open({.pixels = place, .kind = WindowKind::unmanaged});
+        const RestlessPainter painter(*window);
         QVERIFY(waitUntil([&] { return screen().pixel(place.center()) != QColor(Qt::blue); }));
         program().start();
         QVERIFY(awaitHotKeys());
@@ -189,7 +174,7 @@ private Q_SLOTS:
         pressAreaKey();
         QVERIFY(awaitSession());
         select(place);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         const QImage pasted = pastedPicture();
         QCOMPARE(pasted.size(), place.size());
@@ -207,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil(shownAsPasted));
         for (int look = 0; look < 5; ++look)
             QVERIFY(shownAsPasted());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(awaitSessionEnd());
     }
 
@@ -226,7 +211,7 @@ private:
         const QRect pixels = part.translated(window.pixels().topLeft());
         QVERIFY(awaitSession());
         select(pixels);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QVERIFY(awaitSessionEnd());
         QVERIFY(samePixels(pastedPicture(), screen().grab(pixels)));

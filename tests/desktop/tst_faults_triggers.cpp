@@ -43,7 +43,7 @@ private Q_SLOTS:
                 QCOMPARE(copy->exitCode(), kBusy);
         }
         QCOMPARE(opened, byCommand ? 1 : 0);
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(awaitSessionEnd());
         // Whatever was still on its way would open before this capture, and refuse it.
         pressFullScreenKey();
@@ -66,10 +66,9 @@ private Q_SLOTS:
         std::vector<std::unique_ptr<ClientWindow>> windows;
         std::size_t mostToasts = 0;
         for (int i = 0; i < kTriggers; ++i) {
-            windows.push_back(std::make_unique<ClientWindow>(
-                display(), ClientWindowOptions{.pixels = QRect(100, 100, 200, 200),
-                                               .kind = WindowKind::unmanaged,
-                                               .colour = colour(i)}));
+            windows.push_back(desktop().open({.pixels = QRect(100, 100, 200, 200),
+                                              .kind = WindowKind::unmanaged,
+                                              .colour = colour(i)}));
             pressFullScreenKey();
             // The pace is what is tested.
             QTest::qWait(pauseMilliseconds);
@@ -116,7 +115,7 @@ private Q_SLOTS:
         pressAreaKey();
         QVERIFY(awaitSession());
         select(QRect(QPoint(200, 180), drag));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QCOMPARE(pastedPicture().size(), taken);
         QVERIFY(samePixels(pastedPicture(), before));
@@ -128,12 +127,12 @@ private Q_SLOTS:
         pressAreaKey();
         QVERIFY(awaitSession());
         select(QRect(200, 180, 2, 2));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         // The session goes on: nothing was there to end it with.
         const QRect area(50, 50, 40, 30);
         select(area);
         QVERIFY(awaitSession());
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
         QCOMPARE(pastedPicture().size(), area.size());
         QCOMPARE(history().size(), 1);
@@ -142,7 +141,7 @@ private Q_SLOTS:
 private:
     void useSmallDesktop()
     {
-        useDesktop({.server = {.pixels = {640, 480}}, .windowManager = WindowManager::none});
+        useDesktop({.screen = {.pixels = {640, 480}}, .windowManager = WindowManager::none});
         program().start();
         QVERIFY(awaitHotKeys());
     }
@@ -173,10 +172,9 @@ private:
 
     std::size_t toasts()
     {
-        const auto windows = visibleWindows(desktop().connection());
-        return static_cast<std::size_t>(
-            std::ranges::count(windows, QStringLiteral("Pantalla completa copiada y guardada"),
-                               &VisibleWindow::title));
+        return static_cast<std::size_t>(std::ranges::count(
+            windows().all(), QStringLiteral("Pantalla completa copiada y guardada"),
+            &SeenWindow::title));
     }
 };
 

@@ -28,7 +28,7 @@ private:
     /// Puts another program's window over the session for a moment.
     [[nodiscard]] bool cover()
     {
-        const ClientWindow other(display(), {.pixels = kCovered, .kind = WindowKind::unmanaged});
+        const auto other = desktop().open({.pixels = kCovered, .kind = WindowKind::unmanaged});
         return waitUntil([this] { return screen().pixel(kCovered.center()) == QColor(Qt::blue); });
     }
     /// The screen once two looks at it at rest were the same: on a busy machine one comes too
@@ -75,8 +75,8 @@ private Q_SLOTS:
             QVERIFY(cover());
             QVERIFY(looksLike(before));
         }
-        input().tap(XK_Escape);
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
     }
 
@@ -121,7 +121,7 @@ private Q_SLOTS:
             QDeadlineTimer patience(kPatience);
             while (screen().pixel(corner) == bright)
                 QVERIFY(!patience.hasExpired());
-            input().tap(XK_Escape);
+            input().tap(Qt::Key_Escape);
             QVERIFY(sessionIsOver());
             QVERIFY(waitUntil([&] { return screen().pixel(corner) == bright; }));
         }
@@ -133,7 +133,7 @@ private Q_SLOTS:
         const QRect thin(0, 700, 800, 1);
         const QRect dense(800, 700, 1366, 500);
         useProgram({}, 1,
-                   {.server = {.pixels = {5120, 1200},
+                   {.screen = {.pixels = {5120, 1200},
                                .monitors = {{QStringLiteral("WIDE"), wide},
                                             {QStringLiteral("THIN"), thin},
                                             {QStringLiteral("DENSE"), dense}}}});
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return screen().pixel({799, 700}) == dark.pixelColor(799, 700); }));
         // From end to end of the widest.
         input().drag({0, 0}, {5119, 699}, 3);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([&] { return !pasted().isNull(); }));
         const QImage picture = pasted();
@@ -162,12 +162,12 @@ private Q_SLOTS:
 
     void serverThatSharesNoMemoryShowsTheSame()
     {
-        useProgram({}, 1, {.server = {.without = QStringLiteral("MIT-SHM")}});
+        useProgram({}, 1, {.screen = {.without = QStringLiteral("MIT-SHM")}});
         QVERIFY(openArea());
         const QRegion belowTheHint(0, 200, frozen().width(), frozen().height() - 200);
         const QImage dark = dimmed(frozen());
         QVERIFY(waitUntil([&] { return difference(screen().grab(), dark, belowTheHint) <= 1; }));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(selects());
         QVERIFY(choose(Tool::rect));

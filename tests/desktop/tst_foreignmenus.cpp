@@ -1,5 +1,5 @@
 #include "desktop/support/CaptureTest.h"
-#include "desktop/support/x11/VisibleWindows.h"
+#include "desktop/support/Windows.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -25,35 +25,23 @@ private:
     [[nodiscard]] qint64 carriedOut() const { return QFileInfo(log()).size(); }
 
     /// Whether somebody else has the pointer.
-    [[nodiscard]] bool pointerIsTaken()
-    {
-        const Connection& connection = desktop().connection();
-        const Owned<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(
-            connection.raw(),
-            xcb_grab_pointer(connection.raw(), 1, connection.root(), XCB_EVENT_MASK_NO_EVENT,
-                             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_WINDOW_NONE,
-                             XCB_CURSOR_NONE, XCB_CURRENT_TIME),
-            nullptr));
-        xcb_ungrab_pointer(connection.raw(), XCB_CURRENT_TIME);
-        connection.sync();
-        return !reply || reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
-    }
+    [[nodiscard]] bool pointerIsTaken() { return desktop().rival()->isPointerTaken(); }
 
-    [[nodiscard]] std::vector<xcb_window_t> shownWindows()
+    [[nodiscard]] std::vector<WindowId> shownWindows()
     {
-        std::vector<xcb_window_t> ids;
-        for (const VisibleWindow& window : visibleWindows(desktop().connection()))
+        std::vector<WindowId> ids;
+        for (const SeenWindow& window : windows().all())
             ids.push_back(window.id);
         return ids;
     }
     /// Waits until one window more is on the screen than `before`, and names it. What toolkits keep
     /// beside the screen does not count.
-    [[nodiscard]] VisibleWindow newWindow(const std::vector<xcb_window_t>& before)
+    [[nodiscard]] SeenWindow newWindow(const std::vector<WindowId>& before)
     {
-        VisibleWindow found;
+        SeenWindow found;
         const bool shown = waitUntil(
             [&] {
-                for (const VisibleWindow& window : visibleWindows(desktop().connection())) {
+                for (const SeenWindow& window : windows().all()) {
                     if (std::ranges::count(before, window.id) == 0 &&
                         screen().pixels().contains(window.pixels)) {
                         found = window;
@@ -63,7 +51,7 @@ private:
                 return false;
             },
             kMenuOpens);
-        return shown ? found : VisibleWindow();
+        return shown ? found : SeenWindow();
     }
 
     void useMenus(Kind kind)
@@ -89,11 +77,7 @@ private:
             const QString helper = QString::fromLocal8Bit(
                 qgetenv(kind == Kind::gtk ? "BRINDLECAM_GTK_MENU" : "BRINDLECAM_QT_MENU"));
             m_client = std::make_unique<Process>(helper, QStringList{log()}, environment);
-            const auto isActive = [this] {
-                const auto active = desktop().connection().property32(desktop().connection().root(),
-                                                                      "_NET_ACTIVE_WINDOW");
-                return !active.empty() && active.front() != 0;
-            };
+            const auto isActive = [this] { return windows().active() != 0; };
             QVERIFY2(waitUntil(isActive), m_client->log().constData());
         }
         startProgram();
@@ -130,7 +114,7 @@ private:
         const auto before = shownWindows();
         const QImage beneath = screen().grab();
         input().click(m_client ? insideClient() : kPlace, Button::right);
-        const VisibleWindow menu = newWindow(before);
+        const SeenWindow menu = newWindow(before);
         m_menus = {menu.id};
         input().moveTo(kAside);
         if (menu.id == 0 || !isPainted(menu.pixels, beneath) ||
@@ -140,9 +124,9 @@ private:
             return menu.pixels;
         // The last entry opens another menu.
         const auto withMenu = shownWindows();
-        input().tap(XK_Up);
-        input().tap(XK_Right);
-        const VisibleWindow submenu = newWindow(withMenu);
+        input().tap(Qt::Key_Up);
+        input().tap(Qt::Key_Right);
+        const SeenWindow submenu = newWindow(withMenu);
         m_menus.push_back(submenu.id);
         return submenu.id != 0 && isPainted(submenu.pixels, beneath) ? menu.pixels : QRect();
     }
@@ -150,7 +134,7 @@ private:
     /// The middle of the client's window; there is no other large one.
     [[nodiscard]] QPoint insideClient()
     {
-        for (const VisibleWindow& window : visibleWindows(desktop().connection())) {
+        for (const SeenWindow& window : windows().all()) {
             if (window.pixels.width() > 300 && window.pixels.height() > 300)
                 return window.pixels.center();
         }
@@ -162,11 +146,11 @@ private:
     {
         const auto shown = shownWindows();
         return std::ranges::none_of(
-            m_menus, [&](xcb_window_t menu) { return std::ranges::count(shown, menu) > 0; });
+            m_menus, [&](WindowId menu) { return std::ranges::count(shown, menu) > 0; });
     }
 
     std::unique_ptr<Process> m_client;
-    std::vector<xcb_window_t> m_menus;
+    std::vector<WindowId> m_menus;
     QString m_home;
 
 private Q_SLOTS:
@@ -195,14 +179,14 @@ private Q_SLOTS:
         input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
         QVERIFY(isPasted(before.copy(area)));
         input().moveTo(kAside);
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QCOMPARE(carriedOut(), 0);
 
         // The menu works as ever.
         QVERIFY(!openMenu(Kind::qt).isEmpty());
-        input().tap(XK_Down);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Down);
+        input().tap(Qt::Key_Return);
         QVERIFY(waitUntil([this] { return carriedOut() == 1; }));
         QVERIFY(waitUntil([this] { return menusAreGone(); }));
     }
@@ -210,12 +194,12 @@ private Q_SLOTS:
     void otherGrabsGetNoKeyAndTheSessionEndsWithAMessage()
     {
         usePatternedDesktop();
-        ClientWindow window(display(), {.pixels = QRect(200, 200, 500, 400)});
-        QVERIFY(becomesActive(window));
+        const auto window = desktop().open({.pixels = QRect(200, 200, 500, 400)});
+        QVERIFY(becomesActive(*window));
         startProgram();
 
         // A drag.
-        input().moveTo(window.pixels().center());
+        input().moveTo(window->pixels().center());
         input().press(Button::left);
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
@@ -223,36 +207,27 @@ private Q_SLOTS:
         QVERIFY(toastIsGone());
         QVERIFY(pointerIsTaken());
         input().release(Button::left);
-        QVERIFY(window.keys().empty());
+        QVERIFY(window->keys().empty());
 
         // A program that has the whole screen, pointer and keyboard, beside windows that are no
         // menus though they look a little like some.
-        const ClientWindow game(
-            display(),
+        const auto game = desktop().open(
             {.pixels = screen().pixels(), .kind = WindowKind::unmanaged, .colour = Qt::red});
-        const ClientWindow panel(
-            display(), {.pixels = QRect(100, 100, 150, 200), .kind = WindowKind::unmanaged});
-        const Connection owner(display());
-        xcb_grab_keyboard(owner.raw(), 0, owner.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                          XCB_GRAB_MODE_ASYNC);
-        xcb_grab_pointer(owner.raw(), 0, owner.root(), XCB_EVENT_MASK_BUTTON_PRESS,
-                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_WINDOW_NONE, XCB_CURSOR_NONE,
-                         XCB_CURRENT_TIME);
-        owner.sync();
+        const auto panel =
+            desktop().open({.pixels = QRect(100, 100, 150, 200), .kind = WindowKind::unmanaged});
+        const auto owner = desktop().rival();
+        QVERIFY(owner->takeKeyboard());
+        QVERIFY(owner->takePointer());
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
         QVERIFY(overlays().empty());
         QVERIFY(toastIsGone());
-        owner.sync();
-        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(owner.raw())})
-            QVERIFY((event->response_type & 0x7f) != XCB_KEY_PRESS);
+        QVERIFY(!owner->gotKeys());
         QVERIFY(history().isEmpty());
 
-        xcb_ungrab_keyboard(owner.raw(), XCB_CURRENT_TIME);
-        xcb_ungrab_pointer(owner.raw(), XCB_CURRENT_TIME);
-        owner.sync();
+        owner->giveBackKeyboardAndPointer();
         QVERIFY(openArea());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
     }
 
@@ -261,16 +236,13 @@ private Q_SLOTS:
     {
         usePatternedDesktop();
         startProgram();
-        const Connection owner(display());
-        const auto code = owner.keycodes(XK_F7).front();
-        xcb_grab_key(owner.raw(), 0, owner.root(), 0, code, XCB_GRAB_MODE_ASYNC,
-                     XCB_GRAB_MODE_ASYNC);
-        owner.sync();
-        input().press(XK_F7);
+        const auto owner = desktop().rival();
+        QVERIFY(owner->takeHotKey(Qt::Key_F7, {}));
+        input().press(Qt::Key_F7);
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
-        input().release(XK_F7);
+        input().release(Qt::Key_F7);
         QVERIFY(sessionIsReady());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
     }
 };

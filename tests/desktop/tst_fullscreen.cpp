@@ -37,12 +37,12 @@ private Q_SLOTS:
     {
         QFETCH(bool, byHotKey);
         usePatternedDesktop();
-        const ClientWindow board(display(),
-                                 {.pixels = QRect(200, 150, 500, 400),
-                                  .picture = checkerboard({64, 64}, 1, Qt::black, Qt::white)});
-        QVERIFY(becomesActive(board));
+        const auto board =
+            desktop().open({.pixels = QRect(200, 150, 500, 400),
+                            .picture = checkerboard({64, 64}, 1, Qt::black, Qt::white)});
+        QVERIFY(becomesActive(*board));
         startProgram();
-        input().moveTo(board.pixels().center()); // it must not be in the picture
+        input().moveTo(board->pixels().center()); // it must not be in the picture
         const QImage before = screen().grabAtRest();
         if (byHotKey)
             pressHotKey(kFullScreenKey);
@@ -64,8 +64,8 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         capture();
         QVERIFY(isPasted(before));
-        ClipboardReader reader(display());
-        const QByteArrayList targets = reader.targets();
+        Clipboard& reader = desktop().clipboard();
+        const QByteArrayList targets = reader.formats();
         QVERIFY(targets.contains("image/tiff"));
         QVERIFY(targets.indexOf("image/png") < targets.indexOf("image/tiff"));
     }
@@ -82,13 +82,13 @@ private Q_SLOTS:
     {
         QFETCH(QString, scale);
         QFETCH(int, dotsPerInch);
-        usePatternedDesktop({.server = {.pixels = {600, 400}}});
+        usePatternedDesktop({.screen = {.pixels = {600, 400}}});
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
         startProgram();
         const QImage before = screen().grabAtRest();
         capture();
         QVERIFY(isPasted(before));
-        ClipboardReader reader(display());
+        Clipboard& reader = desktop().clipboard();
         const QByteArray tiff = reader.read("image/tiff").value_or(QByteArray());
         const QByteArray png = reader.read("image/png").value_or(QByteArray());
         for (const auto& [format, bytes] : {std::pair("tiff:-", tiff), std::pair("png:-", png)}) {
@@ -139,13 +139,12 @@ private Q_SLOTS:
     {
         QFETCH(const bool, fullScreen);
         usePatternedDesktop();
-        ClientWindow below(display(), {.pixels = QRect(0, 400, 1280, 400)});
+        const auto below = desktop().open({.pixels = QRect(0, 400, 1280, 400)});
         startProgram();
-        QVERIFY(waitUntil([&] { return below.hasFocus(); }));
+        QVERIFY(waitUntil([&] { return below->hasFocus(); }));
         if (fullScreen) {
-            const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
-            ask(below.id(), "_NET_WM_STATE", {1, state, 0, 2});
-            QVERIFY(waitUntil([&] { return below.pixels() == screen().pixels(); }));
+            desktop().pager().setFullScreen(below->id(), true);
+            QVERIFY(waitUntil([&] { return below->pixels() == screen().pixels(); }));
         }
         const QImage before = screen().grabAtRest();
         pressHotKey(kFullScreenKey);
@@ -153,12 +152,13 @@ private Q_SLOTS:
         const QRect toast = toasts().front().pixels;
         QVERIFY(waitUntil([&] { return screen().grab(toast) != before.copy(toast); }));
         const QPoint place = toast.center();
-        below.forget();
+        below->forget();
         input().click(place);
-        input().tap(XK_a);
-        QVERIFY(waitUntil([&] { return below.clicks().size() == 1 && below.keys().size() == 1; }));
-        QCOMPARE(below.clicks()[0].place, place - below.pixels().topLeft());
-        QVERIFY(below.hasFocus());
+        input().tap(Qt::Key_A);
+        QVERIFY(
+            waitUntil([&] { return below->clicks().size() == 1 && below->keys().size() == 1; }));
+        QCOMPARE(below->clicks()[0].place, place - below->pixels().topLeft());
+        QVERIFY(below->hasFocus());
     }
 
     void toastIsNotInTheNextPicture()
@@ -168,7 +168,7 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         pressHotKey(kFullScreenKey);
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
-        const auto first = ClipboardReader(display()).read("image/png");
+        const auto first = desktop().clipboard().read("image/png");
         QVERIFY(first.has_value());
         pressHotKey(kFullScreenKey);
         QVERIFY(waitUntil([this] { return history().size() == 2; }));
@@ -191,7 +191,7 @@ private Q_SLOTS:
         QFETCH(QPoint, pointer);
         QFETCH(QRect, monitor);
         usePatternedDesktop(
-            {.server = {.pixels = {1440, 600},
+            {.screen = {.pixels = {1440, 600},
                         .monitors = {{QStringLiteral("LEFT"), QRect(0, 0, 800, 600)},
                                      {QStringLiteral("RIGHT"), QRect(800, 100, 640, 480)}}}});
         startProgram();

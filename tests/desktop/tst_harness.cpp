@@ -1,6 +1,7 @@
+#include "desktop/support/ClientWindow.h"
+#include "desktop/support/Clipboard.h"
 #include "desktop/support/DesktopTest.h"
-#include "desktop/support/x11/ClientWindow.h"
-#include "desktop/support/x11/ClipboardReader.h"
+#include "desktop/support/Pictures.h"
 
 #include <QProcess>
 
@@ -23,16 +24,16 @@ private Q_SLOTS:
     {
         QFETCH(int, depth);
         QFETCH(bool, managed);
-        useDesktop({.server = {.pixels = {640, 480}, .depth = depth}});
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(100, 120, 200, 150),
-                                   .kind = managed ? WindowKind::normal : WindowKind::unmanaged,
-                                   .colour = QColor(255, 0, 0)});
+        useDesktop({.screen = {.pixels = {640, 480}, .depth = depth}});
+        const auto window =
+            desktop().open({.pixels = QRect(100, 120, 200, 150),
+                            .kind = managed ? WindowKind::normal : WindowKind::unmanaged,
+                            .colour = QColor(255, 0, 0)});
         const auto red = [&] {
-            return screen().pixel(window.pixels().center()) == QColor(255, 0, 0);
+            return screen().pixel(window->pixels().center()) == QColor(255, 0, 0);
         };
         QVERIFY(waitUntil(red));
-        QCOMPARE(window.pixels().size(), QSize(200, 150));
+        QCOMPARE(window->pixels().size(), QSize(200, 150));
         QCOMPARE(screen().grab().size(), QSize(640, 480));
     }
 
@@ -40,40 +41,39 @@ private Q_SLOTS:
     {
         useDesktop({.windowManager = WindowManager::none});
         const QImage board = checkerboard({64, 48}, 1, Qt::black, Qt::white);
-        const ClientWindow window(
-            display(),
+        const auto window = desktop().open(
             {.pixels = QRect(10, 20, 64, 48), .kind = WindowKind::unmanaged, .picture = board});
-        QVERIFY(waitUntil([&] { return screen().grab(window.pixels()) == board; }));
+        QVERIFY(waitUntil([&] { return screen().grab(window->pixels()) == board; }));
         QVERIFY(!screen().grabAtRest().isNull());
     }
 
     void keysReachTheFocusedWindow()
     {
         useDesktop();
-        ClientWindow window(display(), {});
-        QVERIFY(waitUntil([&] { return window.hasFocus(); }));
+        const auto window = desktop().open({});
+        QVERIFY(waitUntil([&] { return window->hasFocus(); }));
         input().type("a1");
-        input().chord({XK_Shift_L, XK_9});
-        QVERIFY(waitUntil([&] { return window.keys().size() == 4; }));
-        QCOMPARE(window.keys()[0].key, xcb_keysym_t(XK_a));
-        QCOMPARE(window.keys()[1].key, xcb_keysym_t(XK_1));
-        QCOMPARE(window.keys()[3].key, xcb_keysym_t(XK_9));
-        QCOMPARE(window.keys()[3].modifiers, std::uint16_t(XCB_MOD_MASK_SHIFT));
-        window.forget();
-        QVERIFY(window.keys().empty());
+        input().chord({Qt::Key_Shift, Qt::Key_9});
+        QVERIFY(waitUntil([&] { return window->keys().size() == 4; }));
+        QCOMPARE(window->keys()[0].key, Qt::Key_A);
+        QCOMPARE(window->keys()[1].key, Qt::Key_1);
+        QCOMPARE(window->keys()[3].key, Qt::Key_9);
+        QCOMPARE(window->keys()[3].modifiers, Qt::KeyboardModifiers(Qt::ShiftModifier));
+        window->forget();
+        QVERIFY(window->keys().empty());
     }
 
     void clicksReachTheWindowUnderThePointer()
     {
         useDesktop({.windowManager = WindowManager::none});
-        ClientWindow below(display(), {.pixels = QRect(0, 0, 300, 200)});
-        ClientWindow above(display(), {.pixels = QRect(100, 100, 300, 200)});
+        const auto below = desktop().open({.pixels = QRect(0, 0, 300, 200)});
+        const auto above = desktop().open({.pixels = QRect(100, 100, 300, 200)});
         input().click({120, 130});
         input().click({20, 30}, Button::right);
         QVERIFY(
-            waitUntil([&] { return above.clicks().size() == 1 && below.clicks().size() == 1; }));
-        QCOMPARE(above.clicks()[0].place, QPoint(20, 30));
-        QCOMPARE(below.clicks()[0].button, std::uint8_t(3));
+            waitUntil([&] { return above->clicks().size() == 1 && below->clicks().size() == 1; }));
+        QCOMPARE(above->clicks()[0].place, QPoint(20, 30));
+        QCOMPARE(below->clicks()[0].button, std::uint8_t(3));
         input().drag({10, 10}, {50, 90});
         QCOMPARE(input().pointer(), QPoint(50, 90));
     }
@@ -81,15 +81,14 @@ private Q_SLOTS:
     void grabsOfOthersAreSeen()
     {
         useDesktop({.windowManager = WindowManager::none});
-        const std::uint16_t modifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
-        QVERIFY(!desktop().connection().isKeyGrabbedByOther(XK_9, modifiers));
-        const Connection other(display());
-        for (const xcb_keycode_t code : other.keycodes(XK_9))
-            xcb_grab_key(other.raw(), 1, other.root(), modifiers, code, XCB_GRAB_MODE_ASYNC,
-                         XCB_GRAB_MODE_ASYNC);
-        other.sync();
-        QVERIFY(desktop().connection().isKeyGrabbedByOther(XK_9, modifiers));
-        QVERIFY(!desktop().connection().isKeyGrabbedByOther(XK_8, modifiers));
+        constexpr Qt::KeyboardModifiers modifiers = Qt::MetaModifier | Qt::ShiftModifier;
+        const auto onlooker = desktop().rival();
+        QVERIFY(!onlooker->isHotKeyTaken(Qt::Key_9, modifiers));
+        const auto other = desktop().rival();
+        QVERIFY(other->takeHotKey(Qt::Key_9, modifiers));
+        QVERIFY(onlooker->isHotKeyTaken(Qt::Key_9, modifiers));
+        QVERIFY(!onlooker->isHotKeyTaken(Qt::Key_8, modifiers));
+        QVERIFY(!onlooker->takeHotKey(Qt::Key_9, modifiers));
     }
 
     void clipboardOfAnotherProgramIsRead_data()
@@ -103,9 +102,9 @@ private Q_SLOTS:
     {
         QFETCH(int, bytes);
         useDesktop();
-        ClipboardReader reader(display());
-        QCOMPARE(reader.owner(), xcb_window_t(0));
-        QVERIFY(reader.targets().isEmpty());
+        Clipboard& reader = desktop().clipboard();
+        QCOMPARE(reader.owner(), std::uint64_t(0));
+        QVERIFY(reader.formats().isEmpty());
 
         QByteArray content(bytes, 'x');
         content.replace(bytes - 4, 4, "tail");
@@ -119,7 +118,7 @@ private Q_SLOTS:
         xclip.closeWriteChannel();
         QVERIFY(waitUntil([&] { return reader.owner() != 0; }));
 
-        QVERIFY(reader.targets().contains("image/x-test"));
+        QVERIFY(reader.formats().contains("image/x-test"));
         const auto read = reader.read("image/x-test");
         QVERIFY(read.has_value());
         QVERIFY(*read == content);
@@ -130,11 +129,11 @@ private Q_SLOTS:
 
     void monitorsAreSeen()
     {
-        useDesktop({.server = {.pixels = {1600, 600},
+        useDesktop({.screen = {.pixels = {1600, 600},
                                .monitors = {{QStringLiteral("LEFT"), QRect(0, 0, 800, 600)},
                                             {QStringLiteral("RIGHT"), QRect(800, 0, 800, 600)}}}});
         QCOMPARE(monitors(), QStringLiteral("LEFT 800x600+0+0, RIGHT 800x600+800+0"));
-        desktop().server().setMonitors({{QStringLiteral("ONLY"), QRect(0, 0, 1600, 600)}});
+        desktop().setMonitors({{QStringLiteral("ONLY"), QRect(0, 0, 1600, 600)}});
         QCOMPARE(monitors(), QStringLiteral("ONLY 1600x600+0+0"));
     }
 
@@ -142,26 +141,25 @@ private Q_SLOTS:
     {
         useDesktop(
             {.compositor = Compositor::picom, .bus = MessageBus::session, .tray = Tray::tint2});
-        const Connection& connection = desktop().connection();
-        QVERIFY(connection.hasWindowManager());
+        QVERIFY(desktop().hasWindowManager());
         QVERIFY(desktop()
                     .environment()
                     .value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"))
                     .startsWith(QLatin1String("unix:")));
         desktop().endTray();
-        QVERIFY(waitUntil([&] { return connection.selectionOwner("_NET_SYSTEM_TRAY_S0") == 0; }));
+        QVERIFY(waitUntil([&] { return !desktop().hasTray(); }));
         desktop().startTray(Tray::trayer);
         desktop().endCompositor();
-        QVERIFY(waitUntil([&] { return connection.selectionOwner("_NET_WM_CM_S0") == 0; }));
+        QVERIFY(waitUntil([&] { return !desktop().hasCompositor(); }));
         desktop().endWindowManager();
-        QVERIFY(waitUntil([&] { return !connection.hasWindowManager(); }));
+        QVERIFY(waitUntil([&] { return !desktop().hasWindowManager(); }));
     }
 
 private:
     QString monitors()
     {
         QProcess xrandr;
-        xrandr.start(QStringLiteral("xrandr"), {QStringLiteral("--display"), display(),
+        xrandr.start(QStringLiteral("xrandr"), {QStringLiteral("--display"), desktop().name(),
                                                 QStringLiteral("--listactivemonitors")});
         xrandr.waitForFinished(kPatience);
         // " 0: LEFT 800/212x600/159+0+0  screen"; an automatic monitor has a plus before its name

@@ -18,8 +18,7 @@ private:
     {
         usePatternedDesktop(
             {.windowManager = windowManager ? WindowManager::openbox : WindowManager::none});
-        m_below = std::make_unique<ClientWindow>(
-            display(), ClientWindowOptions{.pixels = QRect(200, 200, 500, 400)});
+        m_below = desktop().open({.pixels = QRect(200, 200, 500, 400)});
         if (!windowManager)
             m_below->takeFocus();
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
@@ -31,12 +30,12 @@ private:
     bool onlyNowKeysReachTheWindow()
     {
         const auto arrives = [this] {
-            input().tap(XK_z);
+            input().tap(Qt::Key_Z);
             return !m_below->keys().empty();
         };
         return waitUntil(arrives) &&
                std::all_of(m_below->keys().begin(), m_below->keys().end(),
-                           [](const KeyPress& press) { return press.key == XK_z; });
+                           [](const KeyPress& press) { return press.key == Qt::Key_Z; });
     }
 
     /// Other programs' keyboard map is changed the way the desktop's settings would.
@@ -58,7 +57,7 @@ private:
         };
         if (!waitUntil(opens) || !sessionIsReady())
             return false;
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         return sessionIsOver();
     }
 
@@ -68,29 +67,29 @@ private Q_SLOTS:
     void heldKeyEndsTheSessionOnceAndNeverReachesTheWindowBelow_data()
     {
         QTest::addColumn<bool>("windowManager");
-        QTest::addColumn<int>("key");
+        QTest::addColumn<Qt::Key>("key");
         for (const bool managed : {true, false}) {
             const char* where = managed ? "window manager" : "bare";
-            QTest::addRow("Return, %s", where) << managed << XK_Return;
-            QTest::addRow("Enter of the keypad, %s", where) << managed << XK_KP_Enter;
-            QTest::addRow("Escape, %s", where) << managed << XK_Escape;
+            QTest::addRow("Return, %s", where) << managed << Qt::Key_Return;
+            QTest::addRow("Enter of the keypad, %s", where) << managed << Qt::Key_Enter;
+            QTest::addRow("Escape, %s", where) << managed << Qt::Key_Escape;
         }
     }
     void heldKeyEndsTheSessionOnceAndNeverReachesTheWindowBelow()
     {
         QFETCH(bool, windowManager);
-        QFETCH(int, key);
+        QFETCH(Qt::Key, key);
         useDesktopWith(windowManager);
         startProgram();
         QVERIFY(openArea());
         dragged();
         QVERIFY(waitUntil([this] { return pasted().size() == kDragged.size(); }));
         m_below->forget();
-        input().press(static_cast<xcb_keysym_t>(key));
+        input().press(key);
         QVERIFY(sessionIsOver());
         QTest::qWait(kHeldMilliseconds);
         QVERIFY(m_below->keys().empty());
-        input().release(static_cast<xcb_keysym_t>(key));
+        input().release(key);
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
         QVERIFY(onlyNowKeysReachTheWindow());
         QCOMPARE(history().size(), 1);
@@ -109,20 +108,20 @@ private Q_SLOTS:
         useDesktopWith(windowManager);
         startProgram();
         m_below->forget();
-        for (const xcb_keysym_t key : {XK_Shift_L, XK_Super_L, XK_9})
+        for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Super_L, Qt::Key_9})
             input().press(key);
         QVERIFY(sessionIsReady());
         QTest::qWait(kHeldMilliseconds);
         QCOMPARE(overlays().size(), std::size_t(1));
         dragged();
-        for (const xcb_keysym_t key : {XK_9, XK_Super_L, XK_Shift_L})
+        for (const Qt::Key key : {Qt::Key_9, Qt::Key_Super_L, Qt::Key_Shift})
             input().release(key);
         QCOMPARE(overlays().size(), std::size_t(1));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
         for (const KeyPress& press : m_below->keys())
-            QVERIFY(press.key == XK_Shift_L || press.key == XK_Super_L); // pressed before
+            QVERIFY(press.key == Qt::Key_Shift || press.key == Qt::Key_Super_L); // pressed before
         m_below->forget();
         QVERIFY(onlyNowKeysReachTheWindow());
     }
@@ -131,11 +130,11 @@ private Q_SLOTS:
     {
         useDesktopWith(true);
         startProgram();
-        for (const xcb_keysym_t key : {XK_Shift_L, XK_Super_L, XK_8})
+        for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Super_L, Qt::Key_8})
             input().press(key);
         QVERIFY(waitUntil([this] { return history().size() == 1; }));
         QTest::qWait(kHeldMilliseconds);
-        for (const xcb_keysym_t key : {XK_8, XK_Super_L, XK_Shift_L})
+        for (const Qt::Key key : {Qt::Key_8, Qt::Key_Super_L, Qt::Key_Shift})
             input().release(key);
         QVERIFY(toastIsGone());
         QCOMPARE(history().size(), 1);
@@ -144,18 +143,18 @@ private Q_SLOTS:
     void previousWindowHasTheFocusAgain_data()
     {
         QTest::addColumn<bool>("windowManager");
-        QTest::addColumn<int>("key");
-        QTest::newRow("copied, window manager") << true << XK_Return;
-        QTest::newRow("copied, bare") << false << XK_Return;
-        QTest::newRow("cancelled, window manager") << true << XK_Escape;
-        QTest::newRow("cancelled, bare") << false << XK_Escape;
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("copied, window manager") << true << Qt::Key_Return;
+        QTest::newRow("copied, bare") << false << Qt::Key_Return;
+        QTest::newRow("cancelled, window manager") << true << Qt::Key_Escape;
+        QTest::newRow("cancelled, bare") << false << Qt::Key_Escape;
     }
     void previousWindowHasTheFocusAgain()
     {
         QFETCH(bool, windowManager);
-        QFETCH(int, key);
+        QFETCH(Qt::Key, key);
         useDesktopWith(windowManager);
-        const ClientWindow other(display(), {.pixels = QRect(750, 100, 300, 300)});
+        const auto other = desktop().open({.pixels = QRect(750, 100, 300, 300)});
         m_below->takeFocus();
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
         startProgram();
@@ -163,7 +162,7 @@ private Q_SLOTS:
             QVERIFY(openArea());
             QVERIFY(!m_below->hasFocus());
             dragged();
-            input().tap(static_cast<xcb_keysym_t>(key));
+            input().tap(key);
             QVERIFY(sessionIsOver());
             QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
         }
@@ -179,7 +178,7 @@ private Q_SLOTS:
         m_below->forget();
         input().type("abc");
         input().click({450, 400});
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
         QVERIFY(onlyNowKeysReachTheWindow());
@@ -202,12 +201,12 @@ private Q_SLOTS:
         m_below->takeFocus();
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
         m_below->forget();
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(onlyNowKeysReachTheWindow());
         // Outside a session the key is everybody's.
         m_below->forget();
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(waitUntil([this] { return m_below->keys().size() == 1; }));
     }
 
@@ -217,11 +216,8 @@ private Q_SLOTS:
         program().writeSettings({{QStringLiteral("didShowWelcome"), false}});
         startProgram();
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
-        const auto active = [this] {
-            return desktop().connection().property32(desktop().connection().root(),
-                                                     "_NET_ACTIVE_WINDOW");
-        };
-        const std::vector<std::uint32_t> dialog{dialogs().front().id};
+        const auto active = [this] { return windows().active(); };
+        const WindowId dialog = dialogs().front().id;
         QVERIFY(waitUntil([&] { return active() == dialog; }));
         // It hears of the dialog's end only when the session has the keyboard, and hands the focus
         // of the dialog to somebody else.
@@ -230,13 +226,11 @@ private Q_SLOTS:
         desktop().resumeWindowManager();
         QVERIFY(ready);
         // A window that comes now is dealt with after all that.
-        const ClientWindow last(display(), {.pixels = QRect(900, 100, 200, 100)});
-        QVERIFY(waitUntil([&] {
-            return !desktop().connection().property32(last.id(), "_NET_FRAME_EXTENTS").empty();
-        }));
+        const auto last = desktop().open({.pixels = QRect(900, 100, 200, 100)});
+        QVERIFY(waitUntil([&] { return last->isFramed(); }));
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
         dragged();
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return history().size() == 1; }));
     }
@@ -244,16 +238,13 @@ private Q_SLOTS:
     void hotKeyOfAnotherProgramCostsNoOther()
     {
         useDesktopWith(true);
-        const Connection other(display());
-        for (const xcb_keycode_t code : other.keycodes(XK_8))
-            xcb_grab_key(other.raw(), 1, other.root(), XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT, code,
-                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        other.sync();
+        const auto other = desktop().rival();
+        QVERIFY(other->takeHotKey(Qt::Key_8, Qt::MetaModifier | Qt::ShiftModifier));
         startProgram();
         pressHotKey(kFullScreenKey);
         QVERIFY(openArea());
         dragged();
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
         QCOMPARE(history().size(), 1);
@@ -263,24 +254,24 @@ private Q_SLOTS:
 
     void hotKeysWorkWithLocksOn_data()
     {
-        QTest::addColumn<int>("lock");
-        QTest::newRow("Num Lock") << XK_Num_Lock;
-        QTest::newRow("Caps Lock") << XK_Caps_Lock;
+        QTest::addColumn<Qt::Key>("lock");
+        QTest::newRow("Num Lock") << Qt::Key_NumLock;
+        QTest::newRow("Caps Lock") << Qt::Key_CapsLock;
     }
     void hotKeysWorkWithLocksOn()
     {
-        QFETCH(int, lock);
+        QFETCH(Qt::Key, lock);
         useDesktopWith(true);
         startProgram();
-        input().tap(static_cast<xcb_keysym_t>(lock));
+        input().tap(lock);
         QVERIFY(openArea());
         dragged();
-        input().chord({XK_Control_L, XK_c});
+        input().chord({Qt::Key_Control, Qt::Key_C});
         QVERIFY(sessionIsOver());
         QVERIFY(openArea());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        input().tap(static_cast<xcb_keysym_t>(lock));
+        input().tap(lock);
     }
 
     void hotKeysFollowTheKeyboard()
@@ -302,12 +293,12 @@ private Q_SLOTS:
         useDesktopWith(true);
         startProgram();
         m_below->forget();
-        input().chord({XK_Super_L, XK_9});
-        input().chord({XK_Shift_L, XK_9});
-        input().chord({XK_Control_L, XK_Shift_L, XK_Super_L, XK_9});
+        input().chord({Qt::Key_Super_L, Qt::Key_9});
+        input().chord({Qt::Key_Shift, Qt::Key_9});
+        input().chord({Qt::Key_Control, Qt::Key_Shift, Qt::Key_Super_L, Qt::Key_9});
         const auto nines = [this] {
             return std::count_if(m_below->keys().begin(), m_below->keys().end(),
-                                 [](const KeyPress& press) { return press.key == XK_9; });
+                                 [](const KeyPress& press) { return press.key == Qt::Key_9; });
         };
         QVERIFY(waitUntil([&] { return nines() == 3; }));
         QVERIFY(overlays().empty());
@@ -317,18 +308,13 @@ private Q_SLOTS:
     {
         useDesktopWith(true);
         startProgram();
-        const Connection menu(display());
-        const auto cookie = xcb_grab_keyboard(menu.raw(), 1, menu.root(), XCB_CURRENT_TIME,
-                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        const Owned<xcb_grab_keyboard_reply_t> reply(
-            xcb_grab_keyboard_reply(menu.raw(), cookie, nullptr));
-        QVERIFY(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
-        input().chord({XK_Shift_L, XK_Super_L, kFullScreenKey});
+        const auto menu = desktop().rival();
+        QVERIFY(menu->takeKeyboard());
+        input().chord({Qt::Key_Shift, Qt::Key_Super_L, kFullScreenKey});
         // A command needs no key.
         QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
         QVERIFY(waitUntil([this] { return history().size() == 1; }));
-        xcb_ungrab_keyboard(menu.raw(), XCB_CURRENT_TIME);
-        menu.sync();
+        menu->giveBackKeyboardAndPointer();
         QVERIFY(toastIsGone());
         QCOMPARE(history().size(), 1);
         QVERIFY(openArea());

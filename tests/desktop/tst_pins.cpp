@@ -118,8 +118,8 @@ private Q_SLOTS:
     {
         useSurroundings();
         QVERIFY(isPasted(captured()));
-        const ClipboardReader reader(display());
-        const xcb_window_t owner = reader.owner();
+        const Clipboard& reader = desktop().clipboard();
+        const std::uint64_t owner = reader.owner();
         input().click({500, 400});
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
         QTest::qWait(600); // the time is the point: two slow clicks are no double click
@@ -140,12 +140,12 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         input().click({500, 400});
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
-        input().tap(XK_Escape);
-        input().tap(XK_Delete);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Escape);
+        input().tap(Qt::Key_Delete);
+        input().tap(Qt::Key_Return);
         QVERIFY(isOnlyPin(kDragged));
         QVERIFY(openArea()); // all those keys have arrived
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyPin(kDragged));
     }
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QVERIFY(!samePixels(now, before()));
         QVERIFY(openArea());
         input().drag({250, 200}, {1200, 700});
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isPasted(now.copy(250, 200, 950, 500)));
         QVERIFY(isOnlyPin(moved));

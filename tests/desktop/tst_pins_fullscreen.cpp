@@ -26,37 +26,24 @@ private:
     }
     [[nodiscard]] bool setFullScreenOn(const ClientWindow& window, const QRect& monitor)
     {
-        const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
-        ask(window.id(), "_NET_WM_STATE", {1, state, 0, 2});
+        desktop().pager().setFullScreen(window.id(), true);
         return waitUntil([&] { return window.pixels() == monitor; });
     }
     [[nodiscard]] bool setFullScreen(const ClientWindow& window, bool fullScreen)
     {
-        const xcb_atom_t state = desktop().connection().atom("_NET_WM_STATE_FULLSCREEN");
-        ask(window.id(), "_NET_WM_STATE", {fullScreen ? 1U : 0U, state, 0, 2});
+        desktop().pager().setFullScreen(window.id(), fullScreen);
         return waitUntil([&] { return (window.pixels() == screen().pixels()) == fullScreen; });
     }
-    /// Says of itself that it is a full-screen window, or that it is none; the window manager has
-    /// no part in it.
-    void claimFullScreen(const ClientWindow& window, bool fullScreen)
-    {
-        const Connection& connection = desktop().connection();
-        const xcb_atom_t state = connection.atom("_NET_WM_STATE_FULLSCREEN");
-        xcb_change_property(connection.raw(), XCB_PROP_MODE_REPLACE, window.id(),
-                            connection.atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, fullScreen ? 1 : 0,
-                            &state);
-        connection.sync();
-    }
     /// How high a window of the program lies among them all; they are seen from below.
-    [[nodiscard]] std::ptrdiff_t height(const QByteArray& type)
+    [[nodiscard]] std::ptrdiff_t height(Role role)
     {
         const auto all = windows().shown(program().pid());
-        return std::ranges::find(all, type, &SeenWindow::type) - all.begin();
+        return std::ranges::find(all, role, &SeenWindow::role) - all.begin();
     }
     [[nodiscard]] bool dialogLiesAboveThePin()
     {
         return dialogs().size() == 1 && pins().size() == 1 &&
-               height("_NET_WM_WINDOW_TYPE_DIALOG") > height("_NET_WM_WINDOW_TYPE_UTILITY");
+               height(Role::dialog) > height(Role::pin);
     }
     /// Whether the open menu lights what is under the pointer.
     [[nodiscard]] bool followsThePointer()
@@ -98,20 +85,20 @@ private Q_SLOTS:
         QFETCH(Compositor, compositor);
         usePins({.compositor = compositor});
         QVERIFY(pinArea());
-        const ClientWindow window(display(), beneath());
-        QVERIFY(activate(window));
-        QVERIFY(setFullScreen(window, true));
+        const auto window = desktop().open(beneath());
+        QVERIFY(activate(*window));
+        QVERIFY(setFullScreen(*window, true));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));
-        QVERIFY(window.hasFocus());
+        QVERIFY(window->hasFocus());
         // It can be used there like anywhere.
         input().drag({500, 400}, {600, 430});
         const QRect moved = kDragged.translated(100, 30);
         QVERIFY(isOnlyPin(moved));
         QVERIFY(liesAbove(Qt::red, moved));
-        QVERIFY(setFullScreen(window, false));
-        QVERIFY(activate(window));
+        QVERIFY(setFullScreen(*window, false));
+        QVERIFY(activate(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::yes); }));
         QVERIFY(isOnlyPin(moved));
         QVERIFY(shows(moved, captured()));
@@ -122,11 +109,11 @@ private Q_SLOTS:
     void pinMadeOverAFullScreenProgramLiesAboveIt()
     {
         usePins();
-        const ClientWindow window(display(), beneath());
-        QVERIFY(activate(window));
-        QVERIFY(setFullScreen(window, true));
+        const auto window = desktop().open(beneath());
+        QVERIFY(activate(*window));
+        QVERIFY(setFullScreen(*window, true));
         QVERIFY(pinArea());
-        QVERIFY(becomesActive(window));
+        QVERIFY(becomesActive(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         input().drag({500, 400}, {600, 430});
         QVERIFY(isOnlyPin(kDragged.translated(100, 30)));
@@ -137,14 +124,14 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow window(display(), beneath());
-        QVERIFY(activate(window));
+        const auto window = desktop().open(beneath());
+        QVERIFY(activate(*window));
         QVERIFY(liesAbove(Qt::red));
         QTest::qWait(kAllLooked);
-        claimFullScreen(window, true);
+        window->claimFullScreen(true);
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QTest::qWait(kAllLooked);
-        claimFullScreen(window, false);
+        window->claimFullScreen(false);
         QVERIFY(waitUntil([this] { return isPinned(Managed::yes); }));
         QVERIFY(isOnlyPin(kDragged));
     }
@@ -153,15 +140,15 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow window(display(), beneath());
-        QVERIFY(activate(window));
+        const auto window = desktop().open(beneath());
+        QVERIFY(activate(*window));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(openArea());
-        QVERIFY(setFullScreen(window, true));
+        QVERIFY(setFullScreen(*window, true));
         // The overlay does not give the keyboard away at once.
         QVERIFY(waitUntil([&] {
-            ask(window.id(), "_NET_ACTIVE_WINDOW", {2, 0, 0});
-            return window.hasFocus();
+            desktop().pager().activate(window->id());
+            return window->hasFocus();
         }));
         // Where the pin is, the session is dragged on and not the pin.
         const QRect area(320, 270, 300, 200);
@@ -169,9 +156,9 @@ private Q_SLOTS:
         QVERIFY(isPasted(before().copy(area)));
         QVERIFY(isPinned(Managed::yes));
         input().click({620, 470}, Button::right); // for the keyboard, wherever it is by now
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(activate(window));
+        QVERIFY(activate(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(isOnlyPin(kDragged));
         QVERIFY(liesAbove(Qt::red));
@@ -181,12 +168,12 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow window(display(), beneath());
+        const auto window = desktop().open(beneath());
         QVERIFY(waitUntil([&] {
-            if (openMenu({500, 400}) && setFullScreen(window, true) && activate(window) &&
+            if (openMenu({500, 400}) && setFullScreen(*window, true) && activate(*window) &&
                 followsThePointer() && isPinned(Managed::yes) && clickInMenu(1))
                 return true;
-            (void)setFullScreen(window, false); // Qt has closed it: once more
+            (void)setFullScreen(*window, false); // Qt has closed it: once more
             return false;
         }));
         QVERIFY(isPasted(captured()));
@@ -200,13 +187,13 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow window(display(), beneath());
+        const auto window = desktop().open(beneath());
         input().moveTo({500, 400});
         input().press(Button::left);
         input().glideTo({540, 415});
         QVERIFY(isOnlyPin(kDragged.translated(40, 15))); // it has the focus by then
-        QVERIFY(setFullScreen(window, true));
-        QVERIFY(activate(window));
+        QVERIFY(setFullScreen(*window, true));
+        QVERIFY(activate(*window));
         input().glideTo({600, 430});
         input().release(Button::left);
         const QRect moved = kDragged.translated(100, 30);
@@ -223,18 +210,18 @@ private Q_SLOTS:
         QFETCH(Compositor, compositor);
         usePins({.compositor = compositor});
         QVERIFY(pinArea());
-        const ClientWindow window(display(), beneath());
-        QVERIFY(setFullScreen(window, true));
-        QVERIFY(activate(window));
+        const auto window = desktop().open(beneath());
+        QVERIFY(setFullScreen(*window, true));
+        QVERIFY(activate(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(openSavePanel({500, 400}));
         QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
         QVERIFY(waitUntil([this] { return dialogLiesAboveThePin(); }));
         QVERIFY(isOnlyPin(kDragged));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(waitUntil([this] { return dialogs().empty(); }));
         QVERIFY(isOnlyCapture(captured()));
-        QVERIFY(activate(window));
+        QVERIFY(activate(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         input().moveTo(kAside);
         QVERIFY(liesAbove(Qt::red));
@@ -244,22 +231,22 @@ private Q_SLOTS:
     {
         const QRect left(0, 0, 800, 600);
         const QRect right(800, 0, 1000, 600);
-        usePins({.server = {.pixels = {1800, 600},
+        usePins({.screen = {.pixels = {1800, 600},
                             .monitors = {{QStringLiteral("LEFT"), left},
                                          {QStringLiteral("RIGHT"), right}}}});
         input().moveTo({20, 580});
         QVERIFY(pinOnTheRight());
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(100, 100, 400, 300), .colour = Qt::red});
-        QVERIFY(setFullScreenOn(window, left));
-        QVERIFY(activate(window));
+        const auto window =
+            desktop().open({.pixels = QRect(100, 100, 400, 300), .colour = Qt::red});
+        QVERIFY(setFullScreenOn(*window, left));
+        QVERIFY(activate(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(openSavePanel(right.center()));
         QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
         QVERIFY(right.intersects(dialogs().front().pixels));
         QVERIFY(waitUntil([this] { return dialogLiesAboveThePin(); }));
         QVERIFY(isPinned(Managed::no)); // over the other screen it would be needed
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(waitUntil([this] { return dialogs().empty(); }));
     }
 };

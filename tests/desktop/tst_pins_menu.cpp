@@ -24,7 +24,7 @@ private:
     void take(Way way)
     {
         if (way == Way::hotKey)
-            input().chord({XK_Shift_L, XK_Super_L, kAreaKey});
+            input().chord({Qt::Key_Shift, Qt::Key_Super_L, kAreaKey});
         else
             QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
     }
@@ -36,7 +36,7 @@ private:
         if (!waitUntil([this] { return dialogHasKeyboard(); }))
             return false;
         input().type(name);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         return waitUntil([&] { return dialogs().size() + 1 == open; });
     }
     [[nodiscard]] bool dialogHasKeyboard()
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         // The pin has the keyboard until the panel takes it.
         QVERIFY(waitUntil([this] {
-            input().tap(XK_Return);
+            input().tap(Qt::Key_Return);
             return dialogs().empty();
         }));
         QVERIFY(isOnlyCapture(captured()));
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY(openMenu({500, 400}));
         QVERIFY(menus().front().pixels.contains(510, 410));
         QVERIFY(waitUntil([this] {
-            input().tap(XK_Escape);
+            input().tap(Qt::Key_Escape);
             return menus().empty();
         }));
         QVERIFY(openMenu({600, 450})); // not a double click
@@ -124,11 +124,11 @@ private Q_SLOTS:
         useSurroundings();
         input().click({500, 400});
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
-        input().tap(XK_Menu);
+        input().tap(Qt::Key_Menu);
         QVERIFY(waitUntil([this] { return menus().size() == 1; }));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(waitUntil([this] { return menus().empty(); }));
-        input().chord({XK_Shift_L, XK_F10});
+        input().chord({Qt::Key_Shift, Qt::Key_F10});
         QVERIFY(waitUntil([this] { return menus().size() == 1; }));
         choose(3);
         QVERIFY(pinsAreGone());
@@ -157,7 +157,7 @@ private Q_SLOTS:
         // Mouse and keys are the session's, and the menu is not in the picture.
         const QRect area(kDragged.right() + 2, menu.top() - 20, 200, menu.height() + 40);
         input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isPasted(before().copy(area)));
         QVERIFY(isOnlyPin(kDragged));
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QVERIFY(menus().empty());
         const QRect area(800, 100, 200, 100);
         input().drag(area.topLeft(), {1000, 200});
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isPasted(before().copy(area)));
         QVERIFY(toastIsGone());
@@ -195,7 +195,7 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         QVERIFY(openMenuAcrossTheEdge());
         const QRect menu = menus().front().pixels;
-        input().chord({XK_Shift_L, XK_Super_L, kFullScreenKey});
+        input().chord({Qt::Key_Shift, Qt::Key_Super_L, kFullScreenKey});
         QVERIFY(waitUntil([this] { return pasted().size() == before().size(); }));
         const QRect beside(kDragged.right() + 2, menu.top(), 200, menu.height());
         QCOMPARE(pasted().copy(beside), before().copy(beside));
@@ -213,7 +213,7 @@ private Q_SLOTS:
         QVERIFY(dialogs().empty());
         input().drag({800, 100}, {900, 200});
         QVERIFY(isPasted(before().copy(800, 100, 100, 100)));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         QVERIFY(saveAs("fijada"));
@@ -230,9 +230,9 @@ private Q_SLOTS:
         QVERIFY(openArea());
         input().drag(other.topLeft(), {1100, 300});
         QVERIFY(isPasted(before().copy(other)));
-        input().chord({XK_Control_L, XK_s});
+        input().chord({Qt::Key_Control, Qt::Key_S});
         QVERIFY(waitUntil([this] { return dialogs().size() == 1 && dialogHasKeyboard(); }));
-        const xcb_window_t panel = dialogs().front().id;
+        const WindowId panel = dialogs().front().id;
         // By clicks: a key that comes before the menu has the keyboard would be the panel's.
         QVERIFY(openMenu(own.center()));
         QVERIFY(clickInMenu(1));
@@ -241,7 +241,7 @@ private Q_SLOTS:
         QVERIFY(clickInMenu(2));
         QVERIFY(waitUntil([this] { return dialogs().size() == 2; }));
         QVERIFY(waitUntil([&] {
-            const xcb_window_t focused = windows().focused();
+            const WindowId focused = windows().focused();
             const auto all = dialogs();
             return std::ranges::any_of(all, [&](const SeenWindow& dialog) {
                 return dialog.id == focused && dialog.id != panel;
@@ -250,7 +250,7 @@ private Q_SLOTS:
         QVERIFY(saveAs("fijada"));
         // A panel that is left before Qt has read its folder does not keep its name selected.
         QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
-        input().chord({XK_Control_L, XK_a});
+        input().chord({Qt::Key_Control, Qt::Key_A});
         QVERIFY(saveAs("otra"));
         QVERIFY(waitUntil([&] { return samePixels(saved("fijada"), before().copy(own)); }));
         QVERIFY(waitUntil([&] { return samePixels(saved("otra"), before().copy(other)); }));

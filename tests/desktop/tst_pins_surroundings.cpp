@@ -1,9 +1,7 @@
 #include "desktop/support/PinTest.h"
-#include "desktop/support/x11/VisibleWindows.h"
+#include "desktop/support/Windows.h"
 
 #include <QPainter>
-
-#include <xcb/shape.h>
 
 #include <algorithm>
 #include <array>
@@ -22,7 +20,7 @@ private:
     /// Two screens side by side at these scales.
     void useTwoScreens(const char* scales = "LEFT=1;RIGHT=1.5")
     {
-        usePatternedDesktop({.server = {.pixels = {2166, 768},
+        usePatternedDesktop({.screen = {.pixels = {2166, 768},
                                         .monitors = {{QStringLiteral("LEFT"), kLeft},
                                                      {QStringLiteral("RIGHT"), kRight}}}});
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
@@ -69,21 +67,13 @@ private:
         const auto all = pins();
         if (all.empty())
             return false;
-        const Connection& connection = desktop().connection();
-        const Owned<xcb_shape_query_extents_reply_t> reply(xcb_shape_query_extents_reply(
-            connection.raw(), xcb_shape_query_extents(connection.raw(), all.front().id), nullptr));
-        return reply && reply->bounding_shaped != 0;
+        return all.front().shaped;
     }
-    /// With an alpha channel it has 32 bits.
-    [[nodiscard]] int depth()
+    /// Whether its window has an alpha channel.
+    [[nodiscard]] bool isTranslucent()
     {
         const auto all = pins();
-        if (all.empty())
-            return 0;
-        const Connection& connection = desktop().connection();
-        const Owned<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(
-            connection.raw(), xcb_get_geometry(connection.raw(), all.front().id), nullptr));
-        return reply ? reply->depth : 0;
+        return !all.empty() && all.front().translucent;
     }
     [[nodiscard]] QImage corner() { return screen().grab(QRect(kDragged.topLeft(), QSize(6, 6))); }
 
@@ -94,8 +84,8 @@ private Q_SLOTS:
         QFETCH(Compositor, compositor);
         usePins({.compositor = compositor});
         QVERIFY(pinArea());
-        const ClientWindow window(display(), beneath());
-        QVERIFY(activate(window));
+        const auto window = desktop().open(beneath());
+        QVERIFY(activate(*window));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));
         QCOMPARE(isCut(), compositor == Compositor::none);
@@ -115,12 +105,12 @@ private Q_SLOTS:
     void pinTakesNoFocusWhenItAppears()
     {
         usePins();
-        const ClientWindow window(display(),
-                                  {.pixels = QRect(800, 100, 300, 300), .colour = Qt::red});
-        QVERIFY(activate(window));
+        const auto window =
+            desktop().open({.pixels = QRect(800, 100, 300, 300), .colour = Qt::red});
+        QVERIFY(activate(*window));
         QVERIFY(pinArea());
-        QVERIFY(becomesActive(window));
-        QVERIFY(waitUntil([&] { return window.hasFocus(); }));
+        QVERIFY(becomesActive(*window));
+        QVERIFY(waitUntil([&] { return window->hasFocus(); }));
         input().click({500, 400});
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
     }
@@ -128,17 +118,13 @@ private Q_SLOTS:
     void pinStaysOnEveryDesktop()
     {
         usePins();
-        const Connection& connection = desktop().connection();
-        ask(connection.root(), "_NET_NUMBER_OF_DESKTOPS", {3});
+        desktop().pager().setDesktopCount(3);
         QVERIFY(pinArea());
         input().drag({500, 400}, {520, 430});
         const QRect moved = kDragged.translated(20, 30);
-        for (const std::uint32_t number : {2U, 1U, 0U}) {
-            ask(connection.root(), "_NET_CURRENT_DESKTOP", {number});
-            QVERIFY(waitUntil([&] {
-                return connection.property32(connection.root(), "_NET_CURRENT_DESKTOP") ==
-                       std::vector{number};
-            }));
+        for (const int number : {2, 1, 0}) {
+            desktop().pager().goToDesktop(number);
+            QVERIFY(waitUntil([&] { return desktop().pager().currentDesktop() == number; }));
             QVERIFY(isOnlyPin(moved));
             QVERIFY(shows(moved, captured()));
         }
@@ -153,7 +139,7 @@ private Q_SLOTS:
     void everyPixelIsSharpAtEveryScale()
     {
         QFETCH(QString, scale);
-        usePatternedDesktop({.server = {.pixels = {1920, 1080}}});
+        usePatternedDesktop({.screen = {.pixels = {1920, 1080}}});
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
@@ -226,7 +212,7 @@ private Q_SLOTS:
         useTwoScreens();
         const QImage picture = screen().grabAtRest().copy(kOnRight);
         QVERIFY(pinOnTheRight());
-        desktop().server().removeMonitor(QStringLiteral("RIGHT"));
+        desktop().removeMonitor(QStringLiteral("RIGHT"));
         QVERIFY(waitUntil(
             [this] { return pins().size() == 1 && kLeft.contains(pins().front().pixels); }));
         QCOMPARE(pins().front().pixels.size(), QSize(300, 200));
@@ -259,9 +245,8 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        QVERIFY(shows(kDragged, captured()));                          // it has settled
-        constexpr std::uint32_t kPlaceByPager = 2 << 12 | 0x0300 | 10; // static gravity, x and y
-        ask(pins().front().id, "_NET_MOVERESIZE_WINDOW", {kPlaceByPager, 500, 350, 0, 0});
+        QVERIFY(shows(kDragged, captured())); // it has settled
+        desktop().pager().move(pins().front().id, {500, 350});
         QVERIFY(isOnlyPin(QRect(500, 350, 400, 300)));
         input().click({700, 500}, Button::wheelUp);
         QVERIFY(isOnlyPin(QRect(490, 343, 420, 315)) || isOnlyPin(QRect(490, 342, 420, 315)));
@@ -269,7 +254,7 @@ private Q_SLOTS:
 
     void longPinKeepsTheLimits()
     {
-        usePins({.server = {.pixels = {10240, 400}}});
+        usePins({.screen = {.pixels = {10240, 400}}});
         const QRect area(100, 100, 10000, 100);
         QVERIFY(pinArea(area));
         QVERIFY(shows(area, before().copy(area)));
@@ -289,12 +274,12 @@ private Q_SLOTS:
     {
         usePins({.compositor = Compositor::picom});
         QVERIFY(pinArea());
-        const ClientWindow page(display(), beneath());
-        QVERIFY(activate(page));
+        const auto page = desktop().open(beneath());
+        QVERIFY(activate(*page));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));
         QVERIFY(!isCut());
-        QCOMPARE(depth(), 32);
+        QVERIFY(isTranslucent());
         const QImage soft = corner();
         desktop().endCompositor();
         QVERIFY(waitUntil([this] { return isCut(); }));
@@ -313,12 +298,12 @@ private Q_SLOTS:
     {
         usePins();
         QVERIFY(pinArea());
-        const ClientWindow page(display(), beneath());
-        QVERIFY(activate(page));
+        const auto page = desktop().open(beneath());
+        QVERIFY(activate(*page));
         QVERIFY(liesAbove(Qt::red));
         QVERIFY(isRoundOver(Qt::red));
         QVERIFY(isCut());
-        QCOMPARE(depth(), 24); // the server would compose it itself, slowly
+        QVERIFY(!isTranslucent()); // the server would compose it itself, slowly
         desktop().startCompositor();
         QVERIFY(isRoundOver(Qt::red));
         QVERIFY(shows(kDragged, captured()));

@@ -19,8 +19,7 @@ private:
     {
         usePatternedDesktop(
             {.windowManager = windowManager ? WindowManager::openbox : WindowManager::none});
-        m_below = std::make_unique<ClientWindow>(
-            display(), ClientWindowOptions{.pixels = QRect(100, 100, 300, 300)});
+        m_below = desktop().open({.pixels = QRect(100, 100, 300, 300)});
         if (!windowManager)
             m_below->takeFocus();
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
@@ -29,7 +28,7 @@ private:
         m_picture = screen().grabAtRest().copy(kDragged);
         QVERIFY(openArea());
         input().drag(kDragged.topLeft(), kDragged.topLeft() + QPoint(200, 150));
-        input().chord({XK_Control_L, XK_s});
+        input().chord({Qt::Key_Control, Qt::Key_S});
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         QVERIFY(overlays().empty());
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
@@ -56,7 +55,7 @@ private Q_SLOTS:
         QFETCH(bool, windowManager);
         openPanel(windowManager);
         input().type("mi captura");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(waitUntil([this] { return dialogs().empty(); }));
         QVERIFY(isOnlyCapture(m_picture));
         QCOMPARE(filesIn(program().folders().captures()),
@@ -72,7 +71,7 @@ private Q_SLOTS:
     void proposedNameIsSaved()
     {
         openPanel(true);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(isOnlyCapture(m_picture));
         static const QRegularExpression name(
             QStringLiteral("^Brindlecam \\d{4}-\\d\\d-\\d\\d \\d\\d\\.\\d\\d\\.\\d\\d\\.png$"));
@@ -89,7 +88,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, windowManager);
         openPanel(windowManager);
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(waitUntil([this] { return dialogs().empty(); }));
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
         QVERIFY(isOnlyInHistory(m_picture));
@@ -106,10 +105,10 @@ private Q_SLOTS:
         pressHotKey(kFullScreenKey);
         QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 4);
         QCOMPARE(dialogs().size(), std::size_t(1));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
         QVERIFY(openArea());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QCOMPARE(program().quit(), 0);
         QCOMPARE(history().size(), 1);
@@ -118,28 +117,23 @@ private Q_SLOTS:
     void refusedStartBringsThePanelBackToThisDesktop()
     {
         openPanel(true);
-        const xcb_window_t panel = dialogs().front().id;
+        const WindowId panel = dialogs().front().id;
         const auto isBack = [this] {
             return dialogs().size() == 1 && windows().hasKeyboard(program().pid());
         };
-        constexpr std::uint32_t kIconic = 3;
-        ask(panel, "WM_CHANGE_STATE", {kIconic});
+        desktop().pager().iconify(panel);
         QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
         pressHotKey(kAreaKey);
         QVERIFY(waitUntil(isBack));
 
-        constexpr std::uint32_t kSecondDesktop = 1;
-        constexpr std::uint32_t kFromPager = 2;
-        ask(panel, "_NET_WM_DESKTOP", {kSecondDesktop, kFromPager});
+        desktop().pager().sendToDesktop(panel, 1);
         QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
         pressHotKey(kFullScreenKey);
         QVERIFY(waitUntil(isBack));
-        const Connection& connection = desktop().connection();
-        QCOMPARE(connection.property32(connection.root(), "_NET_CURRENT_DESKTOP"),
-                 std::vector<std::uint32_t>{0});
+        QCOMPARE(desktop().pager().currentDesktop(), 0);
 
         input().type("vuelta");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(isOnlyCapture(m_picture));
         QCOMPARE(filesIn(program().folders().captures()),
                  QStringList(QStringLiteral("vuelta.png")));
@@ -148,21 +142,21 @@ private Q_SLOTS:
     void heldShortcutNeverReachesTheWindowBelow()
     {
         usePatternedDesktop();
-        m_below = std::make_unique<ClientWindow>(display(), ClientWindowOptions{});
+        m_below = desktop().open({});
         QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
         startProgram();
         QVERIFY(openArea());
         input().drag(kDragged.topLeft(), kDragged.topLeft() + QPoint(200, 150));
         m_below->forget();
-        input().press(XK_Control_L);
-        input().press(XK_s);
+        input().press(Qt::Key_Control);
+        input().press(Qt::Key_S);
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         QTest::qWait(1500); // the server repeats after 0.66 s
-        input().release(XK_s);
-        input().release(XK_Control_L);
+        input().release(Qt::Key_S);
+        input().release(Qt::Key_Control);
         QCOMPARE(dialogs().size(), std::size_t(1));
         QVERIFY(m_below->keys().empty());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
     }
 };

@@ -16,7 +16,7 @@ private:
     /// Two screens side by side at scales 1 and 1.5.
     void useTwoScreens()
     {
-        usePatternedDesktop({.server = {.pixels = {2166, 768},
+        usePatternedDesktop({.screen = {.pixels = {2166, 768},
                                         .monitors = {{QStringLiteral("LEFT"), kLeft},
                                                      {QStringLiteral("RIGHT"), kRight}}}});
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
@@ -48,16 +48,6 @@ private:
         return waitUntil([&] { return difference(screen().grab(), m_before, pixels) == 0; });
     }
 
-    /// The window with what the window manager has put around it.
-    QRect frameOf(const ClientWindow& window)
-    {
-        const auto extents = desktop().connection().property32(window.id(), "_NET_FRAME_EXTENTS");
-        if (extents.size() != 4)
-            return {};
-        const auto side = [&](std::size_t i) { return static_cast<int>(extents[i]); };
-        return window.pixels().adjusted(-side(0), -side(2), side(1), side(3));
-    }
-
     QImage m_before;
 
 private Q_SLOTS:
@@ -76,12 +66,12 @@ private Q_SLOTS:
     {
         QFETCH(QSize, size);
         QFETCH(QString, scale);
-        usePatternedDesktop({.server = {.pixels = size}});
+        usePatternedDesktop({.screen = {.pixels = size}});
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
         const QImage board = checkerboard(size, 1, QColor(40, 40, 40), QColor(220, 220, 220));
-        hangWallpaper(desktop().connection(), board);
+        desktop().hangWallpaper(board);
         QVERIFY(waitUntil([&] { return samePixels(screen().grab(), board); }));
         QVERIFY(openArea());
         QCOMPARE(overlays().front().pixels, QRect(QPoint(), size));
@@ -99,7 +89,7 @@ private Q_SLOTS:
             return difference(now, board, inside) == 0 && difference(now, dark, beside) <= 1;
         };
         QVERIFY(waitUntil(sharp));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
         const QImage picture = pasted();
@@ -163,7 +153,7 @@ private Q_SLOTS:
             return difference(screen().grab(), dark, onLeft.adjusted(-8, -40, 8, 8)) <= 1;
         }));
         QCOMPARE(screenWithKeyboard(), kRight);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isPasted(m_before.copy(onRight)));
         QVERIFY(isOnlyCapture(m_before.copy(onRight)));
@@ -181,12 +171,10 @@ private Q_SLOTS:
         // Another overlay takes the keyboard without any press, as a window manager may do.
         for (const SeenWindow& overlay : overlays()) {
             if (overlay.pixels == kLeft)
-                xcb_set_input_focus(desktop().connection().raw(), XCB_INPUT_FOCUS_POINTER_ROOT,
-                                    overlay.id, XCB_CURRENT_TIME);
+                desktop().pager().focus(overlay.id);
         }
-        desktop().connection().sync();
         QVERIFY(waitUntil([this] { return screenWithKeyboard() == kLeft; }));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyCapture(m_before.copy(onRight)));
     }
@@ -204,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(openBoth());
         input().drag(press, press + QPoint(60, 60));
         QVERIFY(waitUntil([&] { return screenWithKeyboard().contains(press); }));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return samePixels(screen().grab(), m_before); }));
     }
@@ -212,11 +200,10 @@ private Q_SLOTS:
     void windowAcrossBothScreensIsTakenToTheEdge()
     {
         useTwoScreens();
-        const ClientWindow window(
-            display(),
+        const auto window = desktop().open(
             {.pixels = QRect(600, 250, 500, 200), .kind = WindowKind::normal, .colour = Qt::red});
-        QVERIFY(becomesActive(window));
-        const QRect frame = frameOf(window);
+        QVERIFY(becomesActive(*window));
+        const QRect frame = window->framePixels();
         m_before = screen().grabAtRest();
         QVERIFY(openBoth());
         input().click({700, 300});
@@ -238,9 +225,9 @@ private Q_SLOTS:
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
-        const ClientWindow window(display(), {.pixels = QRect(303, 211, 301, 203)});
-        QVERIFY(becomesActive(window));
-        const QRect frame = frameOf(window);
+        const auto window = desktop().open({.pixels = QRect(303, 211, 301, 203)});
+        QVERIFY(becomesActive(*window));
+        const QRect frame = window->framePixels();
         input().moveTo({20, 780});
         m_before = screen().grabAtRest();
         QVERIFY(openArea());
@@ -252,7 +239,7 @@ private Q_SLOTS:
             at.translate(step);
             QVERIFY(isPasted(m_before.copy(at)));
         }
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyCapture(m_before.copy(at)));
     }
@@ -272,10 +259,10 @@ private Q_SLOTS:
         QVERIFY(openBoth());
         input().drag(press, press + QPoint(90, 90));
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
-        desktop().server().removeMonitor(QStringLiteral("RIGHT"));
+        desktop().removeMonitor(QStringLiteral("RIGHT"));
         QTRY_COMPARE(overlays().size(), left);
         if (left > 0) {
-            input().tap(XK_Return);
+            input().tap(Qt::Key_Return);
             QVERIFY(sessionIsOver());
             QVERIFY(isOnlyCapture(m_before.copy(QRect(press, QSize(90, 90)))));
         }
@@ -288,14 +275,14 @@ private Q_SLOTS:
     void screenThatComesIsCoveredNextTime()
     {
         usePatternedDesktop(
-            {.server = {.pixels = {2166, 768}, .monitors = {{QStringLiteral("LEFT"), kLeft}}}});
+            {.screen = {.pixels = {2166, 768}, .monitors = {{QStringLiteral("LEFT"), kLeft}}}});
         startProgram();
         QVERIFY(openArea());
-        desktop().server().setMonitor({QStringLiteral("RIGHT"), kRight});
+        desktop().setMonitor({QStringLiteral("RIGHT"), kRight});
         input().drag({100, 200}, {400, 500});
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
         QCOMPARE(overlays().size(), std::size_t(1));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QVERIFY(openBoth());
     }

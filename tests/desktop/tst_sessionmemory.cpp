@@ -33,9 +33,9 @@ private Q_SLOTS:
         const QSize pixels(2560, 1600);
         const qint64 picture = qint64(pixels.width()) * pixels.height() * 4 / 1024;
         const qint64 most = 6 * 1024; // kB over the picture
-        useProgram({}, 1, {.server = {.pixels = pixels}});
+        useProgram({}, 1, {.screen = {.pixels = pixels}});
         QVERIFY(openArea()); // what is loaded once and stays
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         // The picture goes with the ring.
         QVERIFY(waitUntil([&] { return memory().shared < 2048; }));

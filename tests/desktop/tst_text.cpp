@@ -55,9 +55,8 @@ private:
     void show(const QImage& picture, const QRect& place = kWindow)
     {
         m_window.reset();
-        m_window = std::make_unique<ClientWindow>(
-            display(), ClientWindowOptions{
-                           .pixels = place, .kind = WindowKind::unmanaged, .picture = picture});
+        m_window =
+            desktop().open({.pixels = place, .kind = WindowKind::unmanaged, .picture = picture});
     }
 
     /// Opens a session over a window with this picture, with kSelected selected.
@@ -68,11 +67,7 @@ private:
         return selects();
     }
 
-    [[nodiscard]] QString copiedText()
-    {
-        ClipboardReader reader(display());
-        return QString::fromUtf8(reader.read("UTF8_STRING").value_or(QByteArray()));
-    }
+    [[nodiscard]] QString copiedText() { return desktop().clipboard().text().value_or(QString()); }
 
     /// Waits for a message over the selection, exactly as it is painted over what was seen before.
     [[nodiscard]] bool says(const QString& message, const QImage& before,
@@ -110,22 +105,22 @@ private Q_SLOTS:
                                 QStringLiteral("La acción rápida")};
         useProgram({}, 1,
                    {.windowManager = managed ? WindowManager::openbox : WindowManager::none});
-        ClientWindow front(display(), {.pixels = QRect(600, 400, 300, 200)});
+        const auto front = desktop().open({.pixels = QRect(600, 400, 300, 200)});
         if (!managed)
-            front.takeFocus();
-        QVERIFY(managed ? becomesActive(front) : waitUntil([&] { return front.hasFocus(); }));
+            front->takeFocus();
+        QVERIFY(managed ? becomesActive(*front) : waitUntil([&] { return front->hasFocus(); }));
         show(page(lines, ground, ink));
         QVERIFY(selects());
-        QVERIFY(!front.hasFocus());
+        QVERIFY(!front->hasFocus());
         press(Toolbar::Action::text);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([&] { return copiedText() == lines.join(QLatin1Char('\n')); }));
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
         // Who had the focus before gets the next key.
-        QVERIFY(waitUntil([&] { return front.hasFocus(); }));
-        front.forget();
-        input().tap(XK_a);
-        QVERIFY(waitUntil([&] { return front.keys().size() == 1; }));
+        QVERIFY(waitUntil([&] { return front->hasFocus(); }));
+        front->forget();
+        input().tap(Qt::Key_A);
+        QVERIFY(waitUntil([&] { return front->keys().size() == 1; }));
     }
 
     void withoutTextTheSessionGoesOn_data()
@@ -152,7 +147,7 @@ private Q_SLOTS:
         QVERIFY(
             waitUntil([&] { return samePixels(seen(kSelected), before.copy(pixels(kSelected))); }));
         QCOMPARE(overlays().size(), std::size_t(1));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
     }
 
@@ -168,7 +163,7 @@ private Q_SLOTS:
                                     "(tesseract-ocr-spa o tesseract-ocr-eng)"),
                      before));
         QCOMPARE(overlays().size(), std::size_t(1));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
     }
 
@@ -185,7 +180,7 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         press(Toolbar::Action::text, kFullSelected);
         QVERIFY(says(reading, before, kFullSelected));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         // A session that waits for its reading ends with the text on the clipboard.
         QCOMPARE(copiedText(), QString());
@@ -197,7 +192,7 @@ private Q_SLOTS:
         press(Toolbar::Action::text);
         QVERIFY(says(QStringLiteral("No se encontró texto en la selección"), empty));
         QCOMPARE(copiedText(), QString());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
 
         const auto line = QStringLiteral("La acción rápida");

@@ -50,9 +50,9 @@ private Q_SLOTS:
         QFETCH(QPointF, end);
         QVERIFY(annotates());
         QVERIFY(choose(tool));
-        input().press(XK_Shift_L);
+        input().press(Qt::Key_Shift);
         drag(kFrom, kFrom + QPointF(120, 35)); // 125 long
-        input().release(XK_Shift_L);
+        input().release(Qt::Key_Shift);
         QVERIFY(returnTakes({mark(tool, kFrom, end)}));
     }
 
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QVERIFY(choose(Tool::text));
         click(kFrom);
         input().type("hola 12");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(returnTakes({typed(kFrom, QStringLiteral("hola 12"))}));
     }
 

@@ -14,7 +14,7 @@ private:
     QRect itemInTray()
     {
         for (const SeenWindow& window : windows().shown(program().pid())) {
-            if (window.type != "_NET_WM_WINDOW_TYPE_DIALOG")
+            if (window.role != Role::dialog)
                 return window.pixels;
         }
         return {};
@@ -61,7 +61,7 @@ private Q_SLOTS:
         desktop().endTray();
         QVERIFY(itemGoes());
         QVERIFY(openArea());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         desktop().startTray(tray);
         QVERIFY(itemComes());
@@ -96,8 +96,8 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return windows().shown(program().pid()).size() == before + 1; }));
         QVERIFY(!screen().grabAtRest().isNull());
         // The first entry is the area capture; it waits until the menu is gone.
-        input().tap(XK_Down);
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Down);
+        input().tap(Qt::Key_Return);
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
         QVERIFY(waitUntil([this] {
             const auto all = overlays();
@@ -173,12 +173,12 @@ private Q_SLOTS:
         host.choose(item, menu.entries[9]); // about
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(waitUntil([this] { return dialogs().empty(); }));
 
         host.choose(item, menu.entries[0]);
         QVERIFY(sessionIsReady());
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
 
         host.choose(item, menu.entries[11]); // quit
@@ -193,7 +193,7 @@ private Q_SLOTS:
         startProgram();
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(waitUntil([this] { return dialogs().empty(); }));
         QVERIFY(openArea());
     }

@@ -81,23 +81,23 @@ private Q_SLOTS:
         QVERIFY(types({}, scale));
         input().type("hola jg ");
         QVERIFY(showsInField(at("hola jg ")));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(shows({at("hola jg ")}, kInside));
         QVERIFY(returnTakes({at("hola jg ")}));
     }
 
     void returnFinishesTheTextOnly_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::newRow("Return") << XK_Return;
-        QTest::newRow("Enter of the keypad") << XK_KP_Enter;
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("Return") << Qt::Key_Return;
+        QTest::newRow("Enter of the keypad") << Qt::Key_Enter;
     }
     void returnFinishesTheTextOnly()
     {
-        QFETCH(int, key);
+        QFETCH(Qt::Key, key);
         QVERIFY(types());
         input().type("uno");
-        input().tap(static_cast<xcb_keysym_t>(key));
+        input().tap(key);
         QVERIFY(isPastedWith({at("uno")}));
         QCOMPARE(overlays().size(), std::size_t(1));
         QVERIFY(history().isEmpty());
@@ -109,10 +109,10 @@ private Q_SLOTS:
         QVERIFY(types({{QStringLiteral("autoCopy"), false}}));
         input().type("uno ");
         QVERIFY(showsInField(at("uno ")));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(shows({}, kInside));
         QCOMPARE(overlays().size(), std::size_t(1));
-        input().tap(XK_Escape);
+        input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
         QCOMPARE(program().quit(), 0);
         QVERIFY(!clipboardIsTaken());
@@ -122,9 +122,9 @@ private Q_SLOTS:
     void emptyTextLeavesNothing()
     {
         QVERIFY(types());
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         click(kAt + QPointF(40, 60));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(returnTakes({}));
     }
 
@@ -132,7 +132,7 @@ private Q_SLOTS:
     {
         QVERIFY(types());
         input().type("uno");
-        input().chord({XK_Control_L, XK_c});
+        input().chord({Qt::Key_Control, Qt::Key_C});
         QVERIFY(sessionIsOver());
         QVERIFY(isPastedWith({at("uno")}));
         QVERIFY(isOnlyCapture(picture({at("uno")})));
@@ -143,10 +143,10 @@ private Q_SLOTS:
     {
         QVERIFY(types());
         input().type("uno");
-        input().chord({XK_Control_L, XK_s});
+        input().chord({Qt::Key_Control, Qt::Key_S});
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(isOnlyCapture(picture({at("uno")})));
         QVERIFY(isOnlyInHistory(picture({at("uno")})));
     }
@@ -160,11 +160,11 @@ private Q_SLOTS:
         QVERIFY(choose(Tool::text));
         click(kAt);
         input().type("uno");
-        input().chord({XK_Control_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
         input().type("dos");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(isPastedWith({rect, at("dos")}));
-        input().chord({XK_Control_L, XK_z});
+        input().chord({Qt::Key_Control, Qt::Key_Z});
         QVERIFY(isPastedWith({rect}));
         QVERIFY(returnTakes({rect}));
     }
@@ -173,8 +173,9 @@ private Q_SLOTS:
     {
         QVERIFY(types());
         input().type("abd");
-        tap({XK_Left, XK_c, XK_Home, XK_Delete, XK_End, XK_BackSpace, XK_e});
-        input().tap(XK_Return);
+        tap({Qt::Key_Left, Qt::Key_C, Qt::Key_Home, Qt::Key_Delete, Qt::Key_End, Qt::Key_Backspace,
+             Qt::Key_E});
+        input().tap(Qt::Key_Return);
         QVERIFY(returnTakes({at("bce")}));
     }
 
@@ -183,12 +184,13 @@ private Q_SLOTS:
         QVERIFY(types());
         setKeyboard(
             {QStringLiteral("es"), QStringLiteral("-option"), QStringLiteral("compose:rctrl")});
-        tap({XK_dead_acute, XK_a, XK_ntilde});
+        tap({Qt::Key_Dead_Acute, Qt::Key_A, Qt::Key_Ntilde});
         // Qt puts a composed letter before plain ones that came in the same moment; no hand is that
         // fast.
         QVERIFY(showsInField(typed(kAt, QStringLiteral("áñ"))));
-        tap({XK_Multi_key, XK_apostrophe, XK_e, XK_Multi_key, XK_o, XK_c});
-        input().tap(XK_Return);
+        tap({Qt::Key_Multi_key, Qt::Key_Apostrophe, Qt::Key_E, Qt::Key_Multi_key, Qt::Key_O,
+             Qt::Key_C});
+        input().tap(Qt::Key_Return);
         QVERIFY(returnTakes({typed(kAt, QStringLiteral("áñé©"))}));
     }
 
@@ -198,7 +200,7 @@ private Q_SLOTS:
         input().type("uno");
         click({160, 200});
         input().type("dos");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(returnTakes({at("uno"), typed({160, 200}, QStringLiteral("dos"))}));
     }
 
@@ -217,14 +219,14 @@ private Q_SLOTS:
         input().type("un");
         QVERIFY(pick(3));
         input().type("o");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(returnTakes({typed(kAt, QStringLiteral("uno"), Config::palette.at(3))}));
     }
 
     void focusTakenByAnotherWindowFinishesTheText()
     {
         useProgram();
-        ClientWindow other(display(), {.pixels = QRect(900, 500, 100, 100)});
+        const auto other = desktop().open({.pixels = QRect(900, 500, 100, 100)});
         QVERIFY(selects());
         QVERIFY(choose(Tool::text));
         click(kAt);
@@ -233,8 +235,8 @@ private Q_SLOTS:
         // A session that has only just begun takes a lost focus back.
         const QImage expected = picture({at("uno ")});
         QVERIFY(waitUntil([&] {
-            if (!other.hasFocus())
-                other.takeFocus();
+            if (!other->hasFocus())
+                other->takeFocus();
             return samePixels(pasted(), expected);
         }));
         QCOMPARE(overlays().size(), std::size_t(1));
@@ -250,7 +252,7 @@ private Q_SLOTS:
         pressHotKey(kAreaKey);
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 4);
         input().type("o");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(returnTakes({at("uno")}));
     }
 
@@ -261,13 +263,13 @@ private Q_SLOTS:
         QVERIFY(otherOffers(longText));
         QVERIFY(choose(Tool::text));
         click(kAt);
-        input().chord({XK_Control_L, XK_v});
+        input().chord({Qt::Key_Control, Qt::Key_V});
         const QRectF field = TextField::place(kAt, kSelected);
         QVERIFY(waitUntil([&] { return !samePixels(seen(field), picture({}, field)); }));
         // Nothing of it shows beside the field.
         QVERIFY(shows({}, {128, field.top(), field.left() - 128, field.height()}));
         input().type("fin");
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         const QString whole = QString::fromLatin1(longText + "fin");
         QVERIFY(shows({typed(kAt, whole)}, kInside));
         QVERIFY(returnTakes({typed(kAt, whole)}));
@@ -293,31 +295,31 @@ private Q_SLOTS:
         QVERIFY(otherOffers(pasted.toUtf8()));
         QVERIFY(choose(Tool::text));
         click(kAt);
-        input().chord({XK_Control_L, XK_v});
+        input().chord({Qt::Key_Control, Qt::Key_V});
         QVERIFY(waitUntil([this] { return !samePixels(seen(kInside), picture({}, kInside)); }));
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
         QVERIFY(returnTakes({typed(kAt, drawn)}));
     }
 
     void heldKeyEndsTheTextOnly_data()
     {
-        QTest::addColumn<int>("key");
+        QTest::addColumn<Qt::Key>("key");
         QTest::addColumn<bool>("keepsText");
-        QTest::newRow("Return") << XK_Return << true;
-        QTest::newRow("Escape") << XK_Escape << false;
+        QTest::newRow("Return") << Qt::Key_Return << true;
+        QTest::newRow("Escape") << Qt::Key_Escape << false;
     }
     void heldKeyEndsTheTextOnly()
     {
         constexpr int kHeldMilliseconds = 1200; // the server repeats after 660
-        QFETCH(int, key);
+        QFETCH(Qt::Key, key);
         QFETCH(bool, keepsText);
         QVERIFY(types());
         input().type("uno");
-        input().press(static_cast<xcb_keysym_t>(key));
+        input().press(key);
         const Marks left = keepsText ? Marks{at("uno")} : Marks{};
         QVERIFY(shows(left, kInside));
         QTest::qWait(kHeldMilliseconds);
-        input().release(static_cast<xcb_keysym_t>(key));
+        input().release(key);
         QCOMPARE(overlays().size(), std::size_t(1));
         QVERIFY(returnTakes(left));
     }

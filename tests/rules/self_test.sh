@@ -73,7 +73,7 @@ catches() {
     fi
 }
 
-for rule in rooms system docs listed symbols machine sizes format; do
+for rule in rooms system harness docs listed symbols machine sizes format; do
     plant
     passes $rule
 done
@@ -112,6 +112,12 @@ catches rooms "a room nobody knows" 'cp -r src/app src/attic; sed -i "1s/app/att
 catches system "a question when compiling" 'printf "#ifdef Q_OS_MACOS\n#endif\n" >>src/app/Above.h'
 catches system "a question with the compiler'\''s word" 'printf "#if defined(__linux__)\n#endif\n" >>src/base/Good.cpp'
 catches system "a question when running" 'echo "bool a = QGuiApplication::platformName().isEmpty();" >>src/base/Good.cpp'
+catches harness "the window system in a test" 'mkdir -p tests/desktop; echo "xcb_flush(c);" >tests/desktop/tst_a.cpp'
+catches harness "the window system'\''s keys in a test" 'mkdir -p tests/desktop; echo "tap(XK_Escape);" >tests/desktop/tst_a.cpp'
+catches harness "the window system in a test'\''s base" \
+    'mkdir -p tests/desktop/support; echo "#include <xcb/shape.h>" >tests/desktop/support/Base.h'
+catches harness "a shortcut to the window system" \
+    'mkdir -p tests/desktop; echo "#include \"desktop/support/x11/Connection.h\"" >tests/desktop/tst_a.cpp'
 catches docs "a code span without a file" 'echo "\`src/base/Gone.h\`" >>README.md'
 catches docs "a file of a room that is gone" 'echo "\`base/Gone.cpp\`" >>docs/MORE.md'
 catches docs "a link to nowhere" 'echo "[x](GONE.md)" >>docs/MORE.md'

@@ -8,10 +8,7 @@ namespace brindlecam::desktop {
 
 namespace {
 
-constexpr auto kOverlay = "_NET_WM_WINDOW_TYPE_DOCK";
-constexpr auto kToast = "_NET_WM_WINDOW_TYPE_NOTIFICATION";
-constexpr auto kDialog = "_NET_WM_WINDOW_TYPE_DIALOG";
-constexpr std::uint16_t kShiftSuper = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4;
+constexpr Qt::KeyboardModifiers kShiftSuper = Qt::ShiftModifier | Qt::MetaModifier;
 
 QStringList picturesIn(const QString& folder)
 {
@@ -34,7 +31,6 @@ void CaptureTest::usePatternedDesktop(const DesktopOptions& options)
     DesktopOptions patterned = options;
     patterned.patterned = true;
     useDesktop(patterned);
-    m_windows = std::make_unique<ProgramWindows>(display());
 }
 
 void CaptureTest::startProgram(const QStringList& arguments)
@@ -45,31 +41,18 @@ void CaptureTest::startProgram(const QStringList& arguments)
     const auto ready = [this] {
         return windows().exists(program().pid(), QRect(10, 10, 300, 200));
     };
-    const auto owned = [this](xcb_keysym_t key) {
-        return desktop().connection().isKeyGrabbedByOther(key, kShiftSuper);
-    };
+    const auto rival = desktop().rival();
+    const auto owned = [&](Qt::Key key) { return rival->isHotKeyTaken(key, kShiftSuper); };
     if (!waitUntil(ready) || !owned(kAreaKey) || !owned(kFullScreenKey))
         qFatal("the hot keys are not taken:\n%s", qPrintable(program().log()));
 }
 
-bool CaptureTest::keyboardIsFree()
+void CaptureTest::pressHotKey(Qt::Key key)
 {
-    const Connection& connection = desktop().connection();
-    const Owned<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(
-        connection.raw(),
-        xcb_grab_keyboard(connection.raw(), 1, connection.root(), XCB_CURRENT_TIME,
-                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-        nullptr));
-    xcb_ungrab_keyboard(connection.raw(), XCB_CURRENT_TIME);
-    connection.sync();
-    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
-}
-
-void CaptureTest::pressHotKey(xcb_keysym_t key)
-{
-    if (!waitUntil([this] { return keyboardIsFree(); }))
+    const auto rival = desktop().rival();
+    if (!waitUntil([&] { return !rival->isKeyboardTaken(); }))
         qWarning("somebody keeps the keyboard");
-    input().chord({XK_Shift_L, XK_Super_L, key});
+    input().chord({Qt::Key_Shift, Qt::Key_Super_L, key});
 }
 
 bool CaptureTest::openArea()
@@ -108,17 +91,17 @@ bool CaptureTest::sessionIsOver()
 
 std::vector<SeenWindow> CaptureTest::overlays()
 {
-    return windows().shown(program().pid(), kOverlay);
+    return windows().shown(program().pid(), Role::overlay);
 }
 
 std::vector<SeenWindow> CaptureTest::toasts()
 {
-    return windows().shown(program().pid(), kToast);
+    return windows().shown(program().pid(), Role::toast);
 }
 
 std::vector<SeenWindow> CaptureTest::dialogs()
 {
-    return windows().shown(program().pid(), kDialog);
+    return windows().shown(program().pid(), Role::dialog);
 }
 
 bool CaptureTest::toastIsGone()
@@ -128,34 +111,12 @@ bool CaptureTest::toastIsGone()
 
 bool CaptureTest::becomesActive(const ClientWindow& window)
 {
-    const Connection& connection = desktop().connection();
-    const std::vector<std::uint32_t> wanted{window.id()};
-    return waitUntil(
-        [&] { return connection.property32(connection.root(), "_NET_ACTIVE_WINDOW") == wanted; });
-}
-
-void CaptureTest::ask(xcb_window_t window, const QByteArray& message,
-                      std::initializer_list<std::uint32_t> data)
-{
-    const Connection& connection = desktop().connection();
-    xcb_client_message_event_t event{};
-    event.response_type = XCB_CLIENT_MESSAGE;
-    event.format = 32;
-    event.window = window;
-    event.type = connection.atom(message);
-    std::copy(data.begin(), data.end(), std::begin(event.data.data32));
-    xcb_send_event(connection.raw(), 0, connection.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&event));
-    connection.sync();
+    return waitUntil([&] { return windows().active() == window.id(); });
 }
 
 QImage CaptureTest::pasted()
 {
-    ClipboardReader reader(display());
-    if (reader.owner() == 0)
-        return {};
-    return QImage::fromData(reader.read("image/png").value_or(QByteArray()), "PNG");
+    return desktop().clipboard().picture();
 }
 
 bool CaptureTest::isPasted(const QImage& expected)
@@ -165,7 +126,7 @@ bool CaptureTest::isPasted(const QImage& expected)
 
 bool CaptureTest::clipboardIsTaken()
 {
-    return ClipboardReader(display()).owner() != 0;
+    return desktop().clipboard().isTaken();
 }
 
 QStringList CaptureTest::captures()

@@ -2,16 +2,10 @@
 
 #include "desktop/support/DesktopTest.h"
 #include "desktop/support/Pictures.h"
-#include "desktop/support/x11/ClientWindow.h"
-#include "desktop/support/x11/ClipboardReader.h"
-#include "desktop/support/x11/ProgramWindows.h"
 
 #include <QImage>
 #include <QStringList>
 
-#include <cstdint>
-#include <initializer_list>
-#include <memory>
 #include <vector>
 
 namespace brindlecam::desktop {
@@ -22,8 +16,8 @@ class CaptureTest : public DesktopTest {
     Q_OBJECT
 
 protected:
-    static constexpr xcb_keysym_t kAreaKey = XK_9;
-    static constexpr xcb_keysym_t kFullScreenKey = XK_8;
+    static constexpr Qt::Key kAreaKey = Qt::Key_9;
+    static constexpr Qt::Key kFullScreenKey = Qt::Key_8;
 
     /// A desktop with a wallpaper on which every shift by a pixel shows.
     void usePatternedDesktop(const DesktopOptions& options = {});
@@ -32,7 +26,7 @@ protected:
     void startProgram(const QStringList& arguments = {});
     /// Presses and lets go of Shift, Super and this key, once nobody has taken the keyboard: after
     /// a session the program holds it until the keys of that are up.
-    void pressHotKey(xcb_keysym_t key);
+    void pressHotKey(Qt::Key key);
 
     /// Presses the area hot key and waits until the session is ready; false when it never was.
     [[nodiscard]] bool openArea();
@@ -47,13 +41,9 @@ protected:
     [[nodiscard]] bool toastIsShown() { return !toasts().empty(); }
     /// Waits until no toast can be seen.
     [[nodiscard]] bool toastIsGone();
-    [[nodiscard]] ProgramWindows& windows() { return *m_windows; }
 
     /// Waits until the window manager has given this window the focus and drawn its frame so.
     [[nodiscard]] bool becomesActive(const ClientWindow& window);
-    /// Asks the window manager for something, as pagers do.
-    void ask(xcb_window_t window, const QByteArray& message,
-             std::initializer_list<std::uint32_t> data);
 
     /// The clipboard's PNG, null when there is none.
     [[nodiscard]] QImage pasted();
@@ -68,11 +58,6 @@ protected:
     /// Waits until the folder holds exactly one picture, and that is this one.
     [[nodiscard]] bool isOnlyCapture(const QImage& expected);
     [[nodiscard]] bool isOnlyInHistory(const QImage& expected);
-
-private:
-    [[nodiscard]] bool keyboardIsFree();
-
-    std::unique_ptr<ProgramWindows> m_windows;
 };
 
 } // namespace brindlecam::desktop

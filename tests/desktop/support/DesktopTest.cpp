@@ -7,9 +7,7 @@ namespace brindlecam::desktop {
 
 void DesktopTest::useDesktop(const DesktopOptions& options)
 {
-    m_desktop = std::make_unique<Desktop>(options);
-    m_input = std::make_unique<Input>(display());
-    m_screen = std::make_unique<Screen>(display());
+    m_desktop = Desktop::start(options);
     m_program = std::make_unique<ProgramUnderTest>(*m_desktop);
 }
 
@@ -23,8 +21,6 @@ void DesktopTest::cleanup()
         keepArtifacts();
         QTest::qFail("the program does not quit cleanly", __FILE__, __LINE__);
     }
-    m_input.reset();
-    m_screen.reset();
     m_program.reset();
     m_desktop.reset();
 }
@@ -42,7 +38,7 @@ void DesktopTest::keepArtifacts() const
         name +=
             QLatin1Char('.') + QString::fromLatin1(row).replace(QLatin1Char('/'), QLatin1Char('-'));
     const QDir folder(root);
-    m_screen->grab().save(folder.filePath(name + QLatin1String(".png")));
+    m_desktop->screen().grab().save(folder.filePath(name + QLatin1String(".png")));
     QFile log(folder.filePath(name + QLatin1String(".log")));
     if (log.open(QIODevice::WriteOnly))
         log.write(text.toUtf8());

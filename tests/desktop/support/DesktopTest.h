@@ -1,10 +1,8 @@
 #pragma once
 
+#include "desktop/support/Desktop.h"
 #include "desktop/support/Patience.h"
 #include "desktop/support/ProgramUnderTest.h"
-#include "desktop/support/x11/Desktop.h"
-#include "desktop/support/x11/Input.h"
-#include "desktop/support/x11/Screen.h"
 
 #include <QObject>
 #include <QTest>
@@ -26,10 +24,10 @@ protected:
     void useDesktop(const DesktopOptions& options = {});
 
     [[nodiscard]] Desktop& desktop() { return *m_desktop; }
-    [[nodiscard]] QString display() { return m_desktop->server().display(); }
     [[nodiscard]] ProgramUnderTest& program() { return *m_program; }
-    [[nodiscard]] Input& input() { return *m_input; }
-    [[nodiscard]] Screen& screen() { return *m_screen; }
+    [[nodiscard]] Input& input() { return m_desktop->input(); }
+    [[nodiscard]] Screen& screen() { return m_desktop->screen(); }
+    [[nodiscard]] Windows& windows() { return m_desktop->windows(); }
 
 private Q_SLOTS:
     void cleanup();
@@ -39,8 +37,6 @@ private:
 
     std::unique_ptr<Desktop> m_desktop;
     std::unique_ptr<ProgramUnderTest> m_program;
-    std::unique_ptr<Input> m_input;
-    std::unique_ptr<Screen> m_screen;
 };
 
 } // namespace brindlecam::desktop

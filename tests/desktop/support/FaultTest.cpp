@@ -1,6 +1,6 @@
 #include "desktop/support/FaultTest.h"
 
-#include "desktop/support/x11/ClipboardReader.h"
+#include "desktop/support/Clipboard.h"
 
 #include <QDir>
 
@@ -10,7 +10,7 @@ namespace brindlecam::desktop {
 
 namespace {
 
-constexpr std::uint16_t kSuperShift = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
+constexpr Qt::KeyboardModifiers kSuperShift = Qt::MetaModifier | Qt::ShiftModifier;
 
 /// Every pixel's colour tells its place; the channels keep their high bits for depth 16.
 QImage sample(QSize pixels)
@@ -27,38 +27,38 @@ QImage sample(QSize pixels)
 
 bool FaultTest::awaitHotKeys()
 {
-    const Connection& connection = desktop().connection();
+    const auto rival = desktop().rival();
     return waitUntil([&] {
-        return connection.isKeyGrabbedByOther(XK_9, kSuperShift) &&
-               connection.isKeyGrabbedByOther(XK_8, kSuperShift);
+        return rival->isHotKeyTaken(Qt::Key_9, kSuperShift) &&
+               rival->isHotKeyTaken(Qt::Key_8, kSuperShift);
     });
 }
 
-std::vector<VisibleWindow> FaultTest::overlays()
+std::vector<SeenWindow> FaultTest::overlays()
 {
-    std::vector<VisibleWindow> windows = visibleWindows(desktop().connection());
-    std::erase_if(windows, [](const VisibleWindow& window) {
+    std::vector<SeenWindow> found = windows().all();
+    std::erase_if(found, [](const SeenWindow& window) {
         return window.title != QLatin1String("Brindlecam");
     });
-    return windows;
+    return found;
 }
 
 bool FaultTest::awaitSession(std::size_t overlayCount)
 {
-    const Connection& connection = desktop().connection();
+    const auto rival = desktop().rival();
     return waitUntil([&] {
-        const std::vector<VisibleWindow> up = overlays();
-        const xcb_window_t focused = focusedWindow(connection);
-        return up.size() == overlayCount && std::ranges::count(up, focused, &VisibleWindow::id) &&
-               connection.isKeyGrabbedByOther(XK_Escape, 0);
+        const std::vector<SeenWindow> up = overlays();
+        const WindowId focused = windows().focused();
+        return up.size() == overlayCount && std::ranges::count(up, focused, &SeenWindow::id) &&
+               rival->isHotKeyTaken(Qt::Key_Escape, {});
     });
 }
 
 bool FaultTest::awaitSessionEnd()
 {
-    return waitUntil([this] {
-        return overlays().empty() && !desktop().connection().isKeyGrabbedByOther(XK_Escape, 0);
-    });
+    const auto rival = desktop().rival();
+    return waitUntil(
+        [&] { return overlays().empty() && !rival->isHotKeyTaken(Qt::Key_Escape, {}); });
 }
 
 void FaultTest::select(const QRect& pixels)
@@ -69,7 +69,7 @@ void FaultTest::select(const QRect& pixels)
 bool FaultTest::awaitToast(const QString& text)
 {
     return waitUntil([&] {
-        for (const VisibleWindow& window : visibleWindows(desktop().connection())) {
+        for (const SeenWindow& window : windows().all()) {
             const std::pair toast(window.pid, window.id);
             if (window.title == text && toast != m_lastToast) {
                 m_lastToast = toast;
@@ -83,16 +83,13 @@ bool FaultTest::awaitToast(const QString& text)
 bool FaultTest::awaitNothingShown()
 {
     return waitUntil([this] {
-        const auto windows = visibleWindows(desktop().connection());
-        return std::ranges::count(windows, program().pid(), &VisibleWindow::pid) == 0;
+        return std::ranges::count(windows().all(), program().pid(), &SeenWindow::pid) == 0;
     });
 }
 
 QImage FaultTest::pastedPicture()
 {
-    ClipboardReader reader(display());
-    const auto png = reader.read("image/png");
-    return png ? QImage::fromData(*png, "PNG") : QImage();
+    return desktop().clipboard().picture();
 }
 
 QStringList FaultTest::namesIn(const QString& folder)
@@ -115,9 +112,8 @@ QImage FaultTest::onlyPictureIn(const QString& folder)
 
 std::unique_ptr<ClientWindow> FaultTest::showSample(const QRect& pixels, WindowKind kind)
 {
-    auto window = std::make_unique<ClientWindow>(
-        display(),
-        ClientWindowOptions{.pixels = pixels, .kind = kind, .picture = sample(pixels.size())});
+    auto window =
+        desktop().open({.pixels = pixels, .kind = kind, .picture = sample(pixels.size())});
     // Seen, not only mapped: a compositor takes its time.
     const auto shown = [&] {
         const QImage seen = screen().grab(window->pixels());

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "desktop/support/ClientWindow.h"
 #include "desktop/support/DesktopTest.h"
 #include "desktop/support/Pictures.h"
-#include "desktop/support/x11/ClientWindow.h"
-#include "desktop/support/x11/VisibleWindows.h"
+#include "desktop/support/Windows.h"
 
 #include <QImage>
 #include <QStringList>
@@ -21,12 +21,12 @@ class FaultTest : public DesktopTest {
 
 protected:
     /// Super+Mayús+9, and Super+Mayús+8.
-    void pressAreaKey() { input().chord({XK_Super_L, XK_Shift_L, XK_9}); }
-    void pressFullScreenKey() { input().chord({XK_Super_L, XK_Shift_L, XK_8}); }
+    void pressAreaKey() { input().chord({Qt::Key_Super_L, Qt::Key_Shift, Qt::Key_9}); }
+    void pressFullScreenKey() { input().chord({Qt::Key_Super_L, Qt::Key_Shift, Qt::Key_8}); }
     [[nodiscard]] bool awaitHotKeys();
 
     /// The overlays that are up.
-    [[nodiscard]] std::vector<VisibleWindow> overlays();
+    [[nodiscard]] std::vector<SeenWindow> overlays();
     /// The overlays cover the screen, take keys, and Escape is held.
     [[nodiscard]] bool awaitSession(std::size_t overlayCount = 1);
     /// No overlay is left and Escape is free again.
@@ -57,7 +57,7 @@ protected:
                                                            WindowKind kind = WindowKind::normal);
 
 private:
-    std::pair<quint32, xcb_window_t> m_lastToast; ///< process and window
+    std::pair<qint64, WindowId> m_lastToast; ///< process and window
 };
 
 } // namespace brindlecam::desktop

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "desktop/support/x11/Connection.h"
-
 #include <QColor>
 #include <QImage>
 #include <QRegion>
@@ -21,11 +19,5 @@ namespace brindlecam::desktop {
 [[nodiscard]] bool samePixels(const QImage& one, const QImage& other);
 /// The picture under black at alpha 0.45.
 [[nodiscard]] QImage dimmed(const QImage& picture);
-
-/// A pixmap of the root's depth with this picture; the server frees it with the connection.
-[[nodiscard]] xcb_pixmap_t uploaded(const Connection& connection, const QImage& picture);
-/// Tiles the desktop behind all windows with a picture, also under a compositor, as long as the
-/// connection lasts.
-void hangWallpaper(const Connection& connection, const QImage& picture);
 
 } // namespace brindlecam::desktop

@@ -10,9 +10,6 @@ namespace brindlecam::desktop {
 
 namespace {
 
-constexpr auto kPin = "_NET_WM_WINDOW_TYPE_UTILITY";
-constexpr auto kMenu = "_NET_WM_WINDOW_TYPE_NORMAL" /* and unmanaged */;
-
 // Points: where the bar lies below the selection, and the pin's button in it.
 constexpr int kBarGap = 8;
 constexpr int kBarWidth = 230;
@@ -95,7 +92,7 @@ void PinTest::pressPinButton(const QRect& area)
 
 std::vector<SeenWindow> PinTest::pins()
 {
-    return windows().shown(program().pid(), kPin);
+    return windows().shown(program().pid(), Role::pin);
 }
 
 bool PinTest::isOnlyPin(const QRect& place)
@@ -204,7 +201,7 @@ void PinTest::choose(int item)
     // Mapped is not served: keys that come before the menu has the keyboard are lost.
     const auto reached = [&] {
         const int before = litItem();
-        input().tap(XK_Down);
+        input().tap(Qt::Key_Down);
         QElapsedTimer timer;
         for (timer.start(); timer.elapsed() < kMenuAnswer; QTest::qWait(kMenuAnswer / 50)) {
             if (const int now = litItem(); now != before)
@@ -213,19 +210,17 @@ void PinTest::choose(int item)
         return false;
     };
     if (waitUntil(reached))
-        input().tap(XK_Return);
+        input().tap(Qt::Key_Return);
 }
 
 std::vector<SeenWindow> PinTest::menus()
 {
-    auto all = windows().shown(program().pid(), kMenu);
-    std::erase_if(all, [](const SeenWindow& window) { return window.managed; });
-    return all;
+    return windows().shown(program().pid(), Role::menu);
 }
 
 bool PinTest::activate(const ClientWindow& window)
 {
-    ask(window.id(), "_NET_ACTIVE_WINDOW", {2, 0, 0});
+    desktop().pager().activate(window.id());
     return becomesActive(window);
 }
 

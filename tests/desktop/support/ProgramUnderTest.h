@@ -1,8 +1,8 @@
 #pragma once
 
+#include "desktop/support/Desktop.h"
 #include "desktop/support/PrivateFolders.h"
 #include "desktop/support/Process.h"
-#include "desktop/support/x11/Desktop.h"
 
 #include <QJsonObject>
 #include <QProcessEnvironment>

@@ -7,7 +7,7 @@
 
 namespace brindlecam::desktop {
 
-XServer::XServer(const XServerOptions& options)
+XServer::XServer(const ScreenOptions& options)
 {
     const QString geometry = QStringLiteral("%1x%2x%3")
                                  .arg(options.pixels.width())

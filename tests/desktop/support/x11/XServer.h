@@ -1,33 +1,20 @@
 #pragma once
 
+#include "desktop/support/Desktop.h"
 #include "desktop/support/Process.h"
 
-#include <QRect>
-#include <QSize>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
 
 namespace brindlecam::desktop {
 
-/// One monitor of the virtual screen, in native pixels.
-struct Monitor {
-    QString name;
-    QRect pixels;
-};
-
-struct XServerOptions {
-    QSize pixels{1280, 800};
-    int depth = 24;
-    QString without{};               ///< an extension that it lacks, as in "MIT-SHM"
-    std::vector<Monitor> monitors{}; ///< empty: one monitor as large as the screen
-};
-
 /// A private X server without hardware, on a display number of its own choosing.
 class XServer final {
 public:
-    explicit XServer(const XServerOptions& options);
+    explicit XServer(const ScreenOptions& options);
 
     /// For DISPLAY, as in ":7".
     [[nodiscard]] const QString& display() const { return m_display; }

@@ -1,22 +1,30 @@
-#include "desktop/support/x11/Desktop.h"
+#include "desktop/support/x11/X11Desktop.h"
 
 #include "desktop/support/Patience.h"
 #include "desktop/support/Pictures.h"
+#include "desktop/support/x11/X11ClientWindow.h"
+#include "desktop/support/x11/X11ClipboardManager.h"
+#include "desktop/support/x11/X11Pictures.h"
+#include "desktop/support/x11/X11Rival.h"
 
 #include <csignal>
 
 namespace brindlecam::desktop {
 
-Desktop::Desktop(const DesktopOptions& options)
-    : m_server(options.server)
+X11Desktop::X11Desktop(const DesktopOptions& options)
+    : m_server(options.screen)
     , m_connection(m_server.display())
+    , m_input(m_server.display())
+    , m_screen(m_server.display())
+    , m_clipboard(m_server.display())
+    , m_pager(m_server.display())
+    , m_windows(m_server.display())
 {
     if (options.bus == MessageBus::session)
         startBus();
     // Before a compositor comes, which may miss one that is hung while it begins.
     if (options.patterned)
-        hangWallpaper(m_connection, pattern({m_connection.screen().width_in_pixels,
-                                             m_connection.screen().height_in_pixels}));
+        hangWallpaper(pattern(m_screen.pixels().size()));
     if (options.windowManager == WindowManager::openbox)
         startWindowManager();
     if (options.compositor == Compositor::picom)
@@ -25,7 +33,7 @@ Desktop::Desktop(const DesktopOptions& options)
         startTray(options.tray);
 }
 
-QProcessEnvironment Desktop::environment() const
+QProcessEnvironment X11Desktop::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const auto& name : {"WAYLAND_DISPLAY", "XAUTHORITY", "DESKTOP_SESSION", "SESSION_MANAGER",
@@ -49,7 +57,37 @@ QProcessEnvironment Desktop::environment() const
     return environment;
 }
 
-void Desktop::startWindowManager()
+std::unique_ptr<ClientWindow> X11Desktop::open(const ClientWindowOptions& options)
+{
+    return std::make_unique<X11ClientWindow>(name(), options);
+}
+
+std::unique_ptr<Rival> X11Desktop::rival()
+{
+    return std::make_unique<X11Rival>(name());
+}
+
+std::unique_ptr<ClipboardManager> X11Desktop::startClipboardManager(KeepsBy way)
+{
+    return std::make_unique<X11ClipboardManager>(name(), way);
+}
+
+void X11Desktop::hangWallpaper(const QImage& picture)
+{
+    desktop::hangWallpaper(m_connection, picture);
+}
+
+bool X11Desktop::hasCompositor() const
+{
+    return m_connection.selectionOwner("_NET_WM_CM_S0") != XCB_WINDOW_NONE;
+}
+
+bool X11Desktop::hasTray() const
+{
+    return m_connection.selectionOwner("_NET_SYSTEM_TRAY_S0") != XCB_WINDOW_NONE;
+}
+
+void X11Desktop::startWindowManager()
 {
     // Openbox announces itself before it listens, and a window mapped in between is lost; its
     // start-up command runs when that is over.
@@ -60,37 +98,36 @@ void Desktop::startWindowManager()
         qFatal("openbox does not take over: %s", m_windowManager->log().constData());
 }
 
-void Desktop::endWindowManager()
+void X11Desktop::endWindowManager()
 {
     m_windowManager.reset();
 }
 
-void Desktop::pauseWindowManager()
+void X11Desktop::pauseWindowManager()
 {
     kill(static_cast<pid_t>(m_windowManager->pid()), SIGSTOP);
 }
 
-void Desktop::resumeWindowManager()
+void X11Desktop::resumeWindowManager()
 {
     kill(static_cast<pid_t>(m_windowManager->pid()), SIGCONT);
 }
 
-void Desktop::startCompositor()
+void X11Desktop::startCompositor()
 {
     m_compositor =
         start(QStringLiteral("picom"), {QStringLiteral("--backend"), QStringLiteral("xrender"),
                                         QStringLiteral("--config"), QStringLiteral("/dev/null")});
-    const auto owned = [this] { return m_connection.selectionOwner("_NET_WM_CM_S0") != 0; };
-    if (!waitUntil(owned))
+    if (!waitUntil([this] { return hasCompositor(); }))
         qFatal("picom does not take over: %s", m_compositor->log().constData());
 }
 
-void Desktop::endCompositor()
+void X11Desktop::endCompositor()
 {
     m_compositor.reset();
 }
 
-void Desktop::startTray(Tray tray)
+void X11Desktop::startTray(Tray tray)
 {
     if (tray == Tray::tint2)
         m_tray = start(QStringLiteral("tint2"), {});
@@ -98,22 +135,22 @@ void Desktop::startTray(Tray tray)
         m_tray = start(QStringLiteral("trayer"),
                        {QStringLiteral("--edge"), QStringLiteral("bottom"),
                         QStringLiteral("--widthtype"), QStringLiteral("request")});
-    const auto owned = [this] { return m_connection.selectionOwner("_NET_SYSTEM_TRAY_S0") != 0; };
-    if (!waitUntil(owned))
+    if (!waitUntil([this] { return hasTray(); }))
         qFatal("no tray appears: %s", m_tray->log().constData());
 }
 
-void Desktop::endTray()
+void X11Desktop::endTray()
 {
     m_tray.reset();
 }
 
-std::unique_ptr<Process> Desktop::start(const QString& program, const QStringList& arguments) const
+std::unique_ptr<Process> X11Desktop::start(const QString& program,
+                                           const QStringList& arguments) const
 {
     return std::make_unique<Process>(program, arguments, environment());
 }
 
-void Desktop::startBus()
+void X11Desktop::startBus()
 {
     m_bus = start(QStringLiteral("dbus-daemon"),
                   {QStringLiteral("--session"), QStringLiteral("--nofork"),

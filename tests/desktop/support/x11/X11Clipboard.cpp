@@ -1,4 +1,4 @@
-#include "desktop/support/x11/ClipboardReader.h"
+#include "desktop/support/x11/X11Clipboard.h"
 
 #include "desktop/support/Patience.h"
 
@@ -11,7 +11,7 @@
 
 namespace brindlecam::desktop {
 
-ClipboardReader::ClipboardReader(const QString& display, QByteArray selection)
+X11Clipboard::X11Clipboard(const QString& display, QByteArray selection)
     : m_connection(display)
     , m_selection(std::move(selection))
     , m_window(xcb_generate_id(m_connection.raw()))
@@ -24,7 +24,7 @@ ClipboardReader::ClipboardReader(const QString& display, QByteArray selection)
     m_connection.sync();
 }
 
-QByteArrayList ClipboardReader::targets()
+QByteArrayList X11Clipboard::formats()
 {
     const auto bytes = read("TARGETS");
     QByteArrayList names;
@@ -38,10 +38,10 @@ QByteArrayList ClipboardReader::targets()
     return names;
 }
 
-std::optional<QByteArray> ClipboardReader::read(const QByteArray& target)
+std::optional<QByteArray> X11Clipboard::read(const QByteArray& format)
 {
     m_pieces = false;
-    if (!convert(target))
+    if (!convert(format))
         return std::nullopt;
     auto bytes = takeProperty();
     if (m_type == m_connection.atom("INCR")) {
@@ -51,11 +51,23 @@ std::optional<QByteArray> ClipboardReader::read(const QByteArray& target)
     return bytes;
 }
 
-bool ClipboardReader::convert(const QByteArray& target)
+std::optional<QString> X11Clipboard::text()
+{
+    const auto bytes = read("UTF8_STRING");
+    return bytes ? std::optional(QString::fromUtf8(*bytes)) : std::nullopt;
+}
+
+void X11Clipboard::cutOwnersConnection()
+{
+    xcb_kill_client(m_connection.raw(), m_connection.selectionOwner(m_selection));
+    m_connection.sync();
+}
+
+bool X11Clipboard::convert(const QByteArray& format)
 {
     xcb_delete_property(m_connection.raw(), m_window, m_property);
     xcb_convert_selection(m_connection.raw(), m_window, m_connection.atom(m_selection),
-                          m_connection.atom(target), m_property, XCB_CURRENT_TIME);
+                          m_connection.atom(format), m_property, XCB_CURRENT_TIME);
     xcb_flush(m_connection.raw());
     bool delivered = false;
     const auto answered = [&delivered](const xcb_generic_event_t& event) {
@@ -67,7 +79,7 @@ bool ClipboardReader::convert(const QByteArray& target)
     return awaitEvent(answered) && delivered;
 }
 
-std::optional<QByteArray> ClipboardReader::takeProperty()
+std::optional<QByteArray> X11Clipboard::takeProperty()
 {
     constexpr std::uint32_t kEverything = 0x1fffffff;
     const auto cookie =
@@ -81,7 +93,7 @@ std::optional<QByteArray> ClipboardReader::takeProperty()
                       xcb_get_property_value_length(reply.get()));
 }
 
-std::optional<QByteArray> ClipboardReader::takePieces()
+std::optional<QByteArray> X11Clipboard::takePieces()
 {
     const auto written = [this](const xcb_generic_event_t& event) {
         if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY)
@@ -104,7 +116,7 @@ std::optional<QByteArray> ClipboardReader::takePieces()
 }
 
 template <typename Accept>
-bool ClipboardReader::awaitEvent(Accept accept) const
+bool X11Clipboard::awaitEvent(Accept accept) const
 {
     const QDeadlineTimer deadline(kPatience);
     while (!deadline.hasExpired()) {

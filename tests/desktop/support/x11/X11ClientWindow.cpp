@@ -1,6 +1,9 @@
-#include "desktop/support/x11/ClientWindow.h"
+#include "desktop/support/x11/X11ClientWindow.h"
 
 #include "desktop/support/Patience.h"
+#include "desktop/support/x11/X11Geometry.h"
+#include "desktop/support/x11/X11Keys.h"
+#include "desktop/support/x11/X11Pictures.h"
 
 #include <QCoreApplication>
 #include <QSysInfo>
@@ -9,7 +12,7 @@
 
 namespace brindlecam::desktop {
 
-ClientWindow::ClientWindow(const QString& display, const ClientWindowOptions& options)
+X11ClientWindow::X11ClientWindow(const QString& display, const ClientWindowOptions& options)
     : m_connection(display)
     , m_window(xcb_generate_id(m_connection.raw()))
 {
@@ -37,35 +40,35 @@ ClientWindow::ClientWindow(const QString& display, const ClientWindowOptions& op
         qFatal("the window %s is never shown", qPrintable(options.title));
 }
 
-QRect ClientWindow::pixels() const
+QRect X11ClientWindow::pixels() const
 {
-    const auto geometryCookie = xcb_get_geometry(m_connection.raw(), m_window);
-    const auto placeCookie =
-        xcb_translate_coordinates(m_connection.raw(), m_window, m_connection.root(), 0, 0);
-    const Owned<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(m_connection.raw(), geometryCookie, nullptr));
-    const Owned<xcb_translate_coordinates_reply_t> place(
-        xcb_translate_coordinates_reply(m_connection.raw(), placeCookie, nullptr));
-    if (!geometry || !place)
-        return {};
-    return {place->dst_x, place->dst_y, geometry->width, geometry->height};
+    return insideOf(m_connection, m_window);
 }
 
-bool ClientWindow::hasFocus() const
+QRect X11ClientWindow::framePixels() const
+{
+    const auto extents = m_connection.property32(m_window, "_NET_FRAME_EXTENTS");
+    if (extents.size() != 4)
+        return pixels();
+    const auto side = [&](std::size_t index) { return static_cast<int>(extents[index]); };
+    return pixels().adjusted(-side(0), -side(2), side(1), side(3));
+}
+
+bool X11ClientWindow::hasFocus() const
 {
     const Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
         m_connection.raw(), xcb_get_input_focus(m_connection.raw()), nullptr));
     return reply && reply->focus == m_window;
 }
 
-void ClientWindow::takeFocus()
+void X11ClientWindow::takeFocus()
 {
     xcb_set_input_focus(m_connection.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, m_window,
                         XCB_CURRENT_TIME);
     m_connection.sync();
 }
 
-void ClientWindow::paint(QColor colour)
+void X11ClientWindow::paint(QColor colour)
 {
     QImage picture(1, 1, QImage::Format_RGB32);
     picture.fill(colour);
@@ -76,26 +79,35 @@ void ClientWindow::paint(QColor colour)
     m_connection.sync();
 }
 
-void ClientWindow::forget()
+void X11ClientWindow::claimFullScreen(bool fullScreen)
+{
+    const xcb_atom_t state = m_connection.atom("_NET_WM_STATE_FULLSCREEN");
+    xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_window,
+                        m_connection.atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, fullScreen ? 1 : 0,
+                        &state);
+    m_connection.sync();
+}
+
+void X11ClientWindow::forget()
 {
     collect();
     m_keys.clear();
     m_clicks.clear();
 }
 
-const std::vector<KeyPress>& ClientWindow::keys()
+const std::vector<KeyPress>& X11ClientWindow::keys()
 {
     collect();
     return m_keys;
 }
 
-const std::vector<Click>& ClientWindow::clicks()
+const std::vector<Click>& X11ClientWindow::clicks()
 {
     collect();
     return m_clicks;
 }
 
-void ClientWindow::announce(const ClientWindowOptions& options) const
+void X11ClientWindow::announce(const ClientWindowOptions& options) const
 {
     const QByteArray title = options.title.toUtf8();
     xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_window,
@@ -132,28 +144,28 @@ void ClientWindow::announce(const ClientWindowOptions& options) const
     }
 }
 
-void ClientWindow::setAtom(const QByteArray& property, const QByteArray& value) const
+void X11ClientWindow::setAtom(const QByteArray& property, const QByteArray& value) const
 {
     const xcb_atom_t atom = m_connection.atom(value);
     xcb_change_property(m_connection.raw(), XCB_PROP_MODE_REPLACE, m_window,
                         m_connection.atom(property), XCB_ATOM_ATOM, 32, 1, &atom);
 }
 
-bool ClientWindow::isViewable() const
+bool X11ClientWindow::isViewable() const
 {
     const Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
         m_connection.raw(), xcb_get_window_attributes(m_connection.raw(), m_window), nullptr));
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
-void ClientWindow::collect()
+void X11ClientWindow::collect()
 {
     m_connection.sync();
     while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.raw())}) {
         const auto type = event->response_type & 0x7f;
         if (type == XCB_KEY_PRESS) {
             const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
-            m_keys.push_back({m_connection.keysym(key.detail), key.state});
+            m_keys.push_back({keyOf(m_connection.keysym(key.detail)), modifiersOf(key.state)});
         } else if (type == XCB_BUTTON_PRESS) {
             const auto& press = reinterpret_cast<const xcb_button_press_event_t&>(*event);
             m_clicks.push_back({QPoint(press.event_x, press.event_y), press.detail});

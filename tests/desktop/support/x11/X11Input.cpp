@@ -1,4 +1,6 @@
-#include "desktop/support/x11/Input.h"
+#include "desktop/support/x11/X11Input.h"
+
+#include "desktop/support/x11/X11Keys.h"
 
 #include <xcb/xtest.h>
 
@@ -9,12 +11,12 @@
 
 namespace brindlecam::desktop {
 
-Input::Input(const QString& display)
+X11Input::X11Input(const QString& display)
     : m_connection(display)
 {
 }
 
-Input::~Input()
+X11Input::~X11Input()
 {
     for (const std::uint8_t button : m_downButtons)
         xcb_test_fake_input(m_connection.raw(), XCB_BUTTON_RELEASE, button, 0, 0, 0, 0, 0);
@@ -23,32 +25,17 @@ Input::~Input()
     m_connection.sync();
 }
 
-void Input::press(xcb_keysym_t key)
+void X11Input::press(Qt::Key key)
 {
     keyEvent(XCB_KEY_PRESS, key);
 }
 
-void Input::release(xcb_keysym_t key)
+void X11Input::release(Qt::Key key)
 {
     keyEvent(XCB_KEY_RELEASE, key);
 }
 
-void Input::chord(std::initializer_list<xcb_keysym_t> keys)
-{
-    for (const xcb_keysym_t key : keys)
-        press(key);
-    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
-        release(*key);
-}
-
-void Input::type(std::string_view letters)
-{
-    // Latin-1 keysyms have the numbers of their characters.
-    for (const char letter : letters)
-        tap(static_cast<xcb_keysym_t>(static_cast<unsigned char>(letter)));
-}
-
-void Input::moveTo(QPoint pixel)
+void X11Input::moveTo(QPoint pixel)
 {
     xcb_test_fake_input(m_connection.raw(), XCB_MOTION_NOTIFY, 0, 0, m_connection.root(),
                         static_cast<std::int16_t>(pixel.x()), static_cast<std::int16_t>(pixel.y()),
@@ -56,49 +43,21 @@ void Input::moveTo(QPoint pixel)
     m_connection.sync();
 }
 
-void Input::press(Button button)
+void X11Input::press(Button button)
 {
     const auto detail = static_cast<std::uint8_t>(button);
     m_downButtons.push_back(detail);
     fake(XCB_BUTTON_PRESS, detail);
 }
 
-void Input::release(Button button)
+void X11Input::release(Button button)
 {
     const auto detail = static_cast<std::uint8_t>(button);
     std::erase(m_downButtons, detail);
     fake(XCB_BUTTON_RELEASE, detail);
 }
 
-void Input::click(QPoint pixel, Button button)
-{
-    moveTo(pixel);
-    press(button);
-    release(button);
-}
-
-void Input::doubleClick(QPoint pixel)
-{
-    click(pixel);
-    click(pixel);
-}
-
-void Input::drag(QPoint from, QPoint to, int steps)
-{
-    moveTo(from);
-    press(Button::left);
-    glideTo(to, steps);
-    release(Button::left);
-}
-
-void Input::glideTo(QPoint to, int steps)
-{
-    const QPoint from = pointer();
-    for (int step = 1; step <= steps; ++step)
-        moveTo(from + (to - from) * step / steps);
-}
-
-QPoint Input::pointer() const
+QPoint X11Input::pointer() const
 {
     const auto cookie = xcb_query_pointer(m_connection.raw(), m_connection.root());
     const Owned<xcb_query_pointer_reply_t> reply(
@@ -106,7 +65,7 @@ QPoint Input::pointer() const
     return reply ? QPoint(reply->root_x, reply->root_y) : QPoint();
 }
 
-void Input::fake(std::uint8_t type, std::uint8_t detail)
+void X11Input::fake(std::uint8_t type, std::uint8_t detail)
 {
     xcb_test_fake_input(m_connection.raw(), type, detail, 0, m_connection.root(), 0, 0, 0);
     m_connection.sync();
@@ -114,18 +73,18 @@ void Input::fake(std::uint8_t type, std::uint8_t detail)
 
 // A release and a press within one millisecond are what a held key's repeat looks like; no hand is
 // that fast.
-void Input::passMillisecond() const
+void X11Input::passMillisecond() const
 {
     constexpr int kApart = 2;
     while (m_lastRelease.isValid() && !m_lastRelease.hasExpired(kApart))
         QThread::msleep(1);
 }
 
-void Input::keyEvent(std::uint8_t type, xcb_keysym_t key)
+void X11Input::keyEvent(std::uint8_t type, Qt::Key key)
 {
-    const auto codes = m_connection.keycodes(key);
+    const auto codes = m_connection.keycodes(keysymOf(key));
     if (codes.empty())
-        qFatal("the keyboard has no key for keysym 0x%x", key);
+        qFatal("the keyboard has no key of the number 0x%x", static_cast<unsigned>(key));
     if (type == XCB_KEY_PRESS) {
         m_downKeys.push_back(codes.front());
         passMillisecond();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "desktop/support/x11/Connection.h"
-
 #include <QColor>
 #include <QImage>
 #include <QPoint>
@@ -10,21 +8,21 @@
 namespace brindlecam::desktop {
 
 /// What can be seen on the whole screen right now, in native pixels, without the pointer.
-class Screen final {
+class Screen {
 public:
-    explicit Screen(const QString& display);
+    Screen() = default;
+    virtual ~Screen() = default;
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
 
-    [[nodiscard]] QRect pixels() const;
-    /// The root window with everything on it: RGB32, or RGB16 on a screen of depth 16.
+    [[nodiscard]] virtual QRect pixels() const = 0;
+    /// A part of it: RGB32, or RGB16 on a screen of depth 16.
+    [[nodiscard]] virtual QImage grab(const QRect& pixels) const = 0;
     [[nodiscard]] QImage grab() const { return grab(pixels()); }
-    [[nodiscard]] QImage grab(const QRect& pixels) const;
     [[nodiscard]] QColor pixel(QPoint place) const;
     /// Two equal grabs in a row mean that nothing moves any more; returns the last one, or a null
     /// image when it never comes to rest.
     [[nodiscard]] QImage grabAtRest() const;
-
-private:
-    Connection m_connection;
 };
 
 } // namespace brindlecam::desktop

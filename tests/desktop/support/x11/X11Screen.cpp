@@ -1,18 +1,16 @@
-#include "desktop/support/x11/Screen.h"
-
-#include "desktop/support/Patience.h"
+#include "desktop/support/x11/X11Screen.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace brindlecam::desktop {
 
-Screen::Screen(const QString& display)
+X11Screen::X11Screen(const QString& display)
     : m_connection(display)
 {
 }
 
-QRect Screen::pixels() const
+QRect X11Screen::pixels() const
 {
     // Asked anew each time: the setup data keeps the size of the first moment.
     const auto cookie = xcb_get_geometry(m_connection.raw(), m_connection.root());
@@ -21,7 +19,7 @@ QRect Screen::pixels() const
     return reply ? QRect(0, 0, reply->width, reply->height) : QRect();
 }
 
-QImage Screen::grab(const QRect& pixels) const
+QImage X11Screen::grab(const QRect& pixels) const
 {
     const auto cookie =
         xcb_get_image(m_connection.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection.root(),
@@ -41,24 +39,6 @@ QImage Screen::grab(const QRect& pixels) const
                     static_cast<std::size_t>(length));
     }
     return image;
-}
-
-QColor Screen::pixel(QPoint place) const
-{
-    const QImage image = grab(QRect(place, QSize(1, 1)));
-    return image.isNull() ? QColor() : image.pixelColor(0, 0);
-}
-
-QImage Screen::grabAtRest() const
-{
-    QImage last = grab();
-    const auto rests = [this, &last] {
-        const QImage next = grab();
-        const bool equal = next == last;
-        last = next;
-        return equal;
-    };
-    return waitUntil(rests) ? last : QImage();
 }
 
 } // namespace brindlecam::desktop

@@ -1,0 +1,49 @@
+#include "desktop/support/Input.h"
+
+namespace brindlecam::desktop {
+
+void Input::chord(const QList<Qt::Key>& keys)
+{
+    for (const Qt::Key key : keys)
+        press(key);
+    for (auto key = keys.crbegin(); key != keys.crend(); ++key)
+        release(*key);
+}
+
+void Input::type(std::string_view letters)
+{
+    for (const char letter : letters) {
+        const bool isLetter = letter >= 'a' && letter <= 'z';
+        tap(static_cast<Qt::Key>(isLetter ? letter - 'a' + 'A' : letter));
+    }
+}
+
+void Input::click(QPoint pixel, Button button)
+{
+    moveTo(pixel);
+    press(button);
+    release(button);
+}
+
+void Input::doubleClick(QPoint pixel)
+{
+    click(pixel);
+    click(pixel);
+}
+
+void Input::drag(QPoint from, QPoint to, int steps)
+{
+    moveTo(from);
+    press(Button::left);
+    glideTo(to, steps);
+    release(Button::left);
+}
+
+void Input::glideTo(QPoint to, int steps)
+{
+    const QPoint from = pointer();
+    for (int step = 1; step <= steps; ++step)
+        moveTo(from + (to - from) * step / steps);
+}
+
+} // namespace brindlecam::desktop

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QList>
+#include <QPoint>
+
+#include <cstdint>
+#include <string_view>
+
+namespace brindlecam::desktop {
+
+enum class Button : std::uint8_t { left = 1, middle = 2, right = 3, wheelUp = 4, wheelDown = 5 };
+
+/// The hands on keyboard and mouse: events that the program cannot tell from real ones. A key is
+/// named by what it types without modifiers, places are native pixels of the whole screen. Every
+/// call returns once the event has been taken. Keys and buttons still down are let go at the end.
+class Input {
+public:
+    Input() = default;
+    virtual ~Input() = default;
+    Input(const Input&) = delete;
+    Input& operator=(const Input&) = delete;
+
+    virtual void press(Qt::Key key) = 0;
+    virtual void release(Qt::Key key) = 0;
+    /// Presses the keys in order and lets them go in reverse: chord({Qt::Key_Super_L,
+    /// Qt::Key_Shift, Qt::Key_9}).
+    void chord(const QList<Qt::Key>& keys);
+    void tap(Qt::Key key) { chord({key}); }
+    /// Types plain lower-case ASCII letters, digits and spaces.
+    void type(std::string_view letters);
+
+    virtual void moveTo(QPoint pixel) = 0;
+    virtual void press(Button button) = 0;
+    virtual void release(Button button) = 0;
+    void click(QPoint pixel, Button button = Button::left);
+    void doubleClick(QPoint pixel);
+    /// Presses at `from`, goes to `to` in `steps` moves and lets go.
+    void drag(QPoint from, QPoint to, int steps = 12);
+    /// The moves of a drag without press and release, starting wherever the pointer is.
+    void glideTo(QPoint to, int steps = 12);
+    [[nodiscard]] virtual QPoint pointer() const = 0;
+};
+
+} // namespace brindlecam::desktop

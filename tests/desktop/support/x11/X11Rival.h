@@ -1,0 +1,29 @@
+#pragma once
+
+#include "desktop/support/Rival.h"
+#include "desktop/support/x11/Connection.h"
+
+namespace brindlecam::desktop {
+
+/// A client that grabs.
+class X11Rival final : public Rival {
+public:
+    explicit X11Rival(const QString& display);
+
+    [[nodiscard]] bool takeHotKey(Qt::Key key, Qt::KeyboardModifiers modifiers) override;
+    [[nodiscard]] bool takeKeyboard() override;
+    [[nodiscard]] bool takePointer() override;
+    void giveBackKeyboardAndPointer() override;
+    [[nodiscard]] bool gotKeys() override;
+    [[nodiscard]] bool isHotKeyTaken(Qt::Key key, Qt::KeyboardModifiers modifiers) override;
+    [[nodiscard]] bool isKeyboardTaken() override;
+    [[nodiscard]] bool isPointerTaken() override;
+
+private:
+    [[nodiscard]] std::uint8_t grabKeyboard();
+    [[nodiscard]] std::uint8_t grabPointer();
+
+    Connection m_connection;
+};
+
+} // namespace brindlecam::desktop
