@@ -77,7 +77,7 @@ void add(Platform& platform)
     platform.hotKeys = std::make_unique<X11HotKeys>(events);
     platform.inputGrabs = std::make_unique<X11InputGrabs>();
     platform.frontApplication = std::make_unique<X11FrontApplication>(events);
-    platform.panels = std::make_unique<X11Panels>(events, *platform.grabber, pixels);
+    platform.panels = std::make_unique<X11Panels>(events, pixels);
     platform.pasteboard = std::make_unique<X11Pasteboard>(
         [](std::function<void()> job) { QThreadPool::globalInstance()->start(std::move(job)); });
     platform.trayHosts = std::make_unique<XEmbedTrayHosts>();

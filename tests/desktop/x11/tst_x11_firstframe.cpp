@@ -130,7 +130,7 @@ private:
     const QImage m_later = numbered(kAll.size(), 200);
     std::shared_ptr<ServerPixels> m_pixels = std::make_shared<ServerPixels>();
     X11Grabber m_grabber{m_pixels};
-    X11Panels m_panels{std::make_shared<X11Events>(), m_grabber, m_pixels};
+    X11Panels m_panels{std::make_shared<X11Events>(), m_pixels};
     int m_mayPaint = 0;
 
     void showAtOnce(Sheet& sheet, const QImage& first)
@@ -233,7 +233,7 @@ private Q_SLOTS:
         sheet.below.hide();
         settle();
         m_pixels = std::make_shared<ServerPixels>();
-        X11Panels panels(std::make_shared<X11Events>(), m_grabber, m_pixels);
+        X11Panels panels(std::make_shared<X11Events>(), m_pixels);
         panels.assume(sheet.below, PanelRole::overlay);
         {
             const test::NoMoreFiles refused;

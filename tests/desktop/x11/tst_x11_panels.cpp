@@ -68,30 +68,12 @@ protected:
 
 } // namespace
 
-/// Grabs a picture that stands for the desktop.
-class PaintedGrabber final : public Grabber {
-public:
-    void grabScreens(const std::vector<ScreenInfo>&, Done done) override
-    {
-        done(std::vector<GrabbedScreen>());
-    }
-    Result<QImage> grabRegion(const QRect& native) override
-    {
-        if (native.isEmpty())
-            return Error{QStringLiteral("empty")};
-        QImage image(native.size(), QImage::Format_RGB32);
-        image.fill(Qt::darkGreen);
-        return image;
-    }
-};
-
 class TestX11Panels final : public test::TestCase {
     Q_OBJECT
 
 private:
     std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
-    PaintedGrabber m_grabber;
-    X11Panels m_panels{m_events, m_grabber, std::make_shared<ServerPixels>()};
+    X11Panels m_panels{m_events, std::make_shared<ServerPixels>()};
 
     static std::vector<std::uint32_t> atoms(const QWidget& widget, const char* property)
     {

@@ -16,11 +16,10 @@
 
 namespace brindlecam {
 
-X11Panels::X11Panels(std::shared_ptr<X11Events> events, Grabber& grabber,
-                     std::shared_ptr<ServerPixels> pixels)
+X11Panels::X11Panels(std::shared_ptr<X11Events> events, std::shared_ptr<ServerPixels> pixels)
     : m_events(std::move(events))
-    , m_grabber(grabber)
     , m_pixels(std::move(pixels))
+    , m_backdrops(m_pixels)
     , m_compositor("_NET_WM_CM_S0", [this] {
         if (m_changed)
             m_changed();
@@ -194,7 +193,7 @@ void X11Panels::setOnChange(std::function<void()> changed)
 
 QImage X11Panels::backdrop(const QRect& native)
 {
-    const Result<QImage> image = m_grabber.grabRegion(native);
+    const Result<QImage> image = m_backdrops.grabRegion(native);
     return image ? image.value() : QImage();
 }
 

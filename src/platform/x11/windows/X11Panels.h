@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/Grabber.h"
 #include "platform/Panels.h"
 #include "platform/x11/connection/OwnerWatch.h"
 #include "platform/x11/connection/ServerClock.h"
 #include "platform/x11/connection/X11Events.h"
+#include "platform/x11/grab/X11Grabber.h"
 #include "platform/x11/windows/ClickSink.h"
 #include "platform/x11/windows/FullScreenWatch.h"
 #include "platform/x11/windows/PanelWindow.h"
@@ -22,9 +22,7 @@ class ServerPixels;
 /// or not a compositor runs now, so that one which starts later finds it; pins only if one does.
 class X11Panels final : public Panels {
 public:
-    /// `grabber` reads the backdrops and must live as long as this.
-    X11Panels(std::shared_ptr<X11Events> events, Grabber& grabber,
-              std::shared_ptr<ServerPixels> pixels);
+    X11Panels(std::shared_ptr<X11Events> events, std::shared_ptr<ServerPixels> pixels);
     ~X11Panels() override;
 
     void assume(QWidget& widget, PanelRole role) override;
@@ -51,8 +49,8 @@ private:
     void keepAbovePins(PanelWindow& dialog, bool pinsWereRaised);
 
     std::shared_ptr<X11Events> m_events;
-    Grabber& m_grabber;
     const std::shared_ptr<ServerPixels> m_pixels;
+    X11Grabber m_backdrops; ///< of our own: what freezes the screens may have to be waited for
     x11::ServerClock m_clock;
     std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
     std::unique_ptr<ClickSink> m_clickSink;        ///< right after a session
