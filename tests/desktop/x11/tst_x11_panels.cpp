@@ -325,9 +325,14 @@ private Q_SLOTS:
         QVERIFY(std::abs(opacity.front() / 4294967295.0 - 0.5) < 0.001);
     }
 
-    void backdropIsWhatTheGrabberSeesOrNull()
+    void backdropIsWhatTheScreenShowsOrNull()
     {
-        QCOMPARE(m_panels.backdrop(QRect(0, 0, 20, 10)).size(), QSize(20, 10));
+        Checkerboard sheet;
+        m_panels.assume(sheet, PanelRole::overlay);
+        m_panels.show(sheet, kScreen);
+        const QRect part(31, 7, 20, 10);
+        QTRY_COMPARE(rootImage(part), sheet.image.copy(part));
+        QCOMPARE(m_panels.backdrop(part), sheet.image.copy(part));
         QVERIFY(m_panels.backdrop({}).isNull());
     }
 
