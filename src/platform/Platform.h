@@ -18,8 +18,10 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace brindlecam {
 
@@ -43,6 +45,19 @@ struct Platform {
     KeyNaming keyNaming = KeyNaming::words; ///< how this system writes shortcuts
     QString interfaceFont;                  ///< family to ask for; empty: the system's own
     QString textCatalogue; ///< resource with the texts that read differently here; empty: none
+};
+
+/// A port, and the class that serves it; several that do so together are joined by plus signs.
+struct ServedPort {
+    QString name; ///< as in Platform
+    QString serves;
+};
+
+/// The ports for the session that the program was started in, chosen one by one.
+struct ChosenPorts {
+    std::vector<ServedPort> served; ///< all of them
+    /// Makes one of each, once. The application object must exist.
+    std::function<Platform()> make;
 };
 
 /// Says why this program can't run in the present environment (no display, a display system we do

@@ -139,24 +139,47 @@ public:
     void setOnQuit(std::function<void()>) override {}
 };
 
+bool anywhere(const Session&)
+{
+    return true;
+}
+
+template <typename Null, typename Port>
+PortList<Port> listOf(const char* name, std::unique_ptr<Port> Platform::*member,
+                      const char* className)
+{
+    return {name, member, {"null", className, anywhere, std::make_unique<Null>}};
+}
+
 } // namespace
+
+PortOffers nullOffers()
+{
+    return {
+        .displays = listOf<NullDisplays>("displays", &Platform::displays, "NullDisplays"),
+        .grabber = listOf<NullGrabber>("grabber", &Platform::grabber, "NullGrabber"),
+        .windowList = listOf<NullWindowList>("windowList", &Platform::windowList, "NullWindowList"),
+        .captureAccess = listOf<NullCaptureAccess>("captureAccess", &Platform::captureAccess,
+                                                   "NullCaptureAccess"),
+        .hotKeys = listOf<NullHotKeys>("hotKeys", &Platform::hotKeys, "NullHotKeys"),
+        .inputGrabs = listOf<NullInputGrabs>("inputGrabs", &Platform::inputGrabs, "NullInputGrabs"),
+        .panels = listOf<NullPanels>("panels", &Platform::panels, "NullPanels"),
+        .pasteboard = listOf<NullPasteboard>("pasteboard", &Platform::pasteboard, "NullPasteboard"),
+        .frontApplication = listOf<NullFrontApplication>(
+            "frontApplication", &Platform::frontApplication, "NullFrontApplication"),
+        .fileOpener = listOf<NullFileOpener>("fileOpener", &Platform::fileOpener, "NullFileOpener"),
+        .textRecognizer = listOf<NullTextRecognizer>("textRecognizer", &Platform::textRecognizer,
+                                                     "NullTextRecognizer"),
+        .trayHosts = listOf<NullTrayHosts>("trayHosts", &Platform::trayHosts, "NullTrayHosts"),
+        .quitSignals =
+            listOf<NullQuitSignals>("quitSignals", &Platform::quitSignals, "NullQuitSignals"),
+    };
+}
 
 Platform makeNullPlatform()
 {
     Platform platform;
-    platform.displays = std::make_unique<NullDisplays>();
-    platform.grabber = std::make_unique<NullGrabber>();
-    platform.windowList = std::make_unique<NullWindowList>();
-    platform.captureAccess = std::make_unique<NullCaptureAccess>();
-    platform.hotKeys = std::make_unique<NullHotKeys>();
-    platform.inputGrabs = std::make_unique<NullInputGrabs>();
-    platform.panels = std::make_unique<NullPanels>();
-    platform.pasteboard = std::make_unique<NullPasteboard>();
-    platform.frontApplication = std::make_unique<NullFrontApplication>();
-    platform.fileOpener = std::make_unique<NullFileOpener>();
-    platform.textRecognizer = std::make_unique<NullTextRecognizer>();
-    platform.trayHosts = std::make_unique<NullTrayHosts>();
-    platform.quitSignals = std::make_unique<NullQuitSignals>();
+    nullOffers().forEach([&](auto& list) { platform.*list.member = list.null.make(); });
     return platform;
 }
 
