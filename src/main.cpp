@@ -44,15 +44,16 @@ void warn(const QString& line)
 
 int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance& instance)
 {
-    if (const auto error = preparePlatform()) {
-        warn(error->message);
+    const auto ports = choosePorts();
+    if (!ports) {
+        warn(ports.error().message);
         return Commands::noDisplay;
     }
 
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setDesktopFileName(QStringLiteral("io.halvick.Brindlecam"));
-    Platform platform = makePlatform();
+    Platform platform = ports.value().make();
     Catalogues catalogues;
     catalogues.install(platform.textCatalogue);
     Appearance::install(platform.interfaceFont);

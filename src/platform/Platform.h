@@ -60,12 +60,14 @@ struct ChosenPorts {
     std::function<Platform()> make;
 };
 
-/// Says why this program can't run in the present environment (no display, a display system we do
-/// not speak yet), in Spanish, or nothing. Also settles which of Qt's own back ends is used. Call
-/// it before the application object is made.
-[[nodiscard]] std::optional<Error> preparePlatform();
+/// Looks at the session and chooses. The error, in Spanish, says why this program can't run here:
+/// no display, a display system that we do not speak yet, or a port that the environment wants from
+/// somebody who is not there. Also settles which of Qt's own back ends is used. Call it before the
+/// application object is made.
+[[nodiscard]] Result<ChosenPorts> choosePorts();
 
-/// The ports of the system we run on. The application object must exist.
+/// The two halves of it, each with a look of its own.
+[[nodiscard]] std::optional<Error> preparePlatform();
 [[nodiscard]] Platform makePlatform();
 
 } // namespace brindlecam

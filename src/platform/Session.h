@@ -42,6 +42,8 @@ struct Session {
     /// What Qt gets: chosen from all that stands above.
     WindowSystem windowSystem = WindowSystem::none;
 
+    [[nodiscard]] bool hasDesktop() const { return windowSystem != WindowSystem::none; }
+
     /// A Wayland compositor draws the desktop, with or without an X server inside.
     [[nodiscard]] bool isWayland() const
     {

@@ -25,12 +25,13 @@ int main(int argc, char* argv[])
         qFatal("usage: surface_pictures FOLDER plain|blended");
     QCoreApplication::setApplicationName(QStringLiteral("brindlecam"));
     QCoreApplication::setApplicationVersion(QStringLiteral(BRINDLECAM_VERSION));
-    if (const auto error = preparePlatform())
-        qFatal("%s", qPrintable(error->message));
+    const auto ports = choosePorts();
+    if (!ports)
+        qFatal("%s", qPrintable(ports.error().message));
 
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    Platform platform = makePlatform();
+    Platform platform = ports.value().make();
     Catalogues catalogues;
     catalogues.install(platform.textCatalogue);
     Appearance::install(platform.interfaceFont);

@@ -14,13 +14,25 @@ void prepare()
     SessionBus::neverLaunch();
 }
 
-void add(Platform& platform)
+void look(Session& session)
 {
-    platform.fileOpener = std::make_unique<LinuxFileOpener>();
-    std::vector<std::unique_ptr<TrayHosts>> kinds;
-    kinds.push_back(std::make_unique<StatusNotifierHosts>());
-    kinds.push_back(std::move(platform.trayHosts));
-    platform.trayHosts = std::make_unique<LinuxTrayHosts>(std::move(kinds));
+    session.hasBusName = SessionBus::hasName;
+}
+
+void offer(PortOffers& offers)
+{
+    offers.fileOpener.makers.push_back({"linux", "LinuxFileOpener", &Session::hasDesktop,
+                                        [] { return std::make_unique<LinuxFileOpener>(); }});
+    offers.trayHosts.makers.push_back({"statusnotifier", "StatusNotifierHosts",
+                                       &Session::hasDesktop,
+                                       std::make_unique<StatusNotifierHosts>});
+    offers.trayHosts.join = [](PortList<TrayHosts>::Several kinds) {
+        return std::make_unique<LinuxTrayHosts>(std::move(kinds));
+    };
+}
+
+void describe(Platform& platform)
+{
     platform.keyNaming = KeyNaming::words;
     platform.interfaceFont = QStringLiteral("Inter");
     platform.textCatalogue = QStringLiteral(":/i18n/brindlecam_linux.qm");

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/Platform.h"
+#include "platform/PortOffers.h"
+#include "platform/Session.h"
 
 namespace brindlecam {
 
@@ -9,9 +10,12 @@ namespace LinuxPlatform {
 
 /// Before the application object is made.
 void prepare();
+/// Adds what the message bus can tell, once somebody asks.
+void look(Session& session);
 
-/// The kind of tray that `platform` knows already stays beside those of its own.
-void add(Platform& platform);
+void offer(PortOffers& offers);
+/// Sets what is no port.
+void describe(Platform& platform);
 
 } // namespace LinuxPlatform
 

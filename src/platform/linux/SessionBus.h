@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QProcessEnvironment>
+#include <QString>
 
 namespace brindlecam {
 
@@ -15,6 +16,10 @@ void neverLaunch();
 
 /// What programs that we start get: the environment as we found it. Theirs is not ours to decide.
 [[nodiscard]] QProcessEnvironment environmentOfOthers();
+
+/// Whether somebody has this name on the bus, or would be started for it; false where there is no
+/// bus. Waits for the bus, on a connection of its own: the application object may not be there yet.
+[[nodiscard]] bool hasName(const QString& name);
 
 } // namespace SessionBus
 

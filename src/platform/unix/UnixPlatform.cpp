@@ -28,10 +28,13 @@ void prepare()
     giveLargeBuffersBack();
 }
 
-void add(Platform& platform)
+void offer(PortOffers& offers)
 {
-    platform.textRecognizer = std::make_unique<TesseractTextRecognizer>();
-    platform.quitSignals = std::make_unique<UnixQuitSignals>();
+    offers.textRecognizer.makers.push_back({"tesseract", "TesseractTextRecognizer",
+                                            &Session::hasDesktop,
+                                            std::make_unique<TesseractTextRecognizer>});
+    offers.quitSignals.makers.push_back(
+        {"unix", "UnixQuitSignals", &Session::hasDesktop, std::make_unique<UnixQuitSignals>});
 }
 
 } // namespace brindlecam::UnixPlatform

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Platform.h"
+#include "platform/PortOffers.h"
 
 namespace brindlecam {
 
@@ -9,7 +9,8 @@ namespace UnixPlatform {
 
 /// Before the application object is made.
 void prepare();
-void add(Platform& platform);
+
+void offer(PortOffers& offers);
 
 } // namespace UnixPlatform
 

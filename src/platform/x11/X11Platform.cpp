@@ -1,7 +1,7 @@
 #include "platform/x11/X11Platform.h"
 
-#include "base/Text.h"
 #include "platform/x11/clipboard/X11Pasteboard.h"
+#include "platform/x11/connection/ServerProbe.h"
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/desktop/X11Displays.h"
 #include "platform/x11/desktop/X11WindowList.h"
@@ -13,74 +13,92 @@
 #include "platform/x11/keys/X11InputGrabs.h"
 #include "platform/x11/windows/X11Panels.h"
 
-#include <QGuiApplication>
 #include <QThreadPool>
-
-#include <xcb/xcb.h>
 
 namespace brindlecam::X11Platform {
 
 namespace {
 
-constexpr const char* kQtPlatform = "QT_QPA_PLATFORM";
-constexpr const char* kQtName = "xcb";
+constexpr const char* kName = "x11";
 
-bool isWayland()
+/// What several ports share: it comes with the first of them and goes with the last, which is
+/// before the application object does.
+template <typename Shared>
+class Common final {
+public:
+    [[nodiscard]] std::shared_ptr<Shared> get()
+    {
+        std::shared_ptr<Shared> shared = m_shared.lock();
+        if (!shared) {
+            shared = std::make_shared<Shared>();
+            m_shared = shared;
+        }
+        return shared;
+    }
+
+private:
+    std::weak_ptr<Shared> m_shared;
+};
+
+/// Makes a port of what it shares with others.
+template <typename Port, typename... Shared>
+auto making(const std::shared_ptr<Common<Shared>>&... shared)
 {
-    return !qgetenv("WAYLAND_DISPLAY").isEmpty() || qgetenv("XDG_SESSION_TYPE") == "wayland" ||
-           qgetenv(kQtPlatform).startsWith("wayland");
+    return [shared...] { return std::make_unique<Port>(shared->get()...); };
 }
 
-/// Qt ends the process when it can't connect, so the connection is tried before.
-bool canConnect()
+std::unique_ptr<X11Pasteboard> makePasteboard()
 {
-    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
-    const bool connected = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return connected;
+    return std::make_unique<X11Pasteboard>(
+        [](std::function<void()> job) { QThreadPool::globalInstance()->start(std::move(job)); });
 }
 
-Error noDisplay()
+/// Windows of ours are the server's.
+bool hasOurWindows(const Session& session)
 {
-    return Error{text("Brindlecam necesita un entorno gráfico: no hay DISPLAY.")};
+    return session.windowSystem == WindowSystem::x11;
+}
+
+/// The server draws the desktop, too. Inside of Wayland it shows black where others' windows are,
+/// knows only some of them, and hears no key that goes to the rest.
+bool isTheDesktop(const Session& session)
+{
+    return hasOurWindows(session) && !session.isWayland();
 }
 
 } // namespace
 
-std::optional<Error> prepare()
+Session::XServer askServer()
 {
-    if (qgetenv("DISPLAY").isEmpty() && qgetenv("WAYLAND_DISPLAY").isEmpty())
-        return noDisplay();
-    // An X server inside a Wayland session shows black instead of the other programs' windows.
-    if (isWayland())
-        return Error{text("Brindlecam todavía necesita X11.")};
-    if (!canConnect())
-        return noDisplay();
-    if (!qEnvironmentVariableIsSet(kQtPlatform))
-        qputenv(kQtPlatform, kQtName);
-    return std::nullopt;
+    return x11::probeServer();
 }
 
-bool isSpoken()
+bool isOffered(const Session& session)
 {
-    return QGuiApplication::platformName() == QLatin1String(kQtName);
+    return session.xServer == Session::XServer::itself && !session.isWayland();
 }
 
-// X11 asks for no permission to read the screen: that port stays the null one.
-void add(Platform& platform)
+// X11 asks for no permission to read the screen.
+void offer(PortOffers& offers)
 {
-    platform.displays = std::make_unique<X11Displays>();
-    const auto pixels = std::make_shared<ServerPixels>();
-    platform.grabber = std::make_unique<X11Grabber>(pixels);
-    platform.windowList = std::make_unique<X11WindowList>();
-    const auto events = std::make_shared<X11Events>();
-    platform.hotKeys = std::make_unique<X11HotKeys>(events);
-    platform.inputGrabs = std::make_unique<X11InputGrabs>();
-    platform.frontApplication = std::make_unique<X11FrontApplication>(events);
-    platform.panels = std::make_unique<X11Panels>(events, pixels);
-    platform.pasteboard = std::make_unique<X11Pasteboard>(
-        [](std::function<void()> job) { QThreadPool::globalInstance()->start(std::move(job)); });
-    platform.trayHosts = std::make_unique<XEmbedTrayHosts>();
+    const auto events = std::make_shared<Common<X11Events>>();
+    const auto pixels = std::make_shared<Common<ServerPixels>>();
+    offers.displays.makers.push_back({kName, "X11Displays", hasOurWindows, making<X11Displays>()});
+    offers.grabber.makers.push_back(
+        {kName, "X11Grabber", isTheDesktop, making<X11Grabber>(pixels)});
+    offers.windowList.makers.push_back(
+        {kName, "X11WindowList", isTheDesktop, making<X11WindowList>()});
+    offers.hotKeys.makers.push_back(
+        {kName, "X11HotKeys", isTheDesktop, making<X11HotKeys>(events)});
+    offers.inputGrabs.makers.push_back(
+        {kName, "X11InputGrabs", hasOurWindows, making<X11InputGrabs>()});
+    offers.panels.makers.push_back(
+        {kName, "X11Panels", hasOurWindows, making<X11Panels>(events, pixels)});
+    offers.pasteboard.makers.push_back({kName, "X11Pasteboard", hasOurWindows, makePasteboard});
+    offers.frontApplication.makers.push_back(
+        {kName, "X11FrontApplication", hasOurWindows, making<X11FrontApplication>(events)});
+    offers.trayHosts.makers.push_back(
+        {"xembed", "XEmbedTrayHosts", hasOurWindows, making<XEmbedTrayHosts>()});
 }
 
 } // namespace brindlecam::X11Platform

@@ -1,19 +1,24 @@
 #pragma once
 
-#include "platform/Platform.h"
+#include "platform/PortOffers.h"
+#include "platform/Session.h"
 
 namespace brindlecam {
 
 /// The ports on an X server.
 namespace X11Platform {
 
-/// Says why there is none for us, or settles that Qt uses it. Before the application object is
-/// made.
-[[nodiscard]] std::optional<Error> prepare();
+/// What Qt calls it.
+inline constexpr const char* kQtName = "xcb";
 
-/// Whether Qt shows its windows on an X server. The application object must exist, as for add().
-[[nodiscard]] bool isSpoken();
-void add(Platform& platform);
+/// Connects to the server that DISPLAY names. Before the application object is made: Qt ends the
+/// process when it can't.
+[[nodiscard]] Session::XServer askServer();
+
+/// Whether Qt's windows may be that server's.
+[[nodiscard]] bool isOffered(const Session& session);
+
+void offer(PortOffers& offers);
 
 } // namespace X11Platform
 

@@ -50,7 +50,9 @@ private Q_SLOTS:
 
     void withoutADesktopTheProgramGetsThem()
     {
-        const Platform offscreen = makePlatform();
+        const auto ports = choosePorts();
+        QVERIFY(ports);
+        const Platform offscreen = ports.value().make();
         QVERIFY(offscreen.displays->screens().empty());
         QVERIFY(!offscreen.hotKeys->registerKey(0, 0, [] {}));
         QVERIFY(offscreen.textCatalogue.isEmpty());
