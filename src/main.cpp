@@ -42,6 +42,20 @@ void warn(const QString& line)
     QTextStream(stderr) << line << Qt::endl;
 }
 
+/// One line for each port, for people and scripts.
+int printPorts()
+{
+    const auto ports = choosePorts();
+    if (!ports) {
+        warn(ports.error().message);
+        return Commands::noDisplay;
+    }
+    QTextStream out(stdout);
+    for (const ServedPort& port : ports.value().served)
+        out << port.name << ' ' << port.serves << '\n';
+    return Commands::success;
+}
+
 int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance& instance)
 {
     const auto ports = choosePorts();
@@ -91,10 +105,12 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("brindlecam"));
     QCoreApplication::setApplicationVersion(QStringLiteral(BRINDLECAM_VERSION));
     const Command command = Commands::parseWords(wordsAfterTheName(argc, argv));
-    if (const auto spoken = Commands::spokenReply(command))
-        return print(*spoken);
     // Whoever asks the environment gets the same display as Qt.
     if (!command.display.isEmpty())
         qputenv("DISPLAY", command.display.toLocal8Bit());
+    if (command.kind == Command::Kind::ports)
+        return printPorts();
+    if (const auto spoken = Commands::spokenReply(command))
+        return print(*spoken);
     return run(argc, argv, command);
 }

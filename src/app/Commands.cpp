@@ -60,6 +60,11 @@ InstanceReply reply(ExitCode code, const QString& line)
     return {code, line.toUtf8() + '\n'};
 }
 
+InstanceReply wrongReply(const QString& argument)
+{
+    return reply(wrongArguments, complaint(argument) + QLatin1Char('\n') + usage());
+}
+
 /// How many arguments from here on are Qt's.
 qsizetype qtArguments(const QString& argument)
 {
@@ -89,6 +94,10 @@ Command parse(const QStringList& arguments)
             return {.kind = Command::Kind::version};
         if (argument == QLatin1String("--help") || argument == QLatin1String("-h"))
             return {.kind = Command::Kind::help};
+        if (argument == QLatin1String("--ports")) {
+            command.kind = Command::Kind::ports; // of the display that another option may name
+            continue;
+        }
         if (argument == QLatin1String("--livetest")) {
             command.liveTest = true;
             continue;
@@ -119,6 +128,7 @@ QString usage()
                 "  fullScreen    captura la pantalla completa\n"
                 "  recents       muestra u oculta las capturas recientes\n"
                 "  --livetest    las capturas que fallan no dicen nada\n"
+                "  --ports       dice qué clase atiende cada puerto del sistema\n"
                 "  --version     muestra la versión\n"
                 "  --help        muestra esta ayuda\n");
 }
@@ -138,9 +148,10 @@ std::optional<InstanceReply> spokenReply(const Command& command)
                      QStringLiteral("Brindlecam %1").arg(QCoreApplication::applicationVersion()));
     case Command::Kind::help:
         return reply(success, usage());
+    case Command::Kind::ports:
+        return wrongReply(QStringLiteral("--ports"));
     case Command::Kind::wrong:
-        return reply(wrongArguments,
-                     complaint(command.wrongArgument) + QLatin1Char('\n') + usage());
+        return wrongReply(command.wrongArgument);
     }
     Q_UNREACHABLE();
 }

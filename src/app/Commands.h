@@ -16,6 +16,7 @@ struct Command {
         run,     ///< start, or hand over to the running copy; `action` says what for
         version, ///< print the version and end
         help,    ///< print how to use it and end
+        ports,   ///< print which class would serve each port here and end
         wrong,   ///< say that `wrongArgument` makes no sense and end
     };
 
@@ -34,11 +35,11 @@ namespace Commands {
 /// What the program ends with. Desktop scripts rely on them.
 enum ExitCode : int {
     success = 0,
-    unanswered = 1,      ///< a running copy does not answer
-    noDisplay = 2,       ///< no graphical environment we can run in
-    notAvailable = 3,    ///< that action's room is not there
-    busy = 4,            ///< not carried out, because a capture runs
-    otherVersion = 5,    ///< the running copy speaks another version of the protocol
+    unanswered = 1,   ///< a running copy does not answer
+    noDisplay = 2,    ///< no graphical environment we can run in, or not with the ports asked for
+    notAvailable = 3, ///< that action's room is not there
+    busy = 4,         ///< not carried out, because a capture runs
+    otherVersion = 5, ///< the running copy speaks another version of the protocol
     wrongArguments = 64, ///< the usual number for it
 };
 
@@ -53,7 +54,8 @@ enum ExitCode : int {
 [[nodiscard]] QString complaint(const QString& wrongArgument);
 
 /// What a command is answered that asks for words alone: version, help, and wrong arguments.
-/// Nothing for one that is to run.
+/// Nothing for one that is to run. Ports are no running copy's business: who is asked for them here
+/// does not understand.
 [[nodiscard]] std::optional<InstanceReply> spokenReply(const Command& command);
 [[nodiscard]] InstanceReply notAvailableReply();
 [[nodiscard]] InstanceReply busyReply();

@@ -215,6 +215,10 @@ private Q_SLOTS:
         QVERIFY(help.reply.text.startsWith("Uso: "));
         const InstanceAnswer version = desk.delegate.answer({{"--version"}, {}});
         QVERIFY(version.reply.text.startsWith("Brindlecam "));
+        const InstanceAnswer ports = desk.delegate.answer({{"--ports"}, {}});
+        QCOMPARE(ports.reply.exitCode, 64);
+        QVERIFY(ports.reply.text.startsWith("Brindlecam no entiende “--ports”.\n"));
+        QVERIFY(!ports.carryOut);
     }
 
     void theCapturesFolderIsMadeAndOpened()

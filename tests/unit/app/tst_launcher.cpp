@@ -206,6 +206,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("words");
         QTest::newRow("an option") << QStringList{QStringLiteral("--version")};
+        QTest::newRow("an option behind an action")
+            << QStringList{QStringLiteral("area"), QStringLiteral("--ports")};
         QTest::newRow("another display") << QStringList{
             QStringLiteral("area"), QStringLiteral("-display"), QStringLiteral(":3")};
         QTest::newRow("more than a line holds")
