@@ -105,9 +105,11 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("brindlecam"));
     QCoreApplication::setApplicationVersion(QStringLiteral(BRINDLECAM_VERSION));
     const Command command = Commands::parseWords(wordsAfterTheName(argc, argv));
-    // Whoever asks the environment gets the same display as Qt.
+    // Whoever asks the environment gets the same as Qt.
     if (!command.display.isEmpty())
         qputenv("DISPLAY", command.display.toLocal8Bit());
+    if (!command.backEnd.isEmpty())
+        qputenv("QT_QPA_PLATFORM", command.backEnd.toLocal8Bit());
     if (command.kind == Command::Kind::ports)
         return printPorts();
     if (const auto spoken = Commands::spokenReply(command))

@@ -86,6 +86,8 @@ Command parse(const QStringList& arguments)
         if (const qsizetype skipped = qtArguments(argument)) {
             if (optionName(argument) == QLatin1String("display"))
                 command.display = optionValue(arguments, i);
+            if (optionName(argument) == QLatin1String("platform"))
+                command.backEnd = optionValue(arguments, i);
             i += skipped;
             continue;
         }

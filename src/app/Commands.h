@@ -25,6 +25,7 @@ struct Command {
     bool liveTest = false;                              ///< failed captures stay silent
     QString wrongArgument = {};
     QString display = {}; ///< the one that Qt's option names; empty: the environment's
+    QString backEnd = {}; ///< the same for what Qt calls its platform
 
     bool operator==(const Command&) const = default;
 };

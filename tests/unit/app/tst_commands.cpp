@@ -85,6 +85,24 @@ private Q_SLOTS:
         QTEST(parsed.display, "display");
     }
 
+    void theBackEndThatQtIsGivenIsKnown_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QString>("backEnd");
+        QTest::newRow("none") << QStringLiteral("area") << QString();
+        QTest::newRow("the next argument")
+            << QStringLiteral("--ports -platform offscreen") << QStringLiteral("offscreen");
+        QTest::newRow("attached") << QStringLiteral("--platform=xcb area") << QStringLiteral("xcb");
+        QTest::newRow("missing") << QStringLiteral("-platform") << QString();
+        QTest::newRow("another option of the kind")
+            << QStringLiteral("-platformtheme gtk3") << QString();
+    }
+    void theBackEndThatQtIsGivenIsKnown()
+    {
+        QFETCH(QString, arguments);
+        QTEST(Commands::parse(arguments.split(QLatin1Char(' '))).backEnd, "backEnd");
+    }
+
     void usageNamesEveryCommand()
     {
         for (const CaptureAction action : kAllCaptureActions)
