@@ -1,8 +1,11 @@
 #include "platform/Platform.h"
+#include "platform/null/NullPlatform.h"
 #include "support/TestCase.h"
 
 #include <QHash>
 #include <QTemporaryDir>
+
+#include <typeinfo>
 
 namespace brindlecam {
 
@@ -67,8 +70,8 @@ private Q_SLOTS:
         set("WAYLAND_DISPLAY", wayland);
         set("XDG_SESSION_TYPE", session);
         set("QT_QPA_PLATFORM", qtPlatform);
-        const auto error = preparePlatform();
-        QTEST(error ? error->message : QString(), "message");
+        const auto ports = choosePorts();
+        QTEST(ports ? QString() : ports.error().message, "message");
     }
 
     void qtIsToldToUseX11UnlessItWasToldAlready()
@@ -76,16 +79,18 @@ private Q_SLOTS:
         qunsetenv("QT_QPA_PLATFORM");
         qunsetenv("XDG_SESSION_TYPE");
         qunsetenv("WAYLAND_DISPLAY");
-        QVERIFY(!preparePlatform());
+        QVERIFY(choosePorts());
         QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("xcb"));
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        QVERIFY(!preparePlatform());
+        QVERIFY(choosePorts());
         QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
     }
 
     void everyPortIsThere()
     {
-        const Platform platform = makePlatform();
+        const auto ports = choosePorts();
+        QVERIFY(ports);
+        const Platform platform = ports.value().make();
         QVERIFY(platform.displays && platform.grabber && platform.windowList &&
                 platform.captureAccess && platform.hotKeys && platform.panels &&
                 platform.pasteboard && platform.frontApplication && platform.fileOpener &&
@@ -99,6 +104,42 @@ private Q_SLOTS:
                                         [&opened](bool answer) { opened = answer; });
         QTRY_VERIFY(opened);
         QVERIFY(!*opened);
+    }
+
+    void eachPortIsServedByTheClassThatIsNamed()
+    {
+        const auto ports = choosePorts();
+        QVERIFY(ports);
+        Platform platform = ports.value().make();
+        QHash<QString, QByteArray> classes;
+        nullOffers().forEach([&](auto& list) {
+            const auto& port = *(platform.*list.member);
+            classes.insert(QString::fromLatin1(list.name), typeid(port).name());
+        });
+        // Which kinds of trays stand behind it is another test's business.
+        QVERIFY(classes.take(QStringLiteral("trayHosts")).contains("LinuxTrayHosts"));
+        for (const ServedPort& port : ports.value().served) {
+            if (port.name == QLatin1String("trayHosts"))
+                QCOMPARE(port.serves, QStringLiteral("XEmbedTrayHosts+StatusNotifierHosts"));
+            else
+                QVERIFY2(classes.value(port.name).contains(port.serves.toLatin1()),
+                         qPrintable(port.name));
+        }
+    }
+
+    void aPortCanBeForcedAndTheOthersStay()
+    {
+        qputenv("BRINDLECAM_PORT_GRABBER", "null");
+        const auto ports = choosePorts();
+        qunsetenv("BRINDLECAM_PORT_GRABBER");
+        QVERIFY(ports);
+        const Platform platform = ports.value().make();
+        const std::vector<ScreenInfo> screens = platform.displays->screens();
+        QCOMPARE(screens.size(), std::size_t(1));
+        QVERIFY(!platform.grabber->grabRegion(screens.front().native));
+        // Panels read what lies beneath them by themselves.
+        const QRect part(0, 0, 20, 10);
+        QCOMPARE(platform.panels->backdrop(part).size(), part.size());
     }
 
 private:
