@@ -20,7 +20,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace brindlecam {
@@ -65,9 +64,5 @@ struct ChosenPorts {
 /// somebody who is not there. Also settles which of Qt's own back ends is used. Call it before the
 /// application object is made.
 [[nodiscard]] Result<ChosenPorts> choosePorts();
-
-/// The two halves of it, each with a look of its own.
-[[nodiscard]] std::optional<Error> preparePlatform();
-[[nodiscard]] Platform makePlatform();
 
 } // namespace brindlecam

@@ -115,15 +115,4 @@ Result<ChosenPorts> choosePorts()
     return ChosenPorts{ports.value().served, make};
 }
 
-std::optional<Error> preparePlatform()
-{
-    const auto ports = choosePorts();
-    return ports ? std::nullopt : std::optional(ports.error());
-}
-
-Platform makePlatform()
-{
-    return choosePorts().value().make();
-}
-
 } // namespace brindlecam
