@@ -60,7 +60,7 @@ Program::~Program()
 
 void Program::start(std::optional<CaptureAction> action)
 {
-    m_platform.quitSignals->setOnQuit([this] { quit(); });
+    m_platform.quitSignals->whenAsked(&m_context, [this] { quit(); });
     m_statusItem.emplace(*m_platform.trayHosts, m_hostedMenu, m_ownMenu);
     m_hotKeyCenter.reload();
     if (action)

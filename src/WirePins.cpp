@@ -9,7 +9,6 @@ void Program::wirePins()
     m_captureController.onPin = [this](const Rendered& picture, const QRect& nativeFrame) {
         m_pinnedCaptures.pin(picture, nativeFrame);
     };
-    m_captureController.onScreensChanged = [this] { m_pinnedCaptures.stayReachable(); };
     m_pinnedCaptures.onCopy = [this](const Rendered& picture,
                                      std::function<void(ClipboardFate)> done) {
         m_captureResults.copied(picture, std::move(done));

@@ -15,14 +15,11 @@ StatusItem::StatusItem(TrayHosts& hosts, StatusMenu& hosted, StatusMenu& own)
     , m_hosted(hosted)
     , m_own(own)
 {
-    m_hosts.setOnChange([this] { renew(); });
+    m_hosts.whenChanged(&m_context, [this] { renew(); });
     renew();
 }
 
-StatusItem::~StatusItem()
-{
-    m_hosts.setOnChange({});
-}
+StatusItem::~StatusItem() = default;
 
 void StatusItem::renew()
 {

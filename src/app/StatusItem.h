@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QObject>
+
 #include <memory>
 
 class QSystemTrayIcon;
@@ -27,6 +29,7 @@ private:
     StatusMenu& m_hosted;
     StatusMenu& m_own;
     std::unique_ptr<QSystemTrayIcon> m_icon;
+    QObject m_context; ///< ends our listening
 };
 
 } // namespace brindlecam

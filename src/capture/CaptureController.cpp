@@ -41,13 +41,10 @@ CaptureController::CaptureController(const Services& services)
     : m_services(services)
     , m_overlays(*services.platform.panels, services.prefs, *services.platform.textRecognizer)
 {
-    m_services.platform.displays->setOnChange([this] { screensChanged(); });
+    m_services.platform.displays->whenChanged(this, [this] { screensChanged(); });
 }
 
-CaptureController::~CaptureController()
-{
-    m_services.platform.displays->setOnChange({});
-}
+CaptureController::~CaptureController() = default;
 
 void CaptureController::warmUp()
 {
@@ -66,10 +63,11 @@ void CaptureController::bringSavePanelForward()
         m_services.alerts.bringForward(*delivering->savePanel);
 }
 
-void CaptureController::start(std::function<void()> grab)
+void CaptureController::start(Kind kind, std::function<void()> grab)
 {
     m_services.activity.capture = true;
-    m_state = Grabbing{};
+    m_state = Grabbing{.kind = kind, .context = std::make_unique<QObject>()};
+    QObject* const context = std::get<Grabbing>(m_state).context.get();
     const bool menuWasOpen = OpenMenus::close();
     const bool counted = m_services.countdown.cancel();
     const bool covered =
@@ -77,7 +75,7 @@ void CaptureController::start(std::function<void()> grab)
     m_services.toast.suspend();
     m_services.alerts.suspend();
     if (covered)
-        QTimer::singleShot(kDesktopRepaint, this, std::move(grab));
+        QTimer::singleShot(kDesktopRepaint, context, std::move(grab));
     else
         grab();
 }
@@ -89,7 +87,7 @@ void CaptureController::begin()
         return;
     }
     m_services.platform.frontApplication->remember();
-    start([this] { grabAll(); });
+    start(Kind::area, [this] { grabAll(); });
 }
 
 void CaptureController::grabAll()
@@ -101,19 +99,46 @@ void CaptureController::grabAll()
     grabbing->screens = platform.displays->layout();
     grabbing->windowFrames = WindowFinder::frontToBackRects(
         platform.windowList->frontToBack(), grabbing->screens, QCoreApplication::applicationPid());
-    ScreenGrabber::capture(*platform.grabber, grabbing->screens,
+    ScreenGrabber::capture(*platform.grabber, grabbing->screens, grabbing->context.get(),
                            [this](Result<std::vector<Shot>> grabbed) {
                                if (grabbed)
                                    freeInput(grabbed.value());
                                else
                                    handleCaptureFailure(grabbed.error());
                            });
+    waitForPictures();
+}
+
+// Where the system answers within the call, nothing is left to wait for.
+void CaptureController::waitForPictures()
+{
+    auto* grabbing = std::get_if<Grabbing>(&m_state);
+    if (grabbing && grabbing->awaits == Grabbing::Awaits::pictures && !grabbing->escapeKey)
+        grabbing->escapeKey =
+            m_services.platform.hotKeys->registerKey(KeyCodes::kEscape, 0, [this] { callOff(); });
+}
+
+void CaptureController::callOff()
+{
+    const auto* grabbing = std::get_if<Grabbing>(&m_state);
+    if (!grabbing)
+        return;
+    if (grabbing->kind == Kind::area)
+        m_services.platform.frontApplication->giveBack();
+    end();
 }
 
 // Only now that it is in the picture: a menu is often what a delayed capture is for.
 void CaptureController::freeInput(const std::vector<Shot>& shots)
 {
-    m_services.platform.inputGrabs->clear(this, [this, shots](InputGrabs::Answer answer) {
+    auto* grabbing = std::get_if<Grabbing>(&m_state);
+    if (!grabbing)
+        return;
+    // Escape is also what closes another program's menu.
+    grabbing->awaits = Grabbing::Awaits::input;
+    grabbing->escapeKey.reset();
+    QObject* const context = grabbing->context.get();
+    m_services.platform.inputGrabs->clear(context, [this, shots](InputGrabs::Answer answer) {
         if (answer == InputGrabs::Answer::free)
             present(shots);
         else
@@ -126,15 +151,11 @@ void CaptureController::present(const std::vector<Shot>& shots)
     auto* grabbing = std::get_if<Grabbing>(&m_state);
     if (!grabbing)
         return;
-    // What the user was to select from, nobody will.
-    if (m_wrappedUp) {
-        end();
-        return;
-    }
     // Pictures of a desktop that has changed meanwhile fit no screen any more.
     if (!grabbing->again &&
         !sameDisplays(m_services.platform.displays->layout(), grabbing->screens)) {
         grabbing->again = true;
+        grabbing->awaits = Grabbing::Awaits::pictures;
         grabAll();
         return;
     }
@@ -263,10 +284,14 @@ void CaptureController::wrapUp(std::function<void()> done)
 {
     // What a session has copied so far belongs into the history.
     finish(outcome::Cancel{});
-    if (std::holds_alternative<Grabbing>(m_state))
+    const auto* grabbing = std::get_if<Grabbing>(&m_state);
+    if (grabbing && grabbing->kind == Kind::fullScreen) {
         m_wrappedUp = std::move(done);
-    else
-        done();
+        QTimer::singleShot(m_services.lastPatience, grabbing->context.get(), [this] { callOff(); });
+        return;
+    }
+    callOff(); // what the user was to select from, nobody will
+    done();
 }
 
 void CaptureController::save(const Rendered& picture)
@@ -329,12 +354,15 @@ void CaptureController::captureFullScreen()
     const auto screen = screenUnderPointer(*m_services.platform.displays);
     if (!screen)
         return;
-    start([this, screen = *screen] { grabOne(screen); });
+    start(Kind::fullScreen, [this, screen = *screen] { grabOne(screen); });
 }
 
 void CaptureController::grabOne(const ScreenInfo& screen)
 {
-    ScreenGrabber::capture(*m_services.platform.grabber, {screen},
+    const auto* grabbing = std::get_if<Grabbing>(&m_state);
+    if (!grabbing)
+        return;
+    ScreenGrabber::capture(*m_services.platform.grabber, {screen}, grabbing->context.get(),
                            [this](Result<std::vector<Shot>> grabbed) {
                                if (!grabbed) {
                                    handleCaptureFailure(grabbed.error());
@@ -343,6 +371,7 @@ void CaptureController::grabOne(const ScreenInfo& screen)
                                m_services.results.fullScreen(grabbed.value().front());
                                end();
                            });
+    waitForPictures();
 }
 
 void CaptureController::handleCaptureFailure(const Error& error)
@@ -386,8 +415,6 @@ void CaptureController::screensChanged()
             focusOverlayUnderPointer(); // the one that had the keys is gone
     }
     m_overlays.prepare(screens);
-    if (onScreensChanged)
-        onScreensChanged();
 }
 
 } // namespace brindlecam

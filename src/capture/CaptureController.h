@@ -11,7 +11,9 @@
 #include <QObject>
 #include <QPointer>
 
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -44,6 +46,8 @@ public:
         Activity& activity;
         CaptureFailure& failure;
         Countdown& countdown;
+        /// How long a screen that is being grabbed keeps the program from ending.
+        std::chrono::milliseconds lastPatience{5000};
     };
 
     explicit CaptureController(const Services& services);
@@ -54,9 +58,6 @@ public:
     std::function<void(const QRect& nativeRect, const ScreenInfo& screen)> onScroll;
     std::function<void(const QRect& nativeRect, const ScreenInfo& screen)> onGif;
 
-    /// After a display was added, removed, resized or rescaled, and a session has heard of it.
-    std::function<void()> onScreensChanged;
-
     /// Makes windows ready for the first capture.
     void warmUp();
 
@@ -66,9 +67,9 @@ public:
     void captureFullScreen();
     /// Ends the area capture; harmless when none runs.
     void finish(const Outcome& outcome);
-    /// For the program's end: an open session ends as by Esc, and a screen that is being grabbed
-    /// still goes its way. `done` runs when nothing more will be delivered, perhaps at once; a save
-    /// panel is not waited for.
+    /// For the program's end: an area capture ends as by Esc, and a screen that is being grabbed
+    /// still goes its way, for as long as a user would wait. `done` runs when nothing more will be
+    /// delivered, perhaps at once; a save panel is not waited for.
     void wrapUp(std::function<void()> done);
     /// Asks where a picture is to be saved and writes it there.
     void save(const Rendered& picture);
@@ -77,11 +78,16 @@ public:
 
 private:
     struct Idle {};
+    enum class Kind { area, fullScreen };
     /// From the trigger until the pictures are there.
     struct Grabbing {
-        std::vector<ScreenInfo> screens;
-        std::vector<QRect> windowFrames; ///< native pixels, frontmost first
-        bool again = false;              ///< the displays changed once already
+        Kind kind = Kind::area;
+        std::unique_ptr<QObject> context; ///< whoever still has to answer is called off with it
+        enum class Awaits { pictures, input } awaits = Awaits::pictures;
+        HotKey escapeKey{}; ///< only while pictures keep us waiting
+        std::vector<ScreenInfo> screens{};
+        std::vector<QRect> windowFrames{}; ///< native pixels, frontmost first
+        bool again = false;                ///< the displays changed once already
     };
     /// Overlays are up.
     struct Overlay {
@@ -97,9 +103,12 @@ private:
     [[nodiscard]] bool mayStart() const;
     /// A start was refused. A save panel may be the reason, and may be out of sight.
     void bringSavePanelForward();
-    void start(std::function<void()> grab);
+    void start(Kind kind, std::function<void()> grab);
     void grabAll();
     void grabOne(const ScreenInfo& screen);
+    /// If the pictures are not there by now, Escape calls the capture off until they are.
+    void waitForPictures();
+    void callOff();
     void freeInput(const std::vector<Shot>& shots);
     void present(const std::vector<Shot>& shots);
     void wire(OverlayWindow& window);

@@ -4,15 +4,16 @@
 
 namespace brindlecam::ScreenGrabber {
 
-void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens,
+void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens, QObject* context,
              std::function<void(Result<std::vector<Shot>>)> done)
 {
-    grabber.grabScreens(screens, [done = std::move(done)](Result<std::vector<Shot>> grabbed) {
-        if (grabbed && grabbed.value().empty())
-            done(Error{text("No hay ninguna pantalla que capturar.")});
-        else
-            done(std::move(grabbed));
-    });
+    grabber.grabScreens(screens, context,
+                        [done = std::move(done)](Result<std::vector<Shot>> grabbed) {
+                            if (grabbed && grabbed.value().empty())
+                                done(Error{text("No hay ninguna pantalla que capturar.")});
+                            else
+                                done(std::move(grabbed));
+                        });
 }
 
 } // namespace brindlecam::ScreenGrabber

@@ -14,8 +14,8 @@ using Shot = GrabbedScreen;
 namespace ScreenGrabber {
 
 /// Pictures of these screens in this order; screens that are gone are left out. A list without a
-/// picture is a failure like any other.
-void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens,
+/// picture is a failure like any other. Called off when `context` goes.
+void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens, QObject* context,
              std::function<void(Result<std::vector<Shot>>)> done);
 
 } // namespace ScreenGrabber

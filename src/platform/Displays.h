@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+class QObject;
+
 namespace brindlecam {
 
 /// The displays of the desktop and the pointer on them. Main thread; native pixels of the global
@@ -24,9 +26,9 @@ public:
     /// Where the pointer is now, or nothing when the system does not tell.
     [[nodiscard]] virtual std::optional<QPoint> pointer() const = 0;
 
-    /// Called on the main thread after a display was added, removed, resized or rescaled. One
-    /// listener; an empty function stops it.
-    virtual void setOnChange(std::function<void()> changed) = 0;
+    /// `changed` runs on the main thread after a display was added, removed, resized or rescaled,
+    /// as long as `context` lives.
+    virtual void whenChanged(QObject* context, std::function<void()> changed) = 0;
 };
 
 /// The screen with the pointer, else the primary one; none when there are no screens.

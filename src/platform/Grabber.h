@@ -8,6 +8,8 @@
 #include <functional>
 #include <vector>
 
+class QObject;
+
 namespace brindlecam {
 
 /// The frozen picture of one display in its own pixels (32 bits, opaque, never with the pointer).
@@ -25,9 +27,11 @@ public:
     using Done = std::function<void(Result<std::vector<GrabbedScreen>>)>;
 
     /// Grabs whole displays in the caller's order. Displays that are gone by now are left out; the
-    /// first that fails fails the call. `done` is called once on the main thread, on some systems
-    /// before this returns.
-    virtual void grabScreens(const std::vector<ScreenInfo>& screens, Done done) = 0;
+    /// first that fails fails the call. `done` is called once on the main thread: before this
+    /// returns where nobody has to be asked, perhaps much later where the user is. It is not called
+    /// once `context` is gone: then the grab is called off, and so is any question to the user.
+    virtual void grabScreens(const std::vector<ScreenInfo>& screens, QObject* context,
+                             Done done) = 0;
 
     /// One rectangle of the global desktop (native pixels) at once, without the pointer.
     [[nodiscard]] virtual Result<QImage> grabRegion(const QRect& native) = 0;

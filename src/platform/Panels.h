@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class QObject;
 class QWidget;
 
 namespace brindlecam {
@@ -72,9 +73,9 @@ public:
     /// Whether this panel blends now: one that was made while none did may never do so.
     [[nodiscard]] virtual bool translucent(const QWidget& widget) const = 0;
 
-    /// `changed` runs when translucent() may have changed, for panels that are open then. There is
-    /// one listener; an empty function ends it.
-    virtual void setOnChange(std::function<void()> changed) = 0;
+    /// `changed` runs when translucent() may have changed, for panels that are open then, as long
+    /// as `context` lives.
+    virtual void whenBlendingChanges(QObject* context, std::function<void()> changed) = 0;
 
     /// What the screen shows in this rectangle now, for panels that must paint their own backdrop;
     /// null when it can't be read.

@@ -2,6 +2,8 @@
 
 #include <functional>
 
+class QObject;
+
 namespace brindlecam {
 
 /// Whether the desktop has a place for status items. Main thread.
@@ -11,9 +13,9 @@ public:
 
     [[nodiscard]] virtual bool available() const = 0;
 
-    /// Called on the main thread when a host appears, goes, or is replaced by another (so that the
-    /// status item is made anew). One listener; an empty function stops it.
-    virtual void setOnChange(std::function<void()> changed) = 0;
+    /// `changed` runs on the main thread when a host appears, goes, or is replaced by another (so
+    /// that the status item is made anew), as long as `context` lives.
+    virtual void whenChanged(QObject* context, std::function<void()> changed) = 0;
 };
 
 } // namespace brindlecam

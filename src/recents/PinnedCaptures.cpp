@@ -2,6 +2,7 @@
 
 #include "app/Toast.h"
 #include "base/Text.h"
+#include "platform/Displays.h"
 #include "platform/Panels.h"
 #include "recents/PinnedCapture.h"
 
@@ -17,16 +18,14 @@ PinnedCaptures::PinnedCaptures(Panels& panels, Displays& displays, Toast& toast)
     , m_displays(displays)
     , m_toast(toast)
 {
-    m_panels.setOnChange([this] {
+    m_displays.whenChanged(&m_context, [this] { stayReachable(); });
+    m_panels.whenBlendingChanges(&m_context, [this] {
         for (const auto& pin : m_open)
             pin->roundCorners();
     });
 }
 
-PinnedCaptures::~PinnedCaptures()
-{
-    m_panels.setOnChange({});
-}
+PinnedCaptures::~PinnedCaptures() = default;
 
 void PinnedCaptures::pin(const Rendered& picture, const QRect& native)
 {

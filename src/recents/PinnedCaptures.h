@@ -3,6 +3,7 @@
 #include "pictures/Rendered.h"
 #include "platform/Pasteboard.h"
 
+#include <QObject>
 #include <QRect>
 
 #include <functional>
@@ -35,10 +36,9 @@ public:
     /// The open pins in the order of their creation.
     [[nodiscard]] const std::vector<std::unique_ptr<PinnedCapture>>& open() const { return m_open; }
 
+private:
     /// Brings back pins that a change of the displays has left out of reach.
     void stayReachable();
-
-private:
     void copy(PinnedCapture& pin);
     void dismiss(const PinnedCapture& pin);
 
@@ -46,6 +46,7 @@ private:
     Displays& m_displays;
     Toast& m_toast;
     std::vector<std::unique_ptr<PinnedCapture>> m_open;
+    QObject m_context; ///< ends our listening
 };
 
 } // namespace brindlecam

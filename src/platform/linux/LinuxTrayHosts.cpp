@@ -16,10 +16,10 @@ bool LinuxTrayHosts::available() const
                        [](const auto& kind) { return kind->available(); });
 }
 
-void LinuxTrayHosts::setOnChange(std::function<void()> changed)
+void LinuxTrayHosts::whenChanged(QObject* context, std::function<void()> changed)
 {
     for (const auto& kind : m_kinds)
-        kind->setOnChange(changed);
+        kind->whenChanged(context, changed);
 }
 
 } // namespace brindlecam

@@ -13,7 +13,7 @@ public:
     explicit LinuxTrayHosts(std::vector<std::unique_ptr<TrayHosts>> kinds);
 
     [[nodiscard]] bool available() const override;
-    void setOnChange(std::function<void()> changed) override;
+    void whenChanged(QObject* context, std::function<void()> changed) override;
 
 private:
     std::vector<std::unique_ptr<TrayHosts>> m_kinds;

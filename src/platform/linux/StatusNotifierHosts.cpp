@@ -35,9 +35,9 @@ StatusNotifierHosts::StatusNotifierHosts()
     ask();
 }
 
-void StatusNotifierHosts::setOnChange(std::function<void()> changed)
+void StatusNotifierHosts::whenChanged(QObject* context, std::function<void()> changed)
 {
-    m_changed = std::move(changed);
+    m_listeners.add(context, std::move(changed));
 }
 
 void StatusNotifierHosts::ask()
@@ -66,10 +66,8 @@ void StatusNotifierHosts::watcherChanged(const QString& newOwner)
 
 void StatusNotifierHosts::setAvailable(bool available)
 {
-    if (std::exchange(m_available, available) == available)
-        return;
-    if (m_changed)
-        m_changed();
+    if (std::exchange(m_available, available) != available)
+        m_listeners.tell();
 }
 
 } // namespace brindlecam

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "platform/TrayHosts.h"
 
 #include <QDBusServiceWatcher>
@@ -17,7 +18,7 @@ public:
     StatusNotifierHosts();
 
     [[nodiscard]] bool available() const override { return m_available; }
-    void setOnChange(std::function<void()> changed) override;
+    void whenChanged(QObject* context, std::function<void()> changed) override;
 
 private Q_SLOTS:
     /// Asks the watcher whether a host is registered.
@@ -27,7 +28,7 @@ private:
     void watcherChanged(const QString& newOwner);
     void setAvailable(bool available);
 
-    std::function<void()> m_changed;
+    Listeners m_listeners;
     bool m_available = false;
     QDBusServiceWatcher m_watcher;
 };

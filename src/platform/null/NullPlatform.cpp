@@ -16,12 +16,12 @@ public:
     [[nodiscard]] std::vector<ScreenInfo> screens() const override { return {}; }
     [[nodiscard]] std::vector<ScreenInfo> layout() const override { return {}; }
     [[nodiscard]] std::optional<QPoint> pointer() const override { return {}; }
-    void setOnChange(std::function<void()>) override {}
+    void whenChanged(QObject*, std::function<void()>) override {}
 };
 
 class NullGrabber final : public Grabber {
 public:
-    void grabScreens(const std::vector<ScreenInfo>&, Done done) override
+    void grabScreens(const std::vector<ScreenInfo>&, QObject*, Done done) override
     {
         done(std::vector<GrabbedScreen>());
     }
@@ -79,7 +79,7 @@ public:
     void swallowDoubleClick() override {}
     [[nodiscard]] bool translucent() const override { return true; }
     [[nodiscard]] bool translucent(const QWidget&) const override { return true; }
-    void setOnChange(std::function<void()>) override {}
+    void whenBlendingChanges(QObject*, std::function<void()>) override {}
     [[nodiscard]] QImage backdrop(const QRect&) override { return {}; }
     void setOpacity(QWidget&, double) override {}
 };
@@ -131,12 +131,12 @@ public:
 class NullTrayHosts final : public TrayHosts {
 public:
     [[nodiscard]] bool available() const override { return false; }
-    void setOnChange(std::function<void()>) override {}
+    void whenChanged(QObject*, std::function<void()>) override {}
 };
 
 class NullQuitSignals final : public QuitSignals {
 public:
-    void setOnQuit(std::function<void()>) override {}
+    void whenAsked(QObject*, std::function<void()>) override {}
 };
 
 bool anywhere(const Session&)

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QSessionManager>
 
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -38,8 +39,13 @@ UnixQuitSignals::UnixQuitSignals()
         Qt::DirectConnection);
 
     std::array<int, 2> ends{};
-    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) != 0)
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()) != 0)
         return;
+    // One by one: not every system takes such flags for a pair.
+    for (const int end : ends) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+        ::fcntl(end, F_SETFL, O_NONBLOCK);
+    }
     m_readEnd = ends[0];
     writeEnd = ends[1];
     m_notifier = std::make_unique<QSocketNotifier>(m_readEnd, QSocketNotifier::Read);
@@ -60,9 +66,9 @@ UnixQuitSignals::~UnixQuitSignals()
     ::close(m_readEnd);
 }
 
-void UnixQuitSignals::setOnQuit(std::function<void()> quit)
+void UnixQuitSignals::whenAsked(QObject* context, std::function<void()> quit)
 {
-    m_quit = std::move(quit);
+    m_listeners.add(context, std::move(quit));
 }
 
 void UnixQuitSignals::catchSignal(int signal)
@@ -84,8 +90,7 @@ void UnixQuitSignals::signalArrived()
     std::array<char, 16> bytes{};
     while (::read(m_readEnd, bytes.data(), bytes.size()) > 0) {
     }
-    if (m_quit)
-        m_quit();
+    m_listeners.tell();
 }
 
 } // namespace brindlecam

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "platform/QuitSignals.h"
 
 #include <QObject>
@@ -22,7 +23,7 @@ public:
     UnixQuitSignals(const UnixQuitSignals&) = delete;
     UnixQuitSignals& operator=(const UnixQuitSignals&) = delete;
 
-    void setOnQuit(std::function<void()> quit) override;
+    void whenAsked(QObject* context, std::function<void()> quit) override;
 
 private:
     struct Former {
@@ -33,7 +34,7 @@ private:
     void catchSignal(int signal);
     void signalArrived();
 
-    std::function<void()> m_quit;
+    Listeners m_listeners;
     std::vector<Former> m_former;
     int m_readEnd = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;

@@ -298,7 +298,8 @@ private Q_SLOTS:
     void compositorIsSeenWhenItComesAndGoes()
     {
         int changes = 0;
-        m_panels.setOnChange([&] { ++changes; });
+        QObject context;
+        m_panels.whenBlendingChanges(&context, [&] { ++changes; });
         QVERIFY(!m_panels.translucent());
         {
             InputClient compositor(QRect(0, 0, 1, 1), InputClient::Kind::overrideRedirect);
@@ -310,7 +311,6 @@ private Q_SLOTS:
         }
         QTRY_COMPARE(changes, 2);
         QVERIFY(!m_panels.translucent());
-        m_panels.setOnChange({});
     }
 
     void opacityIsToldToTheCompositor()

@@ -193,7 +193,7 @@ private Q_SLOTS:
             hosts.become(false);
             QVERIFY(!item.present());
         }
-        QVERIFY(!hosts.changed);
+        QVERIFY(!hosts.anybodyListens());
     }
 };
 

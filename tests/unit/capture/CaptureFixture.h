@@ -77,9 +77,10 @@ struct CaptureFixture {
     History history{folder.filePath(QStringLiteral("historia"))};
     Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
     CaptureResults results{prefs, output, toast, alerts};
+    static constexpr std::chrono::milliseconds kLastPatience{200};
     Countdown countdown{displays, panels, {.tick = std::chrono::milliseconds(30), .handOff = {}}};
     CaptureController controller{
-        {platform, prefs, results, toast, alerts, activity, failure, countdown}};
+        {platform, prefs, results, toast, alerts, activity, failure, countdown, kLastPatience}};
 
     CaptureFixture()
     {

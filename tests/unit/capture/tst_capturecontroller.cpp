@@ -313,7 +313,7 @@ private Q_SLOTS:
         f.controller.begin();
         f.drag(f.canvas(0), {10, 10}, {110, 60});
         f.displays.all = {kLeft};
-        f.displays.changed();
+        f.displays.change();
         QCOMPARE(f.overlays().size(), 1U);
         QTest::keyClick(&f.canvas(0), Qt::Key_Return);
         QTRY_COMPARE(f.pasteboard.picture().size(), QSize(100, 50));
@@ -325,7 +325,7 @@ private Q_SLOTS:
         f.controller.begin();
         f.drag(f.canvas(1), {10, 10}, {110, 60});
         f.displays.all = {kLeft};
-        f.displays.changed();
+        f.displays.change();
         QVERIFY(f.overlays().empty());
         QVERIFY(!f.controller.busy());
         QTRY_COMPARE(f.kept(), 1); // automatic copy was on
@@ -337,7 +337,7 @@ private Q_SLOTS:
         f.displays.all = {kLeft};
         f.controller.begin();
         f.displays.all = {kLeft, kRight};
-        f.displays.changed();
+        f.displays.change();
         QCOMPARE(f.overlays().size(), 1U);
         QVERIFY(f.controller.busy());
     }

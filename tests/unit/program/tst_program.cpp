@@ -49,7 +49,6 @@ private Q_SLOTS:
         QVERIFY(keys.onReloaded);
         const CaptureController& captures = program.captureController();
         QVERIFY(captures.onPin);
-        QVERIFY(captures.onScreensChanged);
         const PinnedCaptures& pins = program.pinnedCaptures();
         QVERIFY(pins.onCopy);
         QVERIFY(pins.onSave);

@@ -135,12 +135,12 @@ private Q_SLOTS:
         const PinnedCapture& first = f.open();
         const PinnedCapture& second = f.open();
         f.panels.blends = true;
-        f.panels.onChange();
+        f.panels.changeBlending();
         QVERIFY(f.panels.shapes.at(&first).isEmpty());
         QVERIFY(f.panels.shapes.at(&second).isEmpty());
         QCOMPARE(f.look().pixelColor(0, 0).alpha(), 0);
         f.panels.blends = false;
-        f.panels.onChange();
+        f.panels.changeBlending();
         QVERIFY(!f.panels.shapes.at(&first).isEmpty());
         QVERIFY(!f.panels.shapes.at(&second).isEmpty());
         QCOMPARE(f.look().pixelColor(0, 0).alpha(), 255);
@@ -348,7 +348,7 @@ private Q_SLOTS:
         f.displays.all = {kPinnedScreen, kPinnedDenseScreen};
         f.open(QRect(2400, 400, 400, 200), QSizeF(200, 100));
         f.displays.all = {kPinnedScreen};
-        f.pins.stayReachable();
+        f.displays.change();
         QCOMPARE(f.place().size(), QSize(200, 100));
         QVERIFY(kPinnedScreen.native.contains(f.place()));
         QCOMPARE(f.pin().onScreen(), kPinnedScreen);
@@ -360,10 +360,10 @@ private Q_SLOTS:
         f.displays.all = {kPinnedScreen, kPinnedDenseScreen};
         f.open();
         f.displays.all = {kPinnedScreen};
-        f.pins.stayReachable();
+        f.displays.change();
         QCOMPARE(f.place(), kPinned);
         f.displays.all = {};
-        f.pins.stayReachable();
+        f.displays.change();
         QCOMPARE(f.place(), kPinned);
     }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "platform/Displays.h"
 
 #include <utility>
@@ -11,7 +12,6 @@ class FakeDisplays final : public Displays {
 public:
     std::vector<ScreenInfo> all;
     std::optional<QPoint> pointerAt;
-    std::function<void()> changed;
 
     [[nodiscard]] std::vector<ScreenInfo> screens() const override { return all; }
     [[nodiscard]] std::vector<ScreenInfo> layout() const override
@@ -22,7 +22,15 @@ public:
         return bare;
     }
     [[nodiscard]] std::optional<QPoint> pointer() const override { return pointerAt; }
-    void setOnChange(std::function<void()> listener) override { changed = std::move(listener); }
+    void whenChanged(QObject* context, std::function<void()> changed) override
+    {
+        m_listeners.add(context, std::move(changed));
+    }
+
+    void change() { m_listeners.tell(); }
+
+private:
+    Listeners m_listeners;
 };
 
 } // namespace brindlecam::test

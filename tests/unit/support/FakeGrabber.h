@@ -2,6 +2,9 @@
 
 #include "platform/Grabber.h"
 
+#include <QObject>
+#include <QPointer>
+
 #include <utility>
 
 namespace brindlecam::test {
@@ -15,7 +18,7 @@ public:
     int calls = 0;
     std::function<void()> onGrab; ///< runs inside every grab
 
-    void grabScreens(const std::vector<ScreenInfo>& screens, Done done) override
+    void grabScreens(const std::vector<ScreenInfo>& screens, QObject* context, Done done) override
     {
         ++calls;
         if (onGrab)
@@ -33,6 +36,7 @@ public:
             }
             done(shots);
         };
+        m_context = context;
         if (waits)
             m_pending = std::move(answer);
         else
@@ -42,12 +46,15 @@ public:
 
     void answer()
     {
-        if (const auto pending = std::exchange(m_pending, {}))
+        if (const auto pending = std::exchange(m_pending, {}); pending && m_context)
             pending();
     }
+    /// Whether somebody still waits for an answer.
+    [[nodiscard]] bool isAwaited() const { return m_pending && m_context; }
 
 private:
     std::function<void()> m_pending;
+    QPointer<QObject> m_context; ///< of what is pending
 };
 
 } // namespace brindlecam::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "platform/Panels.h"
 
 #include <QPointer>
@@ -29,7 +30,6 @@ public:
     std::vector<QPointer<QWidget>> focused;
     std::map<const QWidget*, QRegion> shapes; ///< as they are now
     std::function<void()> onSwallow;          ///< a session ends
-    std::function<void()> onChange;           ///< whom to tell when `blends` changes
 
     void assume(QWidget&, PanelRole role) override { roles.push_back(role); }
     void show(QWidget& widget, const QRect& native) override
@@ -65,7 +65,11 @@ public:
     }
     [[nodiscard]] bool translucent() const override { return blends; }
     [[nodiscard]] bool translucent(const QWidget&) const override { return blends; }
-    void setOnChange(std::function<void()> changed) override { onChange = std::move(changed); }
+    void whenBlendingChanges(QObject* context, std::function<void()> changed) override
+    {
+        m_listeners.add(context, std::move(changed));
+    }
+    void changeBlending() { m_listeners.tell(); }
     [[nodiscard]] QImage backdrop(const QRect& native) override
     {
         QImage image(native.size(), QImage::Format_RGB32);
@@ -87,6 +91,7 @@ public:
 
 private:
     std::map<const QWidget*, QRect> m_places;
+    Listeners m_listeners; ///< of `blends`
 };
 
 } // namespace brindlecam::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "platform/TrayHosts.h"
 
 #include <utility>
@@ -10,16 +11,22 @@ namespace brindlecam::test {
 class FakeTrayHosts final : public TrayHosts {
 public:
     bool there = false;
-    std::function<void()> changed;
 
     [[nodiscard]] bool available() const override { return there; }
-    void setOnChange(std::function<void()> listener) override { changed = std::move(listener); }
+    void whenChanged(QObject* context, std::function<void()> changed) override
+    {
+        m_listeners.add(context, std::move(changed));
+    }
+    [[nodiscard]] bool anybodyListens() const { return m_listeners.any(); }
 
     void become(bool available)
     {
         there = available;
-        changed();
+        m_listeners.tell();
     }
+
+private:
+    Listeners m_listeners;
 };
 
 } // namespace brindlecam::test

@@ -150,10 +150,12 @@ std::optional<QPoint> X11Displays::pointer() const
     return QPoint(reply->root_x, reply->root_y);
 }
 
-void X11Displays::setOnChange(std::function<void()> changed)
+void X11Displays::whenChanged(QObject* context, std::function<void()> changed)
 {
-    m_changed = std::move(changed);
-    m_told = layout();
+    // Whoever came before is told of a change that is only being noticed now.
+    if (!m_listeners.any())
+        m_told = layout();
+    m_listeners.add(context, std::move(changed));
 }
 
 bool X11Displays::nativeEventFilter(const QByteArray&, void* message, qintptr*)
@@ -195,8 +197,7 @@ void X11Displays::tellChange()
 {
     m_changeNoted = false;
     m_told = layout();
-    if (m_changed)
-        m_changed();
+    m_listeners.tell();
 }
 
 } // namespace brindlecam

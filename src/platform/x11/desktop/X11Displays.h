@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "platform/Displays.h"
 
 #include <QAbstractNativeEventFilter>
@@ -25,7 +26,7 @@ public:
     [[nodiscard]] std::vector<ScreenInfo> screens() const override;
     [[nodiscard]] std::vector<ScreenInfo> layout() const override;
     [[nodiscard]] std::optional<QPoint> pointer() const override;
-    void setOnChange(std::function<void()> changed) override;
+    void whenChanged(QObject* context, std::function<void()> changed) override;
 
 private:
     bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
@@ -35,8 +36,8 @@ private:
     void noteChange();
     void tellChange();
 
-    std::function<void()> m_changed;
-    std::vector<ScreenInfo> m_told; ///< what the listener knows
+    Listeners m_listeners;
+    std::vector<ScreenInfo> m_told; ///< what the listeners know
     std::uint8_t m_randrEvent = 0;  ///< number of RandR's first event; 0 without RandR
     bool m_changeNoted = false;
     QObject m_context; ///< ends the connections with us

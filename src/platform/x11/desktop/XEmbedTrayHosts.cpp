@@ -5,16 +5,13 @@
 namespace brindlecam {
 
 XEmbedTrayHosts::XEmbedTrayHosts()
-    : m_tray("_NET_SYSTEM_TRAY_S0", [this] {
-        if (m_changed)
-            m_changed();
-    })
+    : m_tray("_NET_SYSTEM_TRAY_S0", [this] { m_listeners.tell(); })
 {
 }
 
-void XEmbedTrayHosts::setOnChange(std::function<void()> changed)
+void XEmbedTrayHosts::whenChanged(QObject* context, std::function<void()> changed)
 {
-    m_changed = std::move(changed);
+    m_listeners.add(context, std::move(changed));
 }
 
 } // namespace brindlecam

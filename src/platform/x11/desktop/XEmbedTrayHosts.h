@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "platform/TrayHosts.h"
 #include "platform/x11/connection/OwnerWatch.h"
 
@@ -11,10 +12,10 @@ public:
     XEmbedTrayHosts();
 
     [[nodiscard]] bool available() const override { return m_tray.owned(); }
-    void setOnChange(std::function<void()> changed) override;
+    void whenChanged(QObject* context, std::function<void()> changed) override;
 
 private:
-    std::function<void()> m_changed;
+    Listeners m_listeners;
     OwnerWatch m_tray;
 };
 

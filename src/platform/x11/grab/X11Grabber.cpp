@@ -25,7 +25,7 @@ X11Grabber::X11Grabber(std::shared_ptr<ServerPixels> pixels)
 {
 }
 
-void X11Grabber::grabScreens(const std::vector<ScreenInfo>& screens, Done done)
+void X11Grabber::grabScreens(const std::vector<ScreenInfo>& screens, QObject*, Done done)
 {
     const QRect all = desktop();
     std::vector<GrabbedScreen> grabbed;

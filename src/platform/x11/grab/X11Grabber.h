@@ -14,7 +14,7 @@ public:
     explicit X11Grabber(std::shared_ptr<ServerPixels> pixels);
 
     /// `done` is called before this returns.
-    void grabScreens(const std::vector<ScreenInfo>& screens, Done done) override;
+    void grabScreens(const std::vector<ScreenInfo>& screens, QObject* context, Done done) override;
     /// An error when the rectangle is empty or not wholly on the desktop.
     [[nodiscard]] Result<QImage> grabRegion(const QRect& native) override;
 

@@ -20,10 +20,7 @@ X11Panels::X11Panels(std::shared_ptr<X11Events> events, std::shared_ptr<ServerPi
     : m_events(std::move(events))
     , m_pixels(std::move(pixels))
     , m_backdrops(m_pixels)
-    , m_compositor("_NET_WM_CM_S0", [this] {
-        if (m_changed)
-            m_changed();
-    })
+    , m_compositor("_NET_WM_CM_S0", [this] { m_listeners.tell(); })
 {
 }
 
@@ -186,9 +183,9 @@ bool X11Panels::translucent(const QWidget& widget) const
     return translucent() && window && window->canBlend();
 }
 
-void X11Panels::setOnChange(std::function<void()> changed)
+void X11Panels::whenBlendingChanges(QObject* context, std::function<void()> changed)
 {
-    m_changed = std::move(changed);
+    m_listeners.add(context, std::move(changed));
 }
 
 QImage X11Panels::backdrop(const QRect& native)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "platform/Panels.h"
 #include "platform/x11/connection/OwnerWatch.h"
 #include "platform/x11/connection/ServerClock.h"
@@ -36,7 +37,7 @@ public:
     void swallowDoubleClick() override;
     [[nodiscard]] bool translucent() const override;
     [[nodiscard]] bool translucent(const QWidget& widget) const override;
-    void setOnChange(std::function<void()> changed) override;
+    void whenBlendingChanges(QObject* context, std::function<void()> changed) override;
     [[nodiscard]] QImage backdrop(const QRect& native) override;
     void setOpacity(QWidget& widget, double opacity) override;
 
@@ -55,7 +56,7 @@ private:
     std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
     std::unique_ptr<ClickSink> m_clickSink;        ///< right after a session
     std::unique_ptr<FullScreenWatch> m_fullScreen; ///< while there are pins
-    std::function<void()> m_changed;
+    Listeners m_listeners;
     OwnerWatch m_compositor;
     QObject m_context; ///< ends the connections to widgets that outlive this
 };

@@ -96,7 +96,7 @@ private Q_SLOTS:
     {
         X11Displays displays;
         int changes = 0;
-        displays.setOnChange([&] { ++changes; });
+        displays.whenChanged(this, [&] { ++changes; });
         for (int i = 0; i < 5; ++i)
             Q_EMIT qGuiApp->primaryScreenChanged(QGuiApplication::primaryScreen());
         QCOMPARE(changes, 0);
@@ -109,7 +109,7 @@ private Q_SLOTS:
     {
         X11Displays displays;
         int changes = 0;
-        displays.setOnChange([&] { ++changes; });
+        displays.whenChanged(this, [&] { ++changes; });
         {
             const Monitors monitors;
             QTRY_VERIFY(changes > 0);

@@ -51,7 +51,8 @@ std::vector<GrabbedScreen> grab(X11Grabber& grabber, const std::vector<ScreenInf
 {
     std::vector<GrabbedScreen> grabbed;
     int calls = 0;
-    grabber.grabScreens(screens, [&](auto result) {
+    QObject context;
+    grabber.grabScreens(screens, &context, [&](auto result) {
         ++calls;
         if (result)
             grabbed = std::move(result).value();

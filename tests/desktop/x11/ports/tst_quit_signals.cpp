@@ -21,7 +21,7 @@ private Q_SLOTS:
         QFETCH(int, signal);
         UnixQuitSignals quitSignals;
         int quits = 0;
-        quitSignals.setOnQuit([&] { ++quits; });
+        quitSignals.whenAsked(this, [&] { ++quits; });
         QCOMPARE(std::raise(signal), 0);
         QCOMPARE(quits, 0);
         QTRY_COMPARE(quits, 1);

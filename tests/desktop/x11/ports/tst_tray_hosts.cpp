@@ -58,7 +58,7 @@ private Q_SLOTS:
     {
         XEmbedTrayHosts hosts;
         int changes = 0;
-        hosts.setOnChange([&] { ++changes; });
+        hosts.whenChanged(this, [&] { ++changes; });
         QVERIFY(!hosts.available());
         test::Client client;
         client.takeSelection(kTray, client.show({.unmanaged = true}));
@@ -76,7 +76,7 @@ private Q_SLOTS:
         client.takeSelection(kTray, client.show({.unmanaged = true}));
         XEmbedTrayHosts hosts;
         int changes = 0;
-        hosts.setOnChange([&] { ++changes; });
+        hosts.whenChanged(this, [&] { ++changes; });
         client.takeSelection(kTray, client.show({.unmanaged = true}));
         QTRY_COMPARE(changes, 1);
         QVERIFY(hosts.available());
@@ -97,7 +97,7 @@ private Q_SLOTS:
         if (hasBus())
             QSKIP("a session bus runs");
         StatusNotifierHosts hosts;
-        hosts.setOnChange([] { QFAIL("there is nothing to tell"); });
+        hosts.whenChanged(this, [] { QFAIL("there is nothing to tell"); });
         QCoreApplication::processEvents();
         QVERIFY(!hosts.available());
     }
@@ -109,7 +109,7 @@ private Q_SLOTS:
         const FakeWatcher watcher(true);
         StatusNotifierHosts hosts;
         int changes = 0;
-        hosts.setOnChange([&] { ++changes; });
+        hosts.whenChanged(this, [&] { ++changes; });
         QTRY_COMPARE(changes, 1);
         QVERIFY(hosts.available());
     }
@@ -120,7 +120,7 @@ private Q_SLOTS:
             QSKIP("no session bus");
         StatusNotifierHosts hosts;
         int changes = 0;
-        hosts.setOnChange([&] { ++changes; });
+        hosts.whenChanged(this, [&] { ++changes; });
         FakeWatcher watcher(false);
         watcher.setHost(true);
         QTRY_COMPARE(changes, 1);
@@ -137,7 +137,7 @@ private Q_SLOTS:
         std::optional<FakeWatcher> watcher(std::in_place, true);
         StatusNotifierHosts hosts;
         int changes = 0;
-        hosts.setOnChange([&] { ++changes; });
+        hosts.whenChanged(this, [&] { ++changes; });
         QTRY_VERIFY(hosts.available());
         watcher.reset();
         QTRY_VERIFY(!hosts.available());
@@ -153,7 +153,7 @@ private Q_SLOTS:
         kinds.push_back(std::make_unique<XEmbedTrayHosts>());
         LinuxTrayHosts hosts(std::move(kinds));
         int changes = 0;
-        hosts.setOnChange([&] { ++changes; });
+        hosts.whenChanged(this, [&] { ++changes; });
         QVERIFY(!hosts.available());
         test::Client client;
         client.takeSelection(kTray, client.show({.unmanaged = true}));
