@@ -211,8 +211,8 @@ void CanvasView::wheelEvent(QWheelEvent* event)
 
 void CanvasView::keyPressEvent(QKeyEvent* event)
 {
-    const auto command = m_keys.pressed(*event);
-    if (!command) {
+    const auto command = CanvasCommand::of(*event);
+    if (!command || (event->isAutoRepeat() && !command->repeats())) {
         QWidget::keyPressEvent(event);
         return;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "canvas/CanvasActions.h"
-#include "canvas/CanvasKeys.h"
+#include "canvas/CanvasCommand.h"
 #include "canvas/CanvasModel.h"
 #include "canvas/CanvasPainter.h"
 #include "canvas/Hud.h"
@@ -97,7 +97,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override { m_keys.released(*event); }
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
@@ -124,7 +123,6 @@ private:
     CanvasActions m_actions;
     ToolControl m_tools;
     TextEntry m_typing;
-    CanvasKeys m_keys;
     std::optional<QPointF> m_mouse;
 };
 

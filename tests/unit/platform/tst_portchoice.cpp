@@ -38,7 +38,7 @@ public:
     {
     }
     [[nodiscard]] bool available() const override { return m_available; }
-    void setOnChange(std::function<void()>) override {}
+    void whenChanged(QObject*, std::function<void()>) override {}
 
 private:
     const bool m_available;
@@ -54,7 +54,7 @@ public:
     {
         return std::ranges::any_of(m_kinds, [](const auto& kind) { return kind->available(); });
     }
-    void setOnChange(std::function<void()>) override {}
+    void whenChanged(QObject*, std::function<void()>) override {}
 
 private:
     const PortList<TrayHosts>::Several m_kinds;

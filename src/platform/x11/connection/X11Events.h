@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/x11/connection/KeyRepeats.h"
 #include "platform/x11/connection/PressFilter.h"
 #include "platform/x11/connection/X11Keyboard.h"
 
@@ -62,6 +63,7 @@ private:
     xcb_timestamp_t m_lastTime = XCB_CURRENT_TIME;
     x11::KeySet m_presses;
     x11::PressFilter m_pressFilter;
+    KeyRepeats m_keyRepeats;
     QElapsedTimer m_lastClick;
     std::uint8_t m_inputExtension = 0;
 };
