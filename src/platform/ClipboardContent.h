@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <vector>
@@ -25,6 +26,11 @@ struct ClipboardContent {
     [[nodiscard]] static ClipboardContent picture(const QByteArray& png,
                                                   std::function<QByteArray()> makeTiff);
     [[nodiscard]] static ClipboardContent text(const QString& text);
+    /// Files, by their absolute paths: what file managers copy, and whoever takes files pastes.
+    [[nodiscard]] static ClipboardContent files(const QStringList& paths);
+    /// An animation: its file for who takes files (no path: it has none), its bytes for who takes
+    /// pictures (may be empty: then only the file is offered).
+    [[nodiscard]] static ClipboardContent gif(const QByteArray& bytes, const QString& path);
 };
 
 } // namespace brindlecam
