@@ -1,12 +1,13 @@
 #pragma once
 
 #include "base/Executor.h"
+#include "capture/ClipboardLane.h"
 #include "capture/Fate.h"
+#include "capture/FileLane.h"
 #include "pictures/Rendered.h"
 
 #include <QObject>
 #include <QString>
-#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -19,10 +20,8 @@ class Pasteboard;
 class Prefs;
 
 /// Turns finished pictures into their results: clipboard first, then the file, then the history,
-/// the completion last. Encoding and writing happen on the executor; the clipboard is only touched
-/// while nothing newer is on its way to it, and a newer picture makes an older encode stop early.
-/// While pictures that are soon stale overtake each other, none is encoded until they pause.
-/// Main thread; destroying it waits for what was delivered.
+/// the completion last. How each part goes is the business of its lane. Main thread; destroying it
+/// waits for what was delivered.
 class Output final : public QObject {
     Q_OBJECT
 
@@ -52,13 +51,11 @@ public:
     /// Writes the picture to a file of the user's choice.
     void writeFile(const Rendered& picture, const QString& path, Done done = {});
 
-    /// The last clipboard picture is what stays: clipboard managers may keep it, and its bytes,
-    /// which are kept so that the same picture is not encoded twice in a session, are forgotten;
-    /// not before they have reached the clipboard.
+    /// The last clipboard picture is what stays: see ClipboardLane::sessionEnded().
     void sessionEnded();
 
     /// Encodes for the clipboard that ended early because something newer was on its way.
-    [[nodiscard]] int stoppedEncodes() const { return m_stoppedEncodes; }
+    [[nodiscard]] int stoppedEncodes() const { return m_clipboard.stoppedEncodes(); }
 
     /// Calls `then` on the main thread, after this call, when everything that was delivered has
     /// reached its place.
@@ -67,36 +64,24 @@ public:
     void finishAll();
 
 private:
-    struct CopyEncode;
-    struct Delivery;
+    /// One thing on its way through the lanes.
+    struct Delivery {
+        FileLane::Ticket file; ///< null: no file, and not into the history
+        Fate fate;
+        Done done;
+    };
+    using SharedDelivery = std::shared_ptr<Delivery>;
 
-    void startCopy(const std::shared_ptr<Delivery>& delivery);
-    void startEncode(const std::shared_ptr<CopyEncode>& encode);
-    /// Encodes what waits for a pause, if anything does.
-    void startWaiting();
-    void startFileEncode(const std::shared_ptr<Delivery>& delivery);
-    void copyEncoded(const std::shared_ptr<CopyEncode>& encode);
-    void publish(const std::shared_ptr<Delivery>& delivery, const CopyEncode& encode);
-    void clipboardAnswered(const std::shared_ptr<Delivery>& delivery, ClipboardFate fate);
-    void advance(const std::shared_ptr<Delivery>& delivery);
-    void startWriting(const std::shared_ptr<Delivery>& delivery);
-    void finish(const std::shared_ptr<Delivery>& delivery);
-    [[nodiscard]] bool waitsForEarlier(const Delivery& delivery) const;
-    void overtakeCopies();
+    [[nodiscard]] SharedDelivery begin(FileLane::Ticket file, Done done);
+    void copied(const SharedDelivery& delivery, ClipboardFate fate);
+    void startFile(const SharedDelivery& delivery);
+    void finish(const SharedDelivery& delivery);
     void tellWhenFinished();
     void onMainThread(std::function<void()> then);
 
-    Pasteboard& m_pasteboard;
-    History& m_history;
-    const Prefs& m_prefs;
-    const Executor m_executor;
-    qint64 m_generation = 0; ///< counts what was put on its way to the clipboard
-    int m_stoppedEncodes = 0;
-    std::shared_ptr<CopyEncode> m_lastCopy;
-    int m_runningEncodes = 0; ///< for the clipboard
-    QTimer m_calm;            ///< runs while m_lastCopy waits for the changes to stop
-    std::vector<std::shared_ptr<Delivery>> m_running; ///< in the order they were handed in
-    int m_textsOnTheirWay = 0;
+    ClipboardLane m_clipboard;
+    FileLane m_files;
+    std::vector<SharedDelivery> m_running;
     std::vector<std::function<void()>> m_afterAll; ///< who waits for everything
 };
 
