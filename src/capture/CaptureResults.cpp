@@ -57,9 +57,10 @@ void CaptureResults::fullScreen(const Shot& shot)
 
 void CaptureResults::text(const QString& recognised, const Screen& screen)
 {
-    m_output.copyText(recognised, [tell = teller(screen), recognised](ClipboardFate fate) {
-        tell(ResultToast::textMessage(recognised, fate));
-    });
+    m_output.copy(ClipboardContent::text(recognised),
+                  [tell = teller(screen), recognised](ClipboardFate fate) {
+                      tell(ResultToast::textMessage(recognised, fate));
+                  });
 }
 
 void CaptureResults::pinned(const Rendered& picture, const Screen& screen)

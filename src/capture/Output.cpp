@@ -50,13 +50,13 @@ void Output::deliver(const Rendered& picture, const Wishes& wishes, Done done)
     }
 }
 
-void Output::copyText(const QString& text, TextDone done)
+void Output::copy(ClipboardContent content, CopyDone done)
 {
     const auto delivery = begin(nullptr, [done = std::move(done)](const Fate& fate) {
         if (done)
             done(*fate.clipboard);
     });
-    m_clipboard.put(ClipboardContent::text(text),
+    m_clipboard.put(std::move(content),
                     [this, delivery](ClipboardFate fate) { copied(delivery, fate); });
 }
 

@@ -37,16 +37,17 @@ public:
     };
     /// Receives what became of each part.
     using Done = std::function<void(const Fate& fate)>;
-    /// Receives what became of a text.
-    using TextDone = std::function<void(ClipboardFate fate)>;
+    /// Receives what became of something that was to be copied only.
+    using CopyDone = std::function<void(ClipboardFate fate)>;
 
     Output(Pasteboard& pasteboard, History& history, const Prefs& prefs, Executor executor);
     ~Output() override;
 
     void deliver(const Rendered& picture, const Wishes& wishes, Done done = {});
 
-    /// Puts text on the clipboard in place of any picture that is on its way there.
-    void copyText(const QString& text, TextDone done = {});
+    /// Puts a text, files or whatever else needs no encoding on the clipboard, in place of any
+    /// picture that is on its way there.
+    void copy(ClipboardContent content, CopyDone done = {});
 
     /// Writes the picture to a file of the user's choice.
     void writeFile(const Rendered& picture, const QString& path, Done done = {});

@@ -257,8 +257,8 @@ private Q_SLOTS:
         std::optional<ClipboardFate> textFate;
         f.output.deliver(picture(Qt::red), {.copy = true},
                          [&fate](const Fate& told) { fate = told; });
-        f.output.copyText(QStringLiteral("hola"),
-                          [&textFate](ClipboardFate told) { textFate = told; });
+        f.output.copy(ClipboardContent::text(QStringLiteral("hola")),
+                      [&textFate](ClipboardFate told) { textFate = told; });
         QVERIFY(!textFate); // never before the caller has its call behind it
         f.settle();
         QVERIFY(fate);
@@ -277,8 +277,8 @@ private Q_SLOTS:
         f.output.deliver(picture(Qt::red), {.copy = true, .saveTo = f.file(), .history = true},
                          [&fate](const Fate& told) { fate = told; });
         f.settle();
-        f.output.copyText(QStringLiteral("hola"),
-                          [&textFate](ClipboardFate told) { textFate = told; });
+        f.output.copy(ClipboardContent::text(QStringLiteral("hola")),
+                      [&textFate](ClipboardFate told) { textFate = told; });
         f.settle();
         QVERIFY(fate);
         QCOMPARE(fate->clipboard, ClipboardFate::refused);
@@ -329,7 +329,7 @@ private Q_SLOTS:
         QVERIFY(finished);
         QCOMPARE(colourOfFile(f.file()), QColor(Qt::red));
         finished = false;
-        f.output.copyText(QStringLiteral("hola"), [&finished](ClipboardFate) {
+        f.output.copy(ClipboardContent::text(QStringLiteral("hola")), [&finished](ClipboardFate) {
             QVERIFY(!finished); // told first
         });
         f.output.finishAll([&finished] { finished = true; });

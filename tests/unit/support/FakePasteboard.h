@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace brindlecam::test {
 
@@ -23,6 +24,7 @@ public:
     std::optional<QByteArray> png;
     std::function<QByteArray()> makeTiff;
     std::optional<QString> plainText;
+    std::vector<ClipboardContent::Format> formats; ///< all that is there now, as it was offered
 
     void set(ClipboardContent content, QObject* context, Answer answer) override
     {
@@ -56,6 +58,7 @@ private:
         png.reset();
         makeTiff = nullptr;
         plainText.reset();
+        formats = content.formats;
         for (const auto& format : content.formats) {
             if (format.mimeType == "image/png")
                 png = format.bytes;
