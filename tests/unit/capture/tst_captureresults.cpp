@@ -78,6 +78,38 @@ private Q_SLOTS:
         QCOMPARE(f.kept(), 2);
     }
 
+    void whatIsOvertakenLeavesTellingToWhatHasOvertakenIt()
+    {
+        ResultsFixture f(ClipboardFate::overtaken);
+        f.results.area(test::onePicture(Qt::red), {});
+        f.results.text(QStringLiteral("hola"), {});
+        f.results.pinned(test::onePicture(Qt::red), {});
+        const Rendered last = test::onePicture(Qt::blue);
+        f.results.live(last);
+        f.results.keep(last, {});
+        f.results.sessionEnded();
+        QCOMPARE(f.told(), QString());
+        QCOMPARE(f.savedFiles().size(), 1);
+        QCOMPARE(f.kept(), 3);
+    }
+
+    void whoCopiesAPinsPictureIsToldItsFate_data()
+    {
+        QTest::addColumn<ClipboardFate>("fate");
+        QTest::newRow("taken") << ClipboardFate::taken;
+        QTest::newRow("overtaken") << ClipboardFate::overtaken;
+        QTest::newRow("refused") << ClipboardFate::refused;
+    }
+    void whoCopiesAPinsPictureIsToldItsFate()
+    {
+        QFETCH(const ClipboardFate, fate);
+        ResultsFixture f(fate);
+        QList<ClipboardFate> told;
+        f.results.copied(test::onePicture(Qt::red), [&told](ClipboardFate what) { told << what; });
+        f.output.finishAll();
+        QCOMPARE(told, QList{fate});
+    }
+
     void aLiveCopyThatWasRefusedIsToldWhenTheSessionEndsWithIt()
     {
         ResultsFixture f(ClipboardFate::refused);

@@ -1,86 +1,23 @@
-#include "app/Defaults.h"
-#include "app/Prefs.h"
-#include "capture/Output.h"
-#include "recents/History.h"
-#include "support/FakePasteboard.h"
-#include "support/GatedExecutor.h"
+#include "OutputFixture.h"
 #include "support/TestCase.h"
 
-#include <QTemporaryDir>
 #include <QThreadPool>
-
-#include <random>
 
 namespace brindlecam {
 
-namespace {
-
-Rendered livePicture(QColor colour)
-{
-    QImage image(40, 30, QImage::Format_RGB32);
-    image.fill(colour);
-    return {image, image.size()};
-}
-
-/// A photograph of nothing: slow to encode.
-QImage noise(QSize pixels)
-{
-    QImage image(pixels, QImage::Format_RGB32);
-    std::minstd_rand random(1);
-    for (int y = 0; y < pixels.height(); ++y) {
-        for (int x = 0; x < pixels.width(); ++x)
-            image.setPixel(x, y, 0xff000000U | static_cast<QRgb>(random()));
-    }
-    return image;
-}
-
-struct LiveCopies {
-    QTemporaryDir folder;
-    Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
-    Prefs prefs{defaults};
-    test::FakePasteboard pasteboard;
-    History history{folder.filePath(QStringLiteral("historia"))};
-    test::GatedExecutor gate;
-    Output output{pasteboard, history, prefs, gate.executor()};
-
-    ~LiveCopies() { settle(); }
-
-    QColor shownColour() const
-    {
-        const QImage shown = pasteboard.picture();
-        return shown.isNull() ? QColor() : shown.pixelColor(0, 0);
-    }
-    // Lets everything run in the order it was handed in.
-    void settle()
-    {
-        do {
-            test::sendAllPostedEvents();
-            if (!gate.jobs.empty())
-                gate.run(0);
-            test::sendAllPostedEvents();
-        } while (!gate.jobs.empty());
-    }
-    void runAndDeliver(std::size_t index)
-    {
-        gate.run(index);
-        test::sendAllPostedEvents();
-    }
-};
-
-} // namespace
-
+/// What is copied while a session goes on, and what stays of it.
 class TestLiveCopies final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
     void whatIsSoonStaleWaitsForAPauseWhileOthersOvertakeIt()
     {
-        LiveCopies f;
-        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
-        f.output.deliver(livePicture(Qt::green), {.copy = true, .soonStale = true});
+        test::OutputFixture f;
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(test::plain(Qt::green), {.copy = true, .soonStale = true});
         QCOMPARE(f.gate.jobs.size(), 1U);
         f.runAndDeliver(0);
-        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        f.output.deliver(test::plain(Qt::blue), {.copy = true, .soonStale = true});
         QCOMPARE(f.pasteboard.changes, 0);
         QVERIFY(f.gate.jobs.empty());
         QTRY_COMPARE(f.gate.jobs.size(), 1U);
@@ -92,18 +29,18 @@ private Q_SLOTS:
 
     void whatIsSoonStaleDoesNotWaitAfterAPause()
     {
-        LiveCopies f;
-        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        test::OutputFixture f;
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
         f.settle();
-        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        f.output.deliver(test::plain(Qt::blue), {.copy = true, .soonStale = true});
         QCOMPARE(f.gate.jobs.size(), 1U);
     }
 
     void whatWaitsForAPauseIsEncodedAtOnceWhenItIsTheResult()
     {
-        LiveCopies f;
-        const Rendered last = livePicture(Qt::blue);
-        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        test::OutputFixture f;
+        const Rendered last = test::plain(Qt::blue);
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
         f.output.deliver(last, {.copy = true, .soonStale = true});
         QCOMPARE(f.gate.jobs.size(), 1U);
         f.output.deliver(last, {.copy = true});
@@ -115,22 +52,36 @@ private Q_SLOTS:
 
     void whatWaitsForAPauseIsEncodedAtOnceWhenTheSessionEnds()
     {
-        LiveCopies f;
-        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
-        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        test::OutputFixture f;
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(test::plain(Qt::blue), {.copy = true, .soonStale = true});
         f.output.sessionEnded();
         QCOMPARE(f.gate.jobs.size(), 2U);
         f.settle();
         QCOMPARE(f.shownColour(), QColor(Qt::blue));
     }
 
+    void whatWaitsForAPauseIsEncodedAtOnceWhenTheProgramEnds()
+    {
+        test::OutputFixture f;
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(test::plain(Qt::blue), {.copy = true, .soonStale = true});
+        bool finished = false;
+        f.output.finishAll([&finished] { finished = true; });
+        QCOMPARE(f.gate.jobs.size(), 2U);
+        QVERIFY(!finished);
+        f.settle();
+        QVERIFY(finished);
+        QCOMPARE(f.shownColour(), QColor(Qt::blue));
+    }
+
     void liveCopiesAreConcealedUntilTheSessionEnds()
     {
-        LiveCopies f;
-        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        test::OutputFixture f;
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
         f.settle();
         QVERIFY(f.pasteboard.concealed);
-        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        f.output.deliver(test::plain(Qt::blue), {.copy = true, .soonStale = true});
         f.settle();
         QVERIFY(f.pasteboard.concealed);
         QCOMPARE(f.pasteboard.revealed, 0);
@@ -141,23 +92,24 @@ private Q_SLOTS:
 
     void theResultIsNotConcealed()
     {
-        LiveCopies f;
-        const Rendered last = livePicture(Qt::blue);
+        test::OutputFixture f;
+        const Rendered last = test::plain(Qt::blue);
         f.output.deliver(last, {.copy = true, .soonStale = true});
         f.settle();
         f.output.deliver(last, {.copy = true});
+        QVERIFY(!f.pasteboard.concealed);
         f.output.sessionEnded();
         f.settle();
-        QVERIFY(!f.pasteboard.concealed);
+        QCOMPARE(f.pasteboard.revealed, 0);
         QCOMPARE(f.shownColour(), QColor(Qt::blue));
     }
 
     void whatIsStillEncodedWhenTheSessionEndsIsNotConcealedAndNothingOlderIsRevealed()
     {
-        LiveCopies f;
-        f.output.deliver(livePicture(Qt::red), {.copy = true, .soonStale = true});
+        test::OutputFixture f;
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
         f.settle();
-        f.output.deliver(livePicture(Qt::blue), {.copy = true, .soonStale = true});
+        f.output.deliver(test::plain(Qt::blue), {.copy = true, .soonStale = true});
         f.output.sessionEnded();
         QCOMPARE(f.pasteboard.revealed, 0);
         QCOMPARE(f.shownColour(), QColor(Qt::red));
@@ -167,10 +119,56 @@ private Q_SLOTS:
         QCOMPARE(f.shownColour(), QColor(Qt::blue));
     }
 
+    void theSameOnceMoreGoesOnWaitingForAPause()
+    {
+        test::OutputFixture f;
+        const Rendered last = test::plain(Qt::blue);
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(last, {.copy = true, .soonStale = true});
+        f.output.deliver(last, {.copy = true, .soonStale = true});
+        QCOMPARE(f.gate.jobs.size(), 1U);
+        QTRY_COMPARE(f.gate.jobs.size(), 2U);
+        f.settle();
+        QCOMPARE(f.pasteboard.changes, 1);
+        QVERIFY(f.pasteboard.concealed);
+    }
+
+    void whatIsOvertakenWhileItWaitsForAPauseIsToldAfterTheCall()
+    {
+        test::OutputFixture f;
+        std::optional<Fate> fate;
+        f.output.deliver(test::plain(Qt::red), {.copy = true, .soonStale = true});
+        f.output.deliver(test::plain(Qt::green), {.copy = true, .soonStale = true},
+                         [&fate](const Fate& told) { fate = told; });
+        f.output.copy(ClipboardContent::text(QStringLiteral("hola")));
+        QVERIFY(!fate);
+        test::sendAllPostedEvents();
+        QVERIFY(fate);
+        QCOMPARE(fate->clipboard, ClipboardFate::overtaken);
+        f.settle();
+        QCOMPARE(f.pasteboard.plainText, std::optional(QStringLiteral("hola")));
+        QCOMPARE(f.pasteboard.changes, 1);
+    }
+
+    void whoPutsTheNextOneWhenToldIsNotOvertakenByTheOneBefore()
+    {
+        test::OutputFixture f;
+        const Rendered shared = test::plain(Qt::red);
+        f.output.deliver(shared, {.copy = true, .soonStale = true}, [&f](const Fate& fate) {
+            QCOMPARE(fate.clipboard, ClipboardFate::overtaken);
+            f.output.deliver(test::plain(Qt::blue), {.copy = true});
+        });
+        f.output.deliver(shared, {.copy = true});
+        f.output.sessionEnded();
+        f.settle();
+        QCOMPARE(f.shownColour(), QColor(Qt::blue));
+        QCOMPARE(f.pasteboard.changes, 2);
+    }
+
     void theNextSessionConcealsAgain()
     {
-        LiveCopies f;
-        const Rendered picture = livePicture(Qt::red);
+        test::OutputFixture f;
+        const Rendered picture = test::plain(Qt::red);
         f.output.deliver(picture, {.copy = true, .soonStale = true});
         f.settle();
         f.output.sessionEnded();
@@ -191,10 +189,10 @@ private Q_SLOTS:
         constexpr int kChanges = 30;
         QThreadPool pool;
         pool.setMaxThreadCount(threads);
-        LiveCopies f;
+        test::OutputFixture f;
         Output output(f.pasteboard, f.history, f.prefs,
                       [&pool](std::function<void()> job) { pool.start(std::move(job)); });
-        const QImage image = noise(QSize(1600, 1000));
+        const QImage image = test::noise(QSize(1600, 1000)).image();
         // No answer arrives in between, as when each comes sooner than the one before is encoded.
         for (int change = 0; change < kChanges; ++change) {
             QImage changed = image;

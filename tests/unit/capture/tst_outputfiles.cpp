@@ -1,8 +1,4 @@
-#include "app/Defaults.h"
-#include "app/Prefs.h"
-#include "capture/Output.h"
-#include "recents/History.h"
-#include "support/FakePasteboard.h"
+#include "OutputFixture.h"
 #include "support/Files.h"
 #include "support/FullDisk.h"
 #include "support/TestCase.h"
@@ -10,10 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRandomGenerator>
-#include <QTemporaryDir>
 
-#include <functional>
 #include <memory>
 
 namespace brindlecam {
@@ -21,18 +14,6 @@ namespace brindlecam {
 namespace {
 
 enum class Writer { captures, saveAs };
-
-/// Noise cannot be packed: 100 bytes or 100,000, as the pixels are.
-Rendered noise(int side)
-{
-    QRandomGenerator random(1);
-    QImage image(side, side, QImage::Format_RGB32);
-    for (int y = 0; y < side; ++y) {
-        for (int x = 0; x < side; ++x)
-            image.setPixel(x, y, random.generate() | 0xff000000);
-    }
-    return {image, QSizeF(side, side)};
-}
 
 } // namespace
 
@@ -51,8 +32,8 @@ private Q_SLOTS:
         test::put(file(), "before");
         {
             const test::FileSizeLimit limit(0);
-            write(writer, noise(side), file());
-            write(writer, noise(side), m_place->filePath(QStringLiteral("new.png")));
+            write(writer, test::noise({side, side}), file());
+            write(writer, test::noise({side, side}), m_place->filePath(QStringLiteral("new.png")));
         }
         QCOMPARE(test::contentOf(file()), QByteArray("before"));
         QCOMPARE(allFiles(), QStringList{QStringLiteral("captura.png")});
@@ -69,8 +50,8 @@ private Q_SLOTS:
         test::put(file(), "before");
         disk.fill();
         const QStringList before = allFiles();
-        write(writer, noise(side), file());
-        write(writer, noise(side), m_place->filePath(QStringLiteral("new.png")));
+        write(writer, test::noise({side, side}), file());
+        write(writer, test::noise({side, side}), m_place->filePath(QStringLiteral("new.png")));
         QCOMPARE(test::contentOf(file()), QByteArray("before"));
         QCOMPARE(allFiles(), before);
     }
@@ -87,7 +68,7 @@ private Q_SLOTS:
         const QString precious = m_place->filePath(QStringLiteral("precious.txt"));
         test::put(precious, "precious");
         QVERIFY(QFile::link(precious, file()));
-        write(writer, noise(3), file());
+        write(writer, test::noise({3, 3}), file());
         QCOMPARE(test::contentOf(precious), QByteArray("precious"));
         QVERIFY(!QFileInfo(file()).isSymLink());
         QCOMPARE(QImage(file()).size(), QSize(3, 3));
@@ -96,7 +77,7 @@ private Q_SLOTS:
     void capturesAreReadableAsTheUmaskSays()
     {
         const test::Umask group(0027);
-        write(Writer::captures, noise(3), file());
+        write(Writer::captures, test::noise({3, 3}), file());
         QCOMPARE(test::modeOf(file()), 0640);
     }
 
@@ -114,12 +95,8 @@ private:
     /// Returns when the file is there, or won't be.
     void write(Writer writer, const Rendered& picture, const QString& path)
     {
-        const QTemporaryDir elsewhere;
-        Defaults defaults(elsewhere.filePath(QStringLiteral("settings.json")));
-        const Prefs prefs(defaults);
-        test::FakePasteboard pasteboard;
-        History history(elsewhere.filePath(QStringLiteral("historia")));
-        Output output(pasteboard, history, prefs, [](const std::function<void()>& job) { job(); });
+        test::OutputFixture elsewhere;
+        Output& output = elsewhere.output;
         if (writer == Writer::captures)
             output.deliver(picture, {.saveTo = path});
         else
