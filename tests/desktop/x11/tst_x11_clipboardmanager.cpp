@@ -93,6 +93,18 @@ private Q_SLOTS:
         QVERIFY(manager.kept == png);
     }
 
+    void managerIsAskedForEveryFormOfAGif()
+    {
+        const auto gif = ClipboardContent::gif("GIF89a", QStringLiteral("/a.gif"));
+        QCOMPARE(fateOf(gif), ClipboardFate::taken);
+        FakeManager manager;
+        QVERIFY(handOver());
+        QTRY_VERIFY(manager.kept.has_value());
+        QCOMPARE(manager.asked,
+                 QList<QByteArray>({"text/uri-list", "x-special/gnome-copied-files", "image/gif"}));
+        QCOMPARE(manager.kept, QByteArray("file:///a.gif\r\n"));
+    }
+
     void managerIsHandedWhatWasConcealedALittleBefore()
     {
         QVERIFY(setConcealed("png"));
