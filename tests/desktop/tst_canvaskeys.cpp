@@ -1,7 +1,5 @@
 #include "desktop/AnnotatingTest.h"
 
-#include <QProcess>
-
 namespace brindlecam::desktop {
 
 /// Keys, wheel and disturbances while marks are drawn and the selection is placed.
@@ -46,15 +44,6 @@ private:
         moveTo(kTo);
         input().release(Button::left);
         return isPastedWith({mark(Tool::line, kFrom, kTo)});
-    }
-
-    void setKeyboard(const QString& map)
-    {
-        QProcess process;
-        process.setProcessEnvironment(desktop().environment());
-        process.start(QStringLiteral("setxkbmap"), {map});
-        QVERIFY(process.waitForFinished(kPatience));
-        QCOMPARE(process.exitCode(), 0);
     }
 
     void turnWheel(Button direction, int notches)
@@ -139,7 +128,7 @@ private Q_SLOTS:
         QVERIFY(choose(Tool::rect));
         drag(kFrom, kTo);
         QVERIFY(isPastedWith({rect()}));
-        setKeyboard(QStringLiteral("ru"));
+        desktop().setKeyboard(QStringLiteral("ru"));
         input().chord({Qt::Key_Control, Qt::Key(u'Я')}); // where Z is
         QVERIFY(isPastedWith({}));
         input().chord({Qt::Key_Control, Qt::Key_Shift, Qt::Key(u'Я')});

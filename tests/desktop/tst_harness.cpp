@@ -78,6 +78,76 @@ private Q_SLOTS:
         QCOMPARE(input().pointer(), QPoint(50, 90));
     }
 
+    void keysAreFoundOnAChangedKeyboard()
+    {
+        useDesktop();
+        const auto window = desktop().open({});
+        QVERIFY(waitUntil([&] { return window->hasFocus(); }));
+        input().tap(Qt::Key_Y);
+        QVERIFY(waitUntil([&] { return window->keys().size() == 1; }));
+        QCOMPARE(window->keys()[0].key, Qt::Key_Y);
+        desktop().setKeyboard(QStringLiteral("de")); // Y and Z change places
+        input().tap(Qt::Key_Y);
+        QVERIFY(waitUntil([&] { return window->keys().size() == 2; }));
+        QCOMPARE(window->keys()[1].key, Qt::Key_Y);
+    }
+
+    void handsLetGoWhatIsDown()
+    {
+        useDesktop();
+        const auto window = desktop().open({});
+        QVERIFY(waitUntil([&] { return window->hasFocus(); }));
+        input().press(Qt::Key_Shift);
+        input().press(Qt::Key_Control);
+        input().press(Qt::Key_A);
+        input().letGo();
+        input().tap(Qt::Key_A);
+        QVERIFY(waitUntil([&] { return window->keys().size() == 4; }));
+        QCOMPARE(window->keys()[2].modifiers, Qt::ShiftModifier | Qt::ControlModifier);
+        QCOMPARE(window->keys()[3].modifiers, Qt::KeyboardModifiers());
+        input().moveTo(window->pixels().center());
+        input().press(Button::left);
+        input().letGo();
+        // Where a button is still down, nobody else gets what is pressed next.
+        const auto other =
+            desktop().open({.pixels = QRect(600, 100, 200, 200), .kind = WindowKind::unmanaged});
+        input().click({700, 200});
+        QVERIFY(waitUntil([&] { return other->clicks().size() == 1; }));
+    }
+
+    void hurriedHandsKeepTheOrderAndTellWhenTheyStruck()
+    {
+        useDesktop();
+        const auto window = desktop().open({});
+        QVERIFY(waitUntil([&] { return window->hasFocus(); }));
+        input().hurry();
+        const auto before = std::chrono::steady_clock::now();
+        input().press(Qt::Key_Shift);
+        const auto first = input().lastSent();
+        input().tap(Qt::Key_A);
+        input().moveTo(window->pixels().topLeft() + QPoint(30, 40));
+        input().press(Button::left);
+        const auto last = input().lastSent();
+        input().letGo();
+        QVERIFY(before <= first);
+        QVERIFY(first < last);
+        QVERIFY(last < input().lastSent());
+        QCOMPARE(window->keys().size(), std::size_t(2));
+        QCOMPARE(window->keys()[1].modifiers, Qt::KeyboardModifiers(Qt::ShiftModifier));
+        QCOMPARE(window->clicks().size(), std::size_t(1));
+        QCOMPARE(window->clicks()[0].place, QPoint(30, 40));
+    }
+
+    void loweredWindowsLieBelow()
+    {
+        useDesktop({.windowManager = WindowManager::none});
+        const auto below = desktop().open({.pixels = QRect(0, 0, 300, 200), .colour = Qt::red});
+        const auto above = desktop().open({.pixels = QRect(0, 0, 300, 200), .colour = Qt::green});
+        QVERIFY(waitUntil([&] { return screen().pixel({50, 50}) == QColor(Qt::green); }));
+        above->lower();
+        QVERIFY(waitUntil([&] { return screen().pixel({50, 50}) == QColor(Qt::red); }));
+    }
+
     void grabsOfOthersAreSeen()
     {
         useDesktop({.windowManager = WindowManager::none});

@@ -56,15 +56,6 @@ private:
         return waitUntil([this] { return clipboardIsTaken(); });
     }
 
-    void setKeyboard(const QStringList& arguments)
-    {
-        QProcess process;
-        process.setProcessEnvironment(desktop().environment());
-        process.start(QStringLiteral("setxkbmap"), arguments);
-        QVERIFY(process.waitForFinished(kPatience));
-        QCOMPARE(process.exitCode(), 0);
-    }
-
     std::unique_ptr<QProcess> m_other;
 
 private Q_SLOTS:
@@ -182,8 +173,7 @@ private Q_SLOTS:
     void deadKeyAndComposeMakeOneLetter()
     {
         QVERIFY(types());
-        setKeyboard(
-            {QStringLiteral("es"), QStringLiteral("-option"), QStringLiteral("compose:rctrl")});
+        desktop().setKeyboard(QStringLiteral("es"), QStringLiteral("compose:rctrl"));
         tap({Qt::Key_Dead_Acute, Qt::Key_A, Qt::Key_Ntilde});
         // Qt puts a composed letter before plain ones that came in the same moment; no hand is that
         // fast.

@@ -82,7 +82,7 @@ public:
     /// Returns once it serves.
     [[nodiscard]] virtual std::unique_ptr<ClipboardManager> startClipboardManager(KeepsBy way) = 0;
 
-    // Monitors: plugged in, unplugged, changed.
+    // Monitors and keyboard: plugged in, unplugged, changed.
     /// Makes these the monitors, removing all others. At least one.
     virtual void setMonitors(const std::vector<Monitor>& monitors) = 0;
     /// Plugs one more in, or gives one of several another place or size in one go.
@@ -91,6 +91,8 @@ public:
     virtual void removeMonitor(const QString& name) = 0;
     /// Gives the only monitor, and with it the whole screen, another size; it can only shrink.
     virtual void setMode(QSize pixels) = 0;
+    /// Gives the keyboard another layout, as in "es"; with an option of it, as in "compose:rctrl".
+    virtual void setKeyboard(const QString& layout, const QString& option = {}) = 0;
     /// Tiles the desktop behind all windows with a picture, also under a compositor.
     virtual void hangWallpaper(const QImage& picture) = 0;
 

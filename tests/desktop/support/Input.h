@@ -3,6 +3,7 @@
 #include <QList>
 #include <QPoint>
 
+#include <chrono>
 #include <cstdint>
 #include <string_view>
 
@@ -12,7 +13,8 @@ enum class Button : std::uint8_t { left = 1, middle = 2, right = 3, wheelUp = 4,
 
 /// The hands on keyboard and mouse: events that the program cannot tell from real ones. A key is
 /// named by what it types without modifiers, places are native pixels of the whole screen. Every
-/// call returns once the event has been taken. Keys and buttons still down are let go at the end.
+/// call returns once the event has been taken, unless the hands hurry. Keys and buttons still down
+/// are let go at the end.
 class Input {
 public:
     Input() = default;
@@ -39,6 +41,16 @@ public:
     /// The moves of a drag without press and release, starting wherever the pointer is.
     void glideTo(QPoint to, int steps = 12);
     [[nodiscard]] virtual QPoint pointer() const = 0;
+    /// Lets go all keys and buttons that are down, and waits until that has been taken.
+    virtual void letGo() = 0;
+
+    // For whoever holds a stopwatch.
+    /// From now on presses, releases and moves are sent without waiting; their order stays.
+    virtual void hurry() = 0;
+    /// Waits until everything sent so far has been taken.
+    virtual void awaitTaken() = 0;
+    /// The moment just before the last event was sent.
+    [[nodiscard]] virtual std::chrono::steady_clock::time_point lastSent() const = 0;
 };
 
 } // namespace brindlecam::desktop

@@ -68,6 +68,13 @@ void X11ClientWindow::takeFocus()
     m_connection.sync();
 }
 
+void X11ClientWindow::lower()
+{
+    const std::uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(m_connection.raw(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    m_connection.sync();
+}
+
 void X11ClientWindow::paint(QColor colour)
 {
     QImage picture(1, 1, QImage::Format_RGB32);

@@ -15,6 +15,7 @@ public:
     [[nodiscard]] QRect framePixels() const override;
     [[nodiscard]] bool hasFocus() const override;
     void takeFocus() override;
+    void lower() override;
     void paint(QColor colour) override;
     void claimFullScreen(bool fullScreen) override;
     void forget() override;

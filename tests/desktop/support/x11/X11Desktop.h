@@ -40,6 +40,10 @@ public:
     void setMonitor(const Monitor& monitor) override { m_server.setMonitor(monitor); }
     void removeMonitor(const QString& name) override { m_server.removeMonitor(name); }
     void setMode(QSize pixels) override { m_server.setMode(pixels); }
+    void setKeyboard(const QString& layout, const QString& option) override
+    {
+        m_server.setKeyboard(layout, option);
+    }
     void hangWallpaper(const QImage& picture) override;
 
     void startWindowManager() override;

@@ -18,29 +18,28 @@ X11Input::X11Input(const QString& display)
 
 X11Input::~X11Input()
 {
-    for (const std::uint8_t button : m_downButtons)
-        xcb_test_fake_input(m_connection.raw(), XCB_BUTTON_RELEASE, button, 0, 0, 0, 0, 0);
-    for (const std::uint8_t code : m_downKeys)
-        xcb_test_fake_input(m_connection.raw(), XCB_KEY_RELEASE, code, 0, 0, 0, 0, 0);
-    m_connection.sync();
+    letGo();
 }
 
 void X11Input::press(Qt::Key key)
 {
-    keyEvent(XCB_KEY_PRESS, key);
+    const xcb_keycode_t pressed = code(key);
+    m_downKeys.push_back(pressed);
+    passMillisecond();
+    fake(XCB_KEY_PRESS, pressed);
 }
 
 void X11Input::release(Qt::Key key)
 {
-    keyEvent(XCB_KEY_RELEASE, key);
+    const xcb_keycode_t released = code(key);
+    std::erase(m_downKeys, released);
+    fake(XCB_KEY_RELEASE, released);
+    m_lastRelease.start();
 }
 
 void X11Input::moveTo(QPoint pixel)
 {
-    xcb_test_fake_input(m_connection.raw(), XCB_MOTION_NOTIFY, 0, 0, m_connection.root(),
-                        static_cast<std::int16_t>(pixel.x()), static_cast<std::int16_t>(pixel.y()),
-                        0);
-    m_connection.sync();
+    fake(XCB_MOTION_NOTIFY, 0, pixel);
 }
 
 void X11Input::press(Button button)
@@ -65,10 +64,54 @@ QPoint X11Input::pointer() const
     return reply ? QPoint(reply->root_x, reply->root_y) : QPoint();
 }
 
-void X11Input::fake(std::uint8_t type, std::uint8_t detail)
+void X11Input::letGo()
 {
-    xcb_test_fake_input(m_connection.raw(), type, detail, 0, m_connection.root(), 0, 0, 0);
+    // The last one first, as hands do.
+    for (; !m_downButtons.empty(); m_downButtons.pop_back())
+        send(XCB_BUTTON_RELEASE, m_downButtons.back());
+    for (; !m_downKeys.empty(); m_downKeys.pop_back())
+        send(XCB_KEY_RELEASE, m_downKeys.back());
     m_connection.sync();
+    m_lastRelease.start();
+}
+
+void X11Input::fake(std::uint8_t type, std::uint8_t detail, QPoint pixel)
+{
+    send(type, detail, pixel);
+    if (!m_hurries)
+        m_connection.sync();
+}
+
+void X11Input::send(std::uint8_t type, std::uint8_t detail, QPoint pixel)
+{
+    m_lastSent = std::chrono::steady_clock::now();
+    xcb_test_fake_input(m_connection.raw(), type, detail, 0, m_connection.root(),
+                        static_cast<std::int16_t>(pixel.x()), static_cast<std::int16_t>(pixel.y()),
+                        0);
+    xcb_flush(m_connection.raw());
+}
+
+xcb_keycode_t X11Input::code(Qt::Key key)
+{
+    forgetChangedCodes();
+    const auto known = m_codes.constFind(key);
+    if (known != m_codes.constEnd())
+        return *known;
+    const auto codes = m_connection.keycodes(keysymOf(key));
+    if (codes.empty())
+        qFatal("the keyboard has no key of the number 0x%x", static_cast<unsigned>(key));
+    return *m_codes.insert(key, codes.front());
+}
+
+void X11Input::forgetChangedCodes()
+{
+    // Whoever has changed it may have been told so before we are.
+    if (!m_hurries)
+        m_connection.sync();
+    while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.raw())}) {
+        if ((event->response_type & 0x7f) == XCB_MAPPING_NOTIFY)
+            m_codes.clear();
+    }
 }
 
 // A release and a press within one millisecond are what a held key's repeat looks like; no hand is
@@ -78,22 +121,6 @@ void X11Input::passMillisecond() const
     constexpr int kApart = 2;
     while (m_lastRelease.isValid() && !m_lastRelease.hasExpired(kApart))
         QThread::msleep(1);
-}
-
-void X11Input::keyEvent(std::uint8_t type, Qt::Key key)
-{
-    const auto codes = m_connection.keycodes(keysymOf(key));
-    if (codes.empty())
-        qFatal("the keyboard has no key of the number 0x%x", static_cast<unsigned>(key));
-    if (type == XCB_KEY_PRESS) {
-        m_downKeys.push_back(codes.front());
-        passMillisecond();
-    } else {
-        std::erase(m_downKeys, codes.front());
-    }
-    fake(type, codes.front());
-    if (type == XCB_KEY_RELEASE)
-        m_lastRelease.start(); // the server has taken it
 }
 
 } // namespace brindlecam::desktop

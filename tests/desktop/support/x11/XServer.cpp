@@ -74,6 +74,14 @@ void XServer::setMode(QSize pixels) const
     xrandr({QStringLiteral("--output"), output, QStringLiteral("--mode"), mode});
 }
 
+void XServer::setKeyboard(const QString& layout, const QString& option) const
+{
+    QStringList arguments{QStringLiteral("-display"), m_display, layout};
+    if (!option.isEmpty())
+        arguments << QStringLiteral("-option") << option;
+    run(QStringLiteral("setxkbmap"), arguments);
+}
+
 void XServer::setMonitor(const Monitor& monitor, const QString& output)
 {
     const QRect& pixels = monitor.pixels;
@@ -120,12 +128,16 @@ void XServer::replaceMonitor(const Monitor& monitor, QSize millimetres) const
 
 void XServer::xrandr(const QStringList& arguments) const
 {
+    run(QStringLiteral("xrandr"), QStringList{QStringLiteral("--display"), m_display} + arguments);
+}
+
+void XServer::run(const QString& program, const QStringList& arguments)
+{
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QStringLiteral("xrandr"),
-                  QStringList{QStringLiteral("--display"), m_display} + arguments);
+    process.start(program, arguments);
     if (!process.waitForFinished(kPatience) || process.exitCode() != 0)
-        qFatal("xrandr fails: %s", process.readAll().constData());
+        qFatal("%s fails: %s", qPrintable(program), process.readAll().constData());
 }
 
 } // namespace brindlecam::desktop

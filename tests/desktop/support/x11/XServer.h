@@ -28,11 +28,13 @@ public:
 
     /// Gives the only output, and with it the whole screen, another size; it can only shrink.
     void setMode(QSize pixels) const;
+    void setKeyboard(const QString& layout, const QString& option) const;
 
 private:
     void setMonitor(const Monitor& monitor, const QString& output);
     void replaceMonitor(const Monitor& monitor, QSize millimetres) const;
     void xrandr(const QStringList& arguments) const;
+    static void run(const QString& program, const QStringList& arguments);
 
     std::unique_ptr<Process> m_process;
     QString m_display;
