@@ -8,8 +8,6 @@
 #include <QFile>
 #include <QThread>
 
-#include <X11/keysym.h>
-
 namespace brindlecam::bench {
 
 namespace {
@@ -26,7 +24,7 @@ constexpr unsigned long kNextSecond = 1100; // files are named by the second
 ClipboardRows::ClipboardRows(Stage& stage, Figures& figures)
     : m_stage(stage)
     , m_figures(figures)
-    , m_pastes(stage.display())
+    , m_pastes(stage.desktop())
 {
 }
 
@@ -43,29 +41,29 @@ ClipboardRows::Times ClipboardRows::areas(bool automaticCopy)
         m_stage.strikeArea();
         m_stage.awaitOverlay();
         QThread::msleep(kUnhurried);
-        Hands& hands = m_stage.hands();
-        hands.letGo();
+        desktop::Input& input = m_stage.input();
+        input.letGo();
         m_pastes.forget();
-        hands.moveTo(kArea.topLeft());
-        hands.pressButton();
-        hands.moveTo(kArea.center());
-        hands.moveTo(kArea.topLeft() + QPoint(kArea.width(), kArea.height()));
-        hands.releaseButton();
+        input.moveTo(kArea.topLeft());
+        input.press(desktop::Button::left);
+        input.moveTo(kArea.center());
+        input.moveTo(kArea.topLeft() + QPoint(kArea.width(), kArea.height()));
+        input.release(desktop::Button::left);
         if (automaticCopy && !m_pastes.awaitPng())
             qFatal("nothing is copied automatically");
         QThread::msleep(kUnhurried);
         m_pastes.forget();
 
-        const auto struck = hands.strike({}, XK_Return);
+        const auto struck = m_stage.strike({}, Qt::Key_Return);
         const auto offered = m_pastes.awaitPng();
         const QByteArray png = m_pastes.readPng();
         const auto read = Clock::now();
-        hands.letGo();
+        input.letGo();
         if (offered && pngSize(png) == kArea.size()) {
             times.offered.push_back(millisecondsBetween(struck, *offered));
             times.read.push_back(millisecondsBetween(struck, read));
         }
-        hands.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+        input.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
         // The toast comes, and the keyboard is everybody's again.
         QThread::msleep(kUnhurried);
         m_stage.awaitPage();
@@ -115,7 +113,7 @@ std::optional<double> ClipboardRows::untilRead()
     const auto offered = m_pastes.awaitPng();
     const QByteArray png = m_pastes.readPng();
     const auto read = Clock::now();
-    m_stage.hands().letGo();
+    m_stage.input().letGo();
     if (!offered || pngSize(png) != m_stage.pixels())
         return {};
     return millisecondsBetween(struck, read);
@@ -127,7 +125,7 @@ std::optional<double> ClipboardRows::untilFile()
     const auto struck = m_stage.strikeFullScreen();
     const auto file = files.awaitPng();
     const auto seen = Clock::now();
-    m_stage.hands().letGo();
+    m_stage.input().letGo();
     if (!file)
         return {};
     m_lastFile = *file;

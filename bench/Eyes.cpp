@@ -1,7 +1,5 @@
 #include "Eyes.h"
 
-#include "desktop/support/x11/Screen.h"
-
 #include <poll.h>
 
 namespace brindlecam::bench {
@@ -14,9 +12,9 @@ constexpr QRgb kColourBits = 0x00ffffff;
 
 } // namespace
 
-Eyes::Eyes(const QString& display)
-    : m_display(display)
-    , m_connection(display)
+Eyes::Eyes(desktop::Desktop& desktop)
+    : m_screen(desktop.screen())
+    , m_connection(desktop.name())
     , m_damage(xcb_generate_id(m_connection.raw()))
 {
     auto* const connection = m_connection.raw();
@@ -60,7 +58,7 @@ QImage Eyes::grabAtRest()
     do
         xcb_damage_subtract(m_connection.raw(), m_damage, XCB_NONE, XCB_NONE);
     while (sleepUntilDamage(kCalm));
-    return desktop::Screen(m_display).grab();
+    return m_screen.grab();
 }
 
 bool Eyes::shows(const std::vector<Sample>& samples) const

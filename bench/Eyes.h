@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/support/Desktop.h"
 #include "desktop/support/x11/Connection.h"
 
 #include <QImage>
@@ -32,7 +33,7 @@ struct Sample {
 /// looks at a few pixels.
 class Eyes final {
 public:
-    explicit Eyes(const QString& display);
+    explicit Eyes(desktop::Desktop& desktop);
 
     /// The first moment at which all samples show, or none within the patience.
     [[nodiscard]] std::optional<Clock::time_point> await(const std::vector<Sample>& samples);
@@ -48,7 +49,7 @@ private:
     /// Sleeps until something is drawn; false when nothing is.
     [[nodiscard]] bool sleepUntilDamage(std::chrono::milliseconds patience) const;
 
-    const QString m_display;
+    const desktop::Screen& m_screen;
     desktop::Connection m_connection;
     xcb_damage_damage_t m_damage = 0;
     std::uint8_t m_damageNotify = 0;

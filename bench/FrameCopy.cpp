@@ -9,10 +9,10 @@
 
 namespace brindlecam::bench {
 
-FrameCopy::FrameCopy(const QString& display, QSize pixels, xcb_window_t window)
+FrameCopy::FrameCopy(const QString& display, QSize pixels, desktop::WindowId window)
     : m_connection(display)
     , m_pixels(pixels)
-    , m_window(window)
+    , m_window(static_cast<xcb_window_t>(window))
     , m_bytes(std::size_t(pixels.width()) * std::size_t(pixels.height()) * 4)
 {
     const int file = memfd_create("frame", MFD_CLOEXEC);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/support/ClientWindow.h"
 #include "desktop/support/x11/Connection.h"
 
 #include <QSize>
@@ -15,7 +16,7 @@ namespace brindlecam::bench {
 class FrameCopy final {
 public:
     /// `window` covers the screen and shows what it showed before.
-    FrameCopy(const QString& display, QSize pixels, xcb_window_t window);
+    FrameCopy(const QString& display, QSize pixels, desktop::WindowId window);
     ~FrameCopy();
 
     /// Milliseconds of grab and put, each round with warm memory.

@@ -23,28 +23,29 @@ LiveCopyRows::LiveCopyRows(Stage& stage, Figures& figures)
     : m_stage(stage)
     , m_figures(figures)
     , m_user(stage)
-    , m_pastes(stage.display())
+    , m_pastes(stage.desktop())
 {
 }
 
 LiveCopyRows::Costs LiveCopyRows::endMarks(int rounds)
 {
     const Busy busy(m_stage.program().pid());
-    Hands& hands = m_stage.hands();
+    desktop::Input& input = m_stage.input();
     Costs costs;
     m_user.take(Tool::rect);
     for (int round = 0; round < rounds; ++round) {
         const QPoint from(m_stage.pixels().width() / 5 + 30 * round,
                           m_stage.pixels().height() / 5 + 20 * round);
-        hands.moveTo(from);
-        hands.pressButton();
-        hands.moveTo(from + QPoint(150, 100));
-        hands.moveTo(from + QPoint(300, 200));
+        input.moveTo(from);
+        input.press(desktop::Button::left);
+        input.moveTo(from + QPoint(150, 100));
+        input.moveTo(from + QPoint(300, 200));
         m_user.rest();
         QThread::msleep(kUntilCalm);
         m_pastes.forget();
         const double before = busy.mainThread();
-        const auto released = hands.releaseButton();
+        input.release(desktop::Button::left);
+        const auto released = input.lastSent();
         const auto offered = m_pastes.awaitPng();
         // Whatever it still has to do afterwards counts too.
         QThread::msleep(kUntilCalm);

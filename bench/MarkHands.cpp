@@ -4,8 +4,6 @@
 
 #include <QThread>
 
-#include <X11/keysym.h>
-
 #include <algorithm>
 #include <array>
 #include <random>
@@ -36,14 +34,14 @@ void MarkHands::selectScreen()
 
 void MarkHands::select(const QRect& area)
 {
-    Hands& hands = m_stage.hands();
+    desktop::Input& input = m_stage.input();
     QThread::msleep(kUnhurried); // the session before has let go of the keyboard
     m_stage.strikeArea();
     m_stage.awaitOverlay();
     QThread::msleep(kUnhurried);
-    hands.letGo();
+    input.letGo();
     drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
-    hands.moveTo(freeStrip().center());
+    input.moveTo(freeStrip().center());
     m_taken.reset();
     rest();
 }
@@ -57,8 +55,8 @@ void MarkHands::take(std::optional<Tool> tool)
     const auto* const place = tool ? std::ranges::find(kAllTools, *tool) : kAllTools.begin();
     const auto tabs = (tool ? 2 : 1) + std::distance(kAllTools.begin(), place);
     for (int i = 0; i < tabs; ++i)
-        m_stage.hands().tap(XK_Tab);
-    m_stage.hands().tap(XK_space);
+        m_stage.input().tap(Qt::Key_Tab);
+    m_stage.input().tap(Qt::Key_Space);
     m_taken = tool;
 }
 
@@ -67,21 +65,21 @@ Clock::time_point MarkHands::choose(Action action)
     // Past the pointer, the tools, colour, undo and redo.
     const auto before = 1 + std::ssize(kAllTools) + 3;
     for (int i = 0; i <= before + static_cast<int>(action); ++i)
-        m_stage.hands().tap(XK_Tab);
+        m_stage.input().tap(Qt::Key_Tab);
     rest();
-    const auto struck = m_stage.hands().strike({}, XK_space);
-    m_stage.hands().letGo(); // a button acts when the key is let go
+    const auto struck = m_stage.strike({}, Qt::Key_Space);
+    m_stage.input().letGo(); // a button acts when the key is let go
     return struck;
 }
 
 void MarkHands::drag(QPoint from, QPoint to)
 {
-    Hands& hands = m_stage.hands();
-    hands.moveTo(from);
-    hands.pressButton();
-    hands.moveTo((from + to) / 2);
-    hands.moveTo(to);
-    hands.releaseButton();
+    desktop::Input& input = m_stage.input();
+    input.moveTo(from);
+    input.press(desktop::Button::left);
+    input.moveTo((from + to) / 2);
+    input.moveTo(to);
+    input.release(desktop::Button::left);
 }
 
 void MarkHands::drawMany(int count)
@@ -111,14 +109,14 @@ void MarkHands::drawMany(int count)
 
 void MarkHands::undo()
 {
-    m_stage.hands().strike({XK_Control_L}, XK_z);
-    m_stage.hands().letGo();
+    m_stage.strike({Qt::Key_Control}, Qt::Key_Z);
+    m_stage.input().letGo();
 }
 
 void MarkHands::redo()
 {
-    m_stage.hands().strike({XK_Control_L, XK_Shift_L}, XK_z);
-    m_stage.hands().letGo();
+    m_stage.strike({Qt::Key_Control, Qt::Key_Shift}, Qt::Key_Z);
+    m_stage.input().letGo();
 }
 
 // Drawing what came in a rush may take longer than nothing is drawn between two of its steps.

@@ -35,13 +35,13 @@ void MarkRestRows::session(int marks, int steps)
         m_user.redo();
     m_user.rest();
     m_stage.endSession();
-    m_stage.hands().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+    m_stage.input().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
 }
 
 double MarkRestRows::atRest()
 {
     QThread::sleep(kUntilRest);
-    return Rest(m_stage.display(), m_stage.program().pid()).memory().anonymous;
+    return Rest(m_stage.desktop().name(), m_stage.program().pid()).memory().anonymous;
 }
 
 void MarkRestRows::run()

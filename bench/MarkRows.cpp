@@ -6,8 +6,6 @@
 
 #include <QThread>
 
-#include <X11/keysym.h>
-
 namespace brindlecam::bench {
 
 namespace {
@@ -48,10 +46,10 @@ QPoint MarkRows::at(double x, double y) const
 
 void MarkRows::beginDrag(const Path& path)
 {
-    Hands& hands = m_stage.hands();
-    hands.moveTo(path.press);
-    hands.pressButton();
-    hands.moveTo(path.first);
+    desktop::Input& input = m_stage.input();
+    input.moveTo(path.press);
+    input.press(desktop::Button::left);
+    input.moveTo(path.first);
 }
 
 std::vector<std::vector<Sample>> MarkRows::rehearsed(const Path& path)
@@ -60,12 +58,12 @@ std::vector<std::vector<Sample>> MarkRows::rehearsed(const Path& path)
     beginDrag(path);
     QImage before = m_user.rest();
     for (int move = 1; move <= kMoves; ++move) {
-        m_stage.hands().moveTo(path.first + path.step * move);
+        m_stage.input().moveTo(path.first + path.step * move);
         const QImage after = m_user.rest();
         changed.push_back(thinned(changes(before, after, after.rect(), kGrid), kMostSamples));
         before = after;
     }
-    m_stage.hands().releaseButton();
+    m_stage.input().release(desktop::Button::left);
     m_user.undo();
     m_user.rest();
     return changed;
@@ -86,14 +84,15 @@ void MarkRows::measureMoves(const QString& what, const Path& path,
         const auto& samples = changed.at(static_cast<std::size_t>(move - 1));
         figure.yardstickSamples.push_back(m_stage.frameCopy().grabAndPut(1).front());
         const double before = busy.mainThread();
-        const auto moved = m_stage.hands().moveTo(path.first + path.step * move);
+        m_stage.input().moveTo(path.first + path.step * move);
+        const auto moved = m_stage.input().lastSent();
         const auto seen = m_stage.eyes().await(samples);
         if (seen && !samples.empty())
             figure.samples.push_back(millisecondsBetween(moved, *seen));
         QThread::msleep(kBetweenMoves);
         worked.push_back(busy.mainThread() - before);
     }
-    m_stage.hands().releaseButton();
+    m_stage.input().release(desktop::Button::left);
     m_figures.add(figure);
     m_figures.note(QStringLiteral("    main thread busy %1 ms for each (median)")
                        .arg(median(worked), 0, 'f', 2));
@@ -138,26 +137,26 @@ void MarkRows::moves()
 
 void MarkRows::bars()
 {
-    Hands& hands = m_stage.hands();
+    desktop::Input& input = m_stage.input();
     const auto beginSelection = [&] {
         m_stage.strikeArea();
         m_stage.awaitOverlay();
         QThread::msleep(kUnhurried);
-        hands.letGo();
-        hands.moveTo(kArea.topLeft());
-        hands.pressButton();
-        hands.moveTo(kArea.center());
-        hands.moveTo(kArea.topLeft() + QPoint(kArea.width(), kArea.height()));
+        input.letGo();
+        input.moveTo(kArea.topLeft());
+        input.press(desktop::Button::left);
+        input.moveTo(kArea.center());
+        input.moveTo(kArea.topLeft() + QPoint(kArea.width(), kArea.height()));
         return m_user.rest();
     };
     const auto endSession = [&] {
-        hands.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+        input.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
         m_stage.endSession();
         QThread::msleep(kUnhurried);
     };
 
     const QImage without = beginSelection();
-    hands.releaseButton();
+    input.release(desktop::Button::left);
     const QImage with = m_user.rest();
     const auto bar = thinned(changes(without, with, kToolsBar, kGrid), kMostSamples);
     endSession();
@@ -169,7 +168,8 @@ void MarkRows::bars()
                   .ratioLimit = {}};
     for (int round = 0; round < kBarRounds && !bar.empty(); ++round) {
         (void)beginSelection();
-        const auto released = hands.releaseButton();
+        input.release(desktop::Button::left);
+        const auto released = input.lastSent();
         if (const auto seen = m_stage.eyes().await(bar))
             figure.samples.push_back(millisecondsBetween(released, *seen));
         endSession();
@@ -184,18 +184,18 @@ void MarkRows::longStroke()
     // The end is drawn where the rest of the stroke does not come.
     const Path end{.press = at(0.5, 0.6), .first = at(0.52, 0.65), .step = {9, 7}};
     const auto changed = rehearsed(end);
-    Hands& hands = m_stage.hands();
-    hands.moveTo(at(0.1, 0.1));
-    hands.pressButton();
+    desktop::Input& input = m_stage.input();
+    input.moveTo(at(0.1, 0.1));
+    input.press(desktop::Button::left);
     const QSize field = m_stage.pixels() / 2;
     for (int i = 0; i < kStrokePoints; ++i) {
-        hands.moveTo(at(0.1, 0.1) +
+        input.moveTo(at(0.1, 0.1) +
                      QPoint(i * 37 % field.width(), (i * 11 + i / 50) % (field.height() / 2)));
         QThread::usleep(kPointPace);
     }
-    hands.moveTo(end.press);
+    input.moveTo(end.press);
     QThread::msleep(kBetweenMoves);
-    hands.moveTo(end.first);
+    input.moveTo(end.first);
     m_user.rest();
     measureMoves(QStringLiteral("a stroke after 5,000 moves: move repainted"), end, changed);
     m_stage.endSession();
@@ -206,7 +206,7 @@ void MarkRows::measureHover(const QString& what)
     const Busy busy(m_stage.program().pid());
     const double before = busy.mainThread();
     for (int i = 0; i < kHovers; ++i) {
-        m_stage.hands().moveTo(at(0.1, 0.1) + QPoint(i * 37 % m_stage.pixels().width() / 2,
+        m_stage.input().moveTo(at(0.1, 0.1) + QPoint(i * 37 % m_stage.pixels().width() / 2,
                                                      i * 23 % m_stage.pixels().height() / 2));
         QThread::msleep(5);
     }
@@ -239,9 +239,9 @@ void MarkRows::measureUndo(const QString& what)
                   .yardstickSamples = {},
                   .ratioLimit = {}};
     for (const auto& samples : changed) {
-        const auto struck = m_stage.hands().strike({XK_Control_L}, XK_z);
+        const auto struck = m_stage.strike({Qt::Key_Control}, Qt::Key_Z);
         const auto seen = m_stage.eyes().await(samples);
-        m_stage.hands().letGo();
+        m_stage.input().letGo();
         if (seen && !samples.empty())
             figure.samples.push_back(millisecondsBetween(struck, *seen));
         QThread::msleep(kBetweenMoves);
@@ -252,7 +252,7 @@ void MarkRows::measureUndo(const QString& what)
 void MarkRows::manyMarks()
 {
     m_user.selectScreen();
-    const Rest rest(m_stage.display(), m_stage.program().pid());
+    const Rest rest(m_stage.desktop().name(), m_stage.program().pid());
     m_user.drawMany(kMarks);
     const double some = rest.memory().anonymous;
     m_user.drawMany(kManyMarks - kMarks);

@@ -186,11 +186,11 @@ void OverlayRows::captureAfterRest()
     for (int round = 0; round < kRestRounds; ++round) {
         pause(kRest);
         const double before = faults(m_stage.program().pid());
-        const double beforeOfServer = faults(m_stage.serverPid());
+        const double beforeOfServer = faults(m_stage.desktop().serverPid());
         if (const auto time = measure())
             figure.samples.push_back(*time);
         ours.samples.push_back(faults(m_stage.program().pid()) - before);
-        servers.samples.push_back(faults(m_stage.serverPid()) - beforeOfServer);
+        servers.samples.push_back(faults(m_stage.desktop().serverPid()) - beforeOfServer);
         pause(kRest);
         if (const auto time = measure(area))
             commands.samples.push_back(*time);
@@ -209,15 +209,15 @@ void OverlayRows::pointerMoves()
         m_stage.strikeArea();
         m_stage.awaitOverlay();
         pause(std::chrono::milliseconds(500));
-        m_stage.hands().letGo();
-        m_stage.hands().moveTo(place(-20));
-        m_stage.hands().pressButton();
-        m_stage.hands().moveTo(place(0));
+        m_stage.input().letGo();
+        m_stage.input().moveTo(place(-20));
+        m_stage.input().press(desktop::Button::left);
+        m_stage.input().moveTo(place(0));
     };
     const auto endDrag = [&] {
-        m_stage.hands().releaseButton();
+        m_stage.input().release(desktop::Button::left);
         m_stage.endSession();
-        m_stage.hands().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+        m_stage.input().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
     };
 
     // The same drag at leisure first: what each move changes around the pointer, all of it.
@@ -225,7 +225,7 @@ void OverlayRows::pointerMoves()
     beginDrag();
     QImage before = m_stage.eyes().grabAtRest();
     for (int step = 1; step <= kMoves; ++step) {
-        m_stage.hands().moveTo(place(step));
+        m_stage.input().moveTo(place(step));
         const QImage after = m_stage.eyes().grabAtRest();
         const QRect around =
             QRect(place(step), QSize(1, 1))
@@ -244,7 +244,8 @@ void OverlayRows::pointerMoves()
     beginDrag();
     (void)m_stage.eyes().grabAtRest();
     for (int step = 1; step <= kMoves; ++step) {
-        const auto moved = m_stage.hands().moveTo(place(step));
+        m_stage.input().moveTo(place(step));
+        const auto moved = m_stage.input().lastSent();
         if (const auto seen = m_stage.eyes().await(changed[static_cast<std::size_t>(step - 1)]))
             figure.samples.push_back(millisecondsBetween(moved, *seen));
         pause(std::chrono::milliseconds(30));

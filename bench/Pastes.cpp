@@ -17,9 +17,9 @@ constexpr std::chrono::milliseconds kCalm{1000}; // no offer for that long: ther
 
 } // namespace
 
-Pastes::Pastes(const QString& display)
-    : m_connection(display)
-    , m_reader(display)
+Pastes::Pastes(desktop::Desktop& desktop)
+    : m_connection(desktop.name())
+    , m_clipboard(desktop.clipboard())
     , m_png(m_connection.atom("image/png"))
     , m_text(m_connection.atom("UTF8_STRING"))
 {
@@ -70,12 +70,12 @@ int Pastes::countOffers()
 
 QByteArray Pastes::readPng()
 {
-    return m_reader.read("image/png").value_or(QByteArray());
+    return m_clipboard.read("image/png").value_or(QByteArray());
 }
 
 QString Pastes::readText()
 {
-    return QString::fromUtf8(m_reader.read("UTF8_STRING").value_or(QByteArray()));
+    return m_clipboard.text().value_or(QString());
 }
 
 int Pastes::claims()
@@ -94,7 +94,8 @@ void Pastes::sleep(std::chrono::milliseconds patience) const
 
 bool Pastes::offers(xcb_atom_t wanted)
 {
-    const QByteArray targets = m_reader.read("TARGETS").value_or(QByteArray());
+    // Their names would have to be asked for one by one, while the clock runs.
+    const QByteArray targets = m_clipboard.read("TARGETS").value_or(QByteArray());
     for (qsizetype at = 0; at + 4 <= targets.size(); at += 4) {
         xcb_atom_t target = 0;
         std::memcpy(&target, targets.constData() + at, sizeof(target));

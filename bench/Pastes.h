@@ -2,8 +2,6 @@
 
 #include "Eyes.h"
 
-#include "desktop/support/x11/ClipboardReader.h"
-
 #include <optional>
 
 namespace brindlecam::bench {
@@ -12,7 +10,7 @@ namespace brindlecam::bench {
 /// server reports a new owner or the old one's renewed claim.
 class Pastes final {
 public:
-    explicit Pastes(const QString& display);
+    explicit Pastes(desktop::Desktop& desktop);
 
     /// Forgets everything offered so far.
     void forget();
@@ -37,7 +35,7 @@ private:
     [[nodiscard]] std::optional<Clock::time_point> await(xcb_atom_t wanted);
 
     desktop::Connection m_connection;
-    desktop::ClipboardReader m_reader;
+    desktop::Clipboard& m_clipboard;
     std::uint8_t m_selectionNotify = 0;
     xcb_atom_t m_png = 0;
     xcb_atom_t m_text = 0;

@@ -42,27 +42,36 @@ void PinRows::open()
     m_user.select(area());
     m_user.choose(MarkHands::Action::pin);
     QThread::msleep(kUnhurried);
-    m_stage.hands().moveTo(area().center());
+    m_stage.input().moveTo(area().center());
     m_user.rest();
 }
 
 void PinRows::close()
 {
-    m_stage.hands().click(area().center());
+    m_stage.input().click(area().center());
     QThread::msleep(kBetweenClicks);
-    m_stage.hands().click(area().center());
+    m_stage.input().click(area().center());
     m_user.rest();
+}
+
+Clock::time_point PinRows::turnWheel(desktop::Button wheel)
+{
+    m_stage.input().press(wheel);
+    const auto moment = m_stage.input().lastSent();
+    m_stage.input().release(wheel);
+    return moment;
 }
 
 std::vector<PinRows::Turn> PinRows::rehearsed()
 {
-    std::vector<Turn> turns(kSteps, {Hands::Wheel::up, {}});
-    turns.insert(turns.end(), 2 * static_cast<std::size_t>(kSteps), {Hands::Wheel::down, {}});
-    turns.insert(turns.end(), kSteps, {Hands::Wheel::up, {}});
+    std::vector<Turn> turns(kSteps, {desktop::Button::wheelUp, {}});
+    turns.insert(turns.end(), 2 * static_cast<std::size_t>(kSteps),
+                 {desktop::Button::wheelDown, {}});
+    turns.insert(turns.end(), kSteps, {desktop::Button::wheelUp, {}});
     open();
     QImage before = m_user.rest();
     for (Turn& turn : turns) {
-        m_stage.hands().turn(turn.wheel);
+        turnWheel(turn.wheel);
         const QImage after = m_user.rest();
         turn.changed = thinned(changes(before, after, after.rect(), kGrid), kMostSamples);
         if (turn.changed.empty())
@@ -88,7 +97,7 @@ void PinRows::run()
     const Busy busy(m_stage.program().pid());
     const double before = busy.mainThread();
     for (const Turn& turn : turns) {
-        const auto turned = m_stage.hands().turn(turn.wheel);
+        const auto turned = turnWheel(turn.wheel);
         if (const auto seen = m_stage.eyes().await(turn.changed))
             figure.samples.push_back(millisecondsBetween(turned, *seen));
         QThread::msleep(kBetweenTurns);

@@ -17,13 +17,15 @@ public:
 private:
     /// A notch of the wheel and what it changes.
     struct Turn {
-        Hands::Wheel wheel = Hands::Wheel::up;
+        desktop::Button wheel = desktop::Button::wheelUp;
         std::vector<Sample> changed;
     };
 
     [[nodiscard]] QRect area() const;
     void open();
     void close();
+    /// Turns the wheel by a notch. Returns the moment just before that was sent.
+    Clock::time_point turnWheel(desktop::Button wheel);
     [[nodiscard]] std::vector<Turn> rehearsed();
 
     Stage& m_stage;

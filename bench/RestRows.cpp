@@ -5,8 +5,6 @@
 
 #include <QThread>
 
-#include <X11/keysym.h>
-
 namespace brindlecam::bench {
 
 namespace {
@@ -37,7 +35,7 @@ void RestRows::run()
         } else {
             m_stage.strikeFullScreen();
             QThread::msleep(300);
-            m_stage.hands().letGo();
+            m_stage.input().letGo();
         }
         QThread::msleep(1500);
     }
@@ -51,21 +49,21 @@ void RestRows::capture()
     m_stage.strikeArea();
     m_stage.awaitOverlay();
     QThread::msleep(400);
-    m_stage.hands().letGo();
-    m_stage.hands().moveTo({300, 250});
-    m_stage.hands().pressButton();
-    m_stage.hands().moveTo({700, 550});
-    m_stage.hands().moveTo({1100, 850});
-    m_stage.hands().releaseButton();
+    m_stage.input().letGo();
+    m_stage.input().moveTo({300, 250});
+    m_stage.input().press(desktop::Button::left);
+    m_stage.input().moveTo({700, 550});
+    m_stage.input().moveTo({1100, 850});
+    m_stage.input().release(desktop::Button::left);
     QThread::msleep(100);
-    m_stage.hands().tap(XK_Return);
+    m_stage.input().tap(Qt::Key_Return);
     QThread::msleep(300);
-    m_stage.hands().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+    m_stage.input().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
 }
 
 void RestRows::measure(const QString& when, double mostMebibytes)
 {
-    const Rest rest(m_stage.display(), m_stage.program().pid());
+    const Rest rest(m_stage.desktop().name(), m_stage.program().pid());
     const auto before = rest.switches();
     QThread::sleep(kRest);
     const auto after = rest.switches();

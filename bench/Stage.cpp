@@ -4,13 +4,13 @@
 
 #include "desktop/support/Patience.h"
 
-#include <X11/keysym.h>
-
 namespace brindlecam::bench {
 
 namespace {
 
-constexpr std::uint16_t kHotKeyModifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
+constexpr Qt::Key kAreaKey = Qt::Key_9;
+constexpr Qt::Key kFullScreenKey = Qt::Key_8;
+constexpr Qt::KeyboardModifiers kHotKeyModifiers = Qt::MetaModifier | Qt::ShiftModifier;
 constexpr int kPageStep = 97; // pixels between places looked at
 
 QImage painted(QSize pixels, Page page)
@@ -40,35 +40,33 @@ QString name(Page page)
 Stage::Stage(QSize pixels, Page page)
     : m_pixels(pixels)
     , m_shown(page)
-    , m_desktop({.server = {.pixels = pixels}})
+    , m_desktop(desktop::Desktop::start({.screen = {.pixels = pixels}}))
     , m_page(painted(pixels, page))
-    , m_eyes(m_desktop.server().display())
-    , m_hands(m_desktop.server().display())
+    , m_eyes(*m_desktop)
 {
+    input().hurry();
     // The program asks about every window there is, as on any desktop.
     for (int i = 0; i < 5; ++i)
-        m_windows.push_back(std::make_unique<desktop::ClientWindow>(
-            display(),
-            desktop::ClientWindowOptions{.pixels = QRect(100 + 60 * i, 100 + 40 * i, 800, 500)}));
-    m_windows.push_back(std::make_unique<desktop::ClientWindow>(
-        display(), desktop::ClientWindowOptions{.pixels = QRect({}, pixels),
-                                                .kind = desktop::WindowKind::unmanaged,
-                                                .picture = m_page}));
-    m_frameCopy = std::make_unique<FrameCopy>(display(), pixels, m_windows.back()->id());
+        m_windows.push_back(
+            m_desktop->open({.pixels = QRect(100 + 60 * i, 100 + 40 * i, 800, 500)}));
+    m_windows.push_back(m_desktop->open(
+        {.pixels = QRect({}, pixels), .kind = desktop::WindowKind::unmanaged, .picture = m_page}));
+    m_frameCopy = std::make_unique<FrameCopy>(m_desktop->name(), pixels, m_windows.back()->id());
     // Away from the hint and the corners.
-    m_hands.moveTo({pixels.width() / 2, pixels.height() * 3 / 4});
+    input().moveTo({pixels.width() / 2, pixels.height() * 3 / 4});
     awaitPage();
 }
 
 void Stage::start(const QJsonObject& settings)
 {
     m_program.reset();
-    m_program = std::make_unique<desktop::ProgramUnderTest>(m_desktop);
+    m_program = std::make_unique<desktop::ProgramUnderTest>(*m_desktop);
     m_program->writeSettings(settings);
     m_program->start();
-    const bool grabbed = desktop::waitUntil([this] {
-        return m_desktop.connection().isKeyGrabbedByOther(XK_9, kHotKeyModifiers) &&
-               m_desktop.connection().isKeyGrabbedByOther(XK_8, kHotKeyModifiers);
+    const auto rival = m_desktop->rival();
+    const bool grabbed = desktop::waitUntil([&rival] {
+        return rival->isHotKeyTaken(kAreaKey, kHotKeyModifiers) &&
+               rival->isHotKeyTaken(kFullScreenKey, kHotKeyModifiers);
     });
     if (!grabbed)
         qFatal("the hot keys are not taken:\n%s", qPrintable(m_program->log()));
@@ -81,14 +79,23 @@ void Stage::quit()
     m_program.reset();
 }
 
+Clock::time_point Stage::strike(const QList<Qt::Key>& modifiers, Qt::Key key)
+{
+    for (const Qt::Key modifier : modifiers)
+        input().press(modifier);
+    input().awaitTaken();
+    input().press(key);
+    return input().lastSent();
+}
+
 Clock::time_point Stage::strikeArea()
 {
-    return m_hands.strike({XK_Super_L, XK_Shift_L}, XK_9);
+    return strike({Qt::Key_Super_L, Qt::Key_Shift}, kAreaKey);
 }
 
 Clock::time_point Stage::strikeFullScreen()
 {
-    return m_hands.strike({XK_Super_L, XK_Shift_L}, XK_8);
+    return strike({Qt::Key_Super_L, Qt::Key_Shift}, kFullScreenKey);
 }
 
 void Stage::awaitOverlay()
@@ -105,8 +112,8 @@ void Stage::awaitOverlay()
 
 void Stage::endSession()
 {
-    m_hands.letGo();
-    m_hands.tap(XK_Escape);
+    input().letGo();
+    input().tap(Qt::Key_Escape);
     awaitPage();
 }
 
@@ -123,11 +130,7 @@ void Stage::awaitPage()
 
 void Stage::lowerPage()
 {
-    const desktop::Connection& connection = m_desktop.connection();
-    const std::uint32_t below = XCB_STACK_MODE_BELOW;
-    xcb_configure_window(connection.raw(), m_windows.back()->id(), XCB_CONFIG_WINDOW_STACK_MODE,
-                         &below);
-    connection.sync();
+    m_windows.back()->lower();
 }
 
 } // namespace brindlecam::bench

@@ -2,11 +2,9 @@
 
 #include "Eyes.h"
 #include "FrameCopy.h"
-#include "Hands.h"
 
+#include "desktop/support/Desktop.h"
 #include "desktop/support/ProgramUnderTest.h"
-#include "desktop/support/x11/ClientWindow.h"
-#include "desktop/support/x11/Desktop.h"
 
 #include <QJsonObject>
 
@@ -28,10 +26,10 @@ public:
     [[nodiscard]] Page shownPage() const { return m_shown; }
     /// What the screen shows when nothing of ours is on it.
     [[nodiscard]] const QImage& page() const { return m_page; }
-    [[nodiscard]] QString display() { return m_desktop.server().display(); }
-    [[nodiscard]] qint64 serverPid() { return m_desktop.server().pid(); }
+    [[nodiscard]] desktop::Desktop& desktop() { return *m_desktop; }
     [[nodiscard]] Eyes& eyes() { return m_eyes; }
-    [[nodiscard]] Hands& hands() { return m_hands; }
+    /// Hands that hurry: the clock starts where an event is sent, and runs while nobody waits.
+    [[nodiscard]] desktop::Input& input() { return m_desktop->input(); }
     [[nodiscard]] const FrameCopy& frameCopy() const { return *m_frameCopy; }
 
     /// Starts the program anew, with these settings, and waits until its hot keys work.
@@ -39,7 +37,9 @@ public:
     void quit();
     [[nodiscard]] desktop::ProgramUnderTest& program() { return *m_program; }
 
-    /// The moment just before the area key went down.
+    /// Presses the modifiers, waits until they are down and strikes the key; all stays down until
+    /// the hands let go. Returns the moment just before the key's press was sent.
+    Clock::time_point strike(const QList<Qt::Key>& modifiers, Qt::Key key);
     Clock::time_point strikeArea();
     Clock::time_point strikeFullScreen();
     /// Waits until the overlay hides the page.
@@ -55,11 +55,10 @@ public:
 private:
     const QSize m_pixels;
     const Page m_shown;
-    desktop::Desktop m_desktop;
+    const std::unique_ptr<desktop::Desktop> m_desktop;
     const QImage m_page;
     std::vector<std::unique_ptr<desktop::ClientWindow>> m_windows;
     Eyes m_eyes;
-    Hands m_hands;
     std::unique_ptr<FrameCopy> m_frameCopy;
     std::unique_ptr<desktop::ProgramUnderTest> m_program;
 };

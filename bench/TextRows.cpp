@@ -7,8 +7,6 @@
 #include <QStringList>
 #include <QThread>
 
-#include <X11/keysym.h>
-
 #include <thread>
 
 namespace brindlecam::bench {
@@ -64,7 +62,7 @@ TextRows::TextRows(Stage& stage, Figures& figures)
     : m_stage(stage)
     , m_figures(figures)
     , m_user(stage)
-    , m_pastes(stage.display())
+    , m_pastes(stage.desktop())
 {
 }
 
@@ -78,7 +76,7 @@ std::optional<double> TextRows::read(std::chrono::seconds before)
     const auto struck = m_user.choose(MarkHands::Action::text);
     const auto offered = m_pastes.awaitText();
     const QString text = m_pastes.readText();
-    m_stage.hands().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+    m_stage.input().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
     m_user.rest();
     QThread::msleep(kUnhurried);
     if (!offered || text != paragraph().join(QLatin1Char('\n')))
@@ -88,9 +86,9 @@ std::optional<double> TextRows::read(std::chrono::seconds before)
 
 void TextRows::pressToClipboard()
 {
-    const desktop::ClientWindow window(m_stage.display(), {.pixels = QRect(kPlace, kPage),
-                                                           .kind = desktop::WindowKind::unmanaged,
-                                                           .picture = page()});
+    const auto window = m_stage.desktop().open({.pixels = QRect(kPlace, kPage),
+                                                .kind = desktop::WindowKind::unmanaged,
+                                                .picture = page()});
     m_stage.start({{QStringLiteral("autoCopy"), false}});
     Figure warm{.what = QStringLiteral("text of %1 characters, warm: press to clipboard")
                             .arg(paragraph().join(QString()).size()),
@@ -119,19 +117,20 @@ void TextRows::pressToClipboard()
 double TextRows::memoryAtRest()
 {
     std::this_thread::sleep_for(kUnused);
-    return Rest(m_stage.display(), m_stage.program().pid()).memory().anonymous;
+    return Rest(m_stage.desktop().name(), m_stage.program().pid()).memory().anonymous;
 }
 
 void TextRows::afterTwoMinutes()
 {
-    const desktop::ClientWindow window(m_stage.display(), {.pixels = QRect(kPlace, kPage),
-                                                           .kind = desktop::WindowKind::unmanaged,
-                                                           .picture = page()});
+    const auto window = m_stage.desktop().open({.pixels = QRect(kPlace, kPage),
+                                                .kind = desktop::WindowKind::unmanaged,
+                                                .picture = page()});
     m_stage.start({{QStringLiteral("autoCopy"), false}});
     QThread::sleep(10);
-    const double started = Rest(m_stage.display(), m_stage.program().pid()).memory().anonymous;
+    const double started =
+        Rest(m_stage.desktop().name(), m_stage.program().pid()).memory().anonymous;
     m_user.select({kPlace, kPage});
-    m_stage.hands().tap(XK_Escape);
+    m_stage.input().tap(Qt::Key_Escape);
     const double before = memoryAtRest();
     for (int round = 0; round < kRounds; ++round)
         (void)read(kWarmedUp);
