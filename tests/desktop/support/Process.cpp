@@ -5,6 +5,7 @@
 #include <csignal>
 
 #include <sys/prctl.h>
+#include <unistd.h>
 
 namespace brindlecam::desktop {
 
@@ -12,7 +13,10 @@ Process::Process(const QString& program, const QStringList& arguments,
                  const QProcessEnvironment& environment)
 {
     m_process.setProcessEnvironment(environment);
-    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    m_process.setChildProcessModifier([] {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        setpgid(0, 0); // keys on the terminal are not for it: it ends when we do
+    });
     m_process.start(program, arguments);
     if (!m_process.waitForStarted(kPatience))
         qFatal("%s does not start: %s", qPrintable(program), qPrintable(m_process.errorString()));
