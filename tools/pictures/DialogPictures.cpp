@@ -5,6 +5,7 @@
 #include "app/AppDelegate.h"
 #include "app/Defaults.h"
 #include "app/Prefs.h"
+#include "app/Toast.h"
 #include "capture/CaptureFailure.h"
 #include "capture/SavePanel.h"
 #include "platform/Platform.h"
@@ -30,6 +31,7 @@ public:
 void takeDialogPictures(Photographer& photographer, Prefs& prefs)
 {
     Platform& platform = photographer.platform();
+    Toast toast(*platform.displays, *platform.panels);
     const auto take = [&](const char* name, const std::function<void(Alerts&)>& open) {
         {
             Alerts alerts(*platform.panels);
@@ -41,7 +43,7 @@ void takeDialogPictures(Photographer& photographer, Prefs& prefs)
     };
 
     take("alert-welcome", [&](Alerts& alerts) {
-        AppDelegate(prefs, alerts, *platform.fileOpener).showWelcomeIfFirstRun();
+        AppDelegate(prefs, alerts, toast, *platform.fileOpener).showWelcomeIfFirstRun();
     });
     take("alert-permission", [&](Alerts& alerts) {
         RefusedAccess access;
@@ -54,8 +56,9 @@ void takeDialogPictures(Photographer& photographer, Prefs& prefs)
                        CaptureFailure::Voice::alerts)
             .handle({QStringLiteral("El servidor X no entrega la imagen de la pantalla.")});
     });
-    take("about",
-         [&](Alerts& alerts) { AppDelegate(prefs, alerts, *platform.fileOpener).showAbout(); });
+    take("about", [&](Alerts& alerts) {
+        AppDelegate(prefs, alerts, toast, *platform.fileOpener).showAbout();
+    });
     take("save-panel", [&](Alerts& alerts) {
         SavePanel::open(alerts, prefs.saveFolder(), Prefs::newFileName(),
                         [](const std::optional<QString>&) {});
