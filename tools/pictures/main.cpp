@@ -14,6 +14,8 @@
 #include "platform/Platform.h"
 
 #include <QApplication>
+#include <QCursor>
+#include <QScreen>
 
 using namespace brindlecam;
 
@@ -37,6 +39,9 @@ int main(int argc, char* argv[])
     Appearance::install(platform.interfaceFont);
 
     QApplication::setCursorFlashTime(0); // or a caret shows only now and then
+    // The pointer stands where no window is.
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    QCursor::setPos(screen.width() / 2, screen.height() * 95 / 100);
 
     Defaults defaults(Defaults::standardFile());
     Prefs prefs(defaults);
