@@ -99,6 +99,7 @@ void Toolbar::buildTools()
     add(button("arrow.uturn.backward", "Deshacer (⌘Z)", [this] { call(onUndo); }));
     add(button("arrow.uturn.forward", "Rehacer (⇧⌘Z)", [this] { call(onRedo); }));
     m_tools = std::make_unique<BarView>(Qt::Vertical, std::move(buttons), &m_canvas);
+    m_tools->setAccessibleName(text("Herramientas"));
 }
 
 void Toolbar::buildActions()
@@ -111,6 +112,7 @@ void Toolbar::buildActions()
             button(row.symbol, row.tooltip, [this, action] { call(onAction, action); }));
     }
     m_actions = std::make_unique<BarView>(Qt::Horizontal, std::move(buttons), &m_canvas);
+    m_actions->setAccessibleName(text("Acciones"));
 }
 
 void Toolbar::buildPalette()
@@ -135,6 +137,7 @@ void Toolbar::buildPalette()
     controls.track->setValue(m_prefs.markerOpacity());
     controls.track->onChange = [this](double opacity) { call(onOpacity, opacity); };
     m_palette.view = std::make_unique<PaletteView>(std::move(controls), &m_canvas);
+    m_palette.view->setAccessibleName(text("Colores"));
 }
 
 void Toolbar::buildSizePopup(Tool tool)
@@ -152,7 +155,9 @@ void Toolbar::buildSizePopup(Tool tool)
         sizeLabel(tool).value_or(QString()));
     controls.track->setValue(m_prefs.size(tool));
     controls.track->onChange = [this, tool](double size) { call(onSize, size, tool); };
-    m_sizes.at(indexOf(tool)).view = std::make_unique<PaletteView>(std::move(controls), &m_canvas);
+    auto view = std::make_unique<PaletteView>(std::move(controls), &m_canvas);
+    view->setAccessibleName(text("Tamaños"));
+    m_sizes.at(indexOf(tool)).view = std::move(view);
 }
 
 // From the canvas down the tools, then along the actions; what a popup holds comes after the button

@@ -70,6 +70,16 @@ private Q_SLOTS:
         }
     }
 
+    void barsAndPopupsHaveNames()
+    {
+        const ToolbarFixture f;
+        QCOMPARE(f.bar(Qt::Vertical).accessibleName(), QStringLiteral("Herramientas"));
+        QCOMPARE(f.bar(Qt::Horizontal).accessibleName(), QStringLiteral("Acciones"));
+        QCOMPARE(f.palette().accessibleName(), QStringLiteral("Colores"));
+        for (const Tool tool : sizedTools())
+            QCOMPARE(f.sizePopup(tool).accessibleName(), QStringLiteral("Tamaños"));
+    }
+
     void thePaletteHoldsTheColoursAndTheOpacity()
     {
         const ToolbarFixture f;
