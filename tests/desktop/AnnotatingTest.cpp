@@ -2,26 +2,24 @@
 
 #include "app/InterfaceFont.h"
 #include "base/Geometry.h"
-#include "canvas/BarButton.h"
-#include "canvas/BarPlacement.h"
 #include "canvas/MarkedPicture.h"
 #include "canvas/TextField.h"
 
-#include <algorithm>
+#include <array>
 
 namespace brindlecam::desktop {
 
 namespace {
 
-// Points.
-constexpr int kBarPadding = 4;
-constexpr int kPace = BarButton::kSide + 2;
-constexpr QSize kToolsBar(38, 12 * kPace - 2 + 2 * kBarPadding);
-constexpr QSize kActionsBar(7 * kPace - 2 + 2 * kBarPadding, 38);
-constexpr QSize kPalette(198, 70);
-constexpr QPointF kHalfButton(BarButton::kSide / 2.0, BarButton::kSide / 2.0);
+constexpr auto kColorButton = "Color";
+/// The swatches, in the order of Config::palette.
+constexpr std::array kColors{"Rojo", "Verde", "Amarillo", "Azul", "Negro", "Blanco"};
+
 /// A place on a button that its symbol leaves free.
-constexpr QPointF kBesideSymbol(4, BarButton::kSide / 2.0);
+QPoint besideSymbol(const QRect& button)
+{
+    return {button.left() + button.width() / 8, button.center().y()};
+}
 
 /// Leaf green, also the lighter one under the pointer.
 bool isGreen(const QColor& color)
@@ -54,7 +52,9 @@ void AnnotatingTest::useProgram(const QJsonObject& settings, qreal scale,
                                 const DesktopOptions& desktop)
 {
     m_scale = scale;
-    usePatternedDesktop(desktop);
+    DesktopOptions named = desktop;
+    named.accessibility = Accessibility::on;
+    usePatternedDesktop(named);
     if (scale != 1)
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
                                        QString::number(scale));
@@ -82,85 +82,64 @@ bool AnnotatingTest::selects()
 
 // The bars.
 
-QRect AnnotatingTest::toolsBar(const QRectF& selection) const
+const char* AnnotatingTest::buttonName(std::optional<Tool> tool)
 {
-    return BarPlacement::toolsBar(selection, canvas(), kToolsBar);
-}
-
-QRect AnnotatingTest::actionsBar(const QRectF& selection) const
-{
-    return BarPlacement::actionsBar(selection, canvas(), kActionsBar);
-}
-
-QPointF AnnotatingTest::toolsButton(int index) const
-{
-    return toolsBar().topLeft() + QPointF(kBarPadding, kBarPadding + kPace * index);
-}
-
-QRect AnnotatingTest::popup(int button, QSize size) const
-{
-    const QPointF centre = toolsButton(button) + kHalfButton;
-    return BarPlacement::popup(toolsBar(), static_cast<int>(centre.y()), size, canvas());
-}
-
-QRect AnnotatingTest::paletteRect() const
-{
-    return popup(kColorButton, kPalette);
-}
-
-QPointF AnnotatingTest::swatch(int index) const
-{
-    return paletteRect().topLeft() + QPointF(kBarPadding + kPace * index, kBarPadding);
+    if (!tool)
+        return "Mover la selección o una anotación";
+    switch (*tool) {
+    case Tool::pen:
+        return "Lápiz";
+    case Tool::line:
+        return "Línea";
+    case Tool::arrow:
+        return "Flecha";
+    case Tool::rect:
+        return "Rectángulo";
+    case Tool::marker:
+        return "Marcador";
+    case Tool::text:
+        return "Texto";
+    case Tool::number:
+        return "Números de paso ① ② ③";
+    case Tool::pixelate:
+        return "Pixelar";
+    }
+    return "";
 }
 
 bool AnnotatingTest::isChosen(std::optional<Tool> tool)
 {
-    const int index = tool ? 1 + static_cast<int>(*tool) : 0;
-    const QPoint place = pixel(toolsButton(index) + kBesideSymbol);
-    return waitUntil([&] { return isGreen(screen().pixel(place)); });
+    return waitUntil([&, name = QString::fromUtf8(buttonName(tool))] {
+        const auto button = controls().look(name, ControlKind::button);
+        return button && button->on && isGreen(screen().pixel(besideSymbol(button->pixels)));
+    });
 }
 
 bool AnnotatingTest::choose(Tool tool)
 {
-    pressTool(tool);
-    return isChosen(tool);
+    return pressTool(tool) && isChosen(tool);
 }
 
 bool AnnotatingTest::choosePointer()
 {
-    pressButton(0);
-    return isChosen(std::nullopt);
+    return press(buttonName(std::nullopt)) && isChosen(std::nullopt);
 }
 
-void AnnotatingTest::pressButton(int index)
+bool AnnotatingTest::isColored(const char* button, std::size_t color)
 {
-    click(toolsButton(index) + kHalfButton);
-}
-
-bool AnnotatingTest::isColored(QPointF place, int index)
-{
-    const QRgb color = Config::palette.at(static_cast<std::size_t>(index)).rgb();
-    return waitUntil([&] { return screen().pixel(pixel(place)).rgb() == color; });
+    const QPoint place = placeOf(button, ControlKind::button).center();
+    return waitUntil(
+        [&] { return screen().pixel(place).rgb() == Config::palette.at(color).rgb(); });
 }
 
 bool AnnotatingTest::openPalette()
 {
-    pressButton(kColorButton);
-    return isColored(swatch(0) + kHalfButton, 0);
+    return press(kColorButton) && isColored(kColors.front(), 0);
 }
 
-bool AnnotatingTest::pick(int index)
+bool AnnotatingTest::pick(std::size_t color)
 {
-    if (!openPalette())
-        return false;
-    click(swatch(index) + kHalfButton);
-    return isColored(toolsButton(kColorButton) + kHalfButton, index);
-}
-
-void AnnotatingTest::press(Toolbar::Action action, const QRectF& selection)
-{
-    click(actionsBar(selection).topLeft() +
-          QPointF(kBarPadding + kPace * static_cast<int>(action), 4) + kHalfButton);
+    return openPalette() && press(kColors.at(color)) && isColored(kColorButton, color);
 }
 
 // The hands.

@@ -3,7 +3,6 @@
 #include "app/Config.h"
 #include "base/Tool.h"
 #include "canvas/AnnotationList.h"
-#include "canvas/Toolbar.h"
 #include "desktop/support/CaptureTest.h"
 
 #include <QApplication>
@@ -12,6 +11,7 @@
 #include <QPointF>
 #include <QRectF>
 
+#include <cstddef>
 #include <initializer_list>
 #include <optional>
 #include <vector>
@@ -41,21 +41,12 @@ protected:
     [[nodiscard]] bool choose(Tool tool);
     [[nodiscard]] bool choosePointer();
     /// Presses the tool's button, whatever follows.
-    void pressTool(Tool tool) { pressButton(1 + static_cast<int>(tool)); }
+    [[nodiscard]] bool pressTool(Tool tool) { return press(buttonName(tool)); }
     [[nodiscard]] bool openPalette();
-    /// Opens the palette and picks its swatch.
-    [[nodiscard]] bool pick(int swatch);
-    /// Presses the button of the actions bar.
-    void press(Toolbar::Action action, const QRectF& selection = kSelected);
-    void pressUndo() { pressButton(kUndoButton); }
-    void pressRedo() { pressButton(kRedoButton); }
-    /// Where the bars are around this selection.
-    [[nodiscard]] QRect toolsBar(const QRectF& selection = kSelected) const;
-    [[nodiscard]] QRect actionsBar(const QRectF& selection = kSelected) const;
-    /// Where the popup of a button of the tools bar is around kSelected.
-    [[nodiscard]] QRect popup(int button, QSize size) const;
-    [[nodiscard]] QRect paletteRect() const;
-    /// Whether the button of this tool is shown as the chosen one; none: the pointer's.
+    /// Opens the palette and picks the colour with this place in Config::palette.
+    [[nodiscard]] bool pick(std::size_t color);
+    /// Whether the button of this tool is the chosen one, is told to be, and looks so; none: the
+    /// pointer's.
     [[nodiscard]] bool isChosen(std::optional<Tool> tool);
 
     // The pointer, on the canvas.
@@ -95,14 +86,8 @@ protected:
     [[nodiscard]] const QImage& frozen() const { return m_frozen; }
 
 private:
-    static constexpr int kColorButton = 9;
-    static constexpr int kUndoButton = 10;
-    static constexpr int kRedoButton = 11;
-
-    void pressButton(int index);
-    [[nodiscard]] QPointF toolsButton(int index) const;
-    [[nodiscard]] QPointF swatch(int index) const;
-    [[nodiscard]] bool isColored(QPointF place, int index);
+    [[nodiscard]] static const char* buttonName(std::optional<Tool> tool);
+    [[nodiscard]] bool isColored(const char* button, std::size_t color);
 
     qreal m_scale = 1;
     QImage m_frozen; ///< the whole screen before the session

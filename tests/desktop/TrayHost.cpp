@@ -5,6 +5,8 @@
 #include <QDBusVariant>
 #include <QVariantMap>
 
+#include <algorithm>
+
 namespace brindlecam::desktop {
 
 namespace {
@@ -88,12 +90,20 @@ MenuEntry TrayHost::menu(const QString& item) const
     return values.size() == 2 ? readEntry(values.at(1).value<QDBusArgument>()) : MenuEntry();
 }
 
-void TrayHost::choose(const QString& item, const MenuEntry& entry)
+bool TrayHost::choose(const QString& item, const QStringList& titles)
 {
+    MenuEntry entry = menu(item);
+    for (const QString& title : titles) {
+        const auto found = std::ranges::find(entry.entries, title, &MenuEntry::title);
+        if (found == entry.entries.end())
+            return false;
+        entry = MenuEntry(*found);
+    }
     auto call =
         QDBusMessage::createMethodCall(item, menuPath(item), kMenu, QStringLiteral("Event"));
     call << entry.id << QStringLiteral("clicked") << QVariant::fromValue(QDBusVariant(0)) << 0U;
     m_bus.call(call);
+    return true;
 }
 
 } // namespace brindlecam::desktop

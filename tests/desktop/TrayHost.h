@@ -39,8 +39,9 @@ public:
     [[nodiscard]] QVariant itemProperty(const QString& item, const QString& name) const;
     /// The whole menu of an item.
     [[nodiscard]] MenuEntry menu(const QString& item) const;
-    /// Chooses an entry, as a click on it does.
-    void choose(const QString& item, const MenuEntry& entry);
+    /// Chooses an entry, as a click on it does: the last of these titles, each in the submenu of
+    /// the one before. False when there is none.
+    [[nodiscard]] bool choose(const QString& item, const QStringList& titles);
 
     [[nodiscard]] bool isHostRegistered() const { return true; }
     [[nodiscard]] int protocolVersion() const { return 0; }

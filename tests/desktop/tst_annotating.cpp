@@ -117,12 +117,12 @@ private Q_SLOTS:
         drag({250, 70}, {340, 130});
         const Marks both{mark(Tool::rect, kTail, kTip), mark(Tool::rect, {250, 70}, {340, 130})};
         QVERIFY(isPastedWith(both));
-        pressUndo();
-        pressUndo();
+        QVERIFY(press("Deshacer"));
+        QVERIFY(press("Deshacer"));
         QVERIFY(isPastedWith({}));
-        pressRedo();
+        QVERIFY(press("Rehacer"));
         QVERIFY(isPastedWith({both.front()}));
-        press(Toolbar::Action::copy);
+        QVERIFY(press("Copiar"));
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyCapture(picture({both.front()})));
         QVERIFY(isPastedWith({both.front()}));
@@ -156,7 +156,7 @@ private Q_SLOTS:
         drag(kTail, kTip);
         QVERIFY(shows({mark(Tool::rect, kTail, kTip)}, kSelected.adjusted(8, 8, -8, -8)));
         QVERIFY(!clipboardIsTaken());
-        press(Toolbar::Action::close);
+        QVERIFY(press("Cerrar"));
         QVERIFY(sessionIsOver());
         QCOMPARE(program().quit(), 0);
         QVERIFY(!clipboardIsTaken());

@@ -16,9 +16,9 @@ private:
     static constexpr QRect kDragged{300, 250, 400, 300};
 
     /// A session without the loupe, whose pictures can be compared everywhere.
-    void useSession(bool autoCopy = true)
+    void useSession(bool autoCopy = true, const DesktopOptions& desktop = {})
     {
-        usePatternedDesktop();
+        usePatternedDesktop(desktop);
         program().writeSettings(
             {{QStringLiteral("showLoupe"), false}, {QStringLiteral("autoCopy"), autoCopy}});
         startProgram();
@@ -42,7 +42,7 @@ private:
 private Q_SLOTS:
     void desktopIsFrozenAndDimmedOutsideTheSelection()
     {
-        useSession();
+        useSession(true, {.accessibility = Accessibility::on});
         QVERIFY(openArea());
         QCOMPARE(overlays().front().pixels, m_before.rect());
         QVERIFY(!overlays().front().managed);
@@ -52,9 +52,10 @@ private Q_SLOTS:
         QVERIFY(difference(screen().grab(), dark, hint()) > 1);
 
         input().drag(kFrom, kTo);
-        // Border, handles and size label lie on the selection's edge and above it, the bars on its
-        // right and below.
-        const QRegion bars = QRegion(704, 246, 46, 398) | QRegion(466, 554, 238, 46);
+        const QMargins edge(4, 4, 4, 4);
+        const QRegion bars = QRegion(placeOf("Herramientas").marginsAdded(edge)) |
+                             QRegion(placeOf("Acciones").marginsAdded(edge));
+        // Border, handles and size label lie on the selection's edge and above it.
         const QRegion inside = kDragged.adjusted(5, 5, -5, -5);
         const QRegion outside = whole - QRegion(kDragged.adjusted(-6, -40, 6, 6)) -
                                 QRegion(0, 560, m_before.width(), 60) - bars;

@@ -18,36 +18,61 @@ private:
         return made;
     }
 
-    [[nodiscard]] QRect sizePopup(Tool tool) const
+    /// Waits until a control with this name is in this place, in points of the canvas.
+    [[nodiscard]] bool standsAt(const char* name, const QRectF& place)
     {
-        return popup(1 + static_cast<int>(tool), {198, 38});
-    }
-
-    [[nodiscard]] bool looksLike(const QRect& area, const QImage& picture)
-    {
-        return waitUntil([&] { return samePixels(seen(area), picture); });
+        if (placeOf(name) == pixels(place))
+            return true;
+        qWarning() << name << "is at" << placeOf(name);
+        return false;
     }
 
 private Q_SLOTS:
+    void barsStandAroundTheSelectionAndPopupsBesideTheirButtons_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<int>("top"); // of the tools bar
+        QTest::newRow("at 1") << 1.0 << 60;
+        QTest::newRow("at 1.5") << 1.5 << 60;
+        QTest::newRow("at 2, where the screen is too low") << 2.0 << 6;
+    }
+    void barsStandAroundTheSelectionAndPopupsBesideTheirButtons()
+    {
+        QFETCH(qreal, scale);
+        QFETCH(int, top);
+        QVERIFY(annotates({}, scale));
+        QVERIFY(standsAt("Herramientas", QRect(368, top, 38, 390)));
+        QVERIFY(standsAt("Acciones", QRect(130, 268, 230, 38)));
+        QVERIFY(choose(Tool::line));
+        QVERIFY(standsAt("Tamaños", QRect(412, top + 64, 198, 38)));
+        QVERIFY(openPalette());
+        QVERIFY(standsAt("Colores", QRect(412, top + 288, 198, 70)));
+    }
+
     void sizePopupSetsTheWidth_data()
     {
-        QTest::addColumn<int>("x"); // in the popup
+        QTest::addColumn<QByteArray>("control");
+        QTest::addColumn<int>("from"); // from its left end
         QTest::addColumn<int>("to");
         QTest::addColumn<qreal>("width");
-        QTest::newRow("minus") << 19 << 19 << 2.0;
-        QTest::newRow("plus") << 179 << 179 << 4.0;
-        QTest::newRow("slider pressed at its right end") << 156 << 156 << 20.0;
-        QTest::newRow("slider dragged past its left end") << 120 << -60 << 1.0;
+        const QByteArray slider("Grosor de la línea");
+        QTest::newRow("minus") << QByteArray("Más fino / pequeño") << 15 << 15 << 2.0;
+        QTest::newRow("plus") << QByteArray("Más grueso / grande") << 15 << 15 << 4.0;
+        QTest::newRow("slider pressed at its right end") << slider << 122 << 122 << 20.0;
+        QTest::newRow("slider dragged past its left end") << slider << 86 << -94 << 1.0;
     }
     void sizePopupSetsTheWidth()
     {
-        QFETCH(int, x);
+        QFETCH(QByteArray, control);
+        QFETCH(int, from);
         QFETCH(int, to);
         QFETCH(qreal, width);
         QVERIFY(annotates());
         QVERIFY(choose(Tool::line));
-        const QPointF row = sizePopup(Tool::line).topLeft() + QPointF(0, 19);
-        drag(row + QPointF(x, 0), row + QPointF(to, 0));
+        const QRect place = placeOf(control.constData());
+        QVERIFY(!place.isEmpty());
+        const QPoint left(place.left(), place.center().y());
+        input().drag(left + QPoint(from, 0), left + QPoint(to, 0));
         drag(kFrom, kTo);
         QVERIFY(returnTakes({line(width)}));
     }
@@ -57,7 +82,7 @@ private Q_SLOTS:
         QVERIFY(annotates());
         QVERIFY(choose(Tool::marker));
         QVERIFY(openPalette());
-        click(paletteRect().topLeft() + QPointF(179, 51)); // plus
+        QVERIFY(press("Más opacidad del marcador"));
         moveTo(kFrom);
         input().press(Button::left);
         QVERIFY(strokeReaches(kTo));
@@ -73,12 +98,12 @@ private Q_SLOTS:
     {
         QVERIFY(annotates());
         Marks marks;
-        for (int i = 0; i < static_cast<int>(Config::palette.size()); ++i) {
+        for (std::size_t i = 0; i < Config::palette.size(); ++i) {
             QVERIFY(pick(i));
             QVERIFY(choose(Tool::number));
-            const QPointF at(150 + 30 * i, 160);
+            const QPointF at(150 + 30 * static_cast<qreal>(i), 160);
             click(at);
-            marks.push_back(badge(at, 1, Config::palette.at(static_cast<std::size_t>(i))));
+            marks.push_back(badge(at, 1, Config::palette.at(i)));
             QVERIFY(isPastedWith(marks));
             QVERIFY(choosePointer());
         }
@@ -89,7 +114,7 @@ private Q_SLOTS:
     {
         QVERIFY(annotates());
         QVERIFY(choose(Tool::rect));
-        pressTool(Tool::rect);
+        QVERIFY(pressTool(Tool::rect));
         QVERIFY(isChosen(std::nullopt));
         drag(kFrom, kFrom + QPointF(20, 10)); // moves the selection
         QVERIFY(returnTakes({}, kSelected.translated(20, 10)));
@@ -99,19 +124,25 @@ private Q_SLOTS:
     {
         QVERIFY(annotates());
         // The padding of both bars; dragged on the canvas these would begin another selection.
-        drag(toolsBar().topLeft() + QPointF(2, 20), {600, 350});
-        drag(actionsBar().topLeft() + QPointF(20, 2), {600, 350});
+        const QRect tools = placeOf("Herramientas");
+        const QRect actions = placeOf("Acciones");
+        QVERIFY(!tools.isEmpty() && !actions.isEmpty());
+        input().drag(tools.topLeft() + QPoint(2, 20), {600, 350});
+        input().drag(actions.topLeft() + QPoint(20, 2), {600, 350});
         QVERIFY(returnTakes({}));
     }
 
     void pressOnTheCanvasClosesThePopup()
     {
         QVERIFY(annotates());
-        const QImage closed = seen(paletteRect());
+        const QImage closed = screen().grabAtRest();
         QVERIFY(openPalette());
+        const QRect palette = placeOf("Colores");
+        QVERIFY(!palette.isEmpty());
         click({200, 160});
         input().moveTo({1200, 700});
-        QVERIFY(looksLike(paletteRect(), closed));
+        QVERIFY(
+            waitUntil([&] { return samePixels(screen().grab(palette), closed.copy(palette)); }));
         QVERIFY(returnTakes({}));
     }
 
@@ -121,8 +152,8 @@ private Q_SLOTS:
         QVERIFY(openArea());
         const QRectF whole(QPointF(), canvas());
         input().drag({0, 0}, {1279, 799});
-        const QPointF bar = toolsBar(whole).topLeft();
-        click(bar + QPointF(19, 4 + 32 * 4 + 15)); // rectangle
+        QVERIFY(pressTool(Tool::rect));
+        const QPointF bar = placeOf("Herramientas").topLeft();
         const QPointF from = bar - QPointF(60, 0);
         const QPointF to = bar + QPointF(-10, 90);
         drag(from, to);

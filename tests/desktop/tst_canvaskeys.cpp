@@ -274,7 +274,7 @@ private Q_SLOTS:
         QVERIFY(strokeReaches({200, 180}));
         other->takeFocus();
         QVERIFY(isOneLine());
-        press(Toolbar::Action::copy);
+        QVERIFY(press("Copiar"));
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyCapture(picture({mark(Tool::line, kFrom, kTo)})));
     }

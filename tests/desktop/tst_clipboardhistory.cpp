@@ -41,7 +41,8 @@ private Q_SLOTS:
         QTest::newRow("save") << End([](auto& test) {
             test.input().chord({Qt::Key_Control, Qt::Key_S});
         });
-        QTest::newRow("pin") << End([](auto& test) { test.press(Toolbar::Action::pin); });
+        QTest::newRow("pin") << End(
+            [](auto& test) { QVERIFY(test.press("Fijar flotando en pantalla")); });
         QTest::newRow("quit") << End([](auto& test) { QCOMPARE(test.program().quit(), 0); });
     }
     void managerKeepsOnlyWhatTheSessionEndsWith()

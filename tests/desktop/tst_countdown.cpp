@@ -12,9 +12,6 @@ class TestCountdown final : public CaptureTest {
     Q_OBJECT
 
 private:
-    static constexpr std::size_t kDelayed = 4; ///< place of the submenu
-    enum Choice : std::size_t { areaIn3, areaIn5, fullScreenIn3, fullScreenIn5 };
-
     void useMenu()
     {
         usePatternedDesktop({.bus = MessageBus::session});
@@ -25,10 +22,11 @@ private:
         QVERIFY(waitUntil([this] { return m_host->items().size() == 1; }));
     }
 
-    void choose(Choice choice)
+    /// Chooses from the submenu of delayed captures.
+    [[nodiscard]] bool choose(const char* title)
     {
-        const QString item = m_host->items().front();
-        m_host->choose(item, m_host->menu(item).entries[kDelayed].entries[choice]);
+        return m_host->choose(m_host->items().front(),
+                              {QStringLiteral("Capturar con retraso"), QString::fromUtf8(title)});
     }
 
     std::unique_ptr<TrayHost> m_host;
@@ -40,7 +38,7 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         QElapsedTimer sinceTheChoice;
         sinceTheChoice.start();
-        choose(fullScreenIn3);
+        QVERIFY(choose("Pantalla completa en 3 segundos"));
         QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
         const QRect panel = toasts().front().pixels;
         QCOMPARE(panel, QRect(580, 340, 120, 120));
@@ -64,9 +62,9 @@ private Q_SLOTS:
     void laterChoiceReplacesTheRunningOne()
     {
         useMenu();
-        choose(fullScreenIn3);
+        QVERIFY(choose("Pantalla completa en 3 segundos"));
         QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
-        choose(areaIn3);
+        QVERIFY(choose("Área en 3 segundos"));
         QVERIFY(sessionIsReady());
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
@@ -78,7 +76,7 @@ private Q_SLOTS:
     {
         useMenu();
         const QImage before = screen().grabAtRest();
-        choose(areaIn5);
+        QVERIFY(choose("Área en 5 segundos"));
         QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
         const QRect panel = toasts().front().pixels;
         QVERIFY(waitUntil([&] { return screen().grab(panel) != before.copy(panel); }));
@@ -91,7 +89,7 @@ private Q_SLOTS:
     void openMenusOfOtherProgramsAreCaptured()
     {
         useMenu();
-        choose(fullScreenIn3);
+        QVERIFY(choose("Pantalla completa en 3 segundos"));
         QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
         // What a menu does: a window of its own, keyboard and pointer taken.
         const auto menu = desktop().open({.pixels = QRect(100, 100, 150, 200),

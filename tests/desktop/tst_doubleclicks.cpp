@@ -39,31 +39,51 @@ private:
         return waitUntil([&] { return window.hasFocus(); });
     }
 
-    void doubleClick(Toolbar::Action action, const QRectF& selection = kSelected)
+    enum class End { close, copy, text, save, pin };
+    static const char* buttonOf(End end)
     {
-        press(action, selection);
+        switch (end) {
+        case End::close:
+            return "Cerrar";
+        case End::copy:
+            return "Copiar";
+        case End::text:
+            return "Copiar el texto de la selección";
+        case End::save:
+            return "Guardar";
+        case End::pin:
+            return "Fijar flotando en pantalla";
+        }
+        return "";
+    }
+
+    /// Where this button is, once the bars are there; the session ends with the first press on it.
+    [[nodiscard]] QPoint placeOfButton(End end)
+    {
+        return placeOf(buttonOf(end), ControlKind::button).center();
+    }
+    void doubleClick(QPoint place)
+    {
+        input().click(place);
         QTest::qWait(kBetween); // the time is the point
-        press(action, selection);
+        input().click(place);
     }
 
     /// What is there when the session has ended with this.
-    [[nodiscard]] bool isCarriedOut(Toolbar::Action action)
+    [[nodiscard]] bool isCarriedOut(End end)
     {
-        switch (action) {
-        case Toolbar::Action::copy:
+        switch (end) {
+        case End::copy:
             return waitUntil([this] { return toastIsShown(); });
-        case Toolbar::Action::text:
+        case End::text:
             return waitUntil(
                 [this] { return desktop().clipboard().text() == QLatin1String("Una nota"); });
-        case Toolbar::Action::save:
+        case End::save:
             return waitUntil([this] { return dialogs().size() == 1; });
-        case Toolbar::Action::pin:
+        case End::pin:
             return waitUntil([this] { return pins().size() == 1; });
-        case Toolbar::Action::close:
+        case End::close:
             return true;
-        case Toolbar::Action::scroll:
-        case Toolbar::Action::gif:
-            return false;
         }
         return false;
     }
@@ -81,26 +101,26 @@ private Q_SLOTS:
         useProgram({}, 1, {.windowManager = windowManager});
         const auto below = desktop().open({.pixels = kWindow, .picture = page()});
         QVERIFY(worksIn(*below, windowManager));
-        using Action = Toolbar::Action;
-        for (const Action action :
-             {Action::close, Action::copy, Action::text, Action::save, Action::pin}) {
+        QPoint place;
+        for (const End end : {End::close, End::copy, End::text, End::save, End::pin}) {
             QVERIFY(selects());
+            place = placeOfButton(end);
             below->forget();
-            doubleClick(action);
-            if (action == Action::copy) { // some click three times
+            doubleClick(place);
+            if (end == End::copy) { // some click three times
                 QTest::qWait(kBetween);
-                press(action);
+                input().click(place);
             }
             QVERIFY(sessionIsOver());
             // Only there: whoever goes on working elsewhere is not kept waiting.
-            const bool goesOn = action != Action::pin && action != Action::save;
+            const bool goesOn = end != End::pin && end != End::save;
             if (goesOn)
                 input().click(kWindow.topLeft() + QPoint(20, 380));
-            QVERIFY(isCarriedOut(action));
+            QVERIFY(isCarriedOut(end));
             if (goesOn)
                 QVERIFY(waitUntil([&] { return !below->clicks().empty(); }));
             QCOMPARE(below->clicks().size(), goesOn ? 1U : 0U);
-            if (action == Action::save) {
+            if (end == End::save) {
                 QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
                 input().tap(Qt::Key_Escape);
                 QVERIFY(waitUntil([this] { return dialogs().empty(); }));
@@ -112,7 +132,7 @@ private Q_SLOTS:
         QTest::qWait(kNoDoubleClick);
         QCOMPARE(pins().size(), std::size_t(1));
         QVERIFY(below->clicks().empty());
-        press(Action::pin);
+        input().click(place);
         QVERIFY(waitUntil([&] { return below->clicks().size() == 1; }));
         input().click(kSelected.center().toPoint());
         QTest::qWait(kBetween);
@@ -132,9 +152,9 @@ private Q_SLOTS:
         QVERIFY(openArea());
         drag(all.topLeft(), all.bottomRight());
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
-        doubleClick(Toolbar::Action::pin, all);
+        doubleClick(placeOfButton(End::pin));
         QVERIFY(sessionIsOver());
-        QVERIFY(isCarriedOut(Toolbar::Action::pin));
+        QVERIFY(isCarriedOut(End::pin));
         QTest::qWait(kNoDoubleClick);
         QCOMPARE(pins().size(), std::size_t(1));
         QVERIFY(below->hasFocus()); // a press on the pin would have taken it

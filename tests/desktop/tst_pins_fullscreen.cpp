@@ -18,9 +18,8 @@ private:
     {
         const QRect area(900, 50, 800, 480);
         pressHotKey(kAreaKey);
-        if (!sessionIsReady(2))
+        if (!sessionIsReady(2) || !pressPinButton(area))
             return false;
-        pressPinButton(area);
         input().moveTo({20, 580});
         return sessionIsOver() && isOnlyPin(area);
     }
@@ -52,7 +51,8 @@ private:
         if (all.empty())
             return false;
         input().moveTo(all.front().pixels.center());
-        return waitUntil([this] { return litItem() != 0 || menus().empty(); }) && litItem() != 0;
+        return waitUntil([this] { return !litItem().isEmpty() || menus().empty(); }) &&
+               !litItem().isEmpty();
     }
     /// Chooses to save the pin at this place. A menu closes by itself when Qt hears late that the
     /// program has lost the focus.
@@ -60,7 +60,7 @@ private:
     {
         constexpr int kPanelOpens = 3000; // ms
         return waitUntil([&] {
-            return openMenu(place) && clickInMenu(2) &&
+            return openMenu(place) && clickInMenu("Guardar…") &&
                    waitUntil([this] { return dialogs().size() == 1; }, kPanelOpens);
         });
     }
@@ -171,7 +171,7 @@ private Q_SLOTS:
         const auto window = desktop().open(beneath());
         QVERIFY(waitUntil([&] {
             if (openMenu({500, 400}) && setFullScreen(*window, true) && activate(*window) &&
-                followsThePointer() && isPinned(Managed::yes) && clickInMenu(1))
+                followsThePointer() && isPinned(Managed::yes) && clickInMenu("Copiar"))
                 return true;
             (void)setFullScreen(*window, false); // Qt has closed it: once more
             return false;

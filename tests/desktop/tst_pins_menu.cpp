@@ -63,7 +63,7 @@ private Q_SLOTS:
         QVERIFY(toastIsGone());
         const int files = captures().size();
         QVERIFY(openMenu({500, 400}));
-        choose(1);
+        choose("Copiar");
         QVERIFY(waitUntil([this] { return toastIsShown(); }));
         QVERIFY(isPasted(captured()));
         QVERIFY(menus().empty());
@@ -77,7 +77,7 @@ private Q_SLOTS:
     {
         useSurroundings();
         QVERIFY(openMenu({500, 400}));
-        choose(2);
+        choose("Guardar…");
         QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
         // The pin has the keyboard until the panel takes it.
         QVERIFY(waitUntil([this] {
@@ -94,7 +94,7 @@ private Q_SLOTS:
     {
         useSurroundings();
         QVERIFY(openMenu({500, 400}));
-        choose(3);
+        choose("Cerrar");
         QVERIFY(pinsAreGone());
         QVERIFY(menus().empty());
     }
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return menus().empty(); }));
         input().chord({Qt::Key_Shift, Qt::Key_F10});
         QVERIFY(waitUntil([this] { return menus().size() == 1; }));
-        choose(3);
+        choose("Cerrar");
         QVERIFY(pinsAreGone());
     }
 
@@ -166,14 +166,12 @@ private Q_SLOTS:
 
     void delayedCaptureClosesAnOpenMenu()
     {
-        constexpr std::size_t kDelayed =
-            4; // place of the submenu; its first entry is an area in 3 s
         usePins({.bus = MessageBus::session});
         TrayHost host(desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")));
         QVERIFY(waitUntil([&] { return host.items().size() == 1; }));
         QVERIFY(pinArea());
-        const QString item = host.items().front();
-        host.choose(item, host.menu(item).entries[kDelayed].entries[0]);
+        QVERIFY(host.choose(host.items().front(), {QStringLiteral("Capturar con retraso"),
+                                                   QStringLiteral("Área en 3 segundos")}));
         QVERIFY(openMenu({500, 400}));
         QVERIFY(sessionIsReady());
         QVERIFY(menus().empty());
@@ -207,7 +205,7 @@ private Q_SLOTS:
         usePins();
         QVERIFY(pinArea());
         QVERIFY(openMenu({500, 400}));
-        choose(2);
+        choose("Guardar…");
         QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
         QVERIFY(openArea());
         QVERIFY(dialogs().empty());
@@ -235,10 +233,10 @@ private Q_SLOTS:
         const WindowId panel = dialogs().front().id;
         // By clicks: a key that comes before the menu has the keyboard would be the panel's.
         QVERIFY(openMenu(own.center()));
-        QVERIFY(clickInMenu(1));
+        QVERIFY(clickInMenu("Copiar"));
         QVERIFY(isPasted(before().copy(own)));
         QVERIFY(openMenu(own.center()));
-        QVERIFY(clickInMenu(2));
+        QVERIFY(clickInMenu("Guardar…"));
         QVERIFY(waitUntil([this] { return dialogs().size() == 2; }));
         QVERIFY(waitUntil([&] {
             const WindowId focused = windows().focused();

@@ -22,7 +22,8 @@ private:
     {
         usePatternedDesktop({.screen = {.pixels = {2166, 768},
                                         .monitors = {{QStringLiteral("LEFT"), kLeft},
-                                                     {QStringLiteral("RIGHT"), kRight}}}});
+                                                     {QStringLiteral("RIGHT"), kRight}}},
+                             .accessibility = Accessibility::on});
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
                                        QString::fromLatin1(scales));
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
@@ -33,12 +34,8 @@ private:
     [[nodiscard]] bool pinOnTheRight()
     {
         pressHotKey(kAreaKey);
-        if (!sessionIsReady(2))
+        if (!sessionIsReady(2) || !pressPinButton(kOnRight))
             return false;
-        const QPoint end = kOnRight.topLeft() + QPoint(kOnRight.width(), kOnRight.height());
-        input().drag(kOnRight.topLeft(), end);
-        // The bar's end and the button in it, scaled.
-        input().click(end + QPoint((-230 + 51) * 3 / 2, (8 + 19) * 3 / 2));
         input().moveTo({20, 580});
         return sessionIsOver() && isOnlyPin(kOnRight);
     }
@@ -139,17 +136,16 @@ private Q_SLOTS:
     void everyPixelIsSharpAtEveryScale()
     {
         QFETCH(QString, scale);
-        usePatternedDesktop({.screen = {.pixels = {1920, 1080}}});
+        usePatternedDesktop(
+            {.screen = {.pixels = {1920, 1080}}, .accessibility = Accessibility::on});
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
         input().moveTo({10, 1060});
         const QImage clean = screen().grabAtRest();
         QVERIFY(openArea());
-        input().drag({301, 203}, {1105, 500});
+        QVERIFY(pressPinButton({301, 203, 804, 297}));
         const qreal factor = scale.toDouble();
-        const QPoint button((-230 + 51) * factor, (8 + 19) * factor);
-        input().click(QPoint(1105, 500) + button);
         input().moveTo({10, 1060});
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return pins().size() == 1; }));

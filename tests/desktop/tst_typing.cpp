@@ -230,7 +230,7 @@ private Q_SLOTS:
             return samePixels(pasted(), expected);
         }));
         QCOMPARE(overlays().size(), std::size_t(1));
-        press(Toolbar::Action::copy);
+        QVERIFY(press("Copiar"));
         QVERIFY(sessionIsOver());
         QVERIFY(isOnlyCapture(picture({at("uno ")})));
     }

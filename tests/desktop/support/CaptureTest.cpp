@@ -84,6 +84,22 @@ bool CaptureTest::sessionIsReady(std::size_t overlayCount)
     return waitUntil(painted);
 }
 
+QRect CaptureTest::placeOf(const char* name, std::optional<ControlKind> kind)
+{
+    const auto control = controls().find(QString::fromUtf8(name), kind);
+    return control ? control->pixels : QRect();
+}
+
+bool CaptureTest::press(const char* name)
+{
+    const QRect button = placeOf(name, ControlKind::button);
+    // Off the screen, the pointer would stop at the edge, on something else.
+    if (button.isEmpty() || !screen().pixels().contains(button.center()))
+        return false;
+    input().click(button.center());
+    return true;
+}
+
 bool CaptureTest::sessionIsOver()
 {
     return waitUntil([this] { return overlays().empty(); });

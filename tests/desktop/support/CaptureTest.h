@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace brindlecam::desktop {
@@ -32,6 +33,12 @@ protected:
     [[nodiscard]] bool openArea();
     /// Waits until so many overlays are painted and one of them has the keyboard.
     [[nodiscard]] bool sessionIsReady(std::size_t overlayCount = 1);
+    /// Where the program shows the control of this name; waits for it, and is empty when it never
+    /// comes.
+    [[nodiscard]] QRect placeOf(const char* name, std::optional<ControlKind> kind = std::nullopt);
+    /// Presses the button of this name as soon as it is shown; false when it never is, or lies off
+    /// the screen.
+    [[nodiscard]] bool press(const char* name);
     /// Waits until no overlay can be seen.
     [[nodiscard]] bool sessionIsOver();
     [[nodiscard]] std::vector<SeenWindow> overlays();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/support/AccessBus.h"
 #include "desktop/support/ClientWindow.h"
 #include "desktop/support/Clipboard.h"
 #include "desktop/support/ClipboardManager.h"
@@ -36,6 +37,7 @@ enum class WindowManager { openbox, none };
 enum class Compositor { none, picom };
 enum class MessageBus { none, session };
 enum class Tray { none, tint2, trayer };
+enum class Accessibility { off, on };
 
 /// What stands on a test's screen before the program starts.
 struct DesktopOptions {
@@ -44,6 +46,7 @@ struct DesktopOptions {
     Compositor compositor = Compositor::none;
     MessageBus bus = MessageBus::none;
     Tray tray = Tray::none;
+    Accessibility accessibility = Accessibility::off; ///< on: controls can be found by name
     bool patterned = false; ///< a wallpaper on which every shift by a pixel shows
 };
 
@@ -61,6 +64,11 @@ public:
 
     /// What a program on this desktop sees: the screen, the session bus or none.
     [[nodiscard]] virtual QProcessEnvironment environment() const = 0;
+    /// What the program under test sees: with Accessibility::on it has a session bus even where
+    /// nobody else has one; only assistive technology is there.
+    [[nodiscard]] virtual QProcessEnvironment programsEnvironment() const = 0;
+    /// Where the program speaks to assistive technology; null without.
+    [[nodiscard]] virtual const AccessBus* accessBus() const = 0;
     /// What tells it from others of this machine, as in ":7".
     [[nodiscard]] virtual QString name() const = 0;
     /// The process that draws the screen.

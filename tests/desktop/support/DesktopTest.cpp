@@ -7,8 +7,18 @@ namespace brindlecam::desktop {
 
 void DesktopTest::useDesktop(const DesktopOptions& options)
 {
+    m_controls.reset();
     m_desktop = Desktop::start(options);
     m_program = std::make_unique<ProgramUnderTest>(*m_desktop);
+    if (m_desktop->accessBus())
+        m_controls = std::make_unique<Controls>(*m_program, *m_desktop);
+}
+
+Controls& DesktopTest::controls()
+{
+    if (!m_controls)
+        qFatal("this desktop is without Accessibility::on");
+    return *m_controls;
 }
 
 void DesktopTest::cleanup()
@@ -21,6 +31,7 @@ void DesktopTest::cleanup()
         keepArtifacts();
         QTest::qFail("the program does not quit cleanly", __FILE__, __LINE__);
     }
+    m_controls.reset();
     m_program.reset();
     m_desktop.reset();
 }

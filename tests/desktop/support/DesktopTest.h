@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/support/Controls.h"
 #include "desktop/support/Desktop.h"
 #include "desktop/support/Patience.h"
 #include "desktop/support/ProgramUnderTest.h"
@@ -27,6 +28,8 @@ protected:
     [[nodiscard]] ProgramUnderTest& program() { return *m_program; }
     [[nodiscard]] Input& input() { return m_desktop->input(); }
     [[nodiscard]] Screen& screen() { return m_desktop->screen(); }
+    /// What the program shows, by name: on a desktop with Accessibility::on.
+    [[nodiscard]] Controls& controls();
     [[nodiscard]] Windows& windows() { return m_desktop->windows(); }
 
 private Q_SLOTS:
@@ -37,6 +40,7 @@ private:
 
     std::unique_ptr<Desktop> m_desktop;
     std::unique_ptr<ProgramUnderTest> m_program;
+    std::unique_ptr<Controls> m_controls;
 };
 
 } // namespace brindlecam::desktop

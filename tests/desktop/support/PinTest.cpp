@@ -10,27 +10,13 @@ namespace brindlecam::desktop {
 
 namespace {
 
-// Points: where the bar lies below the selection, and the pin's button in it.
-constexpr int kBarGap = 8;
-constexpr int kBarWidth = 230;
-constexpr int kPinButton = 36 + 15;
-constexpr int kMiddle = 19;
-
-constexpr int kItems = 3;          // of the menu
 constexpr int kMenuOpens = 3000;   // ms
 constexpr int kMenuAnswer = 1000;  // ms in which a menu with the keyboard has followed a key
-constexpr int kMenuMargin = 6;     // pixels from its edge, where no item has letters
+constexpr int kMargin = 2;         // pixels from the edge of an item, where it has no letters
 constexpr int kBetweenClicks = 80; // ms
 
 constexpr int kBorder = 2;
 constexpr int kRadius = 7; // of the border's outer edge
-
-/// How far below the upper edge of a menu as high as this the middle of an item lies; items are
-/// counted from one.
-int middleOf(int item, int menuHeight)
-{
-    return menuHeight * (2 * item - 1) / (2 * kItems);
-}
 
 } // namespace
 
@@ -61,7 +47,9 @@ void PinTest::useSurroundings()
 
 void PinTest::usePins(const DesktopOptions& options)
 {
-    usePatternedDesktop(options);
+    DesktopOptions named = options;
+    named.accessibility = Accessibility::on;
+    usePatternedDesktop(named);
     program().writeSettings({{QStringLiteral("showLoupe"), false}});
     startProgram();
     input().moveTo(kAside);
@@ -71,9 +59,8 @@ void PinTest::usePins(const DesktopOptions& options)
 bool PinTest::pinArea(const QRect& area)
 {
     const std::size_t earlier = pins().size();
-    if (!openArea())
+    if (!openArea() || !pressPinButton(area))
         return false;
-    pressPinButton(area);
     input().moveTo(kAside);
     return sessionIsOver() && waitUntil([&] {
                const auto all = pins();
@@ -83,11 +70,10 @@ bool PinTest::pinArea(const QRect& area)
            });
 }
 
-void PinTest::pressPinButton(const QRect& area)
+bool PinTest::pressPinButton(const QRect& area)
 {
-    const QPoint end(area.x() + area.width(), area.y() + area.height());
-    input().drag(area.topLeft(), end);
-    input().click({end.x() - kBarWidth + kPinButton, end.y() + kBarGap + kMiddle});
+    input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
+    return press("Fijar flotando en pantalla");
 }
 
 std::vector<SeenWindow> PinTest::pins()
@@ -170,42 +156,44 @@ bool PinTest::openMenu(QPoint place)
     });
 }
 
-bool PinTest::clickInMenu(int item)
+bool PinTest::clickInMenu(const char* item)
 {
-    const auto all = menus();
-    if (all.empty())
+    const QRect place = placeOf(item, ControlKind::menuItem);
+    if (place.isEmpty())
         return false;
-    const QRect place = all.front().pixels;
-    input().click({place.center().x(), place.top() + middleOf(item, place.height())});
+    input().click(place.center());
     return waitUntil([this] { return menus().empty(); });
 }
 
-int PinTest::litItem()
+QString PinTest::litItem()
 {
-    const auto all = menus();
-    if (all.empty())
-        return 0;
-    const QImage menu = screen().grab(all.front().pixels); // all items at one moment
-    const auto margin = [&](int item) {
-        return menu.pixel(kMenuMargin, middleOf((item - 1) % kItems + 1, menu.height()));
+    std::vector<Control> items = controls().shown();
+    std::erase_if(items,
+                  [](const Control& control) { return control.kind != ControlKind::menuItem; });
+    const QImage now = screen().grab(); // all items at one moment
+    const auto margin = [&now](const Control& item) {
+        return now.pixel(item.pixels.left() + kMargin, item.pixels.center().y());
     };
-    for (int item = 1; item <= kItems; ++item) {
-        if (margin(item) != margin(item + 1) && margin(item + 1) == margin(item + 2))
-            return item;
+    for (const Control& item : items) {
+        const auto looksLikeIt = [&](const Control& other) {
+            return margin(other) == margin(item);
+        };
+        if (item.focused && std::ranges::count_if(items, looksLikeIt) == 1)
+            return item.name;
     }
-    return 0;
+    return {};
 }
 
-void PinTest::choose(int item)
+void PinTest::choose(const char* item)
 {
     // Mapped is not served: keys that come before the menu has the keyboard are lost.
     const auto reached = [&] {
-        const int before = litItem();
+        const QString before = litItem();
         input().tap(Qt::Key_Down);
         QElapsedTimer timer;
         for (timer.start(); timer.elapsed() < kMenuAnswer; QTest::qWait(kMenuAnswer / 50)) {
-            if (const int now = litItem(); now != before)
-                return now == item;
+            if (const QString now = litItem(); !now.isEmpty() && now != before)
+                return now == QString::fromUtf8(item);
         }
         return false;
     };

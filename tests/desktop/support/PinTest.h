@@ -9,7 +9,7 @@
 namespace brindlecam::desktop {
 
 /// Base of the tests about pins: how a user makes one, finds it on the screen and opens its menu.
-/// Native pixels of the whole screen, at one pixel per point where places in bars are meant.
+/// Native pixels of the whole screen.
 class PinTest : public CaptureTest {
     Q_OBJECT
 
@@ -41,7 +41,7 @@ protected:
     /// no pin covers the area afterwards.
     [[nodiscard]] bool pinArea(const QRect& area = kDragged);
     /// The same in a session that is open already: drags over the area and presses the button.
-    void pressPinButton(const QRect& area);
+    [[nodiscard]] bool pressPinButton(const QRect& area);
     [[nodiscard]] std::vector<SeenWindow> pins();
     /// Waits until there is exactly one pin, in this place.
     [[nodiscard]] bool isOnlyPin(const QRect& place);
@@ -62,13 +62,12 @@ protected:
 
     /// Opens the menu there with the right button and waits for it.
     [[nodiscard]] bool openMenu(QPoint place);
-    /// Chooses the item with this number, counted from one, with the mouse; false when the menu
-    /// does not close.
-    [[nodiscard]] bool clickInMenu(int item);
-    /// Chooses the item with this number with the keyboard.
-    void choose(int item);
-    /// The number of the menu's item that is lit, or zero.
-    [[nodiscard]] int litItem();
+    /// Chooses the item of this name with the mouse; false when the menu does not close.
+    [[nodiscard]] bool clickInMenu(const char* item);
+    /// Chooses the item of this name with the keyboard.
+    void choose(const char* item);
+    /// The name of the menu's item that is told to be the one, and is seen to be lit; or none.
+    [[nodiscard]] QString litItem();
     [[nodiscard]] std::vector<SeenWindow> menus();
 
     /// Gives another program's window the focus through the window manager and waits for it.

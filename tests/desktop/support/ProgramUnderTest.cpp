@@ -43,7 +43,7 @@ bool somebodyListensBelow(const QString& folder)
 } // namespace
 
 ProgramUnderTest::ProgramUnderTest(const Desktop& desktop)
-    : m_environment(desktop.environment())
+    : m_environment(desktop.programsEnvironment())
 {
     m_folders.addTo(m_environment);
     m_environment.insert(QStringLiteral("QT_FONT_DPI"), QStringLiteral("96"));

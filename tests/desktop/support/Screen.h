@@ -5,6 +5,8 @@
 #include <QPoint>
 #include <QRect>
 
+#include <vector>
+
 namespace brindlecam::desktop {
 
 /// What can be seen on the whole screen right now, in native pixels, without the pointer.
@@ -16,6 +18,8 @@ public:
     Screen& operator=(const Screen&) = delete;
 
     [[nodiscard]] virtual QRect pixels() const = 0;
+    /// Where each monitor is.
+    [[nodiscard]] virtual std::vector<QRect> monitors() const = 0;
     /// A part of it: RGB32, or RGB16 on a screen of depth 16.
     [[nodiscard]] virtual QImage grab(const QRect& pixels) const = 0;
     [[nodiscard]] QImage grab() const { return grab(pixels()); }

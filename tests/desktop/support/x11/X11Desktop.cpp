@@ -21,7 +21,9 @@ X11Desktop::X11Desktop(const DesktopOptions& options)
     , m_windows(m_server.display())
 {
     if (options.bus == MessageBus::session)
-        startBus();
+        m_bus = std::make_unique<BusDaemon>(BusDaemon::Services::installed, environment());
+    if (options.accessibility == Accessibility::on)
+        startAccessibility();
     // Before a compositor comes, which may miss one that is hung while it begins.
     if (options.patterned)
         hangWallpaper(pattern(m_screen.pixels().size()));
@@ -36,9 +38,10 @@ X11Desktop::X11Desktop(const DesktopOptions& options)
 QProcessEnvironment X11Desktop::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const auto& name : {"WAYLAND_DISPLAY", "XAUTHORITY", "DESKTOP_SESSION", "SESSION_MANAGER",
-                             "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE", "DESKTOP_STARTUP_ID",
-                             "QT_QPA_PLATFORM", "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME"})
+    for (const auto& name :
+         {"WAYLAND_DISPLAY", "XAUTHORITY", "DESKTOP_SESSION", "SESSION_MANAGER",
+          "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE", "DESKTOP_STARTUP_ID", "QT_QPA_PLATFORM",
+          "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME", "AT_SPI_BUS_ADDRESS"})
         environment.remove(QString::fromLatin1(name));
     const auto set = [&environment](const char* name, const QString& value) {
         environment.insert(QString::fromLatin1(name), value);
@@ -46,9 +49,8 @@ QProcessEnvironment X11Desktop::environment() const
     set("DISPLAY", m_server.display());
     // A bus that does not exist, rather than none: without an address the libraries would look for
     // the one of whoever runs the tests.
-    set("DBUS_SESSION_BUS_ADDRESS", m_busAddress.isEmpty()
-                                        ? QStringLiteral("unix:path=%1/no-bus").arg(m_home.path())
-                                        : m_busAddress);
+    set("DBUS_SESSION_BUS_ADDRESS",
+        m_bus ? m_bus->address() : QStringLiteral("unix:path=%1/no-bus").arg(m_home.path()));
     set("LC_ALL", QStringLiteral("C.UTF-8"));
     set("HOME", m_home.path());
     for (const auto& name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME",
@@ -150,14 +152,21 @@ std::unique_ptr<Process> X11Desktop::start(const QString& program,
     return std::make_unique<Process>(program, arguments, environment());
 }
 
-void X11Desktop::startBus()
+void X11Desktop::startAccessibility()
 {
-    m_bus = start(QStringLiteral("dbus-daemon"),
-                  {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                   QStringLiteral("--print-address=1")});
-    m_busAddress = QString::fromLatin1(m_bus->awaitLine("unix:"));
-    if (m_busAddress.isEmpty())
-        qFatal("no message bus: %s", m_bus->log().constData());
+    if (!m_bus)
+        m_programsBus = std::make_unique<BusDaemon>(BusDaemon::Services::none, environment());
+    m_accessBus = std::make_unique<AccessBus>((m_bus ? *m_bus : *m_programsBus).address());
+}
+
+QProcessEnvironment X11Desktop::programsEnvironment() const
+{
+    QProcessEnvironment all = environment();
+    if (m_programsBus)
+        all.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_programsBus->address());
+    if (m_accessBus)
+        all.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    return all;
 }
 
 } // namespace brindlecam::desktop

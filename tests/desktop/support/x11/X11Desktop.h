@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/support/BusDaemon.h"
 #include "desktop/support/Desktop.h"
 #include "desktop/support/Process.h"
 #include "desktop/support/x11/Connection.h"
@@ -20,6 +21,8 @@ public:
     explicit X11Desktop(const DesktopOptions& options);
 
     [[nodiscard]] QProcessEnvironment environment() const override;
+    [[nodiscard]] QProcessEnvironment programsEnvironment() const override;
+    [[nodiscard]] const AccessBus* accessBus() const override { return m_accessBus.get(); }
     [[nodiscard]] QString name() const override { return m_server.display(); }
     [[nodiscard]] qint64 serverPid() const override { return m_server.pid(); }
 
@@ -60,13 +63,14 @@ public:
 
 private:
     std::unique_ptr<Process> start(const QString& program, const QStringList& arguments) const;
-    void startBus();
+    void startAccessibility();
 
     QTemporaryDir m_home;
     XServer m_server;
     Connection m_connection;
-    QString m_busAddress;
-    std::unique_ptr<Process> m_bus;
+    std::unique_ptr<BusDaemon> m_bus;         ///< of the session
+    std::unique_ptr<BusDaemon> m_programsBus; ///< of the program under test alone
+    std::unique_ptr<AccessBus> m_accessBus;
     std::unique_ptr<Process> m_windowManager;
     std::unique_ptr<Process> m_compositor;
     std::unique_ptr<Process> m_tray;

@@ -1,5 +1,7 @@
 #include "desktop/support/x11/X11Screen.h"
 
+#include <xcb/randr.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -17,6 +19,22 @@ QRect X11Screen::pixels() const
     const Owned<xcb_get_geometry_reply_t> reply(
         xcb_get_geometry_reply(m_connection.raw(), cookie, nullptr));
     return reply ? QRect(0, 0, reply->width, reply->height) : QRect();
+}
+
+std::vector<QRect> X11Screen::monitors() const
+{
+    constexpr std::uint8_t kActiveOnly = 1;
+    const Owned<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(
+        m_connection.raw(),
+        xcb_randr_get_monitors(m_connection.raw(), m_connection.root(), kActiveOnly), nullptr));
+    std::vector<QRect> all;
+    if (!reply)
+        return all;
+    for (auto monitor = xcb_randr_get_monitors_monitors_iterator(reply.get()); monitor.rem > 0;
+         xcb_randr_monitor_info_next(&monitor))
+        all.emplace_back(monitor.data->x, monitor.data->y, monitor.data->width,
+                         monitor.data->height);
+    return all;
 }
 
 QImage X11Screen::grab(const QRect& pixels) const

@@ -12,6 +12,7 @@ public:
 
     using Screen::grab;
     [[nodiscard]] QRect pixels() const override;
+    [[nodiscard]] std::vector<QRect> monitors() const override;
     [[nodiscard]] QImage grab(const QRect& pixels) const override;
 
 private:
