@@ -170,7 +170,7 @@ void CaptureController::present(const std::vector<Shot>& shots)
         wire(window);
         window.cover();
     }
-    focusOverlayUnderPointer();
+    m_overlays.focus(m_services.platform.displays->pointer());
     m_services.platform.textRecognizer->warmUp();
 }
 
@@ -219,39 +219,13 @@ std::vector<Toolbar::Action> CaptureController::unavailableActions() const
     return missing;
 }
 
-void CaptureController::focusOverlayUnderPointer()
-{
-    const auto& session = m_overlays.session();
-    if (session.empty())
-        return;
-    const auto pointer = m_services.platform.displays->pointer();
-    const auto found = std::ranges::find_if(session, [&](const OverlayWindow* window) {
-        return pointer && window->coveredScreen().native.contains(*pointer);
-    });
-    OverlayWindow& chosen = found == session.end() ? *session.front() : **found;
-    m_services.platform.panels->focus(chosen);
-    chosen.canvas()->setFocus();
-}
-
-std::optional<ScreenInfo> CaptureController::sessionScreen() const
-{
-    const auto& session = m_overlays.session();
-    if (session.empty())
-        return std::nullopt;
-    auto found = std::ranges::find_if(
-        session, [](const OverlayWindow* window) { return window->canvas()->isInUse(); });
-    if (found == session.end())
-        found = std::ranges::find_if(session, &OverlayWindow::isActiveWindow);
-    return (found == session.end() ? session.front() : *found)->coveredScreen();
-}
-
 void CaptureController::finish(const Outcome& outcome)
 {
     auto* overlay = std::get_if<Overlay>(&m_state);
     if (!overlay)
         return;
     const Outcome kept = outcome; // the canvas that reports it is about to go
-    const std::optional<ScreenInfo> screen = sessionScreen();
+    const std::optional<ScreenInfo> screen = m_overlays.screenInUse();
     const std::optional<Rendered> lastAutoCopied = std::move(overlay->lastAutoCopied);
     const auto* saving = std::get_if<outcome::Save>(&kept);
     const bool copies = std::holds_alternative<outcome::Copy>(kept);
@@ -412,7 +386,8 @@ void CaptureController::screensChanged()
         if (held || session.empty())
             finish(outcome::Cancel{});
         else if (std::ranges::none_of(session, &OverlayWindow::isActiveWindow))
-            focusOverlayUnderPointer(); // the one that had the keys is gone
+            // The one that had the keys is gone.
+            m_overlays.focus(m_services.platform.displays->pointer());
     }
     m_overlays.prepare(screens);
 }

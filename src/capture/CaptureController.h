@@ -113,7 +113,6 @@ private:
     void present(const std::vector<Shot>& shots);
     void wire(OverlayWindow& window);
     void escapePressed();
-    void focusOverlayUnderPointer();
     void screensChanged();
     void handleCaptureFailure(const Error& error);
     void handleTakenInput();
@@ -124,7 +123,6 @@ private:
     void end();
     /// Actions of the bars whose rooms are not built.
     [[nodiscard]] std::vector<Toolbar::Action> unavailableActions() const;
-    [[nodiscard]] std::optional<ScreenInfo> sessionScreen() const;
 
     Services m_services;
     OverlaySet m_overlays;

@@ -2,6 +2,7 @@
 
 #include "canvas/CanvasView.h"
 #include "platform/Grabber.h"
+#include "platform/Panels.h"
 
 #include <algorithm>
 
@@ -64,6 +65,29 @@ bool OverlaySet::mayBeginSelectionOn(const CanvasView* canvas) const
         other->commitText(); // as every press does
         return !other->editor().annotations().empty();
     });
+}
+
+std::optional<ScreenInfo> OverlaySet::screenInUse() const
+{
+    if (m_session.empty())
+        return std::nullopt;
+    auto found = std::ranges::find_if(
+        m_session, [](const OverlayWindow* window) { return window->canvas()->isInUse(); });
+    if (found == m_session.end())
+        found = std::ranges::find_if(m_session, &OverlayWindow::isActiveWindow);
+    return (found == m_session.end() ? m_session.front() : *found)->coveredScreen();
+}
+
+void OverlaySet::focus(std::optional<QPoint> pointer)
+{
+    if (m_session.empty())
+        return;
+    const auto found = std::ranges::find_if(m_session, [&](const OverlayWindow* window) {
+        return pointer && window->coveredScreen().native.contains(*pointer);
+    });
+    OverlayWindow& chosen = found == m_session.end() ? *m_session.front() : **found;
+    m_panels.focus(chosen);
+    chosen.canvas()->setFocus();
 }
 
 void OverlaySet::remove(OverlayWindow& window)

@@ -4,6 +4,7 @@
 #include "canvas/OverlayWindow.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace brindlecam {
@@ -36,6 +37,11 @@ public:
     /// Whether a press on this canvas would lose no marks on another one. Text that is being typed
     /// there becomes a mark.
     [[nodiscard]] bool mayBeginSelectionOn(const CanvasView* canvas) const;
+
+    /// Where the selection is; without one, where the keyboard is. None when idle.
+    [[nodiscard]] std::optional<ScreenInfo> screenInUse() const;
+    /// Gives the keyboard to the overlay under the pointer (native pixels), else to the first.
+    void focus(std::optional<QPoint> pointer);
 
     /// Takes one window out of the session and off the screen.
     void remove(OverlayWindow& window);

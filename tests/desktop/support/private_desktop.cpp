@@ -131,9 +131,9 @@ void endOrphans()
 
 } // namespace
 
-/// Runs a command on a desktop of its own, as large as SIZE (1366x768, or 1366x768x16 with a depth),
-/// and ends as it does; nothing that was started there, the command's own children included, lives
-/// on.
+/// Runs a command on a desktop of its own, as large as SIZE (1366x768, or 1366x768x16 with a
+/// depth), and ends as it does; nothing that was started there, the command's own children
+/// included, lives on.
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
