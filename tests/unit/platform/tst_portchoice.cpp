@@ -16,7 +16,10 @@ public:
         : m_name(std::move(name))
     {
     }
-    void grabScreens(const std::vector<ScreenInfo>&, Done done) override { done(Error{m_name}); }
+    void grabScreens(const std::vector<ScreenInfo>&, QObject*, Done done) override
+    {
+        done(Error{m_name});
+    }
     Result<QImage> grabRegion(const QRect&) override { return Error{m_name}; }
 
 private:
