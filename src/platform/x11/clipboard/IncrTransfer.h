@@ -10,7 +10,7 @@
 namespace brindlecam::x11 {
 
 /// One large content on its way to one requestor, chunk by chunk: the next one is written when the
-/// requestor has deleted the last one. The selection's thread.
+/// requestor has deleted the last one (ICCCM 2.7.2). The selection's thread.
 class IncrTransfer final {
 public:
     using Clock = std::chrono::steady_clock;

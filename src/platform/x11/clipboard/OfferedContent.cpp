@@ -30,7 +30,8 @@ std::vector<Target> targetsOf(const ClipboardContent::Format& format)
             {QByteArrayLiteral("TEXT"), utf8Name, format.bytes}};
 }
 
-/// Clipboard managers that know this format don't keep what says "secret" in it.
+/// Clipboard managers that know this format (Klipper's; others have followed) don't keep what says
+/// "secret" in it.
 constexpr char kConcealment[] = "x-kde-passwordManagerHint";
 
 } // namespace

@@ -95,7 +95,7 @@ void SelectionOwner::inherit(Estate estate)
     askForTime();
 }
 
-// Changing nothing of a property is how a client learns the server's time.
+// Changing nothing of a property is how a client learns the server's time (ICCCM 2.1).
 void SelectionOwner::askForTime()
 {
     xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, m_window, m_atoms.timestamp,
@@ -239,7 +239,7 @@ void SelectionOwner::requested(const xcb_selection_request_event_t& event)
 {
     Request request{event, m_content};
     if (request.event.property == XCB_ATOM_NONE)
-        request.event.property = event.target; // The way of clients from before 1988.
+        request.event.property = event.target; // obsolete clients, ICCCM 2.2
     const bool before = event.time != XCB_CURRENT_TIME && isBefore(event.time, m_since);
     if (!m_content || event.selection != m_atoms.clipboard || before)
         notify(request.event, XCB_ATOM_NONE);

@@ -16,8 +16,8 @@
 
 namespace brindlecam::x11 {
 
-/// Owns CLIPBOARD on one connection and answers who asks for it. Everything happens on the
-/// selection's thread, which passes the events of the connection in.
+/// Owns CLIPBOARD on one connection and answers who asks for it, as chapter 2 of the ICCCM has it.
+/// Everything happens on the selection's thread, which passes the events of the connection in.
 ///
 /// What was asked for before a newer content came, or before another client took the selection, is
 /// still answered with what was there then.

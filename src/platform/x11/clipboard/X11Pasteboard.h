@@ -16,9 +16,11 @@
 
 namespace brindlecam {
 
-/// The CLIPBOARD selection on a connection and a thread of its own. Qt's clipboard would encode and
-/// wait on the main thread, and takes the selection with the time of the last event Qt saw: after a
-/// hot key or a command that is older than the present owner's, and the server silently refuses.
+/// The CLIPBOARD selection on a connection and a thread of its own.
+///
+/// Not QClipboard, which encodes and serves on the main thread, and (QXcbClipboard::setMimeData, in
+/// 6.4 and still in 6.11) takes the selection with the time of the last event Qt saw: after a hot
+/// key or a command that may be older than the present owner's, and the server silently refuses.
 class X11Pasteboard final : public Pasteboard {
 public:
     /// `pool` runs the TIFF encoder, off the main thread.

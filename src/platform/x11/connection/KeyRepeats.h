@@ -7,9 +7,9 @@ class QKeyEvent;
 namespace brindlecam {
 
 /// Marks the repeats of a held key that Qt takes for presses. X sends a repeat as release and press
-/// of one moment, and Qt (6.4) knows it as one only if it reads both in one go, which a
-/// busy machine does not grant. Drop this when Qt asks the server for detectable repeats. Main
-/// thread; works as long as it lives, on all windows of ours.
+/// of one moment, and Qt (QXcbKeyboard::handleKeyEvent, 6.4 and 6.11) knows it as one only if it
+/// reads both in one go, which a busy machine does not grant. Drop this when Qt asks the server for
+/// detectable repeats. Main thread; works as long as it lives, on all windows of ours.
 class KeyRepeats final : public QObject {
     Q_OBJECT
 

@@ -9,7 +9,8 @@
 namespace brindlecam::x11 {
 
 /// Tells a key's physical presses from its repeats while it is held: the server sends each repeat
-/// as a release and a press of the same time.
+/// as a release and a press of the same time, unless a client asks for repeats without releases
+/// (XKB's detectable auto-repeat), which would change what Qt gets on its connection.
 class PressFilter final {
 public:
     /// A press arrived; true when a finger made it.

@@ -42,7 +42,7 @@ xcb_timestamp_t ServerClock::now()
     // What came too late for an earlier question.
     while (const Owned<xcb_generic_event_t> stale{xcb_poll_for_event(connection)}) {
     }
-    // Changing nothing of a property is how a client learns the server's time.
+    // Changing nothing of a property is how a client learns the server's time (ICCCM 2.1).
     xcb_change_property(connection, XCB_PROP_MODE_APPEND, m_window, XCB_ATOM_WM_NAME,
                         XCB_ATOM_STRING, 8, 0, nullptr);
     xcb_flush(connection);

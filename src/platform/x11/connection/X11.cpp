@@ -97,7 +97,8 @@ bool hasWindowManager()
     const auto check = property32(root(), atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
     if (check.empty())
         return false;
-    // The property outlives a window manager that was killed; its check window does not.
+    // The property outlives a window manager that was killed; its check window does not. So EWMH
+    // has the window name itself.
     const auto self = property32(check.front(), atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
     return !self.empty() && self.front() == check.front();
 }

@@ -22,7 +22,9 @@ namespace brindlecam {
 /// there is one of these, installed as long as it lives, and the application object outlives it.
 ///
 /// It also keeps from Qt the focus changes that a key grab makes (modes Grab and Ungrab): nothing
-/// really loses the focus then, but Qt would end text editing after a tenth of a second.
+/// really loses the focus then, but QXcbWindow::handleFocusOutEvent (Qt 6.4, and still 6.11) does
+/// not look at the mode, and text editing would end after a tenth of a second. Drop it when Qt
+/// looks.
 class X11Events final : public QAbstractNativeEventFilter {
 public:
     enum class Verdict { pass, swallow };

@@ -8,6 +8,9 @@
 namespace brindlecam {
 
 /// Space that panels and docks keep free at the edges of the desktop. Native pixels.
+///
+/// QScreen::availableGeometry() is no substitute: Qt (6.4, and 6.11) gives every screen its part of
+/// the desktop's one _NET_WORKAREA, in which a panel beside another screen is lost.
 namespace Struts {
 
 enum class Edge { left, right, top, bottom };

@@ -14,8 +14,11 @@ class QScreen;
 
 namespace brindlecam {
 
-/// The monitors that RandR reports, with the scale of the QScreen of the same name. Listens to
-/// RandR itself, too: Qt 6.4 says nothing when a monitor is replaced by one of the same name.
+/// The monitors that RandR reports, with the scale of the QScreen of the same name.
+///
+/// Listens to RandR itself, too: where a monitor is not just one CRTC (a virtual one, or several
+/// that make one), Qt 6.4 takes over its new geometry without emitting QScreen::geometryChanged
+/// (QXcbScreen::setMonitor, so still in 6.11). Drop it when Qt emits it for all.
 class X11Displays final : public Displays, private QAbstractNativeEventFilter {
 public:
     X11Displays();

@@ -22,7 +22,7 @@ public:
     struct Seen {
         bool taken = false; ///< another program has pointer or keyboard
         bool held = false;  ///< a key or a button is down
-        /// Windows of open menus that Escape would reach, in any order that stays.
+        /// Windows of open menus that Escape would reach; always in the same order.
         std::vector<std::uint32_t> menus{};
     };
     enum class Step {

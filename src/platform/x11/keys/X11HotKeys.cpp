@@ -3,7 +3,8 @@
 #include "base/KeyCodes.h"
 #include "platform/x11/connection/X11.h"
 
-// This header names a member "explicit".
+// libxcb (1.15) calls a member "explicit", which C++ forbids: freedesktop.org's bug 74080. Drop the
+// definition when the header compiles without it.
 #define explicit explicit_
 #include <xcb/xkb.h>
 #undef explicit
@@ -117,9 +118,10 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     return ours ? X11Events::Verdict::swallow : X11Events::Verdict::pass;
 }
 
-/// A menu of ours has the whole keyboard, so that no key grab takes effect. Whether it is still
-/// open does not count: it may have closed by itself while the key was on its way. Esc was for the
-/// menu. Windows that are no widgets have the keyboard to keep its keys from everybody.
+/// An open menu of ours has the whole keyboard, so that no key grab takes effect and the hot key
+/// comes to the menu's window. Whether the menu is still open does not count: it may have closed by
+/// itself while the key was on its way. Esc is left to the menu. Keys that come to a window of ours
+/// which is no widget are KeySink's, and for nobody.
 bool X11HotKeys::cameToAMenu(const xcb_key_press_event_t& event) const
 {
     constexpr std::uint8_t kPress = XCB_KEY_PRESS; // and not one that another program has made up

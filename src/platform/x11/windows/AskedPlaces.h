@@ -7,9 +7,9 @@
 namespace brindlecam::x11 {
 
 /// The places that a window was asked to take and may still be on its way to. A window manager
-/// answers when it has time, each wish for itself and often in two steps, place before size. So a
-/// window that somebody else has moved is one whose place or size nobody has asked for; how long
-/// an answer takes does not matter. Values only; native pixels.
+/// answers when it has time, each wish for itself and often in two steps, place before size. So
+/// somebody else has moved the window only where it has a place or a size that we have not asked
+/// for; how long an answer takes does not matter. Values only; native pixels.
 class AskedPlaces final {
 public:
     /// It is there, and nothing is on its way.

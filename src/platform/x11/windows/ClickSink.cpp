@@ -101,7 +101,7 @@ X11Events::Verdict ClickSink::handle(const xcb_generic_event_t& event)
     const int kind = kindOf(event);
     if (kind != XCB_BUTTON_PRESS && kind != XCB_BUTTON_RELEASE && kind != XCB_LEAVE_NOTIFY)
         return X11Events::Verdict::pass;
-    // The three are alike as far as this goes.
+    // Presses, releases and leaving have the same fields up to those that are read here.
     const auto& pointer = reinterpret_cast<const xcb_button_press_event_t&>(event);
     if (pointer.event != m_window)
         return X11Events::Verdict::pass;

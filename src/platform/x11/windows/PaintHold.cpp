@@ -12,7 +12,7 @@ PaintHold::PaintHold(QWidget& widget, std::function<void()> mayPaint)
     : m_widget(&widget)
     , m_mayPaint(std::move(mayPaint))
 {
-    // By attribute: Qt's own switch paints everything when it is switched on again.
+    // By attribute: setUpdatesEnabled(true) paints everything anew.
     setPainting(false);
     widget.windowHandle()->installEventFilter(this);
 }
@@ -64,7 +64,8 @@ void PaintHold::end()
     setPainting(true);
     if (!m_widget->isVisible())
         return;
-    // Else Qt does it itself with the first painting, and paints everything.
+    // Else Qt does it itself with the first painting, and paints everything because the size of
+    // its copy has changed (QWidgetRepaintManager::paintAndFlush).
     if (QBackingStore* store = m_widget->backingStore())
         store->resize(m_widget->size());
     if (m_paintsAll)

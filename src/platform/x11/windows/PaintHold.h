@@ -12,7 +12,8 @@ namespace brindlecam {
 /// Keeps a widget from painting itself when its window comes to the screen with a first frame in
 /// it, so that Qt's own copy of those pixels is never made, nor the memory for it touched. Once Qt
 /// knows that the window is on the screen, the widget paints what it asks for, and what the server
-/// has lost meanwhile or loses later. Main thread.
+/// has lost meanwhile or loses later. Drop it when a widget can tell Qt that its window shows the
+/// right pixels already. Main thread.
 class PaintHold final : public QObject {
     Q_OBJECT
 

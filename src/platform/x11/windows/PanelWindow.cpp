@@ -96,7 +96,8 @@ void PanelWindow::show(const QRect& native)
     place();
     cut();
     m_widget.show();
-    // Qt has written a user time of its own and may have placed the window by points again.
+    // QXcbWindow::show() has written the time of Qt's last event over ours, and may have placed the
+    // window by points again.
     setUserTime(now);
     place();
     x11::raise(id());
@@ -198,7 +199,7 @@ void PanelWindow::setHints()
     using x11::setProperty32;
     constexpr std::uint32_t kNeverUnredirect = 2;
     constexpr std::uint32_t kEveryDesktop = 0xffffffff;
-    // Not through Qt, which would put a type of its own first.
+    // Not by Qt's attributes: beside the type they list KDE's "override" (frameless) and NORMAL.
     setProperty32(id(), atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, {atom(m_traits.type)});
     if (m_role == PanelRole::dialog)
         return;
@@ -226,7 +227,8 @@ void PanelWindow::setUserTime(xcb_timestamp_t time)
 
 void PanelWindow::setSizeHints()
 {
-    // At a fractional scale Qt asks for sizes in steps of two pixels.
+    // From scale 1.5 on Qt (6.4 and 6.11) makes sizes go in steps of a point, which is two pixels:
+    // QPlatformWindow::windowSizeIncrement. Drop it when only windows that want steps have them.
     constexpr std::uint32_t kUserPlaceAndSize = 1 | 2;
     constexpr std::uint32_t kHasGravity = 512;
     constexpr std::size_t kGravityIndex = 17;
@@ -245,8 +247,8 @@ void PanelWindow::place()
     x11::configure(id(), m_native);
 }
 
-// Qt takes new memory, shared with the server, whenever a window grows, and that takes longer than
-// painting. Memory that has room for more is kept as long as more than half of it is needed.
+// Qt (6.4 and 6.11, QXcbBackingStoreImage::resize) takes new memory, shared with the server, when a
+// window grows, which takes longer than painting; what has room it keeps while it needs over half.
 void PanelWindow::reserve(QSize pixels)
 {
     QBackingStore* store = m_widget.backingStore();
@@ -333,7 +335,7 @@ void PanelWindow::insistOnFocus(const xcb_focus_out_event_t& event)
     x11::setFocus(id());
 }
 
-// Qt paints a window when it is mapped, or its first frame is put there. The exposure that comes
+// Qt paints a window at its MapNotify, or its first frame is put there. The exposure that comes
 // from the same request would only send the whole of it to the server once more.
 bool PanelWindow::cameWithTheMap(const xcb_expose_event_t& event)
 {
