@@ -132,7 +132,8 @@ X11Events::Verdict FullScreenWatch::handle(const xcb_generic_event_t& event)
     return X11Events::Verdict::pass;
 }
 
-// Only while it is held. Qt has counted the buttons by then, unlike when the server tells of one.
+// Installed only while isHeld() says so. For Qt's events and not the server's: before those have
+// reached Qt, it still counts the button that isHeld() asks about as pressed.
 bool FullScreenWatch::eventFilter(QObject*, QEvent* event)
 {
     if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::Hide)
@@ -192,7 +193,8 @@ bool FullScreenWatch::update()
     qApp->removeEventFilter(this);
     const xcb_window_t active = windowProperty(x11::root(), "_NET_ACTIVE_WINDOW");
     std::vector<xcb_window_t> listened;
-    // What this connection hears of the root is Qt's business.
+    // Never the root: a client has one event mask for a window, and on this connection Qt has set
+    // the root's.
     if (active != XCB_WINDOW_NONE && active != x11::root() && !x11::isOurs(active)) {
         listened.push_back(active);
         listenAlsoTo(active); // before it is asked about, so that no change falls in between
@@ -200,7 +202,8 @@ bool FullScreenWatch::update()
     const auto windows = fullScreenWindows(active);
     listened.insert(listened.end(), windows.begin(), windows.end());
     listenTo(listened);
-    // While a panel of ours has the focus, and while it is on its way, all stays as it is.
+    // While a panel of ours has the focus, and while the focus is on its way from one window to the
+    // next, all stays as it is.
     if (!windows.empty() && (active == XCB_WINDOW_NONE || isOwnPanel(active)))
         return false;
     m_covering.clear();

@@ -15,17 +15,19 @@
 namespace brindlecam {
 
 /// Watches whether a full-screen window lies above all managed windows, those that stay on top
-/// included: that is so while it has the focus, and while the focus is on another screen. Main
-/// thread; listens only, nothing is asked while the windows stay as they are.
+/// included: that is so while it has the focus (EWMH, "Stacking order"), and with some window
+/// managers while the focus is on another screen. Main thread; it listens to the server and asks
+/// nothing as long as the windows stay as they are.
 class FullScreenWatch final : public QObject {
     Q_OBJECT
 
 public:
     struct Callbacks {
-        /// While it says so nothing changes; the release of a button or the end of a window of ours
-        /// is the end of that.
+        /// Whether our own windows must not be made anew now, as while one is dragged. As long as
+        /// it is true, covers() keeps its answer; it is asked again whenever a mouse button is
+        /// released or a window of ours is hidden.
         std::function<bool()> isHeld;
-        /// Runs later, when the answer may have changed.
+        /// Called from the event loop each time it has looked again: covers() may have changed.
         std::function<void()> looked;
     };
 
@@ -43,7 +45,8 @@ private:
     X11Events::Verdict handle(const xcb_generic_event_t& event);
     [[nodiscard]] bool mayMeanAChange(const xcb_generic_event_t& event);
     void look();
-    /// False when nothing may be learnt now.
+    /// Looks. False when covers() keeps its answer for now, because a window of ours is in use or
+    /// has the focus.
     bool update();
     void listenTo(const std::vector<xcb_window_t>& windows);
     void listenAlsoTo(xcb_window_t window);
