@@ -52,8 +52,9 @@ public:
     /// any more; what is on its way there arrives. Main thread.
     Readings close();
 
-    /// The same, but only while this very reading is under way: no other is ever given up by it.
-    /// Nothing when it is not. Main thread.
+    /// The same, if this reading is the one under way at this moment. Otherwise nothing is closed
+    /// and nothing answered: the next reading, which may have begun meanwhile, must not pay for it.
+    /// Main thread.
     [[nodiscard]] std::optional<Readings> closeIfAt(const Reading& reading);
 
     /// Reads until close(). Sleeps when there is nothing to read, and after a while without engine.

@@ -19,8 +19,9 @@ std::atomic<int>& atWork()
     return count;
 }
 
-/// The engine does not listen while it looks for lines. Were the process to end in order, the
-/// library's globals would be destroyed while it still uses them.
+/// Tesseract (5.3) asks whether it is to stop only between words, not while it looks for lines.
+/// Were the process to end in order, the library's globals would be destroyed while it still uses
+/// them. Drop it, and the threads left to themselves, when the engine listens everywhere.
 void endAtOnceIfBusy(int status, void* /*unused*/)
 {
     if (atWork() == 0)

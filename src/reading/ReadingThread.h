@@ -28,7 +28,7 @@ public:
     /// Gives up what is under way, and answers what waits. The thread ends as soon as it listens.
     ReadingQueue::Readings close();
 
-    /// The same, but only while this very reading is under way; nothing when it is not.
+    /// The same, if this reading is the one under way at this moment; otherwise it does nothing.
     [[nodiscard]] std::optional<ReadingQueue::Readings> closeIfAt(const Reading& reading);
 
     /// Waits for the end after close(), at most until then; whether it came.

@@ -34,7 +34,8 @@ private:
 
     explicit TextEngineModule(void* library);
 
-    // Not QLibrary: its count of users is wrong when several threads have the same module.
+    // Not QLibrary, whose count of users is wrong when several threads have the same module: Qt
+    // (6.4 and 6.11, QLibraryPrivate::load) counts outside of the lock under which it loads.
     std::unique_ptr<void, Closer> m_library;
     std::unique_ptr<TextEngine> m_engine; ///< its code is the library's
 };
