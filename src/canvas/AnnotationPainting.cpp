@@ -20,8 +20,9 @@ namespace {
 
 constexpr qreal kEdge = 1; // antialiasing at one pixel per point, the coarsest there is
 
-// Device pixels. Qt has a way of its own with lines of one pixel, which cuts them at the edges of
-// the picture and turns them a little by that.
+// Device pixels. Qt (6.4 and 6.11) draws lines of one pixel and less by another class than wider
+// ones, QCosmeticStroker, which cuts them at the edges of the picture and turns them a little by
+// that.
 constexpr qreal kThinnestLine = 1.001;
 
 constexpr qreal kStrokeOverhang = 1; // beyond half of the width

@@ -105,7 +105,7 @@ void CanvasView::paintEvent(QPaintEvent* event)
     m_painter.paint(painter, event->region(), current ? &*current : nullptr);
 }
 
-// Nothing here looks different with the focus, and Qt would paint the whole screen anew.
+// Nothing here looks different with the focus, and QWidget's own handlers paint all of the widget.
 void CanvasView::focusInEvent(QFocusEvent*) {}
 
 void CanvasView::focusOutEvent(QFocusEvent*) {}
@@ -168,7 +168,8 @@ void CanvasView::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || !selection().isDragging())
         return;
     // No movement of its own: what the last one has left as it is, an edge beside the pointer or a
-    // line that Shift held, stays so. But where we are late, Qt may have left the last one out.
+    // line that Shift held, stays so. But where we are late, Qt may have left the last one out: it
+    // drops a movement while another is in its queue, even one that comes after the release.
     const QPointF point = exactPosition(*event, *this);
     if (m_mouse != clamped(point, selection().canvas()))
         pointerMoved(point, event->modifiers());

@@ -7,8 +7,9 @@ class QWidget;
 
 namespace brindlecam {
 
-/// Where in a widget (points) the pointer is. Qt rounds an event's own position to whole points on
-/// its way to a child widget, which at fractional scales is not the pixel under the pointer.
+/// Where in a widget (points) the pointer is. On an event's way to a child widget Qt 6.4 rounds its
+/// position to whole points (QWidgetWindow::handleMouseEvent), which at fractional scales is not
+/// the pixel under the pointer. Drop it when every Qt we build with keeps it real, as 6.11 does.
 [[nodiscard]] QPointF exactPosition(const QMouseEvent& event, const QWidget& widget);
 
 } // namespace brindlecam

@@ -43,8 +43,9 @@ void MarkedPart::draw(const Annotation& mark)
         mark.draw(m_painter);
 }
 
-// On a picture that begins where the mark does. Qt rounds the places of glyphs towards the corner:
-// a text that begins before it would have all of them elsewhere, by up to a quarter of a pixel.
+// On a picture that begins where the mark does. Qt (6.4 and 6.11) cuts off what is too fine of a
+// glyph's place towards the corner of the picture, from both sides (QFixed::fromReal): a text that
+// begins before it would have all glyphs elsewhere, by up to a quarter of a pixel.
 void MarkedPart::drawApart(const Annotation& mark, const QRect& area)
 {
     const QRect shown = area & m_part;
