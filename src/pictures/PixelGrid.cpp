@@ -27,7 +27,7 @@ PixelGrid::PixelGrid(QPainter& painter)
     const QTransform before = painter.deviceTransform();
     painter.resetTransform();
     const QTransform device = painter.deviceTransform();
-    // No moves here: with a trace of a pixel left over, Qt drops rows at the end of the clip.
+    // No moves here: with a trace of a pixel left over, Qt 6.4 drops rows at the end of the clip.
     painter.scale(1 / device.m11(), 1 / device.m22());
 
     const QPointF origin(std::floor(cleaned(before.dx())), std::floor(cleaned(before.dy())));
