@@ -20,6 +20,9 @@ enum class Readers {
 /// file nor an empty one. The folder must exist. A link is replaced, not followed; what is neither
 /// a file nor writable is left as it is. False when it failed: what was there before then stays.
 /// Any thread.
+///
+/// Not QSaveFile: that of Qt 6.4 renames although its last buffer met a full disk (QTBUG-75077; in
+/// 6.11 it does not), and a newer one would still follow links.
 [[nodiscard]] bool writeWhole(const QString& path, const QByteArray& bytes,
                               Readers readers = Readers::usual);
 
