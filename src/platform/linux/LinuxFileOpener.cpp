@@ -34,7 +34,8 @@ public:
         setStandardOutputFile(QProcess::nullDevice());
         setStandardErrorFile(QProcess::nullDevice());
     }
-    ~LastingProcess() override { setProcessState(QProcess::NotRunning); } // or it would be killed
+    // QProcess kills what still runs when it goes, and startDetached() tells no exit code.
+    ~LastingProcess() override { setProcessState(QProcess::NotRunning); }
 };
 
 } // namespace

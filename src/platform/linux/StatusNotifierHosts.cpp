@@ -28,7 +28,8 @@ StatusNotifierHosts::StatusNotifierHosts()
         &m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString&, const QString&, const QString& owner) { watcherChanged(owner); });
     m_watcher.addWatchedService(kWatcherService);
-    // From any sender: naming the service would make the library look its owner up and wait.
+    // From any sender: with the name of a service QDBusConnection (6.4 and 6.11) looks its owner up
+    // and waits for the answer.
     for (const auto& signal : {QStringLiteral("StatusNotifierHostRegistered"),
                                QStringLiteral("StatusNotifierHostUnregistered")})
         bus.connect(QString(), kWatcherPath, kWatcherService, signal, this, SLOT(ask()));
