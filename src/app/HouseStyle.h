@@ -22,8 +22,9 @@ public:
                   QStyleHintReturn* returned) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                            const QWidget* widget) const override;
-    /// The same icon each time: Qt keeps what it has painted of an icon for long, and a save panel
-    /// asks for some twenty of them whenever it opens.
+    /// The same icon each time: a save panel asks for some twenty of them whenever it opens, the
+    /// styles of Qt 6.4 make each anew, and QPixmapCache keeps for long what was painted of every
+    /// one. Drop it when they hand out the same.
     QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
                        const QWidget* widget) const override;
 
