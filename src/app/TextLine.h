@@ -9,9 +9,10 @@ class QPainter;
 namespace brindlecam {
 
 /// One line of text painted by hand at its real size. Two things Qt's own text lacks: a fractional
-/// font size is kept (Qt rounds what it loads to whole pixels), and digits can all take the width
-/// of the widest one, so that a counting text does not jump (before 6.7 Qt can't ask a font for its
-/// tabular figures). Points.
+/// font size is kept (Qt rounds what it loads to whole pixels, in 6.4 as in 6.11), and digits can
+/// all take the width of the widest one, so that a counting text does not jump (Qt can ask a font
+/// for its tabular figures since 6.7: QFont::setFeature). Points. Any thread for fonts of a whole
+/// size, the main thread for others.
 struct TextLine {
     QString text;
     QFont font;
