@@ -103,8 +103,8 @@ QString Prefs::saveFolder() const
     const QString stored = m_defaults.string(QStringLiteral("saveFolder")).value_or(QString());
     if (stored.startsWith(QLatin1String("~/")))
         return QDir::cleanPath(QDir::homePath() + QLatin1Char('/') + stored.mid(2));
-    // Relative to what? A program started by a session has no working folder of its own. Qt takes
-    // more for absolute than paths.
+    // Relative to what? A program started by a session has no working folder of its own. Not
+    // QDir::isAbsolutePath(), which is true of Qt's resources (":/…"), too.
     if (stored.startsWith(QLatin1Char('/')))
         return stored;
     QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
