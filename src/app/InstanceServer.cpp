@@ -14,8 +14,8 @@ namespace brindlecam {
 
 namespace {
 
-/// Whether nobody is at the other end any more. Its line may be there all the same, and Qt notices
-/// only when it has read on.
+/// Whether the other end has hung up. What it sent may be there all the same, and QLocalSocket
+/// notices the end only once it has read that.
 bool hasLeft(const QLocalSocket& client)
 {
     pollfd end{.fd = static_cast<int>(client.socketDescriptor()), .events = 0, .revents = 0};
