@@ -149,7 +149,7 @@ void PinnedCapture::roundCorners()
 }
 
 // A window that grows is ahead of what the widget has heard of, and Qt finds no child for a pointer
-// out there.
+// out there: it looks within the widget's own size, not the window's.
 bool PinnedCapture::event(QEvent* event)
 {
     switch (event->type()) {
