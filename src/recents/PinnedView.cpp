@@ -174,8 +174,9 @@ void PinnedView::mouseReleaseEvent(QMouseEvent* event)
         m_panel->letGo();
 }
 
-// Qt asks only whether two presses were near each other; the first may have been on the button of a
-// session that is over now.
+// Qt 6.4 asks only whether two presses were near each other in time and place, not whether they
+// were in the same window; the first may have been on the button of a session that is over now.
+// Drop it when every Qt we build with asks for the window, as 6.11 does.
 void PinnedView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (!m_panel || event->button() != Qt::LeftButton)
@@ -218,6 +219,7 @@ void PinnedView::openMenu(QPoint global)
     m_panel->letGo();
     m_menu = new QMenu(this);
     m_menu->setAttribute(Qt::WA_DeleteOnClose);
+    // Not through text(), on purpose: these three read the same whatever catalogue is installed.
     m_menu->addAction(QStringLiteral("Copiar"), m_panel, &PinnedCapture::copyImage);
     m_menu->addAction(QStringLiteral("Guardar…"), m_panel, &PinnedCapture::saveImage);
     m_menu->addAction(QStringLiteral("Cerrar"), m_panel, &PinnedCapture::dismiss);
