@@ -58,7 +58,7 @@ void PinnedCaptures::copy(PinnedCapture& pin)
         case ClipboardFate::refused:
             return tell(text("No se pudo copiar la captura"));
         case ClipboardFate::overtaken:
-            return; // what came after it tells
+            return; // the newer copy's own answer is what is told
         }
     });
 }
