@@ -30,7 +30,7 @@ SavePanel::SavePanel(Alerts& alerts, const QString& folder, const QString& fileN
 {
     // Ours, not the desktop's: it has to stay on top, step aside for a capture and come back.
     setOption(DontUseNativeDialog);
-    setOption(DontConfirmOverwrite); // Qt's own question blocks the loop
+    setOption(DontConfirmOverwrite); // Qt asks by QMessageBox::warning(), which blocks the loop
     setAcceptMode(AcceptSave);
     setFileMode(AnyFile);
     setNameFilter(text("Imágenes PNG") + QStringLiteral(" (*.png)"));
@@ -38,8 +38,9 @@ SavePanel::SavePanel(Alerts& alerts, const QString& folder, const QString& fileN
     forbidDeleting();
 }
 
-// The style keeps what it has painted under names of which each widget has its own: a quarter of a
-// megabyte for each panel, of no use to the next.
+// Qt's styles keep what they have painted under names that hold the key of the widget's own palette
+// (QStyleHelper::uniqueName, 6.4 and 6.11): a quarter of a megabyte for each panel, of no use to
+// the next. Drop it when equal palettes have equal keys.
 SavePanel::~SavePanel()
 {
     QPixmapCache::clear();
@@ -62,7 +63,8 @@ SavePanel* SavePanel::open(Alerts& alerts, const QString& folder, const QString&
     return panel;
 }
 
-// Before it deletes a file Qt asks in a dialog that blocks the loop and does not step aside.
+// Before it deletes a file Qt (6.4 and 6.11) asks by QMessageBox::warning(), which blocks the loop
+// and does not step aside. Drop it when it does neither.
 void SavePanel::forbidDeleting()
 {
     if (auto* action = findChild<QAction*>(QStringLiteral("qt_delete_action")))
