@@ -2,7 +2,7 @@
 # Paths named in the documents exist.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh" "$1"
 
-documents=(README.md)
+documents=(README.md CONTRIBUTING.md)
 shopt -s nullglob
 for document in docs/*.md; do
     documents+=("$document")

@@ -52,6 +52,7 @@ TEXT
     printf '#pragma once\n\n#include "base/Good.h"\n' >"$tree/src/app/Above.h"
     printf 'See `src/base/Good.h`, `base/Good.cpp` and [more](docs/MORE.md), not `image/png`.\n' >"$tree/README.md"
     echo '[back](../README.md)' >"$tree/docs/MORE.md"
+    echo 'See `base/Good.h`.' >"$tree/CONTRIBUTING.md"
 }
 
 passes() {
