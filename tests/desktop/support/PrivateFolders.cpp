@@ -5,10 +5,12 @@
 
 namespace brindlecam::desktop {
 
-PrivateFolders::PrivateFolders()
+PrivateFolders::PrivateFolders(const QString& home)
+    : m_home(home.isEmpty() ? m_root.path() : home)
 {
-    for (const char* folder : {"config", "data", "cache", "state", "run", "Pictures"})
+    for (const char* folder : {"config", "data", "cache", "state", "Pictures"})
         QDir().mkpath(inside(folder));
+    QDir().mkpath(runtime());
     QFile::setPermissions(runtime(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
@@ -24,7 +26,7 @@ void PrivateFolders::addTo(QProcessEnvironment& environment) const
 
 QString PrivateFolders::inside(const char* path) const
 {
-    return m_root.filePath(QString::fromLatin1(path));
+    return QDir(m_home).filePath(QString::fromLatin1(path));
 }
 
 } // namespace brindlecam::desktop

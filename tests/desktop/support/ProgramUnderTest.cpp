@@ -42,8 +42,9 @@ bool somebodyListensBelow(const QString& folder)
 
 } // namespace
 
-ProgramUnderTest::ProgramUnderTest(const Desktop& desktop)
-    : m_environment(desktop.programsEnvironment())
+ProgramUnderTest::ProgramUnderTest(const Desktop& desktop, const QString& home)
+    : m_folders(home)
+    , m_environment(desktop.programsEnvironment())
 {
     m_folders.addTo(m_environment);
     m_environment.insert(QStringLiteral("QT_FONT_DPI"), QStringLiteral("96"));

@@ -23,7 +23,8 @@ struct CommandResult {
 /// environment variable BRINDLECAM_PROGRAM.
 class ProgramUnderTest final {
 public:
-    explicit ProgramUnderTest(const Desktop& desktop);
+    /// In a home that goes with it, or in one that stays.
+    explicit ProgramUnderTest(const Desktop& desktop, const QString& home = {});
 
     [[nodiscard]] const PrivateFolders& folders() const { return m_folders; }
     /// For variables and settings to add before the start.
