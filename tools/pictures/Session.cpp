@@ -17,7 +17,7 @@ Session::Session(Photographer& photographer, Prefs& prefs)
     const auto screens = platform.displays->screens();
     const auto frames = WindowFinder::frontToBackRects(platform.windowList->frontToBack(), screens,
                                                        QCoreApplication::applicationPid());
-    ScreenGrabber::capture(*platform.grabber, screens, [&](const Result<std::vector<Shot>>& shots) {
+    const auto show = [&](const Result<std::vector<Shot>>& shots) {
         if (!shots)
             qFatal("%s", qPrintable(shots.error().message));
         for (const Shot& shot : shots.value()) {
@@ -25,7 +25,11 @@ Session::Session(Photographer& photographer, Prefs& prefs)
             window.canvas()->setWindowRects(WindowFinder::onScreen(frames, shot.screen));
             window.cover();
         }
-    });
+    };
+    QObject context;
+    ScreenGrabber::capture(*platform.grabber, screens, &context, show);
+    photographer.await(QStringLiteral("the overlays"),
+                       [&] { return !m_overlays.session().empty(); });
     OverlayWindow& window = *m_overlays.session().front();
     platform.panels->focus(window);
     photographer.await(QStringLiteral("the focus"), [&] { return window.canvas()->hasFocus(); });
