@@ -65,16 +65,16 @@ private Q_SLOTS:
         QVERIFY(!f.toast.visible());
     }
 
-    void theProgramsEndWaitsForItAndSaysNothing()
+    void theProgramsEndWaitsForNobodyAndSaysNothing()
     {
         Fixture f;
         f.inputGrabs.held = true;
         f.controller.begin();
         bool wrappedUp = false;
         f.controller.wrapUp([&wrappedUp] { wrappedUp = true; });
-        QVERIFY(!wrappedUp);
-        f.inputGrabs.answer(Answer::taken);
         QVERIFY(wrappedUp);
+        QVERIFY(!f.controller.busy());
+        f.inputGrabs.answer(Answer::taken);
         QVERIFY(!f.toast.visible());
     }
 
