@@ -26,8 +26,9 @@ private:
         qint64 least = memory();
         QElapsedTimer sinceLess;
         sinceLess.start();
+        constexpr qint64 kLittle = 64; // kB; the system takes pages back, one by one
         static_cast<void>(waitUntil([&] {
-            if (const qint64 now = memory(); now < least) {
+            if (const qint64 now = memory(); now < least - kLittle) {
                 least = now;
                 sinceLess.start();
             }

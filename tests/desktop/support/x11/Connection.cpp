@@ -44,12 +44,14 @@ xcb_atom_t Connection::atom(const QByteArray& name) const
 
 QByteArray Connection::atomName(xcb_atom_t atom) const
 {
+    if (const auto known = m_atomNames.constFind(atom); known != m_atomNames.constEnd())
+        return *known;
     const Owned<xcb_get_atom_name_reply_t> reply(
         xcb_get_atom_name_reply(m_connection, xcb_get_atom_name(m_connection, atom), nullptr));
     if (!reply)
         return {};
-    return QByteArray(xcb_get_atom_name_name(reply.get()),
-                      xcb_get_atom_name_name_length(reply.get()));
+    return *m_atomNames.insert(atom, QByteArray(xcb_get_atom_name_name(reply.get()),
+                                                xcb_get_atom_name_name_length(reply.get())));
 }
 
 std::vector<std::uint32_t> Connection::property32(xcb_window_t window, const QByteArray& name) const

@@ -61,6 +61,7 @@ private:
     xcb_connection_t* m_connection = nullptr;
     const xcb_screen_t* m_screen = nullptr;
     mutable QHash<QByteArray, xcb_atom_t> m_atoms;
+    mutable QHash<xcb_atom_t, QByteArray> m_atomNames;
 };
 
 } // namespace brindlecam::desktop

@@ -11,6 +11,39 @@ namespace brindlecam::desktop {
 namespace {
 
 constexpr std::uint8_t kDepthWithAlpha = 32;
+constexpr std::uint32_t kMostWords = 1024; // of a property
+
+using Property = Owned<xcb_get_property_reply_t>;
+
+/// 0 where there is none.
+std::uint32_t firstNumber(const Property& property)
+{
+    if (!property || property->format != 32 || xcb_get_property_value_length(property.get()) < 4)
+        return 0;
+    return *static_cast<const std::uint32_t*>(xcb_get_property_value(property.get()));
+}
+
+QString textOf(const Property& property)
+{
+    if (!property || property->format != 8)
+        return {};
+    return QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(property.get())),
+                             xcb_get_property_value_length(property.get()));
+}
+
+Role role(const QByteArray& kind, bool managed)
+{
+    if (kind == "_NET_WM_WINDOW_TYPE_DOCK")
+        return Role::overlay;
+    if (kind == "_NET_WM_WINDOW_TYPE_NOTIFICATION")
+        return Role::toast;
+    if (kind == "_NET_WM_WINDOW_TYPE_DIALOG")
+        return Role::dialog;
+    if (kind == "_NET_WM_WINDOW_TYPE_UTILITY")
+        return Role::pin;
+    // What Qt shows as a menu names no kind of its own.
+    return !managed && kind == "_NET_WM_WINDOW_TYPE_NORMAL" ? Role::menu : Role::other;
+}
 
 } // namespace
 
@@ -85,71 +118,52 @@ void X11Windows::collect(xcb_window_t parent, qint64 pid, std::vector<SeenWindow
     }
 }
 
+// All questions go off before the first answer is taken: tests look often, at many windows.
 std::optional<SeenWindow> X11Windows::seen(xcb_window_t window) const
 {
     xcb_connection_t* const connection = m_connection.raw();
+    const auto property = [&](const QByteArray& name) {
+        return xcb_get_property(connection, 0, window, m_connection.atom(name), XCB_ATOM_ANY, 0,
+                                kMostWords);
+    };
     const auto attributesCookie = xcb_get_window_attributes(connection, window);
     const auto geometryCookie = xcb_get_geometry(connection, window);
+    const auto originCookie =
+        xcb_translate_coordinates(connection, window, m_connection.root(), 0, 0);
+    const auto kindsCookie = property("_NET_WM_WINDOW_TYPE");
+    const auto titleCookie = property("_NET_WM_NAME");
+    const auto pidCookie = property("_NET_WM_PID");
+    const auto shapeCookie = xcb_shape_query_extents(connection, window);
     const Owned<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(connection, attributesCookie, nullptr));
     const Owned<xcb_get_geometry_reply_t> geometry(
         xcb_get_geometry_reply(connection, geometryCookie, nullptr));
-    if (!attributes || !geometry || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
+    const Owned<xcb_translate_coordinates_reply_t> origin(
+        xcb_translate_coordinates_reply(connection, originCookie, nullptr));
+    const Property kinds(xcb_get_property_reply(connection, kindsCookie, nullptr));
+    const Property title(xcb_get_property_reply(connection, titleCookie, nullptr));
+    const Property pid(xcb_get_property_reply(connection, pidCookie, nullptr));
+    const Owned<xcb_shape_query_extents_reply_t> shape(
+        xcb_shape_query_extents_reply(connection, shapeCookie, nullptr));
+    if (!attributes || !geometry || !origin || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
         return std::nullopt;
     const bool managed = attributes->override_redirect == 0;
-    return SeenWindow{.id = window,
-                      .pixels = insideOf(m_connection, window),
-                      .role = role(window, managed),
-                      .title = title(window),
-                      .pid = pid(window),
-                      .managed = managed,
-                      .shaped = isShaped(window),
-                      .translucent = geometry->depth == kDepthWithAlpha};
-}
-
-Role X11Windows::role(xcb_window_t window, bool managed) const
-{
-    const auto types = m_connection.property32(window, "_NET_WM_WINDOW_TYPE");
-    if (types.empty())
-        return Role::other;
-    const QByteArray type = m_connection.atomName(types.front());
-    if (type == "_NET_WM_WINDOW_TYPE_DOCK")
-        return Role::overlay;
-    if (type == "_NET_WM_WINDOW_TYPE_NOTIFICATION")
-        return Role::toast;
-    if (type == "_NET_WM_WINDOW_TYPE_DIALOG")
-        return Role::dialog;
-    if (type == "_NET_WM_WINDOW_TYPE_UTILITY")
-        return Role::pin;
-    // What Qt shows as a menu names no kind of its own.
-    return !managed && type == "_NET_WM_WINDOW_TYPE_NORMAL" ? Role::menu : Role::other;
-}
-
-QString X11Windows::title(xcb_window_t window) const
-{
-    constexpr std::uint32_t kMostWords = 1024;
-    const auto cookie =
-        xcb_get_property(m_connection.raw(), 0, window, m_connection.atom("_NET_WM_NAME"),
-                         XCB_ATOM_ANY, 0, kMostWords);
-    const Owned<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(m_connection.raw(), cookie, nullptr));
-    if (!reply || reply->format != 8)
-        return {};
-    return QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                             xcb_get_property_value_length(reply.get()));
+    const xcb_atom_t kind = firstNumber(kinds);
+    return SeenWindow{
+        .id = window,
+        .pixels = QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height),
+        .role = kind == XCB_ATOM_NONE ? Role::other : role(m_connection.atomName(kind), managed),
+        .title = textOf(title),
+        .pid = firstNumber(pid),
+        .managed = managed,
+        .shaped = shape && shape->bounding_shaped != 0,
+        .translucent = geometry->depth == kDepthWithAlpha};
 }
 
 qint64 X11Windows::pid(xcb_window_t window) const
 {
     const auto owner = m_connection.property32(window, "_NET_WM_PID");
     return owner.empty() ? 0 : owner.front();
-}
-
-bool X11Windows::isShaped(xcb_window_t window) const
-{
-    const Owned<xcb_shape_query_extents_reply_t> reply(xcb_shape_query_extents_reply(
-        m_connection.raw(), xcb_shape_query_extents(m_connection.raw(), window), nullptr));
-    return reply && reply->bounding_shaped != 0;
 }
 
 } // namespace brindlecam::desktop

@@ -25,10 +25,7 @@ private:
     void collect(xcb_window_t parent, qint64 pid, std::vector<SeenWindow>& found) const;
     /// None when it is not shown.
     [[nodiscard]] std::optional<SeenWindow> seen(xcb_window_t window) const;
-    [[nodiscard]] Role role(xcb_window_t window, bool managed) const;
-    [[nodiscard]] QString title(xcb_window_t window) const;
     [[nodiscard]] qint64 pid(xcb_window_t window) const;
-    [[nodiscard]] bool isShaped(xcb_window_t window) const;
 
     Connection m_connection;
 };
