@@ -158,10 +158,15 @@ bool PinTest::openMenu(QPoint place)
 
 bool PinTest::clickInMenu(const char* item)
 {
-    const QRect place = placeOf(item, ControlKind::menuItem);
-    if (place.isEmpty())
+    // Qt closes a menu when it hears late that the program has lost the focus.
+    std::optional<Control> found;
+    const auto isDecided = [&] {
+        found = controls().look(QString::fromUtf8(item), ControlKind::menuItem);
+        return found || menus().empty();
+    };
+    if (!waitUntil(isDecided) || !found)
         return false;
-    input().click(place.center());
+    input().click(found->pixels.center());
     return waitUntil([this] { return menus().empty(); });
 }
 
