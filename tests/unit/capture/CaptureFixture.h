@@ -21,6 +21,7 @@
 #include "support/FakePanels.h"
 #include "support/FakePasteboard.h"
 #include "support/FakeTextRecognizer.h"
+#include "support/Install.h"
 
 #include <QApplication>
 #include <QDir>
@@ -36,15 +37,6 @@ inline const ScreenInfo kLeft{QStringLiteral("LEFT"), QRect(0, 0, 400, 300), 1,
                               QRect(0, 0, 400, 300)};
 inline const ScreenInfo kRight{QStringLiteral("RIGHT"), QRect(400, 0, 300, 200), 1,
                                QRect(400, 0, 300, 200)};
-
-template <typename Port, typename Base>
-Port& install(std::unique_ptr<Base>& place)
-{
-    auto port = std::make_unique<Port>();
-    Port& reference = *port;
-    place = std::move(port);
-    return reference;
-}
 
 inline Rendered onePicture(QColor colour)
 {

@@ -11,9 +11,16 @@ namespace brindlecam::test {
 class FakeDisplays final : public Displays {
 public:
     std::vector<ScreenInfo> all;
+    mutable int absent = 0; ///< how many times they can't be told, as while they change
     std::optional<QPoint> pointerAt;
 
-    [[nodiscard]] std::vector<ScreenInfo> screens() const override { return all; }
+    [[nodiscard]] std::vector<ScreenInfo> screens() const override
+    {
+        if (absent == 0)
+            return all;
+        --absent;
+        return {};
+    }
     [[nodiscard]] std::vector<ScreenInfo> layout() const override
     {
         std::vector<ScreenInfo> bare = all;

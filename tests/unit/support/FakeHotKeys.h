@@ -17,6 +17,8 @@ public:
     std::set<Combination> heldByOthers;
     std::map<Combination, std::function<void()>> registered;
     int duplicates = 0; ///< registrations of a combination that was registered already
+    std::function<void(int keyCode)> onTaken;     ///< runs inside every registration
+    std::function<void(int keyCode)> onGivenBack; ///< runs at the end of each
 
     [[nodiscard]] std::unique_ptr<HotKeyRegistration>
     registerKey(int keyCode, int modifiers, std::function<void()> pressed) override
@@ -28,6 +30,8 @@ public:
             ++duplicates;
             return nullptr;
         }
+        if (onTaken)
+            onTaken(keyCode);
         return std::make_unique<Registration>(*this, combination);
     }
 
@@ -49,7 +53,12 @@ private:
             , m_combination(std::move(combination))
         {
         }
-        ~Registration() override { m_keys.registered.erase(m_combination); }
+        ~Registration() override
+        {
+            m_keys.registered.erase(m_combination);
+            if (m_keys.onGivenBack)
+                m_keys.onGivenBack(m_combination.first);
+        }
 
     private:
         FakeHotKeys& m_keys;

@@ -30,8 +30,14 @@ public:
     std::vector<QPointer<QWidget>> focused;
     std::map<const QWidget*, QRegion> shapes; ///< as they are now
     std::function<void()> onSwallow;          ///< a session ends
+    std::function<void(PanelRole)> onAssume;  ///< a panel is made
 
-    void assume(QWidget&, PanelRole role) override { roles.push_back(role); }
+    void assume(QWidget&, PanelRole role) override
+    {
+        roles.push_back(role);
+        if (onAssume)
+            onAssume(role);
+    }
     void show(QWidget& widget, const QRect& native) override
     {
         shown.push_back({&widget, native});

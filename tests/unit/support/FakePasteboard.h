@@ -19,8 +19,9 @@ public:
     ClipboardFate answers = ClipboardFate::taken; ///< what becomes of everything from now on
     int changes = 0;
     int handOvers = 0;
-    int revealed = 0;       ///< how often something concealed was
-    bool concealed = false; ///< what is there now
+    std::function<void()> onHandOver; ///< runs inside handOver()
+    int revealed = 0;                 ///< how often something concealed was
+    bool concealed = false;           ///< what is there now
     std::optional<QByteArray> png;
     std::function<QByteArray()> makeTiff;
     std::optional<QString> plainText;
@@ -42,6 +43,8 @@ public:
     void handOver(QObject* context, std::function<void()> done) override
     {
         ++handOvers;
+        if (onHandOver)
+            onHandOver();
         QMetaObject::invokeMethod(context, std::move(done), Qt::QueuedConnection);
     }
 

@@ -11,10 +11,13 @@ namespace brindlecam::test {
 class FakeTrayHosts final : public TrayHosts {
 public:
     bool there = false;
+    std::function<void()> onListen; ///< runs whenever a listener comes
 
     [[nodiscard]] bool available() const override { return there; }
     void whenChanged(QObject* context, std::function<void()> changed) override
     {
+        if (onListen)
+            onListen();
         m_listeners.add(context, std::move(changed));
     }
     [[nodiscard]] bool anybodyListens() const { return m_listeners.any(); }
