@@ -1,0 +1,79 @@
+#include "desktop/TrayHost.h"
+#include "desktop/support/CaptureTest.h"
+
+#include <QFileInfo>
+
+namespace brindlecam::desktop {
+
+/// How the program begins and how it ends, as others see it.
+class TestLifetime final : public CaptureTest {
+    Q_OBJECT
+
+private:
+    /// Waits for the status item on this desktop's bus.
+    bool itemComes(const TrayHost& host)
+    {
+        return waitUntil([&] { return host.items().size() == 1; });
+    }
+    QString busAddress()
+    {
+        return desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    }
+
+private Q_SLOTS:
+    void copyForAnActionThatIsNotThereLeavesNoTrace()
+    {
+        usePatternedDesktop();
+        program().writeSettings({{QStringLiteral("didShowWelcome"), false}});
+        const CommandResult result = program().command({QStringLiteral("recents")});
+        QCOMPARE(result.exitCode, 3);
+        QCOMPARE(result.error, QStringLiteral("Esa acción no está disponible.\n"));
+        QCOMPARE(result.output, QString());
+        QCOMPARE(program().settings().value(QLatin1String("didShowWelcome")).toBool(true), false);
+        QVERIFY(!QFileInfo::exists(program().socket()));
+        QVERIFY(!QFileInfo::exists(program().folders().history()));
+        QVERIFY(!QFileInfo::exists(program().folders().captures()));
+        // Nor does it keep the next one waiting.
+        startProgram();
+        QVERIFY(openArea());
+    }
+
+    void itIsReachableInEveryWayOnceItHasBegun()
+    {
+        usePatternedDesktop({.bus = MessageBus::session});
+        TrayHost host(busAddress());
+        startProgram();
+        QVERIFY(itemComes(host));
+        QVERIFY(host.choose(host.items().front(), {QStringLiteral("Capturar pantalla completa")}));
+        QVERIFY(waitUntil([this] { return history().size() == 1; }));
+        QVERIFY(toastIsGone());
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        QVERIFY(sessionIsReady());
+        input().tap(Qt::Key_Escape);
+        QVERIFY(sessionIsOver());
+        QVERIFY(openArea());
+    }
+
+    void quittingDropsACountdownAndItsCapture()
+    {
+        usePatternedDesktop({.bus = MessageBus::session});
+        TrayHost host(busAddress());
+        startProgram();
+        QVERIFY(itemComes(host));
+        QVERIFY(
+            host.choose(host.items().front(), {QStringLiteral("Capturar con retraso"),
+                                               QStringLiteral("Pantalla completa en 3 segundos")}));
+        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QCOMPARE(program().quit(), 0);
+        QVERIFY(!toastIsShown());
+        QVERIFY(history().isEmpty());
+        QVERIFY(captures().isEmpty());
+        QVERIFY(!clipboardIsTaken());
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestLifetime)
+
+#include "tst_lifetime.moc"
