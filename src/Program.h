@@ -1,22 +1,22 @@
 #pragma once
 
-#include "app/Activity.h"
-#include "app/Alerts.h"
-#include "app/AppDelegate.h"
-#include "app/Defaults.h"
-#include "app/HotKeyCenter.h"
-#include "app/Prefs.h"
-#include "app/StatusItem.h"
-#include "app/StatusMenu.h"
-#include "app/Toast.h"
 #include "capture/CaptureController.h"
 #include "capture/CaptureFailure.h"
 #include "capture/CaptureResults.h"
 #include "capture/Countdown.h"
 #include "capture/Output.h"
+#include "history/History.h"
+#include "notices/Activity.h"
+#include "notices/Alerts.h"
+#include "notices/Toast.h"
+#include "pins/PinnedCaptures.h"
 #include "platform/Platform.h"
-#include "recents/History.h"
-#include "recents/PinnedCaptures.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
+#include "shell/AppDelegate.h"
+#include "shell/HotKeyCenter.h"
+#include "shell/StatusItem.h"
+#include "shell/StatusMenu.h"
 
 #include <QObject>
 

@@ -4,7 +4,7 @@
  * business, and it becomes the program; but only as long as nothing was said, so that nothing is
  * done twice.
  */
-#include "app/InstanceProtocol.h"
+#include "shell/InstanceProtocol.h"
 
 #include <errno.h>
 #include <limits.h>

@@ -1,10 +1,10 @@
 #include "Program.h"
-#include "app/Appearance.h"
-#include "app/Catalogues.h"
-#include "app/Commands.h"
-#include "app/SingleInstance.h"
 #include "base/Overloaded.h"
 #include "base/Text.h"
+#include "look/Appearance.h"
+#include "look/Catalogues.h"
+#include "shell/Commands.h"
+#include "shell/SingleInstance.h"
 
 #include <QApplication>
 #include <QTextStream>

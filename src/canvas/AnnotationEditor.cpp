@@ -1,8 +1,8 @@
 #include "canvas/AnnotationEditor.h"
 
-#include "app/Config.h"
 #include "base/Geometry.h"
 #include "pictures/Pixelation.h"
+#include "preferences/Config.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,9 +1,9 @@
 #include "canvas/AnnotationPainting.h"
 
-#include "app/InterfaceFont.h"
-#include "app/TextLine.h"
 #include "canvas/Annotation.h"
 #include "canvas/AnnotationText.h"
+#include "look/InterfaceFont.h"
+#include "look/TextLine.h"
 
 #include <QLineF>
 #include <QPainter>

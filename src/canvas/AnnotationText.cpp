@@ -1,6 +1,6 @@
 #include "canvas/AnnotationText.h"
 
-#include "app/InterfaceFont.h"
+#include "look/InterfaceFont.h"
 
 #include <QFontDatabase>
 #include <QPainter>

@@ -1,9 +1,9 @@
 #include "canvas/BarButton.h"
 
-#include "app/Config.h"
-#include "app/DevicePixels.h"
-#include "app/Symbols.h"
 #include "canvas/BarLook.h"
+#include "look/DevicePixels.h"
+#include "look/Symbols.h"
+#include "preferences/Config.h"
 
 #include <QKeyEvent>
 #include <QPainter>

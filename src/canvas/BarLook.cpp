@@ -1,6 +1,6 @@
 #include "canvas/BarLook.h"
 
-#include "app/DevicePixels.h"
+#include "look/DevicePixels.h"
 
 #include <QColor>
 #include <QPainter>

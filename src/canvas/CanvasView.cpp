@@ -1,11 +1,11 @@
 #include "canvas/CanvasView.h"
 
-#include "app/Prefs.h"
 #include "base/Call.h"
 #include "base/Geometry.h"
 #include "canvas/CanvasCursor.h"
 #include "canvas/ExactPosition.h"
-#include "canvas/WheelDelta.h"
+#include "look/WheelDelta.h"
+#include "preferences/Prefs.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -1,8 +1,8 @@
 #include "canvas/Hint.h"
 
-#include "app/InterfaceFont.h"
-#include "app/Pill.h"
 #include "base/Text.h"
+#include "look/InterfaceFont.h"
+#include "look/Pill.h"
 
 namespace brindlecam::Hint {
 

@@ -1,10 +1,10 @@
 #include "canvas/Loupe.h"
 
-#include "app/Config.h"
-#include "app/DevicePixels.h"
-#include "app/InterfaceFont.h"
-#include "app/Pill.h"
 #include "base/Geometry.h"
+#include "look/DevicePixels.h"
+#include "look/InterfaceFont.h"
+#include "look/Pill.h"
+#include "preferences/Config.h"
 
 #include <QPainter>
 #include <QPainterPath>

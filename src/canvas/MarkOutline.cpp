@@ -1,7 +1,7 @@
 #include "canvas/MarkOutline.h"
 
-#include "app/Config.h"
 #include "base/RepaintArea.h"
+#include "preferences/Config.h"
 
 #include <QPainter>
 

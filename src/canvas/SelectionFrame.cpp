@@ -1,9 +1,9 @@
 #include "canvas/SelectionFrame.h"
 
-#include "app/Config.h"
-#include "app/DevicePixels.h"
 #include "base/RepaintArea.h"
 #include "canvas/Selection.h"
+#include "look/DevicePixels.h"
+#include "preferences/Config.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #include "canvas/SizeLabel.h"
 
-#include "app/InterfaceFont.h"
-#include "app/Pill.h"
+#include "look/InterfaceFont.h"
+#include "look/Pill.h"
 
 namespace brindlecam::SizeLabel {
 

@@ -1,8 +1,8 @@
 #include "canvas/SliderTrack.h"
 
-#include "app/DevicePixels.h"
 #include "canvas/BarLook.h"
 #include "canvas/SliderTrackAccess.h"
+#include "look/DevicePixels.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -1,9 +1,9 @@
 #include "canvas/ToolControl.h"
 
-#include "app/Prefs.h"
 #include "base/Call.h"
 #include "base/Text.h"
 #include "canvas/Hud.h"
+#include "preferences/Prefs.h"
 
 #include <chrono>
 #include <cmath>

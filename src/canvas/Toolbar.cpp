@@ -1,7 +1,5 @@
 #include "canvas/Toolbar.h"
 
-#include "app/Config.h"
-#include "app/Prefs.h"
 #include "base/Call.h"
 #include "base/Text.h"
 #include "canvas/BarButton.h"
@@ -9,6 +7,8 @@
 #include "canvas/BarView.h"
 #include "canvas/PaletteView.h"
 #include "canvas/SliderTrack.h"
+#include "preferences/Config.h"
+#include "preferences/Prefs.h"
 
 #include <algorithm>
 #include <cmath>

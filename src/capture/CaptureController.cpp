@@ -1,9 +1,5 @@
 #include "capture/CaptureController.h"
 
-#include "app/Activity.h"
-#include "app/Alerts.h"
-#include "app/OpenMenus.h"
-#include "app/Toast.h"
 #include "base/KeyCodes.h"
 #include "base/Overloaded.h"
 #include "base/Text.h"
@@ -12,6 +8,10 @@
 #include "capture/Countdown.h"
 #include "capture/SavePanel.h"
 #include "capture/WindowFinder.h"
+#include "notices/Activity.h"
+#include "notices/Alerts.h"
+#include "notices/OpenMenus.h"
+#include "notices/Toast.h"
 #include "platform/Platform.h"
 
 #include <QCoreApplication>

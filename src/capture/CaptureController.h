@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/HotKey.h"
 #include "base/ScreenInfo.h"
 #include "canvas/Outcome.h"
 #include "canvas/Toolbar.h"
 #include "capture/CaptureFailure.h"
 #include "capture/OverlaySet.h"
 #include "capture/ScreenGrabber.h"
+#include "platform/HotKey.h"
 
 #include <QObject>
 #include <QPointer>

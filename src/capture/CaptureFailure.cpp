@@ -1,8 +1,8 @@
 #include "capture/CaptureFailure.h"
 
-#include "app/Defaults.h"
 #include "base/Text.h"
 #include "platform/CaptureAccess.h"
+#include "preferences/Defaults.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/Alerts.h"
 #include "base/Error.h"
+#include "notices/Alerts.h"
 
 #include <QString>
 

@@ -1,9 +1,9 @@
 #include "capture/CaptureResults.h"
 
-#include "app/Prefs.h"
-#include "app/Toast.h"
 #include "capture/Output.h"
 #include "capture/SavePanel.h"
+#include "notices/Toast.h"
+#include "preferences/Prefs.h"
 
 #include <QDir>
 

@@ -1,8 +1,8 @@
 #include "capture/Countdown.h"
 
-#include "app/FloatingPanel.h"
-#include "app/InterfaceFont.h"
-#include "app/TextLine.h"
+#include "look/FloatingPanel.h"
+#include "look/InterfaceFont.h"
+#include "look/TextLine.h"
 #include "platform/Displays.h"
 
 #include <QPainter>

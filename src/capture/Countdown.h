@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Config.h"
+#include "preferences/Config.h"
 
 #include <QTimer>
 

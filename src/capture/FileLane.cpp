@@ -1,9 +1,9 @@
 #include "capture/FileLane.h"
 
-#include "app/Prefs.h"
 #include "base/WholeFile.h"
+#include "history/History.h"
 #include "pictures/PngWriter.h"
-#include "recents/History.h"
+#include "preferences/Prefs.h"
 
 #include <QDir>
 #include <QFileInfo>

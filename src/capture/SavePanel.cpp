@@ -1,7 +1,7 @@
 #include "capture/SavePanel.h"
 
-#include "app/Alerts.h"
 #include "base/Text.h"
+#include "notices/Alerts.h"
 
 #include <QAction>
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "desktop/AnnotatingTest.h"
 
-#include "app/InterfaceFont.h"
 #include "base/Geometry.h"
 #include "canvas/MarkedPicture.h"
 #include "canvas/TextField.h"
+#include "look/InterfaceFont.h"
 
 #include <array>
 

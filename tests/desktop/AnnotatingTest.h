@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/Config.h"
 #include "base/Tool.h"
 #include "canvas/AnnotationList.h"
 #include "desktop/support/CaptureTest.h"
+#include "preferences/Config.h"
 
 #include <QApplication>
 #include <QColor>

@@ -1,5 +1,5 @@
-#include "app/InterfaceFont.h"
 #include "desktop/AnnotatingTest.h"
+#include "look/InterfaceFont.h"
 
 #include <QPainter>
 

@@ -1,6 +1,6 @@
-#include "app/InterfaceFont.h"
 #include "canvas/Hud.h"
 #include "desktop/AnnotatingTest.h"
+#include "look/InterfaceFont.h"
 
 #include <QFile>
 #include <QPainter>

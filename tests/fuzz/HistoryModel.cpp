@@ -1,7 +1,7 @@
 #include "HistoryModel.h"
 
 #include "Promise.h"
-#include "recents/History.h"
+#include "history/History.h"
 #include "unit/support/Files.h"
 
 #include <QDir>

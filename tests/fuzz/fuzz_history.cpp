@@ -2,8 +2,8 @@
 #include "FuzzTarget.h"
 #include "HistoryModel.h"
 #include "Promise.h"
-#include "recents/History.h"
-#include "recents/HistoryNames.h"
+#include "history/History.h"
+#include "history/HistoryNames.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -2,9 +2,9 @@
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 #include "Promise.h"
-#include "app/InstanceMessages.h"
-#include "app/InstanceProtocol.h"
-#include "app/InstanceServer.h"
+#include "shell/InstanceMessages.h"
+#include "shell/InstanceProtocol.h"
+#include "shell/InstanceServer.h"
 
 #include <QTemporaryDir>
 

@@ -1,7 +1,7 @@
 #include "FuzzTarget.h"
 #include "Promise.h"
-#include "app/Defaults.h"
-#include "app/Prefs.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
 #include "unit/support/Files.h"
 
 #include <QJsonDocument>

@@ -10,18 +10,18 @@ failures=0
 # A tree that keeps all rules.
 plant() {
     rm -rf "$tree"
-    mkdir -p "$tree"/{src/base,src/app,docs,resources/symbols}
+    mkdir -p "$tree"/{src/base,src/look,docs,resources/symbols}
     cp "$rules/../../.clang-format" "$tree/"
     cat >"$tree/src/base/CMakeLists.txt" <<'TEXT'
 # base: the ground.
 # May include: nothing of ours. Qt Core only.
 brindlecam_room(base SOURCES Good.cpp Good.h)
 TEXT
-    cat >"$tree/src/app/CMakeLists.txt" <<'TEXT'
-# app: one floor up.
+    cat >"$tree/src/look/CMakeLists.txt" <<'TEXT'
+# look: one floor up.
 # May include: base.
-brindlecam_room(app SOURCES Above.h)
-qt_add_resources(brindlecam_app brindlecam_symbols
+brindlecam_room(look SOURCES Above.h)
+qt_add_resources(brindlecam_look brindlecam_symbols
   FILES
     ${PROJECT_SOURCE_DIR}/resources/symbols/dot.svg)
 TEXT
@@ -49,7 +49,7 @@ TEXT
 TEXT
     echo '#pragma once' >"$tree/src/base/Good.h"
     printf '#include "base/Good.h"\n\n#include <QString>\n' >"$tree/src/base/Good.cpp"
-    printf '#pragma once\n\n#include "base/Good.h"\n' >"$tree/src/app/Above.h"
+    printf '#pragma once\n\n#include "base/Good.h"\n' >"$tree/src/look/Above.h"
     printf 'See `src/base/Good.h`, `base/Good.cpp` and [more](docs/MORE.md), not `image/png`.\n' >"$tree/README.md"
     echo '[back](../README.md)' >"$tree/docs/MORE.md"
     echo 'See `base/Good.h`.' >"$tree/CONTRIBUTING.md"
@@ -79,29 +79,29 @@ for rule in rooms system harness docs listed symbols machine sizes format; do
     passes $rule
 done
 
-catches rooms "an include of a room above" 'echo "#include \"app/Above.h\"" >>src/base/Good.cpp'
+catches rooms "an include of a room above" 'echo "#include \"look/Above.h\"" >>src/base/Good.cpp'
 catches rooms "an include without its room" 'echo "#include \"Good.h\"" >>src/base/Good.cpp'
 catches rooms "a Qt header by its module" 'echo "#include <QtWidgets/QWidget>" >>src/base/Good.cpp'
-catches rooms "permission to include a room above" 'sed -i "2s/.*/# May include: app./" src/base/CMakeLists.txt'
+catches rooms "permission to include a room above" 'sed -i "2s/.*/# May include: look./" src/base/CMakeLists.txt'
 catches rooms "a room that does not say what it is for" 'sed -i 1d src/base/CMakeLists.txt'
-catches rooms "a room that does not say what it includes" 'sed -i 2d src/app/CMakeLists.txt'
+catches rooms "a room that does not say what it includes" 'sed -i 2d src/look/CMakeLists.txt'
 catches rooms "a room without a list" 'mkdir src/canvas'
-catches rooms "an include in angle brackets" 'echo "#include <app/Above.h>" >>src/base/Good.cpp'
+catches rooms "an include in angle brackets" 'echo "#include <look/Above.h>" >>src/base/Good.cpp'
 catches rooms "a class of a port beyond the choice of ports" \
-    'echo "#include \"platform/x11/grab/Eye.h\"" >>src/app/Above.h'
+    'echo "#include \"platform/x11/grab/Eye.h\"" >>src/look/Above.h'
 catches rooms "the same where ports may be included" \
-    'sed -i "2s/base/platform, base/" src/app/CMakeLists.txt; echo "#include \"platform/x11/grab/Eye.h\"" >>src/app/Above.h'
-catches rooms "the window system outside of its port" 'echo "#include <xcb/xcb.h>" >>src/app/Above.h'
-catches rooms "the message bus outside of its port" 'echo "#include <QDBusConnection>" >>src/app/Above.h'
-catches rooms "the engine outside of its room" 'echo "#include <tesseract/baseapi.h>" >>src/app/Above.h'
-catches rooms "a detour to a room above" 'echo "#include \"platform/../app/Above.h\"" >>src/base/Good.cpp'
+    'sed -i "2s/base/platform, base/" src/look/CMakeLists.txt; echo "#include \"platform/x11/grab/Eye.h\"" >>src/look/Above.h'
+catches rooms "the window system outside of its port" 'echo "#include <xcb/xcb.h>" >>src/look/Above.h'
+catches rooms "the message bus outside of its port" 'echo "#include <QDBusConnection>" >>src/look/Above.h'
+catches rooms "the engine outside of its room" 'echo "#include <tesseract/baseapi.h>" >>src/look/Above.h'
+catches rooms "a detour to a room above" 'echo "#include \"platform/../look/Above.h\"" >>src/base/Good.cpp'
 catches rooms "a detour between groups" \
     'echo "#include \"platform/x11/grab/../keys/Hand.h\"" >>src/platform/x11/grab/Eye.h'
-catches rooms "an import" 'echo "#import \"app/Above.h\"" >>src/base/Good.cpp'
-catches rooms "an include behind a comment" 'echo "/**/ #include \"app/Above.h\"" >>src/base/Good.cpp'
+catches rooms "an import" 'echo "#import \"look/Above.h\"" >>src/base/Good.cpp'
+catches rooms "an include behind a comment" 'echo "/**/ #include \"look/Above.h\"" >>src/base/Good.cpp'
 catches rooms "a class of a port on the roof" 'echo "#include \"platform/x11/grab/Eye.h\"" >src/main.cpp'
 catches rooms "the window system on the roof" 'echo "#include \"xcb/xcb.h\"" >src/main.cpp'
-catches rooms "permission to include a port" 'sed -i "2s/base/platform\/x11, base/" src/app/CMakeLists.txt'
+catches rooms "permission to include a port" 'sed -i "2s/base/platform\/x11, base/" src/look/CMakeLists.txt'
 catches rooms "groups that nobody names any more" 'sed -i "/^# Group/d" src/platform/x11/CMakeLists.txt'
 catches rooms "a system without a list" 'mkdir src/platform/wayland; echo "#pragma once" >src/platform/wayland/Eye.h'
 catches rooms "an arrow between groups" 'echo "#include \"platform/x11/keys/Hand.h\"" >>src/platform/x11/grab/Eye.h'
@@ -109,8 +109,8 @@ catches rooms "a group that nobody names" 'mkdir src/platform/x11/attic; echo "#
 catches rooms "a group that is not there" 'rm -r src/platform/x11/keys'
 catches rooms "permission to include a later group" \
     'sed -i "s/# Group grab may include: nothing of ours/# Group grab may include: keys/" src/platform/x11/CMakeLists.txt'
-catches rooms "a room nobody knows" 'cp -r src/app src/attic; sed -i "1s/app/attic/" src/attic/CMakeLists.txt'
-catches system "a question when compiling" 'printf "#ifdef Q_OS_MACOS\n#endif\n" >>src/app/Above.h'
+catches rooms "a room nobody knows" 'cp -r src/look src/attic; sed -i "1s/look/attic/" src/attic/CMakeLists.txt'
+catches system "a question when compiling" 'printf "#ifdef Q_OS_MACOS\n#endif\n" >>src/look/Above.h'
 catches system "a question with the compiler'\''s word" 'printf "#if defined(__linux__)\n#endif\n" >>src/base/Good.cpp'
 catches system "a question when running" 'echo "bool a = QGuiApplication::platformName().isEmpty();" >>src/base/Good.cpp'
 catches harness "the window system in a test" 'mkdir -p tests/desktop; echo "xcb_flush(c);" >tests/desktop/tst_a.cpp'

@@ -3,7 +3,7 @@
 # SVG reader draws alike, and goes into the program.
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh" "$1"
 
-list=src/app/CMakeLists.txt
+list=src/look/CMakeLists.txt
 while IFS= read -r file; do
     grep -qF ' viewBox="0 0 24 24"' "$file" || report "$file:1: not on the grid 0 0 24 24"
     while IFS=: read -r line element; do

@@ -3,10 +3,10 @@
 #include "Hand.h"
 #include "Photographer.h"
 #include "Session.h"
-#include "app/Prefs.h"
 #include "base/Text.h"
 #include "canvas/BarButton.h"
 #include "canvas/CanvasView.h"
+#include "preferences/Prefs.h"
 
 #include <QCoreApplication>
 #include <QHelpEvent>

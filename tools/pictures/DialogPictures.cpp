@@ -1,14 +1,14 @@
 #include "DialogPictures.h"
 
 #include "Photographer.h"
-#include "app/Alerts.h"
-#include "app/AppDelegate.h"
-#include "app/Defaults.h"
-#include "app/Prefs.h"
-#include "app/Toast.h"
 #include "capture/CaptureFailure.h"
 #include "capture/SavePanel.h"
+#include "notices/Alerts.h"
+#include "notices/Toast.h"
 #include "platform/Platform.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
+#include "shell/AppDelegate.h"
 
 #include <QDir>
 

@@ -1,8 +1,8 @@
 #include "IconPictures.h"
 
 #include "Photographer.h"
-#include "app/Config.h"
-#include "app/Symbols.h"
+#include "look/Symbols.h"
+#include "preferences/Config.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -3,9 +3,9 @@
 #include "Hand.h"
 #include "Photographer.h"
 #include "Session.h"
-#include "app/Prefs.h"
 #include "base/Text.h"
 #include "canvas/CanvasView.h"
+#include "preferences/Prefs.h"
 
 #include <array>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "MenuPictures.h"
 
 #include "Photographer.h"
-#include "app/StatusMenu.h"
 #include "platform/Platform.h"
+#include "shell/StatusMenu.h"
 
 #include <QAction>
 

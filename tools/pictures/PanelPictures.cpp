@@ -1,9 +1,9 @@
 #include "PanelPictures.h"
 
 #include "Photographer.h"
-#include "app/Toast.h"
 #include "capture/Countdown.h"
 #include "capture/ResultToast.h"
+#include "notices/Toast.h"
 #include "platform/Platform.h"
 
 namespace brindlecam::pictures {

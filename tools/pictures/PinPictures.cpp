@@ -1,11 +1,11 @@
 #include "PinPictures.h"
 
 #include "Photographer.h"
-#include "app/Toast.h"
+#include "notices/Toast.h"
+#include "pins/PinnedCapture.h"
+#include "pins/PinnedCaptures.h"
+#include "pins/PinnedView.h"
 #include "platform/Platform.h"
-#include "recents/PinnedCapture.h"
-#include "recents/PinnedCaptures.h"
-#include "recents/PinnedView.h"
 
 #include <QCoreApplication>
 #include <QEnterEvent>

@@ -7,11 +7,11 @@
 #include "PanelPictures.h"
 #include "Photographer.h"
 #include "PinPictures.h"
-#include "app/Appearance.h"
-#include "app/Catalogues.h"
-#include "app/Defaults.h"
-#include "app/Prefs.h"
+#include "look/Appearance.h"
+#include "look/Catalogues.h"
 #include "platform/Platform.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
 
 #include <QApplication>
 #include <QCursor>

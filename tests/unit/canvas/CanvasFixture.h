@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/Defaults.h"
-#include "app/Prefs.h"
 #include "canvas/BarButton.h"
 #include "canvas/CanvasView.h"
 #include "pictures/Dimming.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
 #include "support/FakeTextRecognizer.h"
 
 #include <QTemporaryDir>

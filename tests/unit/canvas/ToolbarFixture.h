@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/Defaults.h"
-#include "app/Prefs.h"
 #include "canvas/BarButton.h"
 #include "canvas/BarView.h"
 #include "canvas/PaletteView.h"
 #include "canvas/SliderTrack.h"
 #include "canvas/Toolbar.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
 #include "support/TestCase.h"
 
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
-#include "app/Config.h"
 #include "canvas/AnnotationEditor.h"
+#include "preferences/Config.h"
 #include "support/TestCase.h"
 
 #include <cmath>

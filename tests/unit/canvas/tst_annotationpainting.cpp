@@ -1,8 +1,8 @@
 #include "canvas/AnnotationPainting.h"
 
 #include "DrawnMark.h"
-#include "app/Config.h"
 #include "canvas/Annotation.h"
+#include "preferences/Config.h"
 #include "support/TestCase.h"
 
 #include <QPainter>

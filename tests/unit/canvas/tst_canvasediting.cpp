@@ -1,6 +1,6 @@
 #include "EditingFixture.h"
-#include "app/Config.h"
 #include "canvas/MarkedPicture.h"
+#include "preferences/Config.h"
 #include "support/TestCase.h"
 
 namespace brindlecam {

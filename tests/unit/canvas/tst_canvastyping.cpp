@@ -1,5 +1,5 @@
 #include "EditingFixture.h"
-#include "app/Config.h"
+#include "preferences/Config.h"
 #include "support/TestCase.h"
 
 #include <QClipboard>

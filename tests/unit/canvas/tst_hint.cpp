@@ -1,7 +1,7 @@
 #include "PaintedScale.h"
-#include "app/InterfaceFont.h"
-#include "app/Pill.h"
 #include "canvas/Hint.h"
+#include "look/InterfaceFont.h"
+#include "look/Pill.h"
 #include "support/TestCase.h"
 
 namespace brindlecam {

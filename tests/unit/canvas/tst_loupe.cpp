@@ -1,8 +1,8 @@
 #include "PaintedScale.h"
-#include "app/Config.h"
-#include "app/InterfaceFont.h"
-#include "app/Pill.h"
 #include "canvas/Loupe.h"
+#include "look/InterfaceFont.h"
+#include "look/Pill.h"
+#include "preferences/Config.h"
 #include "support/TestCase.h"
 
 #include <QPainter>

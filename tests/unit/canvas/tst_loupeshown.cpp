@@ -1,6 +1,6 @@
 #include "EditingFixture.h"
-#include "app/Config.h"
 #include "canvas/Loupe.h"
+#include "preferences/Config.h"
 #include "support/TestCase.h"
 
 #include <QMouseEvent>

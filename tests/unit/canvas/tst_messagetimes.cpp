@@ -1,9 +1,9 @@
-#include "app/Defaults.h"
-#include "app/Prefs.h"
 #include "canvas/CanvasActions.h"
 #include "canvas/CanvasModel.h"
 #include "canvas/Hud.h"
 #include "canvas/ToolControl.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
 #include "support/FakeTextRecognizer.h"
 #include "support/TestCase.h"
 

@@ -1,8 +1,8 @@
 #include "PaintedScale.h"
-#include "app/Config.h"
 #include "canvas/MarkOutline.h"
 #include "canvas/Selection.h"
 #include "canvas/SelectionFrame.h"
+#include "preferences/Config.h"
 #include "support/TestCase.h"
 
 #include <QPainter>

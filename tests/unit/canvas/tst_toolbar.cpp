@@ -1,5 +1,5 @@
-#include "app/Config.h"
 #include "canvas/ToolbarFixture.h"
+#include "preferences/Config.h"
 
 namespace brindlecam {
 

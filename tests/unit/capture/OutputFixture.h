@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/Defaults.h"
-#include "app/Prefs.h"
 #include "capture/Output.h"
-#include "recents/History.h"
+#include "history/History.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
 #include "support/FakePasteboard.h"
 #include "support/GatedExecutor.h"
 

@@ -1,6 +1,6 @@
-#include "app/Alerts.h"
-#include "app/Defaults.h"
 #include "capture/CaptureFailure.h"
+#include "notices/Alerts.h"
+#include "preferences/Defaults.h"
 #include "support/FakeCaptureAccess.h"
 #include "support/FakePanels.h"
 #include "support/TestCase.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Program.h"
-#include "app/SingleInstance.h"
 #include "canvas/OverlayWindow.h"
 #include "platform/null/NullPlatform.h"
+#include "shell/SingleInstance.h"
 #include "support/FakeDisplays.h"
 #include "support/FakeFileOpener.h"
 #include "support/FakeGrabber.h"

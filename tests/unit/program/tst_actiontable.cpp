@@ -1,5 +1,5 @@
 #include "ProgramDesk.h"
-#include "app/Commands.h"
+#include "shell/Commands.h"
 #include "support/TestCase.h"
 
 #include <QFile>

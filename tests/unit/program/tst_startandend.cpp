@@ -1,7 +1,7 @@
 #include "ProgramDesk.h"
-#include "app/Config.h"
 #include "base/KeyCodes.h"
-#include "recents/PinnedCapture.h"
+#include "pins/PinnedCapture.h"
+#include "preferences/Config.h"
 #include "support/TestCase.h"
 
 #include <QTimer>

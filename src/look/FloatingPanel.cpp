@@ -1,0 +1,116 @@
+#include "look/FloatingPanel.h"
+
+#include <QAccessible>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr int kBlendedFadeSteps = 15; // every 20 ms of a 0.3 s fade
+constexpr int kPaintedFadeSteps = 6;
+/// Native pixels: at a fractional scale Qt's window may be one larger than what was asked for.
+constexpr int kSpare = 2;
+
+/// The window's shape in points, one point wider than the content all around so that the softened
+/// edge is never cut.
+QRegion shapeFor(const FloatingContent& content)
+{
+    QPainterPath path;
+    const QRectF outline = QRectF(QPointF(), content.size).adjusted(-1, -1, 1, 1);
+    path.addRoundedRect(outline, content.radius, content.radius);
+    return QRegion(path.toFillPolygon().toPolygon());
+}
+
+} // namespace
+
+FloatingPanel::FloatingPanel(Panels& panels, PanelRole role, FloatingContent content)
+    : m_panels(panels)
+    , m_content(std::move(content))
+    , m_translucent(panels.translucent())
+{
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
+    setAccessibleName(m_content.spoken);
+    setWindowTitle(m_content.spoken);
+    m_panels.assume(*this, role);
+}
+
+void FloatingPanel::showAt(const QRect& native, const FloatingPanel* replaced)
+{
+    if (!m_translucent) {
+        m_native = native.adjusted(0, 0, kSpare, kSpare);
+        m_backdrop = m_panels.backdrop(m_native);
+        if (replaced && !m_backdrop.isNull())
+            takeOverBackdrop(*replaced);
+        setMask(shapeFor(m_content));
+    }
+    m_panels.show(*this, native);
+    QAccessibleEvent spoken(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&spoken);
+}
+
+// The windows below have not painted yet what the replaced panel covered.
+void FloatingPanel::takeOverBackdrop(const FloatingPanel& replaced)
+{
+    const QRect shared = m_native.intersected(replaced.m_native);
+    if (shared.isEmpty() || replaced.m_backdrop.isNull())
+        return;
+    QImage source = replaced.m_backdrop;
+    source.setDevicePixelRatio(1);
+    QPainter painter(&m_backdrop);
+    painter.drawImage(shared.topLeft() - m_native.topLeft(), source,
+                      shared.translated(-replaced.m_native.topLeft()));
+}
+
+void FloatingPanel::setStrength(double strength)
+{
+    m_strength = strength;
+    if (m_translucent)
+        m_panels.setOpacity(*this, strength);
+    else
+        update();
+}
+
+int FloatingPanel::fadeSteps() const
+{
+    return m_translucent ? kBlendedFadeSteps : kPaintedFadeSteps;
+}
+
+void FloatingPanel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    if (m_translucent)
+        m_content.paint(painter);
+    else
+        paintOverBackdrop(painter);
+}
+
+void FloatingPanel::paintOverBackdrop(QPainter& painter)
+{
+    const qreal scale = devicePixelRatioF();
+    if (m_backdrop.isNull()) {
+        painter.fillRect(rect(), Qt::black);
+    } else {
+        m_backdrop.setDevicePixelRatio(scale);
+        painter.drawImage(QPointF(), m_backdrop);
+    }
+    // Faded as one picture: the text must not shine through its own ground.
+    QImage layer((m_content.size * scale).toSize() + QSize(1, 1),
+                 QImage::Format_ARGB32_Premultiplied);
+    layer.setDevicePixelRatio(scale);
+    layer.fill(Qt::transparent);
+    {
+        QPainter layerPainter(&layer);
+        m_content.paint(layerPainter);
+    }
+    painter.setOpacity(m_strength);
+    painter.drawImage(QPointF(), layer);
+}
+
+} // namespace brindlecam

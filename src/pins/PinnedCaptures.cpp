@@ -1,0 +1,83 @@
+#include "pins/PinnedCaptures.h"
+
+#include "base/Text.h"
+#include "notices/Toast.h"
+#include "pins/PinnedCapture.h"
+#include "platform/Displays.h"
+#include "platform/Panels.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace brindlecam {
+
+PinnedCaptures::PinnedCaptures(Panels& panels, Displays& displays, Toast& toast)
+    : m_panels(panels)
+    , m_displays(displays)
+    , m_toast(toast)
+{
+    m_displays.whenChanged(&m_context, [this] { stayReachable(); });
+    m_panels.whenBlendingChanges(&m_context, [this] {
+        for (const auto& pin : m_open)
+            pin->roundCorners();
+    });
+}
+
+PinnedCaptures::~PinnedCaptures() = default;
+
+void PinnedCaptures::pin(const Rendered& picture, const QRect& native)
+{
+    if (picture.image().isNull() || native.isEmpty())
+        return;
+    // Of its own: a part of the frozen screen would hold all of that as long as the pin stands.
+    const Rendered own(picture.image().copy(), picture.pointSize());
+    auto& pin = *m_open.emplace_back(std::make_unique<PinnedCapture>(own, m_panels, m_displays));
+    pin.onCopy = [this, &pin] { copy(pin); };
+    pin.onSave = [this, &pin] {
+        if (onSave)
+            onSave(pin.rendered());
+    };
+    pin.onDismiss = [this, &pin] { dismiss(pin); };
+    pin.open(native);
+}
+
+void PinnedCaptures::copy(PinnedCapture& pin)
+{
+    if (!onCopy)
+        return;
+    const auto tell = [&toast = m_toast,
+                       shown = QPointer<PinnedCapture>(&pin)](const QString& message) {
+        toast.show(message, shown ? shown->onScreen() : std::nullopt);
+    };
+    onCopy(pin.rendered(), [tell](ClipboardFate fate) {
+        switch (fate) {
+        case ClipboardFate::taken:
+            return tell(text("Copiado al portapapeles"));
+        case ClipboardFate::refused:
+            return tell(text("No se pudo copiar la captura"));
+        case ClipboardFate::overtaken:
+            return; // the newer copy's own answer is what is told
+        }
+    });
+}
+
+void PinnedCaptures::dismiss(const PinnedCapture& pin)
+{
+    const auto found = std::ranges::find_if(
+        m_open, [&pin](const auto& candidate) { return candidate.get() == &pin; });
+    if (found == m_open.end())
+        return;
+    // Later: it is the pin itself, or its menu, that asks for this.
+    found->release()->deleteLater();
+    m_open.erase(found);
+}
+
+void PinnedCaptures::stayReachable()
+{
+    for (const auto& pin : m_open)
+        pin->stayReachable();
+}
+
+} // namespace brindlecam

@@ -1,0 +1,182 @@
+#include "shell/Commands.h"
+
+#include "base/Text.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace brindlecam::Commands {
+
+namespace {
+
+/// Options of Qt's application classes, with one or two dashes.
+constexpr std::array<std::string_view, 15> kQtOptionsWithValue{"platform",
+                                                               "platformpluginpath",
+                                                               "platformtheme",
+                                                               "plugin",
+                                                               "qwindowgeometry",
+                                                               "qwindowicon",
+                                                               "qwindowtitle",
+                                                               "style",
+                                                               "stylesheet",
+                                                               "session",
+                                                               "display",
+                                                               "name",
+                                                               "title",
+                                                               "geometry",
+                                                               "icon"};
+constexpr std::array<std::string_view, 6> kQtSwitches{"reverse", "sync",        "nograb",
+                                                      "dograb",  "widgetcount", "testability"};
+
+template <typename List>
+bool holds(const List& names, const QString& name)
+{
+    return std::any_of(names.begin(), names.end(), [&name](std::string_view candidate) {
+        return name == QLatin1String(candidate.data(), static_cast<qsizetype>(candidate.size()));
+    });
+}
+
+/// The option's name without dashes and value; empty when the argument is no option.
+QString optionName(const QString& argument)
+{
+    if (!argument.startsWith(QLatin1Char('-')))
+        return {};
+    const qsizetype dashes = argument.startsWith(QLatin1String("--")) ? 2 : 1;
+    return argument.mid(dashes).section(QLatin1Char('='), 0, 0);
+}
+
+/// The value of the option at `i`, attached to it or the next argument.
+QString optionValue(const QStringList& arguments, qsizetype i)
+{
+    const qsizetype sign = arguments.at(i).indexOf(QLatin1Char('='));
+    return sign < 0 ? arguments.value(i + 1) : arguments.at(i).mid(sign + 1);
+}
+
+InstanceReply reply(ExitCode code, const QString& line)
+{
+    return {code, line.toUtf8() + '\n'};
+}
+
+InstanceReply wrongReply(const QString& argument)
+{
+    return reply(wrongArguments, complaint(argument) + QLatin1Char('\n') + usage());
+}
+
+/// How many arguments from here on are Qt's.
+qsizetype qtArguments(const QString& argument)
+{
+    const QString name = optionName(argument);
+    if (holds(kQtSwitches, name))
+        return 1;
+    if (holds(kQtOptionsWithValue, name))
+        return argument.contains(QLatin1Char('=')) ? 1 : 2;
+    return 0;
+}
+
+} // namespace
+
+Command parse(const QStringList& arguments)
+{
+    Command command;
+    for (qsizetype i = 0; i < arguments.size();) {
+        const QString& argument = arguments.at(i);
+        if (const qsizetype skipped = qtArguments(argument)) {
+            if (optionName(argument) == QLatin1String("display"))
+                command.display = optionValue(arguments, i);
+            if (optionName(argument) == QLatin1String("platform"))
+                command.backEnd = optionValue(arguments, i);
+            i += skipped;
+            continue;
+        }
+        ++i;
+        if (argument == QLatin1String("--version"))
+            return {.kind = Command::Kind::version};
+        if (argument == QLatin1String("--help") || argument == QLatin1String("-h"))
+            return {.kind = Command::Kind::help};
+        if (argument == QLatin1String("--ports")) {
+            command.kind = Command::Kind::ports; // of the display that another option may name
+            continue;
+        }
+        if (argument == QLatin1String("--livetest")) {
+            command.liveTest = true;
+            continue;
+        }
+        const std::optional<CaptureAction> action = captureAction(argument);
+        if (!action || command.action)
+            return {.kind = Command::Kind::wrong, .wrongArgument = argument};
+        command.action = action;
+    }
+    return command;
+}
+
+Command parseWords(const QByteArrayList& words)
+{
+    QStringList arguments;
+    for (const QByteArray& word : words)
+        arguments << QString::fromLocal8Bit(word);
+    return parse(arguments);
+}
+
+QString usage()
+{
+    return text("Uso: brindlecam [area | fullScreen | recents] [opciones]\n"
+                "\n"
+                "Sin acción inicia Brindlecam; si ya está abierto, captura un área.\n"
+                "\n"
+                "  area          captura un área\n"
+                "  fullScreen    captura la pantalla completa\n"
+                "  recents       muestra u oculta las capturas recientes\n"
+                "  --livetest    las capturas que fallan no dicen nada\n"
+                "  --ports       dice qué clase atiende cada puerto del sistema\n"
+                "  --version     muestra la versión\n"
+                "  --help        muestra esta ayuda\n");
+}
+
+QString complaint(const QString& wrongArgument)
+{
+    return text("Brindlecam no entiende “%1”.").arg(wrongArgument);
+}
+
+std::optional<InstanceReply> spokenReply(const Command& command)
+{
+    switch (command.kind) {
+    case Command::Kind::run:
+        return std::nullopt;
+    case Command::Kind::version:
+        return reply(success,
+                     QStringLiteral("Brindlecam %1").arg(QCoreApplication::applicationVersion()));
+    case Command::Kind::help:
+        return reply(success, usage());
+    case Command::Kind::ports:
+        return wrongReply(QStringLiteral("--ports"));
+    case Command::Kind::wrong:
+        return wrongReply(command.wrongArgument);
+    }
+    Q_UNREACHABLE();
+}
+
+InstanceReply notAvailableReply()
+{
+    return reply(notAvailable, text("Esa acción no está disponible."));
+}
+
+InstanceReply busyReply()
+{
+    return reply(busy, text("No se hizo nada: ya hay una captura en curso."));
+}
+
+InstanceReply otherVersionReply()
+{
+    return reply(otherVersion, text("El Brindlecam que está abierto es de otra versión: ciérralo y "
+                                    "vuelve a abrirlo."));
+}
+
+InstanceReply unansweredReply()
+{
+    return reply(unanswered, text("Brindlecam ya está abierto, pero no responde."));
+}
+
+} // namespace brindlecam::Commands

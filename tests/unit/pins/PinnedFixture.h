@@ -1,0 +1,82 @@
+#pragma once
+
+#include "notices/Toast.h"
+#include "pins/PinnedCapture.h"
+#include "pins/PinnedCaptures.h"
+#include "pins/PinnedView.h"
+#include "support/FakeDisplays.h"
+#include "support/FakePanels.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QPointingDevice>
+#include <QWheelEvent>
+
+namespace brindlecam::test {
+
+inline const ScreenInfo kPinnedScreen{QStringLiteral("A"), QRect(0, 0, 1920, 1080), 1,
+                                      QRect(0, 0, 1920, 1080)};
+inline const ScreenInfo kPinnedDenseScreen{QStringLiteral("B"), QRect(1920, 0, 2880, 1800), 2,
+                                           QRect(1920, 0, 2880, 1800)};
+inline constexpr QRect kPinned(500, 400, 200, 100);
+
+/// The owner of the pins with what it works with, and hands on its newest pin.
+struct PinnedFixture {
+    PinnedFixture()
+    {
+        displays.all = {kPinnedScreen};
+        pins.onCopy = [this](const Rendered& picture, std::function<void(ClipboardFate)> done) {
+            copied.push_back(picture);
+            copyDone = std::move(done);
+        };
+        pins.onSave = [this](const Rendered& picture) { saved.push_back(picture); };
+    }
+
+    PinnedCapture& open(const QRect& native = kPinned, QSizeF points = {})
+    {
+        QImage image(native.size(), QImage::Format_RGB32);
+        image.fill(Qt::red);
+        pins.pin(Rendered(image, points.isEmpty() ? QSizeF(native.size()) : points), native);
+        return *pins.open().back();
+    }
+    [[nodiscard]] PinnedCapture& pin() const { return *pins.open().back(); }
+    [[nodiscard]] PinnedView& view() const { return *pin().findChild<PinnedView*>(); }
+    [[nodiscard]] QRect place() const { return panels.nativeRect(pin()); }
+
+    /// `time` is that of the server, in milliseconds.
+    void mouse(QEvent::Type type, QPoint global, Qt::MouseButton button = Qt::LeftButton,
+               quint64 time = 0) const
+    {
+        const bool down = type != QEvent::MouseButtonRelease;
+        QMouseEvent event(type, QPointF(global - place().topLeft()), QPointF(global),
+                          type == QEvent::MouseMove ? Qt::NoButton : button,
+                          down ? button : Qt::NoButton, Qt::NoModifier);
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(&view(), &event);
+    }
+    void wheel(int notches) const { wheel(QPoint(), {0, notches * 120}, nullptr); }
+    void wheel(QPoint pixels, QPoint angle, const QPointingDevice* device) const
+    {
+        QWheelEvent event({}, {}, pixels, angle, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false, Qt::MouseEventNotSynthesized,
+                          device ? device : QPointingDevice::primaryPointingDevice());
+        QCoreApplication::sendEvent(&view(), &event);
+    }
+    [[nodiscard]] QImage look() const
+    {
+        QImage image(place().size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        view().render(&image, {}, {}, QWidget::RenderFlags());
+        return image.convertToFormat(QImage::Format_ARGB32);
+    }
+
+    FakePanels panels;
+    FakeDisplays displays;
+    Toast toast{displays, panels};
+    PinnedCaptures pins{panels, displays, toast};
+    std::vector<Rendered> copied;
+    std::vector<Rendered> saved;
+    std::function<void(ClipboardFate)> copyDone;
+};
+
+} // namespace brindlecam::test
