@@ -13,6 +13,7 @@ namespace brindlecam::desktop {
 
 X11Desktop::X11Desktop(const DesktopOptions& options)
     : m_server(options.screen)
+    , m_hardware(m_server.display())
     , m_connection(m_server.display())
     , m_input(m_server.display())
     , m_screen(m_server.display())
@@ -20,6 +21,8 @@ X11Desktop::X11Desktop(const DesktopOptions& options)
     , m_pager(m_server.display())
     , m_windows(m_server.display())
 {
+    if (!options.screen.monitors.empty())
+        setMonitors(options.screen.monitors);
     if (options.bus == MessageBus::session)
         m_bus = std::make_unique<BusDaemon>(BusDaemon::Services::installed, environment());
     if (options.accessibility == Accessibility::on)

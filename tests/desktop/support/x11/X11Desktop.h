@@ -5,6 +5,7 @@
 #include "desktop/support/Process.h"
 #include "desktop/support/x11/Connection.h"
 #include "desktop/support/x11/X11Clipboard.h"
+#include "desktop/support/x11/X11Hardware.h"
 #include "desktop/support/x11/X11Input.h"
 #include "desktop/support/x11/X11Pager.h"
 #include "desktop/support/x11/X11Screen.h"
@@ -38,14 +39,14 @@ public:
 
     void setMonitors(const std::vector<Monitor>& monitors) override
     {
-        m_server.setMonitors(monitors);
+        m_hardware.setMonitors(monitors);
     }
-    void setMonitor(const Monitor& monitor) override { m_server.setMonitor(monitor); }
-    void removeMonitor(const QString& name) override { m_server.removeMonitor(name); }
-    void setMode(QSize pixels) override { m_server.setMode(pixels); }
+    void setMonitor(const Monitor& monitor) override { m_hardware.setMonitor(monitor); }
+    void removeMonitor(const QString& name) override { m_hardware.removeMonitor(name); }
+    void setMode(QSize pixels) override { m_hardware.setMode(pixels); }
     void setKeyboard(const QString& layout, const QString& option) override
     {
-        m_server.setKeyboard(layout, option);
+        m_hardware.setKeyboard(layout, option);
     }
     void hangWallpaper(const QImage& picture) override;
 
@@ -67,6 +68,7 @@ private:
 
     QTemporaryDir m_home;
     XServer m_server;
+    X11Hardware m_hardware;
     Connection m_connection;
     std::unique_ptr<BusDaemon> m_bus;         ///< of the session
     std::unique_ptr<BusDaemon> m_programsBus; ///< of the program under test alone
