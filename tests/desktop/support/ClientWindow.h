@@ -59,7 +59,9 @@ public:
     [[nodiscard]] virtual bool hasFocus() const = 0;
     /// Takes the keyboard focus without asking the window manager.
     virtual void takeFocus() = 0;
-    /// Puts it below all others; a window manager may have its own mind about a managed one.
+    /// Puts it above or below all others; a window manager may have its own mind about a managed
+    /// one.
+    virtual void raise() = 0;
     virtual void lower() = 0;
     /// Repaints the whole window in one colour. One other thread may do so, too.
     virtual void paint(QColor colour) = 0;

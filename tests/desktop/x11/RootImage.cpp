@@ -1,23 +1,17 @@
 #include "x11/RootImage.h"
 
+#include "desktop/support/x11/X11Screen.h"
 #include "platform/x11/connection/X11.h"
+#include "x11/ThisDesktop.h"
 
 namespace brindlecam::test {
 
 QImage rootImage(const QRect& rect)
 {
-    const x11::Owned<xcb_get_image_reply_t> reply(xcb_get_image_reply(
-        x11::connection(),
-        xcb_get_image(x11::connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, x11::root(),
-                      static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
-                      static_cast<std::uint16_t>(rect.width()),
-                      static_cast<std::uint16_t>(rect.height()), ~0u),
-        nullptr));
-    if (!reply)
-        return {};
-    return QImage(xcb_get_image_data(reply.get()), rect.width(), rect.height(),
-                  QImage::Format_RGB32)
-        .copy();
+    // Another client looks: not before the server has seen to what this one has asked for.
+    const x11::Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
+        x11::connection(), xcb_get_input_focus(x11::connection()), nullptr));
+    return desktop::X11Screen(display()).grab(rect);
 }
 
 } // namespace brindlecam::test

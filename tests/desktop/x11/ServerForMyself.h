@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/x11/connection/X11.h"
+#include "desktop/support/x11/Connection.h"
+#include "x11/ThisDesktop.h"
 
 namespace brindlecam::test {
 
@@ -8,25 +9,20 @@ namespace brindlecam::test {
 class ServerForMyself final {
 public:
     ServerForMyself()
-        : m_connection(xcb_connect(nullptr, nullptr))
     {
-        xcb_grab_server(m_connection.get());
-        roundTrip();
+        xcb_grab_server(m_connection.raw());
+        m_connection.sync();
     }
     ~ServerForMyself()
     {
-        xcb_ungrab_server(m_connection.get());
-        roundTrip();
+        xcb_ungrab_server(m_connection.raw());
+        m_connection.sync();
     }
+    ServerForMyself(const ServerForMyself&) = delete;
+    ServerForMyself& operator=(const ServerForMyself&) = delete;
 
 private:
-    void roundTrip()
-    {
-        const x11::Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
-            m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
-    }
-
-    x11::OwnConnection m_connection;
+    desktop::Connection m_connection{display()};
 };
 
 } // namespace brindlecam::test

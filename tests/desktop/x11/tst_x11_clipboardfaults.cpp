@@ -1,8 +1,9 @@
+#include "desktop/support/x11/SelectionReader.h"
 #include "platform/x11/connection/ServerClock.h"
 #include "platform/x11/connection/X11.h"
 #include "x11/PasteboardTest.h"
-#include "x11/SelectionReader.h"
 #include "x11/ServerForMyself.h"
+#include "x11/ThisDesktop.h"
 
 #include <QSemaphore>
 
@@ -10,7 +11,8 @@
 
 namespace brindlecam {
 
-using test::SelectionReader;
+using desktop::SelectionReader;
+using test::display;
 using test::ServerForMyself;
 
 namespace {
@@ -18,8 +20,8 @@ namespace {
 /// Ends the connection of whoever owns the clipboard, as a resource manager or a bug might.
 void cutOwnerOff(SelectionReader& client)
 {
-    xcb_kill_client(client.connection(), client.ownerOf("CLIPBOARD"));
-    (void)client.atom("CLIPBOARD"); // until it has happened
+    xcb_kill_client(client.connection().raw(), client.owner());
+    client.connection().sync(); // until it has happened
 }
 
 /// Where a server would have to be for connections made from now on.
@@ -50,7 +52,7 @@ private Q_SLOTS:
     void aLostConnectionIsMadeAgainAndTheLastPictureOfferedAgain()
     {
         QCOMPARE(fateOf(picture("first")), ClipboardFate::taken);
-        SelectionReader reader;
+        SelectionReader reader(display());
         for (int i = 0; i < 3; ++i) {
             cutOwnerOff(reader);
             QTRY_COMPARE(reader.read("image/png"), QByteArray("first"));
@@ -67,9 +69,9 @@ private Q_SLOTS:
             gate->acquire();
             return QByteArray("tiff");
         }));
-        SelectionReader early;
+        SelectionReader early(display());
         early.ask("image/tiff");
-        SelectionReader reader;
+        SelectionReader reader(display());
         QCOMPARE(reader.read("image/png"), QByteArray("png")); // the other is being served by now
         cutOwnerOff(reader);
         QTRY_COMPARE(reader.read("image/png"), QByteArray("png"));
@@ -82,13 +84,13 @@ private Q_SLOTS:
     void whatAnotherProgramHasCopiedMeanwhileStays()
     {
         QCOMPARE(fateOf(picture("ours")), ClipboardFate::taken);
-        SelectionReader other;
-        xcb_grab_server(other.connection()); // so that it can't be offered again in between
+        SelectionReader other(display());
+        xcb_grab_server(other.connection().raw()); // so that it can't be offered again in between
         cutOwnerOff(other);
         QVERIFY(other.own("CLIPBOARD"));
-        xcb_ungrab_server(other.connection());
+        xcb_ungrab_server(other.connection().raw());
         QVERIFY(handOver()); // the new connection is there
-        QCOMPARE(other.ownerOf("CLIPBOARD"), other.window());
+        QCOMPARE(other.owner(), other.window());
         QCOMPARE(fateOf(picture("next")), ClipboardFate::taken);
     }
 
@@ -102,14 +104,14 @@ private Q_SLOTS:
             QCOMPARE(fateOf(picture("lost")), ClipboardFate::refused);
         }
         QCOMPARE(fateOf(picture("there")), ClipboardFate::taken);
-        SelectionReader reader;
+        SelectionReader reader(display());
         QCOMPARE(reader.read("image/png"), QByteArray("there"));
     }
 
     void whatIsConcealedGoesWhereItCouldNotBeRevealed()
     {
         QVERIFY(setConcealed("png"));
-        SelectionReader reader;
+        SelectionReader reader(display());
         {
             const DisplayVariable nowhere(":98765");
             cutOwnerOff(reader);
@@ -120,7 +122,7 @@ private Q_SLOTS:
         for (int round = 0; round < 2; ++round)
             QVERIFY(handOver()); // the connection is there
         QTest::qWait(100);
-        QCOMPARE(reader.ownerOf("CLIPBOARD"), xcb_window_t(XCB_WINDOW_NONE));
+        QCOMPARE(reader.owner(), xcb_window_t(XCB_WINDOW_NONE));
     }
 
     void aServerThatServesSomebodyElseIsNotWaitedForForever()
@@ -133,7 +135,7 @@ private Q_SLOTS:
         // What was told as refused does not turn up later. Each answer to the reader is a round
         // of the clipboard's thread.
         QVERIFY(handOver());
-        SelectionReader reader;
+        SelectionReader reader(display());
         for (int round = 0; round < 3; ++round)
             QCOMPARE(reader.read("UTF8_STRING"), QByteArray("before"));
         QCOMPARE(fateOf(picture("after")), ClipboardFate::taken);
@@ -152,7 +154,7 @@ private Q_SLOTS:
         }
         QTRY_COMPARE(fates.size(), 2);
         QCOMPARE(fates, QList<ClipboardFate>({ClipboardFate::overtaken, ClipboardFate::taken}));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QCOMPARE(reader.read("image/png"), QByteArray("newer"));
     }
 

@@ -1,6 +1,6 @@
-#include "platform/x11/connection/X11.h"
+#include "desktop/support/x11/SelectionReader.h"
 #include "x11/PasteboardTest.h"
-#include "x11/SelectionReader.h"
+#include "x11/ThisDesktop.h"
 
 #include <QSemaphore>
 
@@ -8,7 +8,8 @@
 
 namespace brindlecam {
 
-using test::SelectionReader;
+using desktop::SelectionReader;
+using test::display;
 
 namespace {
 
@@ -29,18 +30,19 @@ public:
 private:
     void serve()
     {
-        SelectionReader client;
+        SelectionReader client(display());
         client.own("CLIPBOARD_MANAGER");
         m_owns.release();
-        const x11::Owned<xcb_generic_event_t> event(
-            client.waitFor(XCB_SELECTION_REQUEST, [](auto*) { return true; }));
+        const auto event = client.await(XCB_SELECTION_REQUEST);
         if (!event)
             return;
         const auto& request = reinterpret_cast<xcb_selection_request_event_t&>(*event);
-        for (const xcb_atom_t target : client.atomsOf(request.requestor, request.property))
-            asked.push_back(client.nameOf(target));
+        const desktop::Connection& connection = client.connection();
+        for (const xcb_atom_t target :
+             connection.property32(request.requestor, connection.atomName(request.property)))
+            asked.push_back(connection.atomName(target));
         if (!asked.isEmpty())
-            kept = client.read(asked.front().constData());
+            kept = client.read(asked.front());
         client.own("CLIPBOARD");
         xcb_selection_notify_event_t notice{};
         notice.response_type = XCB_SELECTION_NOTIFY;
@@ -48,11 +50,11 @@ private:
         notice.selection = request.selection;
         notice.target = request.target;
         notice.property = request.property;
-        xcb_send_event(client.connection(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
+        xcb_send_event(connection.raw(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
                        reinterpret_cast<const char*>(&notice));
-        xcb_flush(client.connection());
+        xcb_flush(connection.raw());
         // Gone, and with it the clipboard, only when the last request was answered.
-        (void)client.atom("CLIPBOARD");
+        connection.sync();
     }
 
     QSemaphore m_owns;
@@ -135,14 +137,14 @@ private Q_SLOTS:
         QVERIFY(setPicture("earlier", nothing)); // its time to be seen is nobody's any more
         QVERIFY(setConcealed("png"));
         QCOMPARE(handedOverAndCopied(), QStringList({kHandedOver, kNext}));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QCOMPARE(reader.read("image/png"), QByteArray("next"));
     }
 
     void aSilentManagerIsWaitedForButNotForever()
     {
         QVERIFY(setPicture("png", nothing));
-        SelectionReader manager;
+        SelectionReader manager(display());
         QVERIFY(manager.own("CLIPBOARD_MANAGER"));
         QCOMPARE(handedOverAndCopied(), QStringList({kNext, kHandedOver}));
     }

@@ -1,13 +1,14 @@
-#include "platform/x11/connection/X11.h"
+#include "desktop/support/x11/SelectionReader.h"
 #include "x11/PasteboardTest.h"
-#include "x11/SelectionReader.h"
 #include "x11/ServerForMyself.h"
+#include "x11/ThisDesktop.h"
 
 #include <cstring>
 
 namespace brindlecam {
 
-using test::SelectionReader;
+using desktop::SelectionReader;
+using test::display;
 
 namespace {
 
@@ -38,7 +39,7 @@ private Q_SLOTS:
     void concealedContentSaysSoAndIsPastedAllTheSame()
     {
         QVERIFY(setConcealed("png"));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QVERIFY(reader.targets().contains(kHint));
         QCOMPARE(reader.read(kHint), QByteArray("secret"));
         QCOMPARE(reader.read("image/png"), QByteArray("png"));
@@ -49,7 +50,7 @@ private Q_SLOTS:
     {
         QVERIFY(setConcealed("png"));
         QVERIFY(setPicture("plain", nothing));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QVERIFY(!reader.targets().contains(kHint));
         QVERIFY(!reader.read(kHint));
     }
@@ -57,7 +58,7 @@ private Q_SLOTS:
     void revealedContentIsOfferedOnceMoreWithTheSameBytes()
     {
         QVERIFY(setConcealed("png"));
-        SelectionReader reader;
+        SelectionReader reader(display());
         const xcb_timestamp_t before = takenAt(reader);
         QTest::qWait(20); // the server's clock goes on
         m_pasteboard->reveal();
@@ -71,7 +72,7 @@ private Q_SLOTS:
     void whoAskedBeforeItWasRevealedIsServedAllTheSame()
     {
         QVERIFY(setConcealed("png"));
-        SelectionReader reader;
+        SelectionReader reader(display());
         const xcb_timestamp_t before = takenAt(reader);
         QTest::qWait(20);
         m_pasteboard->reveal();
@@ -83,7 +84,7 @@ private Q_SLOTS:
     void whatIsNotConcealedIsNotOfferedOnceMore()
     {
         QVERIFY(setPicture("png", nothing));
-        SelectionReader reader;
+        SelectionReader reader(display());
         const xcb_timestamp_t before = takenAt(reader);
         QTest::qWait(20);
         m_pasteboard->reveal();
@@ -99,7 +100,7 @@ private Q_SLOTS:
         m_pasteboard->set(content, this, [&fate](ClipboardFate told) { fate = told; });
         m_pasteboard->reveal();
         QTRY_COMPARE(fate, ClipboardFate::taken);
-        SelectionReader reader;
+        SelectionReader reader(display());
         QTRY_VERIFY(!reader.targets().contains(kHint));
         QCOMPARE(reader.read("image/png"), QByteArray("png"));
     }
@@ -107,16 +108,14 @@ private Q_SLOTS:
     void whatAnotherProgramHasCopiedMeanwhileStaysOnTheClipboard()
     {
         QVERIFY(setConcealed("ours"));
-        SelectionReader other;
-        xcb_grab_server(other.connection()); // so that the server hears of ours after theirs
-        (void)other.atom("CLIPBOARD");
+        SelectionReader other(display());
+        xcb_grab_server(other.connection().raw()); // so that the server hears of ours after theirs
+        other.connection().sync();
         m_pasteboard->reveal();
         QTest::qWait(20);
         QVERIFY(other.own("CLIPBOARD"));
-        xcb_ungrab_server(other.connection());
-        const x11::Owned<xcb_generic_event_t> lost(other.waitFor(
-            XCB_SELECTION_CLEAR, [](auto*) { return true; }, kLongEnough));
-        QVERIFY(!lost);
+        xcb_ungrab_server(other.connection().raw());
+        QVERIFY(!other.await(XCB_SELECTION_CLEAR, kLongEnough));
     }
 
     void whatCouldNotBeHiddenIsNotRevealed()
@@ -131,7 +130,7 @@ private Q_SLOTS:
         QVERIFY(threadHasHeard());
         m_pasteboard->reveal();
         QVERIFY(threadHasHeard());
-        SelectionReader reader;
+        SelectionReader reader(display());
         QCOMPARE(reader.read("image/png"), QByteArray("shown"));
         QCOMPARE(reader.read(kHint), QByteArray("secret"));
     }
@@ -139,8 +138,8 @@ private Q_SLOTS:
     void aLostConnectionKeepsItConcealed()
     {
         QVERIFY(setConcealed("png"));
-        SelectionReader reader;
-        xcb_kill_client(reader.connection(), reader.ownerOf("CLIPBOARD"));
+        SelectionReader reader(display());
+        xcb_kill_client(reader.connection().raw(), reader.owner());
         QTRY_COMPARE(reader.read(kHint), QByteArray("secret"));
         m_pasteboard->reveal();
         QTRY_VERIFY(!reader.targets().contains(kHint));

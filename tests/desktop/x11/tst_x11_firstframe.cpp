@@ -5,9 +5,9 @@
 #include "platform/x11/grab/X11Grabber.h"
 #include "platform/x11/windows/X11Panels.h"
 #include "support/TestCase.h"
-#include "x11/InputClient.h"
 #include "x11/NoMoreFiles.h"
 #include "x11/RootImage.h"
+#include "x11/ThisDesktop.h"
 
 #include <QPaintEvent>
 #include <QPainter>

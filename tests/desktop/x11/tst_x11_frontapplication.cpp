@@ -1,17 +1,22 @@
+#include "desktop/support/x11/X11ClientWindow.h"
+#include "desktop/support/x11/X11Input.h"
+#include "desktop/support/x11/X11Rival.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/keys/X11FrontApplication.h"
 #include "support/TestCase.h"
-#include "x11/InputClient.h"
+#include "x11/ThisDesktop.h"
 
 #include <QWidget>
 
 namespace brindlecam {
 
-using test::InputClient;
+using desktop::X11ClientWindow;
+using desktop::X11Rival;
+using test::activate;
+using test::display;
 using test::settle;
-using test::xdotool;
 
 namespace {
 
@@ -26,6 +31,7 @@ class TestX11FrontApplication final : public test::TestCase {
 private:
     std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
     std::unique_ptr<QWidget> m_overlay;
+    desktop::X11Input m_hands{display()};
 
     void openOverlay()
     {
@@ -37,15 +43,15 @@ private:
     }
 
     /// Presses a key and lets the session hear of it.
-    static void hold(const QString& key)
+    void hold(Qt::Key key)
     {
-        QVERIFY(xdotool(QStringLiteral("keydown ") + key));
+        m_hands.press(key);
         settle();
     }
 
-    static void activated(InputClient& client)
+    static void activated(X11ClientWindow& client)
     {
-        client.activate();
+        activate(client);
         QTRY_VERIFY(client.hasFocus());
         settle();
     }
@@ -54,15 +60,15 @@ private Q_SLOTS:
     void cleanup()
     {
         m_overlay.reset();
-        xdotool(QStringLiteral("keyup Return keyup a keyup shift"));
+        m_hands.letGo();
         settle();
     }
 
     void focusGoesBackAtOnceAndToNobodyElse()
     {
         X11FrontApplication front(m_events);
-        InputClient below(QRect(100, 100, 200, 200));
-        InputClient other(QRect(50, 50, 400, 400));
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 200, 200)});
+        X11ClientWindow other(display(), {.pixels = QRect(50, 50, 400, 400)});
         activated(other);
         activated(below);
         front.remember();
@@ -79,11 +85,11 @@ private Q_SLOTS:
     void heldModifierDoesNotDelayTheGivingBack()
     {
         X11FrontApplication front(m_events);
-        InputClient below(QRect(100, 100, 200, 200));
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(below);
         front.remember();
         openOverlay();
-        QVERIFY(xdotool(QStringLiteral("keydown shift")));
+        m_hands.press(Qt::Key_Shift);
         front.giveBack();
         m_overlay->hide();
         QTRY_VERIFY(below.hasFocus());
@@ -100,38 +106,38 @@ private Q_SLOTS:
     {
         QFETCH(int, heldMs);
         X11FrontApplication front(m_events);
-        InputClient below(QRect(100, 100, 200, 200));
-        InputClient other(QRect(50, 50, 400, 400));
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 200, 200)});
+        X11ClientWindow other(display(), {.pixels = QRect(50, 50, 400, 400)});
         activated(other);
         activated(below);
         front.remember();
         openOverlay();
         const int before = other.focusGains();
-        hold(QStringLiteral("Return"));
+        hold(Qt::Key_Return);
         front.giveBack();
         m_overlay->hide();
         QTest::qWait(heldMs);
         QVERIFY(!below.hasFocus());
-        QVERIFY(xdotool(QStringLiteral("keyup Return")));
+        m_hands.release(Qt::Key_Return);
         QTRY_VERIFY(below.hasFocus());
         QCOMPARE(below.keyEvents(), 0);
         QCOMPARE(other.keyEvents(), 0);
         QCOMPARE(other.focusGains(), before);
-        QVERIFY(xdotool(QStringLiteral("key a")));
+        m_hands.tap(Qt::Key_A);
         QTRY_COMPARE(below.keyEvents(), 2);
     }
 
     void keyReleasedBeforeTheKeyboardIsTakenEndsTheWait()
     {
         X11FrontApplication front(m_events);
-        InputClient below(QRect(100, 100, 200, 200));
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(below);
         front.remember();
         openOverlay();
-        hold(QStringLiteral("Return"));
+        hold(Qt::Key_Return);
         front.giveBack();
         // Without the event loop in between.
-        QVERIFY(xdotool(QStringLiteral("keyup Return")));
+        m_hands.release(Qt::Key_Return);
         m_overlay->hide();
         QTRY_VERIFY(below.hasFocus());
     }
@@ -139,14 +145,14 @@ private Q_SLOTS:
     void keyHeldSinceBeforeTheSessionIsNotAwaited()
     {
         X11FrontApplication front(m_events);
-        InputClient below(QRect(100, 100, 200, 200));
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(below);
-        hold(QStringLiteral("a"));
+        hold(Qt::Key_A);
         front.remember();
         openOverlay();
         QTest::qWait(kHeldMs); // its repeats reach the session
         front.giveBack();
-        QVERIFY(below.canHaveKeyboard());
+        QVERIFY(!X11Rival(display()).isKeyboardTaken());
         m_overlay->hide();
         QTRY_VERIFY(below.hasFocus());
     }
@@ -154,18 +160,18 @@ private Q_SLOTS:
     void keyHeldSinceBeforeTheSessionIsAwaitedOnceItWasPressedAgain()
     {
         X11FrontApplication front(m_events);
-        InputClient below(QRect(100, 100, 200, 200));
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(below);
-        hold(QStringLiteral("Return"));
+        hold(Qt::Key_Return);
         front.remember();
         openOverlay();
-        QVERIFY(xdotool(QStringLiteral("keyup Return")));
-        hold(QStringLiteral("Return"));
+        m_hands.release(Qt::Key_Return);
+        hold(Qt::Key_Return);
         const int before = below.keyEvents();
         front.giveBack();
-        QVERIFY(!below.canHaveKeyboard());
+        QVERIFY(X11Rival(display()).isKeyboardTaken());
         m_overlay->hide();
-        QVERIFY(xdotool(QStringLiteral("keyup Return")));
+        m_hands.release(Qt::Key_Return);
         QTRY_VERIFY(below.hasFocus());
         QCOMPARE(below.keyEvents(), before);
     }
@@ -173,17 +179,17 @@ private Q_SLOTS:
     void sessionThatBeginsWhileKeysAreHeldKeepsTheOlderWindow()
     {
         X11FrontApplication front(m_events);
-        InputClient below(QRect(100, 100, 200, 200));
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(below);
         front.remember();
         openOverlay();
-        hold(QStringLiteral("Return"));
+        hold(Qt::Key_Return);
         front.giveBack();
         m_overlay->hide();
         settle();
         front.remember();
         openOverlay();
-        QVERIFY(xdotool(QStringLiteral("keyup Return")));
+        m_hands.release(Qt::Key_Return);
         settle();
         QVERIFY(m_overlay->isActiveWindow());
         QVERIFY(!below.hasFocus());
@@ -195,8 +201,9 @@ private Q_SLOTS:
     void rememberedWindowThatIsGoneIsForgotten()
     {
         X11FrontApplication front(m_events);
-        InputClient other(QRect(50, 50, 400, 400));
-        auto below = std::make_unique<InputClient>(QRect(100, 100, 200, 200));
+        X11ClientWindow other(display(), {.pixels = QRect(50, 50, 400, 400)});
+        auto below = std::make_unique<X11ClientWindow>(
+            display(), desktop::ClientWindowOptions{.pixels = QRect(100, 100, 200, 200)});
         activated(*below);
         front.remember();
         openOverlay();
@@ -206,8 +213,8 @@ private Q_SLOTS:
         m_overlay->hide();
         settle();
         // Whoever gets it, keys must not be dead.
-        QVERIFY(xdotool(QStringLiteral("mousemove 60 60")));
-        QVERIFY(xdotool(QStringLiteral("key a")));
+        m_hands.moveTo({60, 60});
+        m_hands.tap(Qt::Key_A);
         QTRY_COMPARE(other.keyEvents(), 2);
     }
 

@@ -1,13 +1,16 @@
+#include "desktop/support/x11/X11ClientWindow.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/windows/FullScreenWatch.h"
 #include "support/TestCase.h"
-#include "x11/InputClient.h"
+#include "x11/ThisDesktop.h"
 
 namespace brindlecam {
 
-using test::InputClient;
+using desktop::X11ClientWindow;
+using test::activate;
+using test::display;
 using test::settle;
 
 /// What the watch listens to, seen by the server.
@@ -35,8 +38,8 @@ private Q_SLOTS:
     {
         const std::uint32_t before = listensTo(x11::root());
         QVERIFY(before & XCB_EVENT_MASK_PROPERTY_CHANGE);
-        InputClient other(QRect(100, 100, 200, 200));
-        other.activate();
+        X11ClientWindow other(display(), {.pixels = QRect(100, 100, 200, 200)});
+        activate(other);
         settle();
         int looks = 0;
         FullScreenWatch watch(m_events,
@@ -45,9 +48,9 @@ private Q_SLOTS:
         QTRY_VERIFY(looks > 0);
         QCOMPARE(listensTo(x11::root()), before);
         looks = 0;
-        callActive(other.window());
+        callActive(static_cast<xcb_window_t>(other.id()));
         QTRY_VERIFY(looks > 0);
-        QVERIFY(listensTo(other.window()) & XCB_EVENT_MASK_PROPERTY_CHANGE);
+        QVERIFY(listensTo(static_cast<xcb_window_t>(other.id())) & XCB_EVENT_MASK_PROPERTY_CHANGE);
         QCOMPARE(listensTo(x11::root()), before);
     }
 };

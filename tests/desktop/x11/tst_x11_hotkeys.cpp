@@ -1,25 +1,28 @@
 #include "base/KeyCodes.h"
 #include "base/KeyCombo.h"
+#include "desktop/support/x11/X11Hardware.h"
+#include "desktop/support/x11/X11Input.h"
+#include "desktop/support/x11/X11Rival.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/connection/X11Keyboard.h"
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/keys/X11HotKeys.h"
 #include "support/TestCase.h"
-#include "x11/InputClient.h"
+#include "x11/ThisDesktop.h"
 
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QProcess>
 #include <QSignalSpy>
 
 #include <array>
 
 namespace brindlecam {
 
-using test::InputClient;
-using test::run;
+using desktop::X11Rival;
+using test::display;
 using test::settle;
-using test::xdotool;
 
 namespace {
 
@@ -29,14 +32,15 @@ constexpr int kF15 = 113; ///< virtual code; Pause arrives as it, too
 constexpr std::uint8_t kPauseCode = 127;
 constexpr std::uint8_t kF15Code = 193;
 constexpr int kControlShift = controlModifier | shiftModifier;
+const QList<Qt::Key> kCombination{Qt::Key_Control, Qt::Key_Shift, Qt::Key_9};
 constexpr int kPastRepeatMs = 1100; ///< the server repeats after 660 ms
 
-int statesGrabbableBy(InputClient& other, std::uint8_t code, std::uint16_t state)
+int statesGrabbableBy(X11Rival& other, std::uint8_t code, std::uint16_t state)
 {
     int grabbed = 0;
     for (const std::uint16_t locks : x11::ModifierBits::read().lockStates())
-        grabbed += other.grabKey(code, state | locks) ? 1 : 0;
-    other.ungrabKeys();
+        grabbed += other.takeCode(code, state | locks) ? 1 : 0;
+    other.giveBackHotKeys();
     return grabbed;
 }
 
@@ -49,6 +53,7 @@ private:
     std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
     X11HotKeys m_hotKeys{m_events};
     int m_presses = 0;
+    desktop::X11Input m_hands{display()};
 
     std::unique_ptr<HotKeyRegistration> take(int key, int modifiers)
     {
@@ -67,7 +72,7 @@ private:
 private Q_SLOTS:
     void cleanup()
     {
-        xdotool(QStringLiteral("keyup 9 keyup Escape keyup ctrl keyup shift"));
+        m_hands.letGo();
         settle();
         m_presses = 0;
     }
@@ -76,18 +81,21 @@ private Q_SLOTS:
     {
         const auto registration = take(kKey9, kControlShift);
         QVERIFY(registration);
-        QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
+        for (const Qt::Key key : kCombination)
+            m_hands.press(key);
         QTRY_COMPARE(m_presses, 1);
         QTest::qWait(kPastRepeatMs);
         QCOMPARE(m_presses, 1);
-        QVERIFY(xdotool(QStringLiteral("keyup 9 keydown 9")));
+        m_hands.release(Qt::Key_9);
+        m_hands.press(Qt::Key_9);
         QTRY_COMPARE(m_presses, 2);
     }
 
     void heldKeyDoesNotFireForARegistrationMadeMeanwhile()
     {
         auto registration = take(kKey9, kControlShift);
-        QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
+        for (const Qt::Key key : kCombination)
+            m_hands.press(key);
         QTRY_COMPARE(m_presses, 1);
         registration.reset();
         registration = take(kKey9, kControlShift);
@@ -97,47 +105,49 @@ private Q_SLOTS:
 
     void keyHeldBeforeItsRegistrationDoesNotFireUntilPressedAgain()
     {
-        QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift keydown 9")));
+        for (const Qt::Key key : kCombination)
+            m_hands.press(key);
         auto registration = take(kKey9, kControlShift);
         QTest::qWait(kPastRepeatMs);
         QCOMPARE(m_presses, 0);
-        QVERIFY(xdotool(QStringLiteral("keyup 9 keydown 9")));
+        m_hands.release(Qt::Key_9);
+        m_hands.press(Qt::Key_9);
         QTRY_COMPARE(m_presses, 1);
     }
 
     void firesWithLocksOn_data()
     {
-        QTest::addColumn<QString>("lock");
-        QTest::newRow("Num Lock") << QStringLiteral("Num_Lock");
-        QTest::newRow("Caps Lock") << QStringLiteral("Caps_Lock");
+        QTest::addColumn<Qt::Key>("lock");
+        QTest::newRow("Num Lock") << Qt::Key_NumLock;
+        QTest::newRow("Caps Lock") << Qt::Key_CapsLock;
     }
     void firesWithLocksOn()
     {
-        QFETCH(QString, lock);
+        QFETCH(Qt::Key, lock);
         const auto registration = take(kKey9, kControlShift);
-        QVERIFY(xdotool(QStringLiteral("key ") + lock));
-        QVERIFY(xdotool(QStringLiteral("keydown ctrl keydown shift key 9")));
+        m_hands.tap(lock);
+        m_hands.chord(kCombination);
         QTRY_COMPARE(m_presses, 1);
-        QVERIFY(xdotool(QStringLiteral("keyup ctrl keyup shift key ") + lock));
+        m_hands.tap(lock);
     }
 
     void firesForEachModifier_data()
     {
         QTest::addColumn<int>("modifiers");
-        QTest::addColumn<QString>("keys");
-        QTest::newRow("Super") << int(commandModifier) << QStringLiteral("super");
-        QTest::newRow("Alt") << int(optionModifier) << QStringLiteral("alt");
-        QTest::newRow("Control") << int(controlModifier) << QStringLiteral("ctrl");
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("Super") << int(commandModifier) << Qt::Key_Super_L;
+        QTest::newRow("Alt") << int(optionModifier) << Qt::Key_Alt;
+        QTest::newRow("Control") << int(controlModifier) << Qt::Key_Control;
     }
     void firesForEachModifier()
     {
         QFETCH(int, modifiers);
-        QFETCH(QString, keys);
+        QFETCH(Qt::Key, key);
         const auto registration = take(kKey9, modifiers);
         QVERIFY(registration);
-        QVERIFY(xdotool(QStringLiteral("key 9 key ctrl+shift+9")));
-        QVERIFY(
-            xdotool(QStringLiteral("keydown ") + keys + QStringLiteral(" key 9 keyup ") + keys));
+        m_hands.tap(Qt::Key_9);
+        m_hands.chord(kCombination);
+        m_hands.chord({key, Qt::Key_9});
         QTRY_COMPARE(m_presses, 1);
         settle();
         QCOMPARE(m_presses, 1);
@@ -145,12 +155,12 @@ private Q_SLOTS:
 
     void refusedKeyIsNullAndLeavesNothingGrabbed()
     {
-        InputClient other(QRect(10, 10, 50, 50));
+        X11Rival other(display());
         constexpr std::uint16_t kState = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
         // One lock combination is enough.
-        QVERIFY(other.grabKey(kKey9Code, kState | XCB_MOD_MASK_LOCK));
+        QVERIFY(other.takeCode(kKey9Code, kState | XCB_MOD_MASK_LOCK));
         QVERIFY(!take(kKey9, kControlShift));
-        other.ungrabKeys();
+        other.giveBackHotKeys();
         QCOMPARE(statesGrabbableBy(other, kKey9Code, kState),
                  int(x11::ModifierBits::read().lockStates().size()));
         QVERIFY(take(kKey9, kControlShift));
@@ -158,27 +168,27 @@ private Q_SLOTS:
 
     void keyOfTwoPlacesWorksAtTheOneThatIsFree()
     {
-        InputClient other(QRect(10, 10, 50, 50));
-        QVERIFY(other.grabKey(kPauseCode, 0));
+        X11Rival other(display());
+        QVERIFY(other.takeCode(kPauseCode, 0));
         auto registration = take(kF15, 0);
         QVERIFY(registration);
-        QVERIFY(xdotool(QStringLiteral("key 127")));
-        QTRY_COMPARE(other.keyEvents(), 2);
-        QVERIFY(xdotool(QStringLiteral("key 193")));
+        m_hands.tapCode(kPauseCode);
+        QVERIFY(QTest::qWaitFor([&other] { return other.gotKeys(); }));
+        m_hands.tapCode(kF15Code);
         QTRY_COMPARE(m_presses, 1);
         settle();
         QCOMPARE(m_presses, 1); // Pause stays the other one's
         registration.reset();
-        QVERIFY(other.grabKey(kF15Code, 0));
+        QVERIFY(other.takeCode(kF15Code, 0));
     }
 
     void keyOfTwoPlacesIsRefusedWhenNeitherIsFree()
     {
-        InputClient other(QRect(10, 10, 50, 50));
-        QVERIFY(other.grabKey(kPauseCode, 0));
-        QVERIFY(other.grabKey(kF15Code, 0));
+        X11Rival other(display());
+        QVERIFY(other.takeCode(kPauseCode, 0));
+        QVERIFY(other.takeCode(kF15Code, 0));
         QVERIFY(!take(kF15, 0));
-        other.ungrabKeys();
+        other.giveBackHotKeys();
         const int states = int(x11::ModifierBits::read().lockStates().size());
         QCOMPARE(statesGrabbableBy(other, kPauseCode, 0), states);
         QCOMPARE(statesGrabbableBy(other, kF15Code, 0), states);
@@ -186,18 +196,18 @@ private Q_SLOTS:
 
     void secondRegistrationOfAKeyOfTwoPlacesSurvivesTheFirst()
     {
-        InputClient other(QRect(10, 10, 50, 50));
-        QVERIFY(other.grabKey(kPauseCode, 0));
+        X11Rival other(display());
+        QVERIFY(other.takeCode(kPauseCode, 0));
         auto first = take(kF15, 0);
         const auto second = take(kF15, 0);
         first.reset();
-        QVERIFY(xdotool(QStringLiteral("key 193")));
+        m_hands.tapCode(kF15Code);
         QTRY_COMPARE(m_presses, 1);
     }
 
     void destroyedRegistrationGivesTheKeyBack()
     {
-        InputClient other(QRect(10, 10, 50, 50));
+        X11Rival other(display());
         constexpr std::uint16_t kState = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
         auto registration = take(kKey9, kControlShift);
         QCOMPARE(statesGrabbableBy(other, kKey9Code, kState), 0);
@@ -210,7 +220,7 @@ private Q_SLOTS:
         auto first = take(kKey9, kControlShift);
         const auto second = take(kKey9, kControlShift);
         first.reset();
-        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        m_hands.chord(kCombination);
         QTRY_COMPARE(m_presses, 1);
     }
 
@@ -221,9 +231,9 @@ private Q_SLOTS:
             registration.reset();
             ++m_presses;
         });
-        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        m_hands.chord(kCombination);
         QTRY_COMPARE(m_presses, 1);
-        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        m_hands.chord(kCombination);
         settle();
         QCOMPARE(m_presses, 1);
     }
@@ -233,19 +243,20 @@ private Q_SLOTS:
         const auto bits = x11::ModifierBits::read();
         QCOMPARE(bits.super, std::uint16_t(XCB_MOD_MASK_4));
         const auto registration = take(kKey9, commandModifier);
-        QVERIFY(run(QStringLiteral("xmodmap"),
-                    {QStringLiteral("-e"), QStringLiteral("clear mod3"), QStringLiteral("-e"),
-                     QStringLiteral("clear mod4"), QStringLiteral("-e"),
-                     QStringLiteral("add mod3 = Super_L")}));
+        QCOMPARE(QProcess::execute(QStringLiteral("xmodmap"),
+                                   {QStringLiteral("-e"), QStringLiteral("clear mod3"),
+                                    QStringLiteral("-e"), QStringLiteral("clear mod4"),
+                                    QStringLiteral("-e"), QStringLiteral("add mod3 = Super_L")}),
+                 0);
         settle();
         QCOMPARE(x11::ModifierBits::read().super, std::uint16_t(XCB_MOD_MASK_3));
-        InputClient other(QRect(10, 10, 50, 50));
+        X11Rival other(display());
         QTRY_COMPARE(statesGrabbableBy(other, kKey9Code, XCB_MOD_MASK_3), 0);
         QVERIFY(statesGrabbableBy(other, kKey9Code, XCB_MOD_MASK_4) > 0);
-        QVERIFY(xdotool(QStringLiteral("keydown super key 9 keyup super")));
+        m_hands.chord({Qt::Key_Super_L, Qt::Key_9});
         QTRY_COMPARE(m_presses, 1);
 
-        QVERIFY(run(QStringLiteral("setxkbmap"), {QStringLiteral("us")}));
+        desktop::X11Hardware(display()).setKeyboard(QStringLiteral("us"));
         settle();
         QTRY_COMPARE(statesGrabbableBy(other, kKey9Code, XCB_MOD_MASK_4), 0);
     }
@@ -260,15 +271,15 @@ private Q_SLOTS:
         const auto area = take(kKey9, kControlShift);
         const auto escape = take(KeyCodes::kEscape, 0);
         QVERIFY(takesKeyboard(static_cast<xcb_window_t>(window.winId())));
-        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        m_hands.chord(kCombination);
         QTRY_COMPARE(m_presses, 1);
         // This one was for the menu.
-        QVERIFY(xdotool(QStringLiteral("key Escape")));
+        m_hands.tap(Qt::Key_Escape);
         settle();
         QCOMPARE(m_presses, 1);
         xcb_ungrab_keyboard(x11::connection(), XCB_CURRENT_TIME);
         xcb_flush(x11::connection());
-        QVERIFY(xdotool(QStringLiteral("key Escape")));
+        m_hands.tap(Qt::Key_Escape);
         QTRY_COMPARE(m_presses, 2);
     }
 
@@ -282,12 +293,12 @@ private Q_SLOTS:
                           XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
         xcb_map_window(x11::connection(), sink);
         QVERIFY(takesKeyboard(sink));
-        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        m_hands.chord(kCombination);
         settle();
         QCOMPARE(m_presses, 0);
         xcb_destroy_window(x11::connection(), sink);
         xcb_flush(x11::connection());
-        QVERIFY(xdotool(QStringLiteral("key ctrl+shift+9")));
+        m_hands.chord(kCombination);
         QTRY_COMPARE(m_presses, 1);
     }
 
@@ -321,10 +332,10 @@ private Q_SLOTS:
         const auto registration = take(KeyCodes::kEscape, 0);
         QVERIFY(registration);
         QSignalSpy focusMoved(qGuiApp, &QGuiApplication::focusWindowChanged);
-        QVERIFY(xdotool(QStringLiteral("keydown Escape")));
+        m_hands.press(Qt::Key_Escape);
         QTRY_COMPARE(m_presses, 1);
         QTest::qWait(kPastRepeatMs);
-        QVERIFY(xdotool(QStringLiteral("keyup Escape")));
+        m_hands.release(Qt::Key_Escape);
         settle();
         QCOMPARE(m_presses, 1);
         // The grab looked like a lost focus; Qt must not have believed it.

@@ -1,9 +1,12 @@
+#include "desktop/support/x11/X11ClientWindow.h"
+#include "desktop/support/x11/X11Hardware.h"
+#include "desktop/support/x11/X11Rival.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Keyboard.h"
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/keys/X11InputGrabs.h"
 #include "support/TestCase.h"
-#include "x11/InputClient.h"
+#include "x11/ThisDesktop.h"
 
 #include <QWidget>
 
@@ -11,41 +14,27 @@
 
 namespace brindlecam {
 
-using test::InputClient;
-using test::run;
+using desktop::X11ClientWindow;
+using desktop::X11Rival;
+using test::activate;
+using test::display;
 using test::settle;
 using Answer = InputGrabs::Answer;
 
 namespace {
 
-/// Takes pointer, keyboard or both for a client.
-void grabPointer(InputClient& client)
+/// A menu of another program, as browsers make them.
+xcb_window_t openMenu(const desktop::Connection& client)
 {
-    const x11::Owned<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(
-        client.connection(),
-        xcb_grab_pointer(client.connection(), 1, client.window(), XCB_EVENT_MASK_BUTTON_PRESS,
-                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_WINDOW_NONE, XCB_CURSOR_NONE,
-                         XCB_CURRENT_TIME),
-        nullptr));
-    QVERIFY(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
-}
-void releasePointer(InputClient& client)
-{
-    xcb_ungrab_pointer(client.connection(), XCB_CURRENT_TIME);
-    client.sync();
-}
-/// A menu of a client, as browsers make them.
-xcb_window_t openMenu(InputClient& client)
-{
-    const xcb_window_t menu = xcb_generate_id(client.connection());
+    const xcb_window_t menu = xcb_generate_id(client.raw());
     const std::uint32_t overrides = 1;
-    xcb_create_window(client.connection(), XCB_COPY_FROM_PARENT, menu, client.root(), 120, 120, 80,
-                      60, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                      XCB_CW_OVERRIDE_REDIRECT, &overrides);
+    xcb_create_window(client.raw(), XCB_COPY_FROM_PARENT, menu, client.root(), 120, 120, 80, 60, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                      &overrides);
     const std::array<xcb_atom_t, 1> type{client.atom("_NET_WM_WINDOW_TYPE_MENU")};
-    xcb_change_property(client.connection(), XCB_PROP_MODE_REPLACE, menu,
+    xcb_change_property(client.raw(), XCB_PROP_MODE_REPLACE, menu,
                         client.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, type.data());
-    xcb_map_window(client.connection(), menu);
+    xcb_map_window(client.raw(), menu);
     client.sync();
     return menu;
 }
@@ -64,9 +53,9 @@ private:
     {
         m_grabs->clear(&m_context, [this](Answer answer) { m_answer = answer; });
     }
-    static void activated(InputClient& client)
+    static void activated(X11ClientWindow& client)
     {
-        client.activate();
+        activate(client);
         QTRY_VERIFY(client.hasFocus());
         settle();
     }
@@ -80,7 +69,7 @@ private Q_SLOTS:
 
     void withoutAGrabItIsAnsweredAtOnceAndNobodyNotices()
     {
-        InputClient below(QRect(100, 100, 200, 200));
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(below);
         const int before = below.focusGains();
         clear();
@@ -91,7 +80,7 @@ private Q_SLOTS:
     /// As that of a hot key while it is down.
     void grabOfOurOwnIsNoneAndStays()
     {
-        InputClient other(QRect(100, 100, 200, 200));
+        X11ClientWindow other(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(other);
         const x11::Owned<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(
             x11::connection(),
@@ -101,32 +90,34 @@ private Q_SLOTS:
         QVERIFY(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
         clear();
         QCOMPARE(m_answer, Answer::free);
-        QVERIFY(!other.canHaveKeyboard());
+        QVERIFY(X11Rival(display()).isKeyboardTaken());
         xcb_ungrab_keyboard(x11::connection(), XCB_CURRENT_TIME);
         xcb_flush(x11::connection());
     }
 
     void grabThatEndsIsHeardOf()
     {
-        InputClient other(QRect(100, 100, 200, 200));
+        X11ClientWindow other(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(other);
-        grabPointer(other);
+        X11Rival rival(display());
+        QVERIFY(rival.takePointer());
         clear();
         QVERIFY(!m_answer);
-        releasePointer(other);
+        rival.giveBackKeyboardAndPointer();
         QTRY_COMPARE(m_answer, Answer::free);
         QCOMPARE(other.keyEvents(), 0);
     }
 
     void contextThatHasGoneHearsNothing()
     {
-        InputClient other(QRect(100, 100, 200, 200));
+        X11ClientWindow other(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(other);
-        grabPointer(other);
+        X11Rival rival(display());
+        QVERIFY(rival.takePointer());
         auto context = std::make_unique<QObject>();
         m_grabs->clear(context.get(), [this](Answer answer) { m_answer = answer; });
         context.reset();
-        releasePointer(other);
+        rival.giveBackKeyboardAndPointer();
         clear(); // the only one that is answered
         QCOMPARE(m_answer, Answer::free);
         m_answer.reset();
@@ -137,14 +128,11 @@ private Q_SLOTS:
     void escapeIsWhereTheKeyboardMapHasIt()
     {
         QCOMPARE(x11::escapeKey(), std::uint8_t(9));
-        const auto setOption = [](const QString& option) {
-            return run(QStringLiteral("setxkbmap"),
-                       {QStringLiteral("us"), QStringLiteral("-option"), option});
-        };
-        QVERIFY(setOption(QStringLiteral("caps:swapescape")));
+        const desktop::X11Hardware hardware(display());
+        hardware.setKeyboard(QStringLiteral("us"), QStringLiteral("caps:swapescape"));
         constexpr std::uint8_t kCapsLock = 66;
         QCOMPARE(x11::escapeKey(), kCapsLock);
-        QVERIFY(setOption(QString()));
+        hardware.setKeyboard(QStringLiteral("us"));
         QCOMPARE(x11::escapeKey(), std::uint8_t(9));
         settle();
     }
@@ -152,34 +140,36 @@ private Q_SLOTS:
     /// Menus of browsers take the pointer only: Escape reaches them through the focus.
     void menuWithoutTheKeyboardIsClosedThroughTheFocus()
     {
-        InputClient browser(QRect(100, 100, 200, 200));
+        X11ClientWindow browser(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(browser);
-        const xcb_window_t menu = openMenu(browser);
-        grabPointer(browser);
+        const xcb_window_t menu = openMenu(browser.connection());
+        X11Rival rival(display());
+        QVERIFY(rival.takePointer());
         const int before = browser.keyEvents();
         clear();
         QTRY_COMPARE(browser.keyEvents(), before + 2);
         QVERIFY(!m_answer);
-        xcb_destroy_window(browser.connection(), menu);
-        releasePointer(browser);
+        xcb_destroy_window(browser.connection().raw(), menu);
+        rival.giveBackKeyboardAndPointer();
         QTRY_COMPARE(m_answer, Answer::free);
         QCOMPARE(browser.keyEvents(), before + 2);
     }
 
     void keyThatWouldReachAnotherProgramIsNotPressed()
     {
-        InputClient browser(QRect(100, 100, 200, 200));
+        X11ClientWindow browser(display(), {.pixels = QRect(100, 100, 200, 200)});
         activated(browser);
-        openMenu(browser);
-        InputClient other(QRect(400, 300, 200, 200));
+        openMenu(browser.connection());
+        X11ClientWindow other(display(), {.pixels = QRect(400, 300, 200, 200)});
         activated(other);
-        grabPointer(browser);
+        X11Rival rival(display());
+        QVERIFY(rival.takePointer());
         const int before = other.keyEvents();
         clear();
         QTRY_COMPARE(m_answer, Answer::taken);
         QCOMPARE(other.keyEvents(), before);
         QCOMPARE(browser.keyEvents(), 0);
-        releasePointer(browser);
+        rival.giveBackKeyboardAndPointer();
     }
 };
 

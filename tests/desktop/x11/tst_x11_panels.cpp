@@ -1,11 +1,15 @@
+#include "desktop/support/x11/SelectionReader.h"
+#include "desktop/support/x11/X11ClientWindow.h"
+#include "desktop/support/x11/X11Hardware.h"
+#include "desktop/support/x11/X11Input.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/grab/ServerPixels.h"
 #include "platform/x11/windows/X11Panels.h"
 #include "support/TestCase.h"
-#include "x11/InputClient.h"
 #include "x11/RootImage.h"
+#include "x11/ThisDesktop.h"
 
 #include <QGuiApplication>
 #include <QLineEdit>
@@ -19,11 +23,11 @@
 
 namespace brindlecam {
 
-using test::InputClient;
+using desktop::X11ClientWindow;
+using test::activate;
+using test::display;
 using test::rootImage;
-using test::run;
 using test::settle;
-using test::xdotool;
 
 namespace {
 
@@ -74,6 +78,8 @@ class TestX11Panels final : public test::TestCase {
 private:
     std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
     X11Panels m_panels{m_events, std::make_shared<ServerPixels>()};
+    desktop::X11Input m_hands{display()};
+    desktop::X11Hardware m_hardware{display()};
 
     static std::vector<std::uint32_t> atoms(const QWidget& widget, const char* property)
     {
@@ -151,8 +157,8 @@ private Q_SLOTS:
         QFETCH(PanelRole, role);
         QFETCH(QByteArray, type);
         QFETCH(bool, managed);
-        InputClient below(QRect(300, 300, 200, 200));
-        below.activate();
+        X11ClientWindow below(display(), {.pixels = QRect(300, 300, 200, 200)});
+        activate(below);
         QTRY_VERIFY(below.hasFocus());
         QWidget widget;
         m_panels.assume(widget, role);
@@ -203,9 +209,9 @@ private Q_SLOTS:
 
     void overlayTakesTheFocusAndTyping()
     {
-        QVERIFY(run(QStringLiteral("setxkbmap"), {QStringLiteral("es")}));
-        InputClient below(QRect(300, 300, 200, 200));
-        below.activate();
+        m_hardware.setKeyboard(QStringLiteral("es"));
+        X11ClientWindow below(display(), {.pixels = QRect(300, 300, 200, 200)});
+        activate(below);
         QTRY_VERIFY(below.hasFocus());
         QWidget overlay;
         QVBoxLayout layout(&overlay);
@@ -216,12 +222,13 @@ private Q_SLOTS:
         m_panels.focus(overlay);
         field.setFocus();
         QTRY_VERIFY(field.hasFocus());
-        QVERIFY(xdotool(QStringLiteral("key a key b")));
+        m_hands.type("ab");
         QTRY_COMPARE(field.text(), QStringLiteral("ab"));
-        QVERIFY(xdotool(QStringLiteral("key dead_acute key e")));
+        m_hands.tap(Qt::Key_Dead_Acute);
+        m_hands.tap(Qt::Key_E);
         QTRY_COMPARE(field.text(), QStringLiteral("abé"));
         QCOMPARE(below.keyEvents(), 0);
-        QVERIFY(run(QStringLiteral("setxkbmap"), {QStringLiteral("us")}));
+        m_hardware.setKeyboard(QStringLiteral("us"));
     }
 
     void focusAskedForBeforeTheMapComesWithIt()
@@ -248,9 +255,9 @@ private Q_SLOTS:
         m_panels.show(right, QRect(683, 0, 683, 768));
         m_panels.focus(left);
         QTRY_VERIFY(left.isActiveWindow());
-        QVERIFY(xdotool(QStringLiteral("mousemove 1000 400 click 1")));
+        m_hands.click({1000, 400});
         QTRY_VERIFY(right.isActiveWindow());
-        QVERIFY(xdotool(QStringLiteral("mousemove 300 400 click 1")));
+        m_hands.click({300, 400});
         QTRY_VERIFY(left.isActiveWindow());
     }
 
@@ -264,19 +271,21 @@ private Q_SLOTS:
     void untouchablePanelsLetClicksThrough()
     {
         QFETCH(PanelRole, role);
-        InputClient below(QRect(300, 300, 300, 300), InputClient::Kind::overrideRedirect);
+        X11ClientWindow below(display(), {.pixels = QRect(300, 300, 300, 300),
+                                          .kind = desktop::WindowKind::unmanaged});
         QWidget toast;
         m_panels.assume(toast, role);
         m_panels.show(toast, QRect(350, 350, 200, 100));
         QVERIFY(QTest::qWaitForWindowExposed(&toast));
-        QVERIFY(xdotool(QStringLiteral("mousemove 400 400 click 1")));
-        QTRY_COMPARE(below.buttonPresses(), 1);
+        m_hands.click({400, 400});
+        QTRY_COMPARE(below.clicks().size(), std::size_t(1));
     }
 
     void dialogIsActiveAndStaysOnTop()
     {
-        InputClient below(QRect(100, 100, 900, 600));
-        below.activate();
+        const QColor colour(0x33, 0x66, 0x99);
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 900, 600), .colour = colour});
+        activate(below);
         QTRY_VERIFY(below.hasFocus());
         QMessageBox alert(QMessageBox::Warning, QStringLiteral("Title"), QStringLiteral("Text"));
         m_panels.assume(alert, PanelRole::dialog);
@@ -291,8 +300,7 @@ private Q_SLOTS:
         const auto rect = x11::rectOnRoot(idOf(alert));
         QVERIFY(rect);
         // What lies under the alert's middle is the alert, and not the window that was raised.
-        QVERIFY(rootImage(QRect(rect->center(), QSize(1, 1))).pixelColor(0, 0) !=
-                QColor(0x33, 0x66, 0x99));
+        QVERIFY(rootImage(QRect(rect->center(), QSize(1, 1))).pixelColor(0, 0) != colour);
     }
 
     void compositorIsSeenWhenItComesAndGoes()
@@ -302,10 +310,8 @@ private Q_SLOTS:
         m_panels.whenBlendingChanges(&context, [&] { ++changes; });
         QVERIFY(!m_panels.translucent());
         {
-            InputClient compositor(QRect(0, 0, 1, 1), InputClient::Kind::overrideRedirect);
-            xcb_set_selection_owner(compositor.connection(), compositor.window(),
-                                    compositor.atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
-            compositor.sync();
+            desktop::SelectionReader compositor(display());
+            QVERIFY(compositor.own("_NET_WM_CM_S0"));
             QTRY_COMPARE(changes, 1);
             QVERIFY(m_panels.translucent());
         }

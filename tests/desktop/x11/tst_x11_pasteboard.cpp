@@ -1,6 +1,6 @@
-#include "x11/InputClient.h"
+#include "desktop/support/x11/SelectionReader.h"
 #include "x11/PasteboardTest.h"
-#include "x11/SelectionReader.h"
+#include "x11/ThisDesktop.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,8 +15,8 @@
 
 namespace brindlecam {
 
-using test::run;
-using test::SelectionReader;
+using desktop::SelectionReader;
+using test::display;
 
 namespace {
 
@@ -41,12 +41,17 @@ QByteArray pastedByXclip(const QString& target)
     return xclip.readAllStandardOutput();
 }
 
-bool copiedByXclip(const QString& text)
+/// Leaves a copy of it behind that serves the text.
+bool copiedByXclip(const QByteArray& text)
 {
-    return run(
-        QStringLiteral("sh"),
-        {QStringLiteral("-c"),
-         QStringLiteral("printf %s '%1' | xclip -selection clipboard > /dev/null 2>&1").arg(text)});
+    QProcess xclip;
+    xclip.setStandardOutputFile(QProcess::nullDevice());
+    xclip.setStandardErrorFile(QProcess::nullDevice());
+    xclip.start(QStringLiteral("xclip"),
+                {QStringLiteral("-selection"), QStringLiteral("clipboard")});
+    xclip.write(text);
+    xclip.closeWriteChannel();
+    return xclip.waitForFinished() && xclip.exitCode() == 0;
 }
 
 /// Wake-ups so far of the thread that owns the clipboard.
@@ -96,7 +101,7 @@ private Q_SLOTS:
         QFETCH(qsizetype, size);
         const QByteArray png = noise(size);
         QVERIFY(setPicture(png, nothing));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QVERIFY(reader.read("image/png") == png);
         QVERIFY(pastedByXclip(QStringLiteral("image/png")) == png);
     }
@@ -104,7 +109,7 @@ private Q_SLOTS:
     void offersPngBeforeTiff()
     {
         QVERIFY(setPicture("png", nothing));
-        SelectionReader reader;
+        SelectionReader reader(display());
         const QList<QByteArray> expected{"TARGETS",      "TIMESTAMP", "MULTIPLE",
                                          "SAVE_TARGETS", "image/png", "image/tiff"};
         QCOMPARE(reader.targets(), expected);
@@ -116,7 +121,7 @@ private Q_SLOTS:
 
     void newestContentWins()
     {
-        SelectionReader reader;
+        SelectionReader reader(display());
         for (int i = 0; i < 50; ++i) {
             const QByteArray png = "picture " + QByteArray::number(i);
             QVERIFY(setPicture(png, nothing));
@@ -126,9 +131,9 @@ private Q_SLOTS:
 
     void takesOverFromAnotherProgramAndLosesToIt()
     {
-        SelectionReader reader;
+        SelectionReader reader(display());
         for (int i = 0; i < 5; ++i) {
-            QVERIFY(copiedByXclip(QStringLiteral("theirs")));
+            QVERIFY(copiedByXclip("theirs"));
             QTRY_COMPARE(reader.read("UTF8_STRING"), QByteArray("theirs"));
             QVERIFY(setPicture("ours", nothing));
             QCOMPARE(reader.read("image/png"), QByteArray("ours"));
@@ -152,8 +157,8 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, target);
         QVERIFY(setText(QStringLiteral("mañana → 5 €")));
-        SelectionReader reader;
-        QTEST(reader.read(target.constData()).value_or("refused"), "bytes");
+        SelectionReader reader(display());
+        QTEST(reader.read(target).value_or("refused"), "bytes");
     }
 
     void tiffIsMadeOnceWhenFirstAskedForAndNobodyWaitsForIt()
@@ -165,9 +170,9 @@ private Q_SLOTS:
             gate->acquire();
             return QByteArray("tiff");
         }));
-        SelectionReader first;
-        SelectionReader second;
-        SelectionReader third;
+        SelectionReader first(display());
+        SelectionReader second(display());
+        SelectionReader third(display());
         QCOMPARE(third.read("image/png"), QByteArray("png"));
         QCOMPARE(made->load(), 0);
         first.ask("image/tiff");
@@ -184,7 +189,7 @@ private Q_SLOTS:
     void tiffThatCannotBeMadeIsRefused()
     {
         QVERIFY(setPicture("png", nothing));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QVERIFY(!reader.read("image/tiff"));
         QVERIFY(!reader.read("image/tiff"));
     }
@@ -196,9 +201,9 @@ private Q_SLOTS:
             gate->acquire();
             return QByteArray("tiff");
         }));
-        SelectionReader reader;
+        SelectionReader reader(display());
         reader.ask("image/tiff");
-        SelectionReader other;
+        SelectionReader other(display());
         QCOMPARE(other.read("image/png"), QByteArray("png"));
         QVERIFY(setText(QStringLiteral("newer")));
         gate->release();
@@ -208,7 +213,7 @@ private Q_SLOTS:
     void severalAreAskedForAtOnce()
     {
         QVERIFY(setPicture("png", [] { return QByteArray("tiff"); }));
-        SelectionReader reader;
+        SelectionReader reader(display());
         const QList<std::optional<QByteArray>> expected{QByteArray("png"), QByteArray("tiff"),
                                                         std::nullopt};
         QCOMPARE(reader.readMultiple({"image/png", "image/tiff", "image/bmp"}), expected);
@@ -218,14 +223,14 @@ private Q_SLOTS:
     {
         const QByteArray older = noise(3 * kMega);
         QVERIFY(setPicture(older, nothing));
-        SelectionReader slow;
+        SelectionReader slow(display());
         slow.ask("image/png");
-        QVERIFY(slow.beginChunks());
+        QVERIFY(slow.beginPieces());
         const QByteArray newer = noise(2 * kMega);
         QVERIFY(setPicture(newer, nothing));
-        SelectionReader quick;
+        SelectionReader quick(display());
         QVERIFY(quick.read("image/png") == newer);
-        QVERIFY(slow.finishChunks() == older);
+        QVERIFY(slow.finishPieces() == older);
         QVERIFY(slow.read("image/png") == newer);
     }
 
@@ -234,24 +239,21 @@ private Q_SLOTS:
         const QByteArray png = noise(4 * kMega);
         QVERIFY(setPicture(png, nothing));
         for (int i = 0; i < 3; ++i) {
-            SelectionReader mortal;
+            SelectionReader mortal(display());
             mortal.ask("image/png");
-            QVERIFY(mortal.beginChunks());
-            mortal.die();
+            QVERIFY(mortal.beginPieces());
         }
         // Connected before the other dies: the server gives a new client the dead one's window ids,
         // and with them what was meant for it.
-        SelectionReader reader;
-        SelectionReader hasty;
-        hasty.ask("image/png");
-        hasty.die();
+        SelectionReader reader(display());
+        SelectionReader(display()).ask("image/png");
         QVERIFY(reader.read("image/png") == png);
     }
 
     void sleepsWhenNobodyAsks()
     {
         QVERIFY(setPicture(noise(2 * kMega), nothing));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QVERIFY(reader.read("image/png"));
         QTest::qWait(200);
         const int before = wakeUps();
@@ -266,7 +268,7 @@ private Q_SLOTS:
         const qint64 before = privateMemory();
         QVERIFY(setPicture(noise(48 * kMega), nothing));
         QVERIFY(privateMemory() > before + 40 * kMega);
-        QVERIFY(copiedByXclip(QStringLiteral("theirs")));
+        QVERIFY(copiedByXclip("theirs"));
         QTRY_VERIFY(privateMemory() < before + 4 * kMega);
     }
 
@@ -277,11 +279,11 @@ private Q_SLOTS:
             gate->acquire();
             return QByteArray("tiff");
         }));
-        SelectionReader reader;
+        SelectionReader reader(display());
         reader.ask("image/tiff");
-        SelectionReader slow;
+        SelectionReader slow(display());
         slow.ask("image/png");
-        QVERIFY(slow.beginChunks());
+        QVERIFY(slow.beginPieces());
         m_pasteboard.reset();
         gate->release();
         QThreadPool::globalInstance()->waitForDone();

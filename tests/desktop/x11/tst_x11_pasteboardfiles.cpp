@@ -1,7 +1,8 @@
+#include "desktop/support/x11/SelectionReader.h"
 #include "support/Files.h"
 #include "x11/PasteboardTest.h"
-#include "x11/SelectionReader.h"
 #include "x11/ServerForMyself.h"
+#include "x11/ThisDesktop.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -12,7 +13,8 @@
 
 namespace brindlecam {
 
-using test::SelectionReader;
+using desktop::SelectionReader;
+using test::display;
 
 namespace {
 
@@ -45,7 +47,7 @@ private Q_SLOTS:
     void aGifIsOfferedAsItsFileAndThenAsItsBytes()
     {
         QVERIFY(taken(ClipboardContent::gif("GIF89a", QStringLiteral("/a b.gif"))));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QCOMPARE(reader.targets(),
                  kAlwaysOffered + QList<QByteArray>({"text/uri-list",
                                                      "x-special/gnome-copied-files", "image/gif"}));
@@ -61,7 +63,7 @@ private Q_SLOTS:
     {
         QVERIFY(
             taken(ClipboardContent::files({QStringLiteral("/a.png"), QStringLiteral("/b.gif")})));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QCOMPARE(reader.targets(),
                  kAlwaysOffered +
                      QList<QByteArray>({"text/uri-list", "x-special/gnome-copied-files"}));
@@ -77,7 +79,7 @@ private Q_SLOTS:
         const QString path = place.filePath(QStringLiteral("año 100%.gif"));
         test::put(path, gif);
         QVERIFY(taken(ClipboardContent::gif(gif, path)));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QVERIFY(reader.read("image/gif") == gif);
         QVERIFY(readByXclip(QStringLiteral("image/gif")) == gif);
         const QUrl pasted = QUrl::fromEncoded(
@@ -100,7 +102,7 @@ private Q_SLOTS:
     void severalFormsAreAskedForAtOnce()
     {
         QVERIFY(taken(ClipboardContent::gif("GIF89a", QStringLiteral("/a.gif"))));
-        SelectionReader reader;
+        SelectionReader reader(display());
         const QList<std::optional<QByteArray>> expected{QByteArray("GIF89a"), std::nullopt,
                                                         QByteArray("file:///a.gif\r\n")};
         QCOMPARE(reader.readMultiple({"image/gif", "image/png", "text/uri-list"}), expected);
@@ -108,7 +110,7 @@ private Q_SLOTS:
 
     void eachKindReplacesTheOneBefore()
     {
-        SelectionReader reader;
+        SelectionReader reader(display());
         QVERIFY(setPicture("png", nothing));
         QVERIFY(taken(ClipboardContent::gif("GIF89a", QStringLiteral("/a.gif"))));
         QVERIFY(!reader.read("image/png"));
@@ -133,7 +135,7 @@ private Q_SLOTS:
         }
         QTRY_COMPARE(fates.size(), 2);
         QCOMPARE(fates, QList<ClipboardFate>({ClipboardFate::overtaken, ClipboardFate::taken}));
-        SelectionReader reader;
+        SelectionReader reader(display());
         QCOMPARE(reader.read("text/uri-list"), QByteArray("file:///b.png\r\n"));
     }
 

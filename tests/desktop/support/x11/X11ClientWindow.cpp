@@ -23,7 +23,8 @@ X11ClientWindow::X11ClientWindow(const QString& display, const ClientWindowOptio
     }
     const xcb_pixmap_t background = uploaded(m_connection, picture);
     const std::uint32_t values[] = {background, options.kind == WindowKind::unmanaged ? 1U : 0U,
-                                    XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_BUTTON_PRESS |
+                                    XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
+                                        XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_FOCUS_CHANGE |
                                         XCB_EVENT_MASK_STRUCTURE_NOTIFY};
     const QRect& place = options.pixels;
     xcb_create_window(m_connection.raw(), XCB_COPY_FROM_PARENT, m_window, m_connection.root(),
@@ -68,11 +69,14 @@ void X11ClientWindow::takeFocus()
     m_connection.sync();
 }
 
+void X11ClientWindow::raise()
+{
+    restack(XCB_STACK_MODE_ABOVE);
+}
+
 void X11ClientWindow::lower()
 {
-    const std::uint32_t below = XCB_STACK_MODE_BELOW;
-    xcb_configure_window(m_connection.raw(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
-    m_connection.sync();
+    restack(XCB_STACK_MODE_BELOW);
 }
 
 void X11ClientWindow::paint(QColor colour)
@@ -100,6 +104,7 @@ void X11ClientWindow::forget()
     collect();
     m_keys.clear();
     m_clicks.clear();
+    m_keyEvents = 0;
 }
 
 const std::vector<KeyPress>& X11ClientWindow::keys()
@@ -112,6 +117,24 @@ const std::vector<Click>& X11ClientWindow::clicks()
 {
     collect();
     return m_clicks;
+}
+
+int X11ClientWindow::keyEvents()
+{
+    collect();
+    return m_keyEvents;
+}
+
+int X11ClientWindow::focusGains()
+{
+    collect();
+    return m_focusGains;
+}
+
+void X11ClientWindow::restack(std::uint32_t mode)
+{
+    xcb_configure_window(m_connection.raw(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+    m_connection.sync();
 }
 
 void X11ClientWindow::announce(const ClientWindowOptions& options) const
@@ -170,6 +193,8 @@ void X11ClientWindow::collect()
     m_connection.sync();
     while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.raw())}) {
         const auto type = event->response_type & 0x7f;
+        m_keyEvents += type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE ? 1 : 0;
+        m_focusGains += type == XCB_FOCUS_IN ? 1 : 0;
         if (type == XCB_KEY_PRESS) {
             const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
             m_keys.push_back({keyOf(m_connection.keysym(key.detail)), modifiersOf(key.state)});

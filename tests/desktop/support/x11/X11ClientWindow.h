@@ -15,6 +15,7 @@ public:
     [[nodiscard]] QRect framePixels() const override;
     [[nodiscard]] bool hasFocus() const override;
     void takeFocus() override;
+    void raise() override;
     void lower() override;
     void paint(QColor colour) override;
     void claimFullScreen(bool fullScreen) override;
@@ -22,7 +23,15 @@ public:
     [[nodiscard]] const std::vector<KeyPress>& keys() override;
     [[nodiscard]] const std::vector<Click>& clicks() override;
 
+    // What only other programs of this server look at.
+    [[nodiscard]] const Connection& connection() const { return m_connection; }
+    /// Presses and releases of keys since the last forget().
+    [[nodiscard]] int keyEvents();
+    /// How often it has got the focus since it was made.
+    [[nodiscard]] int focusGains();
+
 private:
+    void restack(std::uint32_t mode);
     void announce(const ClientWindowOptions& options) const;
     void setAtom(const QByteArray& property, const QByteArray& value) const;
     [[nodiscard]] bool isViewable() const;
@@ -32,6 +41,8 @@ private:
     xcb_window_t m_window = 0;
     std::vector<KeyPress> m_keys;
     std::vector<Click> m_clicks;
+    int m_keyEvents = 0;
+    int m_focusGains = 0;
 };
 
 } // namespace brindlecam::desktop

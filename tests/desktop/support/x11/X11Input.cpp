@@ -23,18 +23,12 @@ X11Input::~X11Input()
 
 void X11Input::press(Qt::Key key)
 {
-    const xcb_keycode_t pressed = code(key);
-    m_downKeys.push_back(pressed);
-    passMillisecond();
-    fake(XCB_KEY_PRESS, pressed);
+    pressCode(code(key));
 }
 
 void X11Input::release(Qt::Key key)
 {
-    const xcb_keycode_t released = code(key);
-    std::erase(m_downKeys, released);
-    fake(XCB_KEY_RELEASE, released);
-    m_lastRelease.start();
+    releaseCode(code(key));
 }
 
 void X11Input::moveTo(QPoint pixel)
@@ -72,6 +66,26 @@ void X11Input::letGo()
     for (; !m_downKeys.empty(); m_downKeys.pop_back())
         send(XCB_KEY_RELEASE, m_downKeys.back());
     m_connection.sync();
+    m_lastRelease.start();
+}
+
+void X11Input::tapCode(xcb_keycode_t code)
+{
+    pressCode(code);
+    releaseCode(code);
+}
+
+void X11Input::pressCode(xcb_keycode_t code)
+{
+    m_downKeys.push_back(code);
+    passMillisecond();
+    fake(XCB_KEY_PRESS, code);
+}
+
+void X11Input::releaseCode(xcb_keycode_t code)
+{
+    std::erase(m_downKeys, code);
+    fake(XCB_KEY_RELEASE, code);
     m_lastRelease.start();
 }
 

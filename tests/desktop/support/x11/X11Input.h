@@ -33,7 +33,12 @@ public:
         return m_lastSent;
     }
 
+    /// A key by its code, for those that have no name.
+    void tapCode(xcb_keycode_t code);
+
 private:
+    void pressCode(xcb_keycode_t code);
+    void releaseCode(xcb_keycode_t code);
     /// Sends an event and waits for it, if anybody waits.
     void fake(std::uint8_t type, std::uint8_t detail, QPoint pixel = {});
     void send(std::uint8_t type, std::uint8_t detail, QPoint pixel = {});

@@ -14,10 +14,7 @@ X11Rival::X11Rival(const QString& display)
 bool X11Rival::takeHotKey(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     return std::ranges::all_of(m_connection.keycodes(keysymOf(key)), [&](xcb_keycode_t code) {
-        const auto cookie =
-            xcb_grab_key_checked(m_connection.raw(), 1, m_connection.root(), maskOf(modifiers),
-                                 code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        return !Owned<xcb_generic_error_t>(xcb_request_check(m_connection.raw(), cookie));
+        return takeCode(code, maskOf(modifiers));
     });
 }
 
@@ -66,6 +63,19 @@ bool X11Rival::isPointerTaken()
     xcb_ungrab_pointer(m_connection.raw(), XCB_CURRENT_TIME);
     m_connection.sync();
     return status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+}
+
+bool X11Rival::takeCode(xcb_keycode_t code, std::uint16_t mask)
+{
+    const auto cookie = xcb_grab_key_checked(m_connection.raw(), 1, m_connection.root(), mask, code,
+                                             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    return !Owned<xcb_generic_error_t>(xcb_request_check(m_connection.raw(), cookie));
+}
+
+void X11Rival::giveBackHotKeys()
+{
+    xcb_ungrab_key(m_connection.raw(), XCB_GRAB_ANY, m_connection.root(), XCB_MOD_MASK_ANY);
+    m_connection.sync();
 }
 
 std::uint8_t X11Rival::grabKeyboard()

@@ -19,6 +19,10 @@ public:
     [[nodiscard]] bool isKeyboardTaken() override;
     [[nodiscard]] bool isPointerTaken() override;
 
+    /// Makes one key a hot key with exactly these XCB_MOD_MASK_… bits. False when somebody has it.
+    [[nodiscard]] bool takeCode(xcb_keycode_t code, std::uint16_t mask);
+    void giveBackHotKeys();
+
 private:
     [[nodiscard]] std::uint8_t grabKeyboard();
     [[nodiscard]] std::uint8_t grabPointer();
