@@ -1,10 +1,11 @@
 #pragma once
 
+#include "desktop/support/x11/Connection.h"
+#include "x11/ThisDesktop.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QRect>
-
-#include <xcb/xcb.h>
 
 #include <cstdint>
 #include <vector>
@@ -19,18 +20,13 @@ struct WindowOptions {
     QByteArray type{}; ///< _NET_WM_WINDOW_TYPE; none when empty
 };
 
-/// Another program on the same X server: paints, opens windows and speaks to the window manager.
-/// Every call has taken effect in the server when it returns. Its windows go with it.
+/// Another program on the same X server, for what an ordinary one's windows don't have: borders,
+/// only input, any property. Every call has taken effect in the server when it returns. Its windows
+/// go with it.
 class Client final {
 public:
-    Client();
-    ~Client();
-    Client(const Client&) = delete;
-    Client& operator=(const Client&) = delete;
-
-    [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
-    [[nodiscard]] xcb_connection_t* raw() const { return m_connection; }
-    [[nodiscard]] xcb_atom_t atom(const QByteArray& name) const;
+    [[nodiscard]] xcb_window_t root() const { return m_connection.root(); }
+    [[nodiscard]] xcb_atom_t atom(const QByteArray& name) const { return m_connection.atom(name); }
 
     /// A window that is shown; a window manager may still be busy with it.
     [[nodiscard]] xcb_window_t show(const WindowOptions& options);
@@ -41,13 +37,9 @@ public:
     void setNumbers(xcb_window_t window, const QByteArray& property,
                     const std::vector<std::uint32_t>& values, xcb_atom_t type = XCB_ATOM_CARDINAL);
     void remove(xcb_window_t window, const QByteArray& property);
-    /// Asks the window manager for something about a window.
-    void ask(xcb_window_t window, const QByteArray& message, std::uint32_t value,
-             std::uint32_t second = 0);
 
     /// Paints the desktop itself; colours must be ones that every depth has.
     void paintDesktop(const QImage& picture);
-    void movePointer(QPoint to);
     /// Gives the desktop a pointer that can be seen.
     void setArrowPointer();
 
@@ -58,13 +50,9 @@ public:
     [[nodiscard]] QRect outerRect(xcb_window_t window) const;
     /// The child of the root window that holds this window: itself, or its frame.
     [[nodiscard]] xcb_window_t topLevel(xcb_window_t window) const;
-    [[nodiscard]] bool isViewable(xcb_window_t window) const;
 
 private:
-    void sync() const;
-
-    xcb_connection_t* m_connection;
-    const xcb_screen_t* m_screen;
+    desktop::Connection m_connection{display()};
 };
 
 } // namespace brindlecam::test

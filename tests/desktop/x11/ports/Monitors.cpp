@@ -1,7 +1,6 @@
 #include "x11/ports/Monitors.h"
 
 #include <QGuiApplication>
-#include <QProcess>
 #include <QScreen>
 #include <QTest>
 
@@ -9,13 +8,8 @@ namespace brindlecam::test {
 
 namespace {
 
-void xrandr(const QString& arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral("xrandr"), arguments.split(QLatin1Char(' ')));
-    if (!process.waitForFinished() || process.exitCode() != 0)
-        qFatal("xrandr %s: %s", qPrintable(arguments), process.readAllStandardError().constData());
-}
+const QString kNameOfLeft = QStringLiteral("LEFT");
+const QString kNameOfRight = QStringLiteral("RIGHT");
 
 bool qtHasScreens(const QStringList& names)
 {
@@ -26,33 +20,19 @@ bool qtHasScreens(const QStringList& names)
     return present == names;
 }
 
-void add(const QString& name, const QRect& native, const QString& output)
-{
-    xrandr(QStringLiteral("--setmonitor %1 %2/200x%3/150+%4+%5 %6")
-               .arg(name)
-               .arg(native.width())
-               .arg(native.height())
-               .arg(native.x())
-               .arg(native.y())
-               .arg(output));
-}
-
 } // namespace
 
 Monitors::Monitors()
 {
-    add(QStringLiteral("LEFT"), kLeft, QStringLiteral("screen"));
-    add(QStringLiteral("RIGHT"), kRight, QStringLiteral("none"));
-    if (!QTest::qWaitFor([] {
-            return qtHasScreens({QStringLiteral("LEFT"), QStringLiteral("RIGHT")});
-        }))
+    m_hardware.setMonitors({{kNameOfLeft, kLeft}, {kNameOfRight, kRight}});
+    if (!QTest::qWaitFor([] { return qtHasScreens({kNameOfLeft, kNameOfRight}); }))
         qFatal("Qt does not see the monitors");
 }
 
 Monitors::~Monitors()
 {
-    xrandr(QStringLiteral("--delmonitor RIGHT"));
-    xrandr(QStringLiteral("--delmonitor LEFT"));
+    m_hardware.removeMonitor(kNameOfRight);
+    m_hardware.removeMonitor(kNameOfLeft);
     if (!QTest::qWaitFor([] { return qtHasScreens({QStringLiteral("screen")}); }))
         qFatal("Qt still sees the monitors");
 }

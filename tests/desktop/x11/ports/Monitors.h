@@ -1,5 +1,8 @@
 #pragma once
 
+#include "desktop/support/x11/X11Hardware.h"
+#include "x11/ThisDesktop.h"
+
 #include <QRect>
 
 namespace brindlecam::test {
@@ -16,6 +19,9 @@ public:
     ~Monitors();
     Monitors(const Monitors&) = delete;
     Monitors& operator=(const Monitors&) = delete;
+
+private:
+    desktop::X11Hardware m_hardware{display()};
 };
 
 } // namespace brindlecam::test

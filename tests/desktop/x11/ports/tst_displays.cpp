@@ -1,3 +1,4 @@
+#include "desktop/support/x11/X11Input.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/desktop/X11Displays.h"
 #include "support/TestCase.h"
@@ -87,8 +88,7 @@ private Q_SLOTS:
     void pointerIsToldInNativePixels()
     {
         const Monitors monitors;
-        test::Client client;
-        client.movePointer(QPoint(1203, 407));
+        desktop::X11Input(test::display()).moveTo({1203, 407});
         QCOMPARE(X11Displays().pointer(), std::optional(QPoint(1203, 407)));
     }
 

@@ -1,3 +1,4 @@
+#include "desktop/support/x11/X11Input.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/desktop/X11Displays.h"
 #include "platform/x11/grab/ServerPixels.h"
@@ -93,7 +94,7 @@ private Q_SLOTS:
     void everyMonitorShowsWhatWasPaintedThere()
     {
         const test::Monitors monitors;
-        m_client->movePointer(test::Monitors::kRight.center());
+        m_hands.moveTo(test::Monitors::kRight.center());
         X11Grabber grabber(m_pixels);
         const auto grabbed = grab(grabber, X11Displays().screens());
         QCOMPARE(grabbed.size(), std::size_t(2));
@@ -107,7 +108,7 @@ private Q_SLOTS:
     void pointerIsNeverInThePicture()
     {
         const QPoint place(400, 300);
-        m_client->movePointer(place);
+        m_hands.moveTo(place);
         X11Grabber grabber(m_pixels);
         const QRect around(place - QPoint(32, 32), QSize(64, 64));
         const auto image = grabber.grabRegion(around);
@@ -219,8 +220,8 @@ private Q_SLOTS:
         // The bands below the desktop's last row are refused.
         const QRect tooHigh(0, 0, kDesktop.width(), kDesktop.height() + 600);
         for (int time = 0; time < 3; ++time) {
-            QVERIFY(!m_pixels->read(tooHigh));            // nor without shared memory
-            m_client->movePointer(QPoint(10 + time, 10)); // waits for the server
+            QVERIFY(!m_pixels->read(tooHigh)); // nor without shared memory
+            m_hands.moveTo({10 + time, 10});   // waits for the server
         }
         X11Grabber grabber(m_pixels);
         const auto after = grabber.grabRegion(QRect({}, kDesktop));
@@ -259,6 +260,7 @@ private Q_SLOTS:
 private:
     const QImage m_pattern = pattern();
     std::optional<test::Client> m_client;
+    desktop::X11Input m_hands{test::display()};
     std::shared_ptr<ServerPixels> m_pixels = std::make_shared<ServerPixels>();
 };
 

@@ -1,3 +1,4 @@
+#include "desktop/support/x11/X11Pager.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/desktop/X11WindowList.h"
 #include "support/TestCase.h"
@@ -127,28 +128,27 @@ private Q_SLOTS:
 
     void minimisedWindowsAreLeftOut()
     {
-        constexpr std::uint32_t kIconic = 3;
         test::Client client;
         const auto window = show(client, 61, {});
-        client.ask(window, "WM_CHANGE_STATE", kIconic);
+        m_pager.iconify(window);
         QTRY_VERIFY(!find(61));
     }
 
     void windowsOfOtherDesktopsAreLeftOut()
     {
-        constexpr std::uint32_t kEvery = 0xffffffff;
+        constexpr int kEvery = -1;
         test::Client client;
         const auto window = show(client, 71, {});
-        client.ask(window, "_NET_WM_DESKTOP", 1);
+        m_pager.sendToDesktop(window, 1);
         QTRY_VERIFY(!find(71));
-        client.ask(window, "_NET_WM_DESKTOP", kEvery);
+        m_pager.sendToDesktop(window, kEvery);
         QTRY_VERIFY(find(71));
-        client.ask(client.root(), "_NET_CURRENT_DESKTOP", 1);
+        m_pager.goToDesktop(1);
         QTRY_COMPARE(
             x11::property32(x11::root(), x11::atom("_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL),
             std::vector<std::uint32_t>{1});
         QVERIFY(find(71));
-        client.ask(client.root(), "_NET_CURRENT_DESKTOP", 0);
+        m_pager.goToDesktop(0);
         QTRY_COMPARE(
             x11::property32(x11::root(), x11::atom("_NET_CURRENT_DESKTOP"), XCB_ATOM_CARDINAL),
             std::vector<std::uint32_t>{0});
@@ -173,6 +173,8 @@ private:
             qWarning("the window of %u never shows up", pid);
         return window;
     }
+
+    desktop::X11Pager m_pager{test::display()};
 };
 
 BRINDLECAM_TEST(TestManagedWindows);
