@@ -37,6 +37,8 @@ void PaintedWindow::paintEvent(QPaintEvent*)
     painter.restore();
     for (const QRect& window : m_above)
         paintShadow(painter, window);
+    if (const auto painted = std::exchange(onPainted, nullptr))
+        painted();
 }
 
 } // namespace brindlecam::sample

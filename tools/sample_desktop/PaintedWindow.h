@@ -17,6 +17,9 @@ class PaintedWindow final : public QWidget {
 public:
     PaintedWindow(const QRect& place, Scene scene);
 
+    /// Once, when it is painted for the first time.
+    std::function<void()> onPainted;
+
     /// Another window will lie over this one.
     void coverWith(const PaintedWindow& other);
 

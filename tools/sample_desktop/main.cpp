@@ -11,6 +11,7 @@
 #include <QScreen>
 
 #include <cstdio>
+#include <vector>
 
 using namespace brindlecam::sample;
 
@@ -30,6 +31,14 @@ void paintPhoto(QPainter& painter, QSize size, const Theme& theme)
     painter.setClipRect(content);
     painter.translate(content.topLeft());
     paintBeach(painter, content.size());
+}
+
+/// Whoever waits for this line finds every window painted.
+void sayReady()
+{
+    QGuiApplication::sync();
+    std::puts("ready");
+    std::fflush(stdout);
 }
 
 } // namespace
@@ -63,17 +72,15 @@ int main(int argc, char* argv[])
         for (std::size_t below = 0; below < above; ++below)
             order[below]->coverWith(*order[above]);
     }
-    for (PaintedWindow* window : order)
+    std::vector<PaintedWindow*> windows(std::begin(order), std::end(order));
+    windows.push_back(&topBar);
+    std::size_t unpainted = windows.size();
+    for (PaintedWindow* window : windows) {
+        window->onPainted = [&] {
+            if (--unpainted == 0)
+                QMetaObject::invokeMethod(&application, sayReady, Qt::QueuedConnection);
+        };
         window->show();
-    topBar.show();
-
-    // Whoever waits for this line finds every window painted.
-    QMetaObject::invokeMethod(
-        &application,
-        [] {
-            std::puts("ready");
-            std::fflush(stdout);
-        },
-        Qt::QueuedConnection);
+    }
     return QApplication::exec();
 }
