@@ -88,8 +88,9 @@ bool Demo::show()
 bool Demo::openDesktop()
 {
     undertaking = QStringLiteral("no arranca la pantalla virtual");
-    m_desktop = Desktop::start(
-        {.screen = {.pixels = kScreen}, .windowManager = desktop::WindowManager::none});
+    m_desktop = Desktop::start({.screen = {.pixels = kScreen},
+                                .windowManager = desktop::WindowManager::none,
+                                .accessibility = desktop::Accessibility::on});
     undertaking = QStringLiteral("no arranca el gestor de ventanas");
     m_desktop->startWindowManager();
     undertaking = QStringLiteral("no hay teclado español");
@@ -105,6 +106,7 @@ bool Demo::startProgram()
     undertaking = QStringLiteral("el programa se cierra al empezar");
     m_program =
         std::make_unique<desktop::ProgramUnderTest>(*m_desktop, inResults(QStringLiteral("home")));
+    m_controls = std::make_unique<desktop::Controls>(*m_program, *m_desktop);
     m_program->launch();
     return await(QStringLiteral("el programa no responde"),
                  [this] { return m_program->isReady() || !m_program->isRunning(); }) &&
@@ -139,31 +141,29 @@ bool Demo::openArea()
 bool Demo::annotate()
 {
     Input& input = m_desktop->input();
-    choose(Tool::arrow);
-    if (!draws(QStringLiteral("la flecha"), {520, 330, 60, 20}, [&] {
-            input.drag({500, 346}, {596, 330}, kSteps);
-        }))
+    const auto dragged = [&input](QPoint from, QPoint to) {
+        return [&input, from, to] { input.drag(from, to, kSteps); };
+    };
+    const auto clicked = [&input](QPoint place) { return [&input, place] { input.click(place); }; };
+    if (!choose(QStringLiteral("Flecha")) ||
+        !draws(QStringLiteral("la flecha"), {520, 330, 60, 20}, dragged({500, 346}, {596, 330})))
         return false;
-    choose(Tool::rectangle);
-    if (!draws(QStringLiteral("el rectángulo"), {300, 606, 200, 6}, [&] {
-            input.drag({233, 609}, {671, 634}, kSteps);
-        }))
+    if (!choose(QStringLiteral("Rectángulo")) ||
+        !draws(QStringLiteral("el rectángulo"), {300, 606, 200, 6},
+               dragged({233, 609}, {671, 634})))
         return false;
-    choose(Tool::text);
-    if (!draws(QStringLiteral("el texto"), {400, 334, 90, 24}, [&] { write(); }))
+    if (!choose(QStringLiteral("Texto")) ||
+        !draws(QStringLiteral("el texto"), {400, 334, 90, 24}, [this] { write(); }))
         return false;
-    choose(Tool::number);
-    if (!draws(QStringLiteral("el número 1"), {376, 336, 20, 20},
-               [&] { input.click(kFirstNumber); }) ||
-        !draws(QStringLiteral("el número 2"), {669, 601, 20, 20}, [&] {
-            input.click({679, 610});
-        }))
+    if (!choose(QStringLiteral("Números de paso ① ② ③")) ||
+        !draws(QStringLiteral("el número 1"), {376, 336, 20, 20}, clicked(kFirstNumber)) ||
+        !draws(QStringLiteral("el número 2"), {669, 601, 20, 20}, clicked({679, 610})))
         return false;
-    choose(Tool::pixelate);
+    if (!choose(QStringLiteral("Pixelar")))
+        return false;
     for (const int line : {487, 601, 639}) {
-        if (!draws(QStringLiteral("el pixelado"), {740, line - 4, 60, 8}, [&] {
-                input.drag({730, line - 9}, {813, line + 9}, kSteps);
-            }))
+        if (!draws(QStringLiteral("el pixelado"), {740, line - 4, 60, 8},
+                   dragged({730, line - 9}, {813, line + 9})))
             return false;
     }
     return true;
@@ -197,16 +197,13 @@ bool Demo::tellPictures()
                 {inResults(QStringLiteral("session.png"))});
 }
 
-void Demo::choose(Tool tool)
+bool Demo::choose(const QString& tool)
 {
-    // The tools stand 8 points beside the selection; button after button, 32 apart, from 4 within.
-    constexpr int kBeside = 8;
-    constexpr int kPadding = 4;
-    constexpr int kHalfButton = 15;
-    constexpr int kPace = 32;
-    m_desktop->input().click(
-        QPoint(kArea.right() + 1 + kBeside + kPadding + kHalfButton,
-               kArea.top() + kPadding + kHalfButton + kPace * static_cast<int>(tool)));
+    const auto button = m_controls->find(tool, desktop::ControlKind::button);
+    if (!button)
+        return fail(QStringLiteral("no aparece el botón «%1»").arg(tool));
+    m_desktop->input().click(button->pixels.center());
+    return true;
 }
 
 void Demo::write()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/support/Controls.h"
 #include "desktop/support/Desktop.h"
 #include "desktop/support/ProgramUnderTest.h"
 
@@ -25,9 +26,6 @@ public:
     static void interrupt();
 
 private:
-    /// The tools bar's buttons, by their places.
-    enum class Tool { arrow = 3, rectangle = 4, text = 6, number = 7, pixelate = 8 };
-
     // The story, step by step; each says what went wrong.
     [[nodiscard]] bool openDesktop();
     [[nodiscard]] bool startProgram();
@@ -37,7 +35,8 @@ private:
     [[nodiscard]] bool takeArea();
     [[nodiscard]] bool tellPictures();
 
-    void choose(Tool tool);
+    /// Presses the button of this name.
+    [[nodiscard]] bool choose(const QString& tool);
     void write();
     /// Waits until an action has changed a part of the screen.
     [[nodiscard]] bool draws(const QString& what, const QRect& part,
@@ -57,6 +56,7 @@ private:
     std::unique_ptr<desktop::Desktop> m_desktop;
     std::unique_ptr<desktop::Process> m_sample;
     std::unique_ptr<desktop::ProgramUnderTest> m_program;
+    std::unique_ptr<desktop::Controls> m_controls;
 };
 
 } // namespace brindlecam::demo
