@@ -2,6 +2,7 @@
 
 #include "platform/x11/clipboard/X11Pasteboard.h"
 #include "support/TestCase.h"
+#include "x11/ServerForMyself.h"
 
 #include <QThreadPool>
 
@@ -48,11 +49,36 @@ protected:
     {
         return fateOf(ClipboardContent::text(text)) == ClipboardFate::taken;
     }
+    /// Whether what is set while something else is on its way comes in its place.
+    [[nodiscard]] bool overtakes(const ClipboardContent& newer, const ClipboardContent& older)
+    {
+        // The older one may still win: its request may be answered before the newer is heard of.
+        return QTest::qWaitFor([&] {
+            return fatesOf(older, newer) ==
+                   QList<ClipboardFate>({ClipboardFate::overtaken, ClipboardFate::taken});
+        });
+    }
     [[nodiscard]] bool handOver()
     {
         bool done = false;
         m_pasteboard->handOver(this, [&done] { done = true; });
         return QTest::qWaitFor([&done] { return done; });
+    }
+
+private:
+    /// What becomes of two that are set in one moment.
+    [[nodiscard]] QList<ClipboardFate> fatesOf(const ClipboardContent& first,
+                                               const ClipboardContent& second)
+    {
+        const auto fates = std::make_shared<QList<ClipboardFate>>();
+        const auto remember = [fates](ClipboardFate fate) { *fates << fate; };
+        {
+            const ServerForMyself nobodyElse; // so that the first one can't be taken before
+            m_pasteboard->set(first, this, remember);
+            m_pasteboard->set(second, this, remember);
+        }
+        (void)QTest::qWaitFor([&] { return fates->size() == 2; });
+        return *fates;
     }
 };
 

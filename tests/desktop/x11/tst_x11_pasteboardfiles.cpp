@@ -1,7 +1,6 @@
 #include "desktop/support/x11/SelectionReader.h"
 #include "support/Files.h"
 #include "x11/PasteboardTest.h"
-#include "x11/ServerForMyself.h"
 #include "x11/ThisDesktop.h"
 
 #include <QClipboard>
@@ -125,16 +124,8 @@ private Q_SLOTS:
 
     void theNewerOfTwoOvertakesTheOlderWhateverTheyAre()
     {
-        QList<ClipboardFate> fates;
-        const auto remember = [&fates](ClipboardFate fate) { fates << fate; };
-        {
-            const test::ServerForMyself nobodyElse; // so that the first one can't be taken before
-            m_pasteboard->set(ClipboardContent::gif("GIF89a", QStringLiteral("/a.gif")), this,
-                              remember);
-            m_pasteboard->set(ClipboardContent::files({QStringLiteral("/b.png")}), this, remember);
-        }
-        QTRY_COMPARE(fates.size(), 2);
-        QCOMPARE(fates, QList<ClipboardFate>({ClipboardFate::overtaken, ClipboardFate::taken}));
+        QVERIFY(overtakes(ClipboardContent::files({QStringLiteral("/b.png")}),
+                          ClipboardContent::gif("GIF89a", QStringLiteral("/a.gif"))));
         SelectionReader reader(display());
         QCOMPARE(reader.read("text/uri-list"), QByteArray("file:///b.png\r\n"));
     }
