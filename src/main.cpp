@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "look/Appearance.h"
 #include "look/Catalogues.h"
+#include "platform/Platform.h"
 #include "shell/Commands.h"
 #include "shell/SingleInstance.h"
 
@@ -72,17 +73,15 @@ int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance&
     catalogues.install(platform.textCatalogue);
     Appearance::install(platform.interfaceFont);
 
-    Program program(std::move(platform), command.liveTest ? CaptureFailure::Voice::silent
-                                                          : CaptureFailure::Voice::alerts);
+    const auto voice =
+        command.liveTest ? CaptureFailure::Voice::silent : CaptureFailure::Voice::alerts;
+    Program program(platform, voice, instance);
     if (command.action && !program.delegate().isAvailable(*command.action))
         return print(Commands::notAvailableReply());
-    program.onQuitting = [&instance] { instance.hangUp(); };
-    if (!instance.listen([&program](const InstanceRequest& request) {
-            return program.delegate().answer(request);
-        }))
+    if (!program.delegate().listen())
         warn(text("Brindlecam funciona, pero no puede recibir órdenes: no hay dónde abrir su "
                   "socket."));
-    program.start(command.action);
+    program.delegate().start(command.action);
     return QApplication::exec();
 }
 

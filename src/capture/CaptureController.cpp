@@ -12,6 +12,7 @@
 #include "notices/Alerts.h"
 #include "notices/OpenMenus.h"
 #include "notices/Toast.h"
+#include "pins/PinnedCaptures.h"
 #include "platform/Platform.h"
 
 #include <QCoreApplication>
@@ -210,11 +211,10 @@ void CaptureController::wire(OverlayWindow& window)
 std::vector<Toolbar::Action> CaptureController::unavailableActions() const
 {
     std::vector<Toolbar::Action> missing;
-    if (!onPin)
-        missing.push_back(Toolbar::Action::pin);
-    if (!onScroll)
+    const LongCaptures& longCaptures = m_services.longCaptures;
+    if (!longCaptures.available(LongCapture::scroll))
         missing.push_back(Toolbar::Action::scroll);
-    if (!onGif)
+    if (!longCaptures.available(LongCapture::gif))
         missing.push_back(Toolbar::Action::gif);
     return missing;
 }
@@ -268,32 +268,27 @@ void CaptureController::wrapUp(std::function<void()> done)
     done();
 }
 
-void CaptureController::save(const Rendered& picture)
-{
-    m_services.results.save(picture);
-}
-
 void CaptureController::act(const Outcome& outcome, const std::optional<Rendered>& lastAutoCopied,
                             const std::optional<ScreenInfo>& screen)
 {
     CaptureResults& results = m_services.results;
-    std::visit(Overloaded{
-                   [&](const outcome::Copy& copy) { results.area(copy.picture, screen); },
-                   [&](const outcome::Save& save) { results.keep(save.picture, screen); },
-                   [&](const outcome::Text& recognised) { results.text(recognised.text, screen); },
-                   [&](const outcome::Pin& pin) {
-                       results.pinned(pin.picture, screen);
-                       if (onPin)
-                           onPin(pin.picture, pin.frame);
-                   },
-                   [&](const outcome::Scroll& scroll) { startLater(onScroll, scroll.rect); },
-                   [&](const outcome::Gif& gif) { startLater(onGif, gif.rect); },
-                   [&](outcome::Cancel) {
-                       if (lastAutoCopied)
-                           results.keep(*lastAutoCopied, screen);
-                   },
-               },
-               outcome);
+    std::visit(
+        Overloaded{
+            [&](const outcome::Copy& copy) { results.area(copy.picture, screen); },
+            [&](const outcome::Save& save) { results.keep(save.picture, screen); },
+            [&](const outcome::Text& recognised) { results.text(recognised.text, screen); },
+            [&](const outcome::Pin& pin) {
+                results.pinned(pin.picture, screen);
+                m_services.pins.pin(pin.picture, pin.frame);
+            },
+            [&](const outcome::Scroll& scroll) { startLater(LongCapture::scroll, scroll.rect); },
+            [&](const outcome::Gif& gif) { startLater(LongCapture::gif, gif.rect); },
+            [&](outcome::Cancel) {
+                if (lastAutoCopied)
+                    results.keep(*lastAutoCopied, screen);
+            },
+        },
+        outcome);
 }
 
 void CaptureController::end()
@@ -306,17 +301,17 @@ void CaptureController::end()
         wrappedUp();
 }
 
-void CaptureController::startLater(
-    const std::function<void(const QRect&, const ScreenInfo&)>& start, const QRect& nativeRect)
+void CaptureController::startLater(LongCapture kind, const QRect& nativeRect)
 {
     const auto screens = m_services.platform.displays->screens();
     const auto screen = std::ranges::find_if(screens, [&](const ScreenInfo& candidate) {
         return candidate.native.intersects(nativeRect);
     });
-    if (!start || screen == screens.end())
+    if (screen == screens.end() || !m_services.longCaptures.available(kind))
         return;
-    QTimer::singleShot(kLongCaptureDelay, this,
-                       [start, nativeRect, screen = *screen] { start(nativeRect, screen); });
+    QTimer::singleShot(kLongCaptureDelay, this, [this, kind, nativeRect, screen = *screen] {
+        m_services.longCaptures.start(kind, nativeRect, screen);
+    });
 }
 
 void CaptureController::captureFullScreen()

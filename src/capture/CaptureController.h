@@ -4,6 +4,7 @@
 #include "canvas/Outcome.h"
 #include "canvas/Toolbar.h"
 #include "capture/CaptureFailure.h"
+#include "capture/LongCaptures.h"
 #include "capture/OverlaySet.h"
 #include "capture/ScreenGrabber.h"
 #include "platform/HotKey.h"
@@ -25,6 +26,7 @@ class Alerts;
 class CanvasView;
 class CaptureResults;
 class Countdown;
+class PinnedCaptures;
 class Prefs;
 class SavePanel;
 class Toast;
@@ -46,17 +48,14 @@ public:
         Activity& activity;
         CaptureFailure& failure;
         Countdown& countdown;
+        PinnedCaptures& pins;
+        LongCaptures& longCaptures;
         /// How long a screen that is being grabbed keeps the program from ending.
         std::chrono::milliseconds lastPatience{5000};
     };
 
     explicit CaptureController(const Services& services);
     ~CaptureController() override;
-
-    /// Rooms that may not be built: an outcome whose callback is empty ends the session without it.
-    std::function<void(const Rendered& picture, const QRect& nativeFrame)> onPin;
-    std::function<void(const QRect& nativeRect, const ScreenInfo& screen)> onScroll;
-    std::function<void(const QRect& nativeRect, const ScreenInfo& screen)> onGif;
 
     /// Makes windows ready for the first capture.
     void warmUp();
@@ -71,8 +70,6 @@ public:
     /// still goes its way, for as long as a user would wait. `done` runs when nothing more will be
     /// delivered, perhaps at once; a save panel is not waited for.
     void wrapUp(std::function<void()> done);
-    /// Asks where a picture is to be saved and writes it there.
-    void save(const Rendered& picture);
 
     [[nodiscard]] bool busy() const { return !std::holds_alternative<Idle>(m_state); }
 
@@ -118,10 +115,9 @@ private:
     void handleTakenInput();
     void act(const Outcome& outcome, const std::optional<Rendered>& lastAutoCopied,
              const std::optional<ScreenInfo>& screen);
-    void startLater(const std::function<void(const QRect&, const ScreenInfo&)>& start,
-                    const QRect& nativeRect);
+    void startLater(LongCapture kind, const QRect& nativeRect);
     void end();
-    /// Actions of the bars whose rooms are not built.
+    /// Actions of the bars that nobody would take.
     [[nodiscard]] std::vector<Toolbar::Action> unavailableActions() const;
 
     Services m_services;

@@ -72,7 +72,7 @@ void CaptureResults::pinned(const Rendered& picture, const Screen& screen)
                      });
 }
 
-void CaptureResults::copied(const Rendered& picture, std::function<void(ClipboardFate)> done)
+void CaptureResults::copyPinned(const Rendered& picture, std::function<void(ClipboardFate)> done)
 {
     m_output.deliver(picture, {.copy = true}, [done = std::move(done)](const Fate& fate) {
         if (done)
@@ -113,6 +113,11 @@ SavePanel* CaptureResults::save(const Rendered& picture, std::function<void()> c
                                if (closed)
                                    closed();
                            });
+}
+
+void CaptureResults::savePinned(const Rendered& picture)
+{
+    save(picture);
 }
 
 void CaptureResults::sessionEnded()

@@ -4,6 +4,7 @@
 #include "capture/ResultToast.h"
 #include "capture/ScreenGrabber.h"
 #include "pictures/Rendered.h"
+#include "pins/PinDelivery.h"
 
 #include <QString>
 
@@ -21,7 +22,7 @@ class Toast;
 
 /// What becomes of what a capture has yielded: which of clipboard, captures folder and history it
 /// reaches, and what the user is told. Borrows all it works with; main thread.
-class CaptureResults final {
+class CaptureResults final : public PinDelivery {
 public:
     CaptureResults(const Prefs& prefs, Output& output, Toast& toast, Alerts& alerts);
 
@@ -33,8 +34,6 @@ public:
     void text(const QString& recognised, const std::optional<ScreenInfo>& screen);
     /// A picture that goes on as a pin; nothing is told unless it could not be copied.
     void pinned(const Rendered& picture, const std::optional<ScreenInfo>& screen);
-    /// The picture of a pin, once more: clipboard only.
-    void copied(const Rendered& picture, std::function<void(ClipboardFate)> done);
     /// The selection as it is now, while the session goes on: clipboard only, nothing is told yet.
     void live(const Rendered& picture);
     /// A picture that was to be on the clipboard only; tells if live() has not brought it there.
@@ -43,6 +42,10 @@ public:
     /// closed either way. What could not be written is told. The panel answered deletes itself when
     /// it has closed.
     SavePanel* save(const Rendered& picture, std::function<void()> closed = {});
+
+    /// Clipboard only.
+    void copyPinned(const Rendered& picture, std::function<void(ClipboardFate)> done) override;
+    void savePinned(const Rendered& picture) override;
 
     /// The session is over: its last clipboard picture need not be remembered any more.
     void sessionEnded();

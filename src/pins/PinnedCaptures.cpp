@@ -1,7 +1,9 @@
 #include "pins/PinnedCaptures.h"
 
 #include "base/Text.h"
+#include "notices/Activity.h"
 #include "notices/Toast.h"
+#include "pins/PinDelivery.h"
 #include "pins/PinnedCapture.h"
 #include "platform/Displays.h"
 #include "platform/Panels.h"
@@ -13,10 +15,13 @@
 
 namespace brindlecam {
 
-PinnedCaptures::PinnedCaptures(Panels& panels, Displays& displays, Toast& toast)
+PinnedCaptures::PinnedCaptures(Panels& panels, Displays& displays, Toast& toast,
+                               const Activity& activity, PinDelivery& delivery)
     : m_panels(panels)
     , m_displays(displays)
     , m_toast(toast)
+    , m_activity(activity)
+    , m_delivery(delivery)
 {
     m_displays.whenChanged(&m_context, [this] { stayReachable(); });
     m_panels.whenBlendingChanges(&m_context, [this] {
@@ -35,23 +40,20 @@ void PinnedCaptures::pin(const Rendered& picture, const QRect& native)
     const Rendered own(picture.image().copy(), picture.pointSize());
     auto& pin = *m_open.emplace_back(std::make_unique<PinnedCapture>(own, m_panels, m_displays));
     pin.onCopy = [this, &pin] { copy(pin); };
-    pin.onSave = [this, &pin] {
-        if (onSave)
-            onSave(pin.rendered());
-    };
+    pin.onSave = [this, &pin] { save(pin); };
     pin.onDismiss = [this, &pin] { dismiss(pin); };
     pin.open(native);
 }
 
 void PinnedCaptures::copy(PinnedCapture& pin)
 {
-    if (!onCopy)
+    if (m_activity.quitting())
         return;
     const auto tell = [&toast = m_toast,
                        shown = QPointer<PinnedCapture>(&pin)](const QString& message) {
         toast.show(message, shown ? shown->onScreen() : std::nullopt);
     };
-    onCopy(pin.rendered(), [tell](ClipboardFate fate) {
+    m_delivery.copyPinned(pin.rendered(), [tell](ClipboardFate fate) {
         switch (fate) {
         case ClipboardFate::taken:
             return tell(text("Copiado al portapapeles"));
@@ -61,6 +63,12 @@ void PinnedCaptures::copy(PinnedCapture& pin)
             return; // the newer copy's own answer is what is told
         }
     });
+}
+
+void PinnedCaptures::save(const PinnedCapture& pin)
+{
+    if (!m_activity.quitting())
+        m_delivery.savePinned(pin.rendered());
 }
 
 void PinnedCaptures::dismiss(const PinnedCapture& pin)

@@ -1,19 +1,19 @@
 #pragma once
 
 #include "pictures/Rendered.h"
-#include "platform/Pasteboard.h"
 
 #include <QObject>
 #include <QRect>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
 namespace brindlecam {
 
+class Activity;
 class Displays;
 class Panels;
+class PinDelivery;
 class PinnedCapture;
 class Toast;
 
@@ -21,13 +21,9 @@ class Toast;
 /// thread; borrows all it works with.
 class PinnedCaptures final {
 public:
-    PinnedCaptures(Panels& panels, Displays& displays, Toast& toast);
+    PinnedCaptures(Panels& panels, Displays& displays, Toast& toast, const Activity& activity,
+                   PinDelivery& delivery);
     ~PinnedCaptures();
-
-    /// Puts the picture on the clipboard; `done` receives what became of it.
-    std::function<void(const Rendered& picture, std::function<void(ClipboardFate)> done)> onCopy;
-    /// Asks the user where the picture is to be saved.
-    std::function<void(const Rendered& picture)> onSave;
 
     /// Opens a pin that covers exactly this rectangle (native pixels of the global desktop). A
     /// picture that could not be made opens none.
@@ -39,12 +35,16 @@ public:
 private:
     /// Brings back pins that a change of the displays has left out of reach.
     void stayReachable();
+    // Neither is begun any more while the program ends.
     void copy(PinnedCapture& pin);
+    void save(const PinnedCapture& pin);
     void dismiss(const PinnedCapture& pin);
 
     Panels& m_panels;
     Displays& m_displays;
     Toast& m_toast;
+    const Activity& m_activity;
+    PinDelivery& m_delivery;
     std::vector<std::unique_ptr<PinnedCapture>> m_open;
     QObject m_context; ///< ends our listening
 };

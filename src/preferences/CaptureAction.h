@@ -15,7 +15,7 @@ enum class CaptureAction { area, fullScreen, recents };
 inline constexpr std::array kAllCaptureActions{CaptureAction::area, CaptureAction::fullScreen,
                                                CaptureAction::recents};
 
-/// "area", "fullScreen", "recents": in settings keys, menu items and commands.
+/// "area", "fullScreen", "recents": in settings keys and commands.
 [[nodiscard]] QString rawValue(CaptureAction action);
 [[nodiscard]] std::optional<CaptureAction> captureAction(const QString& rawValue);
 /// Menu text.

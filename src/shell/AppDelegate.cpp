@@ -1,39 +1,100 @@
 #include "shell/AppDelegate.h"
 
 #include "base/Text.h"
+#include "base/UnfinishedFiles.h"
+#include "capture/CaptureController.h"
+#include "capture/Countdown.h"
+#include "capture/Output.h"
+#include "history/History.h"
+#include "notices/Activity.h"
 #include "notices/Alerts.h"
 #include "notices/Toast.h"
-#include "platform/FileOpener.h"
+#include "platform/Platform.h"
 #include "preferences/Config.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
 #include "shell/AboutPanel.h"
 #include "shell/Commands.h"
-#include "shell/StatusMenu.h"
+#include "shell/SingleInstance.h"
 
+#include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
-#include <QRegularExpression>
 #include <QTimer>
 
 namespace brindlecam {
 
-AppDelegate::AppDelegate(const Prefs& prefs, Alerts& alerts, Toast& toast, FileOpener& opener)
-    : m_prefs(prefs)
-    , m_alerts(alerts)
-    , m_toast(toast)
-    , m_opener(opener)
+AppDelegate::AppDelegate(const Rooms& rooms)
+    : m_rooms(rooms)
+    , m_actions(makeActions(*this, rooms.prefs))
+    , m_hotKeyCenter(*rooms.platform.hotKeys, m_actions)
+    , m_hostedMenu(m_actions, rooms.platform.keyNaming)
+    , m_ownMenu(m_actions, rooms.platform.keyNaming)
 {
+}
+
+bool AppDelegate::listen()
+{
+    return m_rooms.instance.listen(
+        [this](const InstanceRequest& request) { return answer(request); });
+}
+
+void AppDelegate::start(std::optional<CaptureAction> action)
+{
+    m_rooms.platform.quitSignals->whenAsked(this, [this] { quit(); });
+    m_statusItem.emplace(*m_rooms.platform.trayHosts, m_hostedMenu, m_ownMenu);
+    reloadHotKeys();
+    if (action)
+        perform(*action);
+    else
+        m_rooms.captures.warmUp();
+    showWelcomeIfFirstRun();
+    tidyFolders();
+}
+
+void AppDelegate::tidyFolders() const
+{
+    // A disk may take longer than this object lives: only values go along.
+    m_rooms.executor([history = m_rooms.history.folder(), captures = m_rooms.prefs.saveFolder(),
+                      settings = m_rooms.prefs.defaults().folder()] {
+        History(history).tidy();
+        const QDateTime now = QDateTime::currentDateTime();
+        UnfinishedFiles::removeAbandoned(captures, now);
+        UnfinishedFiles::removeAbandoned(settings, now);
+    });
+}
+
+void AppDelegate::quit()
+{
+    if (m_rooms.activity.quitting())
+        return;
+    // From here on nothing new begins, whoever asks.
+    m_rooms.activity.stage = Activity::Stage::quitting;
+    m_rooms.instance.hangUp();
+    m_hotKeyCenter.releaseAll();
+    m_rooms.countdown.cancel();
+    m_statusItem.reset();
+    m_rooms.captures.wrapUp([this] { leave(); });
+}
+
+void AppDelegate::leave()
+{
+    m_rooms.output.finishAll([this] {
+        m_rooms.platform.pasteboard->handOver(this, [this] {
+            m_rooms.activity.stage = Activity::Stage::left;
+            QCoreApplication::quit();
+        });
+    });
 }
 
 bool AppDelegate::isAvailable(CaptureAction action) const
 {
     switch (action) {
     case CaptureAction::area:
-        return bool(onArea);
     case CaptureAction::fullScreen:
-        return bool(onFullScreen);
+        return !m_rooms.activity.quitting();
     case CaptureAction::recents:
-        return bool(onRecents);
+        return false; // its room is not built
     }
     return false;
 }
@@ -48,38 +109,22 @@ void AppDelegate::perform(CaptureAction action)
 {
     if (!isAvailable(action))
         return;
-    if (action != CaptureAction::recents && onHideRecents)
-        onHideRecents();
     switch (action) {
     case CaptureAction::area:
-        onArea();
-        break;
+        m_rooms.captures.begin();
+        return;
     case CaptureAction::fullScreen:
-        onFullScreen();
-        break;
+        m_rooms.captures.captureFullScreen();
+        return;
     case CaptureAction::recents:
-        onRecents();
-        break;
+        return;
     }
 }
 
-void AppDelegate::captureFromMenu(const QString& representedObject)
+void AppDelegate::captureDelayed(CaptureAction action, int seconds)
 {
-    if (const std::optional<CaptureAction> action = captureAction(representedObject))
-        capture(*action);
-}
-
-void AppDelegate::captureDelayed(const QString& representedObject)
-{
-    static const QRegularExpression whole(QStringLiteral("^[+-]?[0-9]+$"));
-    const QStringList pieces = representedObject.split(QLatin1Char('|'), Qt::SkipEmptyParts);
-    if (pieces.size() != 2 || !whole.match(pieces.at(1)).hasMatch())
-        return;
-    const std::optional<CaptureAction> action = captureAction(pieces.at(0));
-    bool fits = false;
-    const int seconds = pieces.at(1).toInt(&fits);
-    if (action && fits && onCountdown)
-        onCountdown(*action, seconds);
+    if (isAvailable(action))
+        m_rooms.countdown.run(seconds, [this, action] { perform(action); });
 }
 
 void AppDelegate::reopen()
@@ -92,44 +137,45 @@ InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
     const Command command = Commands::parseWords(request.words);
     if (const auto spoken = Commands::spokenReply(command))
         return {*spoken};
-    const CaptureAction action = command.action.value_or(CaptureAction::area);
-    if (!isAvailable(action))
+    const CaptureAction id = command.action.value_or(CaptureAction::area);
+    const Action& action = m_actions.captures.at(id);
+    if (!action.canRun())
         return {Commands::notAvailableReply()};
     // Refused by the room itself: only that one knows what to show instead.
-    if (action != CaptureAction::recents && isBusy && isBusy())
-        return {Commands::busyReply(), [this, action] { perform(action); }};
+    if (id != CaptureAction::recents && m_rooms.activity.any())
+        return {Commands::busyReply(), action.run};
     if (!command.action)
         return {{}, [this] { reopen(); }};
-    return {{}, [this, action] { perform(action); }};
+    return {{}, action.run};
 }
 
 void AppDelegate::openCapturesFolder()
 {
-    const QString folder = m_prefs.saveFolder();
+    const QString folder = m_rooms.prefs.saveFolder();
     QDir().mkpath(folder);
-    m_opener.openFolder(folder, this, [this](bool opened) {
+    m_rooms.platform.fileOpener->openFolder(folder, this, [this](bool opened) {
         if (!opened)
-            m_toast.show(text("No se pudo abrir la carpeta"));
+            m_rooms.toast.show(text("No se pudo abrir la carpeta"));
     });
 }
 
 void AppDelegate::showAbout()
 {
     if (m_about) {
-        m_alerts.bringForward(*m_about);
+        m_rooms.alerts.bringForward(*m_about);
         return;
     }
     m_about = new AboutPanel;
-    m_alerts.show(m_about);
+    m_rooms.alerts.show(m_about);
 }
 
 void AppDelegate::showWelcomeIfFirstRun()
 {
     const QString key = QStringLiteral("didShowWelcome");
-    if (m_prefs.defaults().boolean(key).value_or(false))
+    if (m_rooms.prefs.defaults().boolean(key).value_or(false))
         return;
-    m_prefs.defaults().setBoolean(key, true);
-    m_alerts.show(
+    m_rooms.prefs.defaults().setBoolean(key, true);
+    m_rooms.alerts.show(
         {.message = text("Brindlecam vive en la barra de menú 🍃"),
          .informative = text("Presiona ⇧⌘9 para capturar un área o ⇧⌘8 para la pantalla completa; "
                              "la captura queda lista para pegar. Puedes cambiar los atajos en "
@@ -137,25 +183,17 @@ void AppDelegate::showWelcomeIfFirstRun()
                              "“Grabación de pantalla”. Actívalo y vuelve a abrir Brindlecam.")});
 }
 
+void AppDelegate::reloadHotKeys()
+{
+    m_hotKeyCenter.reload();
+    m_hostedMenu.refreshShortcuts();
+    m_ownMenu.refreshShortcuts();
+}
+
 QString AppDelegate::updateTitle(const std::optional<QString>& newerVersion)
 {
     return newerVersion ? text("Descargar Brindlecam %1…").arg(*newerVersion)
                         : text("Buscar actualizaciones…");
-}
-
-void AppDelegate::wire(StatusMenu& menu)
-{
-    menu.onCapture = [this](const QString& object) { captureFromMenu(object); };
-    if (onCountdown)
-        menu.onCaptureDelayed = [this](const QString& object) { captureDelayed(object); };
-    menu.onOpenFolder = [this] { openCapturesFolder(); };
-    menu.onSettings = onShowSettings;
-    menu.onUpdate = onUpdate;
-    menu.onAbout = [this] { showAbout(); };
-    menu.onQuit = onQuit;
-    menu.isAvailable = [this](CaptureAction action) { return isAvailable(action); };
-    menu.setUpdateTitle(updateTitle(std::nullopt));
-    menu.refresh();
 }
 
 } // namespace brindlecam

@@ -1,57 +1,75 @@
 #pragma once
 
+#include "base/Executor.h"
 #include "preferences/CaptureAction.h"
+#include "shell/Actions.h"
+#include "shell/HotKeyCenter.h"
 #include "shell/InstanceMessages.h"
+#include "shell/StatusItem.h"
+#include "shell/StatusMenu.h"
 
 #include <QObject>
 #include <QPointer>
 #include <QString>
 
-#include <functional>
 #include <optional>
 
 namespace brindlecam {
 
 class AboutPanel;
+class Activity;
 class Alerts;
-class FileOpener;
+class CaptureController;
+class Countdown;
+class History;
+class Output;
 class Prefs;
-class StatusMenu;
+class SingleInstance;
 class Toast;
+struct Platform;
 
-/// What the user can ask of the program as a whole: dispatches actions to the rooms that do them,
-/// through callbacks. An empty callback means that its room is not there. Main thread.
+/// What the user can ask of the program as a whole, with all the ways to ask for it: hot keys, the
+/// status item's menus, other copies. Stands above the rooms that do it and calls them. Begins and
+/// ends the program in its order. Main thread.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    AppDelegate(const Prefs& prefs, Alerts& alerts, Toast& toast, FileOpener& opener);
+    /// What it works with; all of it outlives the delegate.
+    struct Rooms {
+        Platform& platform;
+        const Prefs& prefs;
+        Alerts& alerts;
+        Toast& toast;
+        Activity& activity;
+        const History& history;
+        Output& output;
+        Countdown& countdown;
+        CaptureController& captures;
+        SingleInstance& instance;
+        Executor executor; ///< for what may wait for a disk
+    };
 
-    std::function<void()> onArea;
-    std::function<void()> onFullScreen;
-    /// Shows the drawer of recent captures, or hides it.
-    std::function<void()> onRecents;
-    /// Hides the drawer; before every capture.
-    std::function<void()> onHideRecents;
-    /// Counts down these seconds, then performs.
-    std::function<void(CaptureAction, int)> onCountdown;
-    std::function<void()> onShowSettings;
-    /// Downloads the known newer version, or looks for one.
-    std::function<void()> onUpdate;
-    std::function<void()> onQuit;
-    /// Whether something runs that a capture would be refused for.
-    std::function<bool()> isBusy;
+    explicit AppDelegate(const Rooms& rooms);
 
+    /// Lets other copies ask from now on. False: there is nowhere to be asked.
+    [[nodiscard]] bool listen();
+    /// Takes the hot keys, shows the status item, and performs what the program was started for;
+    /// the first-run message comes after that.
+    void start(std::optional<CaptureAction> action);
+    /// Begins nothing new from now on, and ends the main loop once every capture has reached its
+    /// place and the clipboard is handed on. Does not wait for that.
+    void quit();
+
+    /// Whether this action's room is there, and the program goes on.
     [[nodiscard]] bool isAvailable(CaptureAction action) const;
 
     /// In 0.3 s, when the menu has closed.
     void capture(CaptureAction action);
     /// Now: hot keys, commands, the end of a countdown. Nothing when it is not available.
     void perform(CaptureAction action);
-    /// The represented object of a menu item: "area". Anything else is ignored.
-    void captureFromMenu(const QString& representedObject);
-    /// "area|3": action and seconds. Anything else is ignored.
-    void captureDelayed(const QString& representedObject);
+    /// Counts down these seconds, then performs.
+    void captureDelayed(CaptureAction action, int seconds);
     /// The running program was opened again: an area capture in 0.3 s.
     void reopen();
     /// What another copy of the program asks for.
@@ -63,17 +81,26 @@ public:
     /// Says once and never again where the program lives.
     void showWelcomeIfFirstRun();
 
+    /// Takes the hot keys anew, as the settings have them; menus that show them follow.
+    void reloadHotKeys();
+
     /// Title of the update item while this newer version is known, or none is.
     [[nodiscard]] static QString updateTitle(const std::optional<QString>& newerVersion);
 
-    /// Fills the menu's callbacks from here; call it when the rooms have filled this object's own.
-    void wire(StatusMenu& menu);
+    [[nodiscard]] HotKeyCenter& hotKeyCenter() { return m_hotKeyCenter; }
+    /// The one that the tray's host shows.
+    [[nodiscard]] StatusMenu& menu() { return m_hostedMenu; }
 
 private:
-    const Prefs& m_prefs;
-    Alerts& m_alerts;
-    Toast& m_toast;
-    FileOpener& m_opener;
+    void tidyFolders() const;
+    void leave();
+
+    Rooms m_rooms;
+    const Actions m_actions;
+    HotKeyCenter m_hotKeyCenter;
+    StatusMenu m_hostedMenu; ///< the tray host's
+    StatusMenu m_ownMenu;    ///< what a plain click on the status item opens
+    std::optional<StatusItem> m_statusItem;
     QPointer<AboutPanel> m_about;
 };
 

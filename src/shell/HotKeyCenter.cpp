@@ -1,14 +1,14 @@
 #include "shell/HotKeyCenter.h"
 
-#include "preferences/Prefs.h"
+#include "shell/Actions.h"
 
 #include <utility>
 
 namespace brindlecam {
 
-HotKeyCenter::HotKeyCenter(HotKeys& hotKeys, const Prefs& prefs)
+HotKeyCenter::HotKeyCenter(HotKeys& hotKeys, const Actions& actions)
     : m_hotKeys(hotKeys)
-    , m_prefs(prefs)
+    , m_actions(actions)
 {
 }
 
@@ -16,21 +16,16 @@ void HotKeyCenter::reload()
 {
     releaseAll();
     m_failed.clear();
-    for (const CaptureAction action : kAllCaptureActions) {
-        const std::optional<KeyCombo> combo = m_prefs.combo(action);
-        if (!combo || combo->display.isEmpty() || (isAvailable && !isAvailable(action)))
+    for (const auto& [id, action] : m_actions.captures) {
+        const std::optional<KeyCombo> combo = action.key();
+        if (!combo || combo->display.isEmpty() || !action.canRun())
             continue;
-        HotKey key = m_hotKeys.registerKey(combo->keyCode, combo->modifiers, [this, action] {
-            if (onPressed)
-                onPressed(action);
-        });
+        HotKey key = m_hotKeys.registerKey(combo->keyCode, combo->modifiers, action.run);
         if (key)
-            m_keys.insert_or_assign(action, std::move(key));
+            m_keys.insert_or_assign(id, std::move(key));
         else
-            m_failed.insert(action);
+            m_failed.insert(id);
     }
-    if (onReloaded)
-        onReloaded();
 }
 
 void HotKeyCenter::releaseAll()

@@ -1,31 +1,14 @@
 #include "shell/StatusMenu.h"
 
 #include "base/Text.h"
-#include "preferences/Prefs.h"
+#include "shell/Actions.h"
 
 #include <QAction>
 #include <QKeySequence>
 
-#include <array>
-
 namespace brindlecam {
 
 namespace {
-
-struct DelayedRow {
-    const char* shortName;
-    CaptureAction action;
-    int seconds;
-};
-
-constexpr std::array kDelayed{
-    DelayedRow{"Área", CaptureAction::area, 3},
-    DelayedRow{"Área", CaptureAction::area, 5},
-    DelayedRow{"Pantalla completa", CaptureAction::fullScreen, 3},
-    DelayedRow{"Pantalla completa", CaptureAction::fullScreen, 5},
-};
-
-constexpr int kCommaKey = 43;
 
 /// A menu shows no more than modifiers and one character: other keys have no sign for it.
 bool fitsMenu(const KeyCombo& combo)
@@ -51,106 +34,67 @@ QString literally(QString shown)
     return shown.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
-QString titleOf(const QAction& action)
+QString titleOf(const QAction& item)
 {
-    return action.text().section(QLatin1Char('\t'), 0, 0);
+    return item.text().section(QLatin1Char('\t'), 0, 0);
 }
 
 } // namespace
 
-StatusMenu::StatusMenu(const Prefs& prefs, KeyNaming naming)
-    : m_prefs(prefs)
-    , m_naming(naming)
+StatusMenu::StatusMenu(const Actions& actions, KeyNaming naming)
+    : m_naming(naming)
 {
-    addCaptures();
+    for (const auto& [id, action] : actions.captures)
+        add(m_menu, action);
     m_menu.addSeparator();
-    addDelayed();
-    m_folderItem = add("Abrir carpeta de capturas", onOpenFolder);
-    m_settingsItem = add("Configuración…", onSettings);
+    m_delayed.setTitle(text("Capturar con retraso"));
+    m_menu.addMenu(&m_delayed);
+    for (const Action& action : actions.delayed)
+        add(m_delayed, action);
+    add(m_menu, actions.openFolder);
+    add(m_menu, actions.settings);
     m_menu.addSeparator();
-    m_updateItem = add("Buscar actualizaciones…", onUpdate);
-    m_aboutItem = add("Acerca de Brindlecam", onAbout);
+    m_updateItem = add(m_menu, actions.update);
+    add(m_menu, actions.about);
     m_menu.addSeparator();
-    m_quitItem = add("Salir", onQuit);
+    add(m_menu, actions.quit);
+    refresh();
     QObject::connect(&m_menu, &QMenu::aboutToShow, &m_menu, [this] { refresh(); });
 }
 
-QAction* StatusMenu::add(const char* title, const std::function<void()>& callback)
+QAction* StatusMenu::add(QMenu& menu, const Action& action)
 {
-    // The callbacks are filled later: looked at when the item is chosen.
-    return m_menu.addAction(text(title), &m_menu, [&callback] {
-        if (callback)
-            callback();
-    });
-}
-
-void StatusMenu::addCaptures()
-{
-    for (const CaptureAction action : kAllCaptureActions) {
-        QAction* item = m_menu.addAction(title(action));
-        item->setData(rawValue(action));
-        QObject::connect(item, &QAction::triggered, &m_menu, [this, item] {
-            if (onCapture)
-                onCapture(item->data().toString());
-        });
-        m_captureItems.emplace(action, item);
-    }
-}
-
-void StatusMenu::addDelayed()
-{
-    m_delayed.setTitle(text("Capturar con retraso"));
-    for (const DelayedRow& row : kDelayed) {
-        QAction* item = m_delayed.addAction(
-            text("%1 en %2 segundos").arg(text(row.shortName)).arg(row.seconds));
-        item->setData(QStringLiteral("%1|%2").arg(rawValue(row.action)).arg(row.seconds));
-        QObject::connect(item, &QAction::triggered, &m_delayed, [this, item] {
-            if (onCaptureDelayed)
-                onCaptureDelayed(item->data().toString());
-        });
-    }
-    m_menu.addMenu(&m_delayed);
+    QAction* item = menu.addAction(action.title, &menu, action.runFromMenu);
+    m_items.push_back({item, action});
+    return item;
 }
 
 void StatusMenu::refresh()
 {
-    const auto available = [this](CaptureAction action) {
-        return !isAvailable || isAvailable(action);
-    };
-    for (const auto& [action, item] : m_captureItems)
-        item->setEnabled(onCapture && available(action));
-    const QList<QAction*> delayed = m_delayed.actions();
-    for (std::size_t i = 0; i < kDelayed.size(); ++i) {
-        delayed.at(static_cast<qsizetype>(i))
-            ->setEnabled(onCaptureDelayed && available(kDelayed.at(i).action));
-    }
-    m_folderItem->setEnabled(bool(onOpenFolder));
-    m_settingsItem->setEnabled(bool(onSettings));
-    m_updateItem->setEnabled(bool(onUpdate));
-    m_aboutItem->setEnabled(bool(onAbout));
-    m_quitItem->setEnabled(bool(onQuit));
+    for (const Item& item : m_items)
+        item.shown->setEnabled(item.action.canRun());
     refreshShortcuts();
 }
 
 void StatusMenu::refreshShortcuts()
 {
-    for (const auto& [action, item] : m_captureItems)
-        show(*item, m_prefs.combo(action));
-    show(*m_settingsItem, KeyCombo{kCommaKey, commandModifier, QStringLiteral("⌘,")});
+    for (const Item& item : m_items)
+        showKey(item);
 }
 
-void StatusMenu::show(QAction& action, const std::optional<KeyCombo>& combo) const
+void StatusMenu::showKey(const Item& item) const
 {
-    const QString plain = titleOf(action);
+    const std::optional<KeyCombo> combo = item.action.key();
+    const QString plain = titleOf(*item.shown);
     const bool shown = combo && fitsMenu(*combo);
     // A host that draws the menu takes a tab as part of the text, but knows shortcuts and writes
     // them its own way. In our own menu Qt would write them with the names of its own.
     const bool drawnByHost = const_cast<QMenu&>(m_menu).platformMenu() != nullptr;
-    action.setShortcutContext(Qt::WidgetShortcut); // never live in our windows
-    action.setShortcut(shown && drawnByHost ? keySequence(*combo) : QKeySequence());
-    action.setText(shown && !drawnByHost
-                       ? plain + QLatin1Char('\t') + literally(combo->shown(m_naming))
-                       : plain);
+    item.shown->setShortcutContext(Qt::WidgetShortcut); // never live in our windows
+    item.shown->setShortcut(shown && drawnByHost ? keySequence(*combo) : QKeySequence());
+    item.shown->setText(shown && !drawnByHost
+                            ? plain + QLatin1Char('\t') + literally(combo->shown(m_naming))
+                            : plain);
 }
 
 void StatusMenu::setUpdateTitle(const QString& title)

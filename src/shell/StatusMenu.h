@@ -1,36 +1,24 @@
 #pragma once
 
 #include "base/KeyCombo.h"
-#include "preferences/CaptureAction.h"
 
 #include <QMenu>
 #include <QString>
 
-#include <functional>
-#include <map>
 #include <optional>
+#include <vector>
 
 namespace brindlecam {
 
-class Prefs;
+struct Action;
+struct Actions;
 
-/// The menu of the status item: built once, afterwards only titles, shortcuts and what is enabled
-/// change. An entry without a callback is disabled: its room is not there. Main thread.
+/// A menu of the status item: built once, afterwards only titles, shortcuts and what is enabled
+/// change. What can't run is disabled. Main thread.
 class StatusMenu final {
 public:
-    StatusMenu(const Prefs& prefs, KeyNaming naming);
-
-    /// Receives the item's represented object: "area".
-    std::function<void(const QString&)> onCapture;
-    /// Receives the item's represented object: "area|3".
-    std::function<void(const QString&)> onCaptureDelayed;
-    std::function<void()> onOpenFolder;
-    std::function<void()> onSettings;
-    std::function<void()> onUpdate;
-    std::function<void()> onAbout;
-    std::function<void()> onQuit;
-    /// Whether an action's room is there.
-    std::function<bool(CaptureAction)> isAvailable;
+    /// The actions outlive it.
+    StatusMenu(const Actions& actions, KeyNaming naming);
 
     /// Brings shortcuts and enabled items up to date; also done whenever the menu opens. Hosts that
     /// draw the menu themselves keep a copy, so call it when anything changes.
@@ -42,21 +30,19 @@ public:
     [[nodiscard]] QMenu& menu() { return m_menu; }
 
 private:
-    QAction* add(const char* title, const std::function<void()>& callback);
-    void addCaptures();
-    void addDelayed();
-    void show(QAction& action, const std::optional<KeyCombo>& combo) const;
+    struct Item {
+        QAction* shown; ///< owned by its menu
+        const Action& action;
+    };
 
-    const Prefs& m_prefs;
+    QAction* add(QMenu& menu, const Action& action);
+    void showKey(const Item& item) const;
+
     const KeyNaming m_naming;
     QMenu m_menu;
     QMenu m_delayed;
-    std::map<CaptureAction, QAction*> m_captureItems; ///< owned by the menu, like the others
-    QAction* m_folderItem = nullptr;
-    QAction* m_settingsItem = nullptr;
-    QAction* m_updateItem = nullptr;
-    QAction* m_aboutItem = nullptr;
-    QAction* m_quitItem = nullptr;
+    std::vector<Item> m_items;
+    QAction* m_updateItem = nullptr; ///< owned by the menu
 };
 
 } // namespace brindlecam

@@ -4,13 +4,13 @@
 #include "capture/CaptureFailure.h"
 #include "capture/SavePanel.h"
 #include "notices/Alerts.h"
-#include "notices/Toast.h"
 #include "platform/Platform.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
 #include "shell/AppDelegate.h"
 
-#include <QDir>
+#include <QApplication>
+#include <QDialog>
 
 #include <functional>
 
@@ -26,40 +26,44 @@ public:
     void openSettings() override {}
 };
 
+QDialog* openDialog()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* dialog = qobject_cast<QDialog*>(widget);
+        if (dialog && dialog->isVisible())
+            return dialog;
+    }
+    return nullptr;
+}
+
 } // namespace
 
-void takeDialogPictures(Photographer& photographer, Prefs& prefs)
+void takeDialogPictures(Photographer& photographer, AppDelegate& delegate, Prefs& prefs)
 {
     Platform& platform = photographer.platform();
-    Toast toast(*platform.displays, *platform.panels);
-    const auto take = [&](const char* name, const std::function<void(Alerts&)>& open) {
-        {
-            Alerts alerts(*platform.panels);
-            open(alerts);
-            photographer.await(QStringLiteral("the dialog"), [&] { return alerts.visible(); });
-            photographer.take(QLatin1String(name));
-        }
+    Alerts alerts(*platform.panels);
+    const auto take = [&](const char* name, const std::function<void()>& open) {
+        open();
+        photographer.await(QStringLiteral("the dialog"), [] { return openDialog() != nullptr; });
+        photographer.take(QLatin1String(name));
+        delete openDialog();
         photographer.rest();
     };
 
-    take("alert-welcome", [&](Alerts& alerts) {
-        AppDelegate(prefs, alerts, toast, *platform.fileOpener).showWelcomeIfFirstRun();
-    });
-    take("alert-permission", [&](Alerts& alerts) {
+    take("alert-welcome", [&] { delegate.showWelcomeIfFirstRun(); });
+    take("alert-permission", [&] {
         RefusedAccess access;
         prefs.defaults().setBoolean(QStringLiteral("didRequestScreenCapture"), true);
         CaptureFailure(access, alerts, prefs.defaults(), CaptureFailure::Voice::alerts)
             .handle({QStringLiteral("El portal no dio permiso.")});
     });
-    take("alert-grab", [&](Alerts& alerts) {
+    take("alert-grab", [&] {
         CaptureFailure(*platform.captureAccess, alerts, prefs.defaults(),
                        CaptureFailure::Voice::alerts)
             .handle({QStringLiteral("El servidor X no entrega la imagen de la pantalla.")});
     });
-    take("about", [&](Alerts& alerts) {
-        AppDelegate(prefs, alerts, toast, *platform.fileOpener).showAbout();
-    });
-    take("save-panel", [&](Alerts& alerts) {
+    take("about", [&] { delegate.showAbout(); });
+    take("save-panel", [&] {
         SavePanel::open(alerts, prefs.saveFolder(), Prefs::newFileName(),
                         [](const std::optional<QString>&) {});
     });

@@ -2,6 +2,7 @@
 
 namespace brindlecam {
 
+class AppDelegate;
 class Prefs;
 
 namespace pictures {
@@ -9,7 +10,7 @@ namespace pictures {
 class Photographer;
 
 /// Every alert, the About panel and the save panel.
-void takeDialogPictures(Photographer& photographer, Prefs& prefs);
+void takeDialogPictures(Photographer& photographer, AppDelegate& delegate, Prefs& prefs);
 
 } // namespace pictures
 

@@ -1,24 +1,14 @@
 #include "MenuPictures.h"
 
 #include "Photographer.h"
-#include "platform/Platform.h"
 #include "shell/StatusMenu.h"
 
 #include <QAction>
 
 namespace brindlecam::pictures {
 
-void takeMenuPictures(Photographer& photographer, const Prefs& prefs)
+void takeMenuPictures(Photographer& photographer, StatusMenu& status)
 {
-    StatusMenu status(prefs, photographer.platform().keyNaming);
-    status.onCapture = [](const QString&) {};
-    status.onCaptureDelayed = [](const QString&) {};
-    status.onOpenFolder = [] {};
-    status.onAbout = [] {};
-    status.onQuit = [] {};
-    // Without the drawer, as long as there is none; settings and updates likewise.
-    status.isAvailable = [](CaptureAction action) { return action != CaptureAction::recents; };
-
     QMenu& menu = status.menu();
     menu.popup(QPoint(40, 40));
     photographer.take(QStringLiteral("menu"));

@@ -2,14 +2,14 @@
 
 namespace brindlecam {
 
-class Prefs;
+class StatusMenu;
 
 namespace pictures {
 
 class Photographer;
 
 /// The status menu as our own popup, with its submenu.
-void takeMenuPictures(Photographer& photographer, const Prefs& prefs);
+void takeMenuPictures(Photographer& photographer, StatusMenu& status);
 
 } // namespace pictures
 

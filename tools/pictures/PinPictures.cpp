@@ -1,7 +1,6 @@
 #include "PinPictures.h"
 
 #include "Photographer.h"
-#include "notices/Toast.h"
 #include "pins/PinnedCapture.h"
 #include "pins/PinnedCaptures.h"
 #include "pins/PinnedView.h"
@@ -24,11 +23,9 @@ void zoomToTheLimit(PinnedCapture& pin, qreal factor)
 
 } // namespace
 
-void takePinPictures(Photographer& photographer)
+void takePinPictures(Photographer& photographer, PinnedCaptures& pins)
 {
     Platform& platform = photographer.platform();
-    Toast toast(*platform.displays, *platform.panels);
-    PinnedCaptures pins(*platform.panels, *platform.displays, toast);
     const ScreenInfo screen = photographer.screen();
     // Taken elsewhere than it is shown, so that it can be seen.
     const QRect taken = screen.toNative({130, 120, 380, 260});

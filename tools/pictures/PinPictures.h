@@ -1,10 +1,16 @@
 #pragma once
 
-namespace brindlecam::pictures {
+namespace brindlecam {
+
+class PinnedCaptures;
+
+namespace pictures {
 
 class Photographer;
 
 /// A pin: as it appears, under the pointer, at its smallest and at its largest.
-void takePinPictures(Photographer& photographer);
+void takePinPictures(Photographer& photographer, PinnedCaptures& pins);
 
-} // namespace brindlecam::pictures
+} // namespace pictures
+
+} // namespace brindlecam

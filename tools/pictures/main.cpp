@@ -7,11 +7,13 @@
 #include "PanelPictures.h"
 #include "Photographer.h"
 #include "PinPictures.h"
+#include "Program.h"
 #include "look/Appearance.h"
 #include "look/Catalogues.h"
 #include "platform/Platform.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
+#include "shell/SingleInstance.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -54,8 +56,11 @@ int main(int argc, char* argv[])
     pictures::takeBarPictures(photographer, prefs);
     pictures::takeMarkPictures(photographer, prefs);
     pictures::takePanelPictures(photographer);
-    pictures::takePinPictures(photographer);
-    pictures::takeMenuPictures(photographer, prefs);
-    pictures::takeDialogPictures(photographer, prefs);
+    // The program's own, which has not begun: neither hot keys nor other copies reach it.
+    SingleInstance nowhere{InstancePlace()};
+    Program program(platform, CaptureFailure::Voice::silent, nowhere);
+    pictures::takePinPictures(photographer, program.pinnedCaptures());
+    pictures::takeMenuPictures(photographer, program.delegate().menu());
+    pictures::takeDialogPictures(photographer, program.delegate(), prefs);
     return 0;
 }

@@ -5,11 +5,13 @@
 #include "capture/CaptureController.h"
 #include "capture/CaptureResults.h"
 #include "capture/Countdown.h"
+#include "capture/LongCaptures.h"
 #include "capture/Output.h"
 #include "history/History.h"
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
 #include "notices/Toast.h"
+#include "pins/PinnedCaptures.h"
 #include "platform/null/NullPlatform.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
@@ -29,6 +31,9 @@
 #include <QTest>
 
 #include <chrono>
+#include <set>
+#include <utility>
+#include <vector>
 
 namespace brindlecam::test {
 
@@ -44,6 +49,19 @@ inline Rendered onePicture(QColor colour)
     image.fill(colour);
     return {image, QSizeF(40, 30)};
 }
+
+/// Takes the kinds it is told to, and notes on which screens.
+class NotedLongCaptures final : public LongCaptures {
+public:
+    std::set<LongCapture> kinds;
+    std::vector<std::pair<LongCapture, QString>> begun; ///< with the screen's id
+
+    [[nodiscard]] bool available(LongCapture kind) const override { return kinds.contains(kind); }
+    void start(LongCapture kind, const QRect&, const ScreenInfo& screen) override
+    {
+        begun.emplace_back(kind, screen.id);
+    }
+};
 
 /// The controller in a world of fakes in which all work is done at once.
 struct CaptureFixture {
@@ -71,8 +89,10 @@ struct CaptureFixture {
     CaptureResults results{prefs, output, toast, alerts};
     static constexpr std::chrono::milliseconds kLastPatience{200};
     Countdown countdown{displays, panels, {.tick = std::chrono::milliseconds(30), .handOff = {}}};
-    CaptureController controller{
-        {platform, prefs, results, toast, alerts, activity, failure, countdown, kLastPatience}};
+    PinnedCaptures pins{panels, displays, toast, activity, results};
+    NotedLongCaptures longCaptures;
+    CaptureController controller{{platform, prefs, results, toast, alerts, activity, failure,
+                                  countdown, pins, longCaptures, kLastPatience}};
 
     CaptureFixture()
     {

@@ -1,4 +1,5 @@
 #include "capture/CaptureFixture.h"
+#include "pins/PinnedCapture.h"
 #include "support/TestCase.h"
 
 #include <QFileDialog>
@@ -89,20 +90,6 @@ private Q_SLOTS:
         f.pressEscape();
         QCOMPARE(overlaysThen, 2U);
         QVERIFY(f.overlays().empty());
-    }
-
-    void outcomesOfRoomsThatAreNotThereJustEndTheSession()
-    {
-        Fixture f;
-        const QRect rect(10, 10, 200, 200);
-        const std::vector<Outcome> outcomes{outcome::Pin{test::onePicture(Qt::red), rect},
-                                            outcome::Scroll{rect}, outcome::Gif{rect}};
-        for (const Outcome& outcome : outcomes) {
-            f.controller.begin();
-            f.controller.finish(outcome);
-            QVERIFY(!f.controller.busy());
-            QVERIFY(f.overlays().empty());
-        }
     }
 
     void toastsOfEarlierCapturesWaitForTheEndOfTheSession()
@@ -202,26 +189,13 @@ private Q_SLOTS:
     void pinIsCopiedKeptAndHandedOn()
     {
         Fixture f;
-        std::optional<QRect> pinned;
-        f.controller.onPin = [&pinned](const Rendered&, const QRect& frame) { pinned = frame; };
         f.controller.begin();
         f.controller.finish(outcome::Pin{test::onePicture(Qt::red), QRect(5, 6, 40, 30)});
-        QCOMPARE(pinned, std::optional(QRect(5, 6, 40, 30)));
+        QCOMPARE(f.pins.open().size(), std::size_t(1));
+        QCOMPARE(f.panels.nativeRect(*f.pins.open().front()), QRect(5, 6, 40, 30));
         QTRY_COMPARE(f.kept(), 1);
         QCOMPARE(f.pasteboard.changes, 1);
         QVERIFY(f.savedFiles().isEmpty());
-    }
-
-    void longCapturesStartOnTheScreenOfTheSelection()
-    {
-        Fixture f;
-        std::optional<QString> screen;
-        f.controller.onScroll = [&screen](const QRect&, const ScreenInfo& on) { screen = on.id; };
-        f.controller.begin();
-        f.controller.finish(outcome::Scroll{QRect(450, 20, 100, 150)});
-        QVERIFY(!screen);
-        QTRY_COMPARE(screen, std::optional(kRight.id));
-        QCOMPARE(f.pasteboard.changes, 0);
     }
 
     void saveKeepsThePictureAndAsksWhere()

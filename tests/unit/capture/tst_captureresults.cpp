@@ -105,7 +105,8 @@ private Q_SLOTS:
         QFETCH(const ClipboardFate, fate);
         ResultsFixture f(fate);
         QList<ClipboardFate> told;
-        f.results.copied(test::onePicture(Qt::red), [&told](ClipboardFate what) { told << what; });
+        f.results.copyPinned(test::onePicture(Qt::red),
+                             [&told](ClipboardFate what) { told << what; });
         f.output.finishAll();
         QCOMPARE(told, QList{fate});
     }

@@ -15,7 +15,7 @@ namespace {
 
 /// The save panel of a pin, with the keyboard's view of it.
 struct PanelDesk : test::CaptureFixture {
-    PanelDesk() { controller.save(test::onePicture(Qt::red)); }
+    PanelDesk() { results.savePinned(test::onePicture(Qt::red)); }
 
     template <typename Dialog>
     [[nodiscard]] static Dialog* open()
@@ -241,7 +241,7 @@ private Q_SLOTS:
         QVERIFY(!QPixmapCache::find(key, &painted));
         const auto before = QApplication::allWidgets().size();
         for (int use = 0; use < 5; ++use) {
-            desk.controller.save(test::onePicture(Qt::red));
+            desk.results.savePinned(test::onePicture(Qt::red));
             PanelDesk::panel()->reject();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }

@@ -56,8 +56,8 @@ private Q_SLOTS:
         Fixture f;
         CaptureFailure silent(*f.platform.captureAccess, f.alerts, f.defaults,
                               CaptureFailure::Voice::silent);
-        CaptureController controller(
-            {f.platform, f.prefs, f.results, f.toast, f.alerts, f.activity, silent, f.countdown});
+        CaptureController controller({f.platform, f.prefs, f.results, f.toast, f.alerts, f.activity,
+                                      silent, f.countdown, f.pins, f.longCaptures});
         f.inputGrabs.held = true;
         controller.begin();
         f.inputGrabs.answer(Answer::taken);

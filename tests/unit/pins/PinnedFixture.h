@@ -1,6 +1,8 @@
 #pragma once
 
+#include "notices/Activity.h"
 #include "notices/Toast.h"
+#include "pins/PinDelivery.h"
 #include "pins/PinnedCapture.h"
 #include "pins/PinnedCaptures.h"
 #include "pins/PinnedView.h"
@@ -20,17 +22,24 @@ inline const ScreenInfo kPinnedDenseScreen{QStringLiteral("B"), QRect(1920, 0, 2
                                            QRect(1920, 0, 2880, 1800)};
 inline constexpr QRect kPinned(500, 400, 200, 100);
 
+/// Notes which pictures it was given.
+class NotedDelivery final : public PinDelivery {
+public:
+    std::vector<Rendered> copied;
+    std::vector<Rendered> saved;
+    std::function<void(ClipboardFate)> copyDone;
+
+    void copyPinned(const Rendered& picture, std::function<void(ClipboardFate)> done) override
+    {
+        copied.push_back(picture);
+        copyDone = std::move(done);
+    }
+    void savePinned(const Rendered& picture) override { saved.push_back(picture); }
+};
+
 /// The owner of the pins with what it works with, and hands on its newest pin.
 struct PinnedFixture {
-    PinnedFixture()
-    {
-        displays.all = {kPinnedScreen};
-        pins.onCopy = [this](const Rendered& picture, std::function<void(ClipboardFate)> done) {
-            copied.push_back(picture);
-            copyDone = std::move(done);
-        };
-        pins.onSave = [this](const Rendered& picture) { saved.push_back(picture); };
-    }
+    PinnedFixture() { displays.all = {kPinnedScreen}; }
 
     PinnedCapture& open(const QRect& native = kPinned, QSizeF points = {})
     {
@@ -73,10 +82,9 @@ struct PinnedFixture {
     FakePanels panels;
     FakeDisplays displays;
     Toast toast{displays, panels};
-    PinnedCaptures pins{panels, displays, toast};
-    std::vector<Rendered> copied;
-    std::vector<Rendered> saved;
-    std::function<void(ClipboardFate)> copyDone;
+    Activity activity;
+    NotedDelivery delivery;
+    PinnedCaptures pins{panels, displays, toast, activity, delivery};
 };
 
 } // namespace brindlecam::test

@@ -193,7 +193,7 @@ private Q_SLOTS:
         f.mouse(QEvent::MouseButtonPress, {550, 450});
         f.mouse(QEvent::MouseButtonRelease, {550, 450});
         QCOMPARE(f.pins.open().size(), std::size_t(1));
-        QVERIFY(f.copied.empty());
+        QVERIFY(f.delivery.copied.empty());
         const QPointer<PinnedCapture> pin = &f.pin();
         f.mouse(QEvent::MouseButtonDblClick, {550, 450});
         QVERIFY(f.pins.open().empty());

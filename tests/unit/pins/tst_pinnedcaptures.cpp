@@ -64,12 +64,12 @@ private Q_SLOTS:
         f.displays.all = {kPinnedScreen, kPinnedDenseScreen};
         f.open(QRect(2400, 400, 400, 200), QSizeF(200, 100));
         f.pin().copyImage();
-        QVERIFY(f.copied.front().isSame(f.pin().rendered()));
+        QVERIFY(f.delivery.copied.front().isSame(f.pin().rendered()));
         QVERIFY(!f.toast.visible());
-        f.copyDone(ClipboardFate::taken);
+        f.delivery.copyDone(ClipboardFate::taken);
         QVERIFY(f.toast.visible());
         QVERIFY(kPinnedDenseScreen.native.contains(f.panels.shown.back().native));
-        QVERIFY(f.saved.empty());
+        QVERIFY(f.delivery.saved.empty());
     }
 
     void whatBecameOfTheCopyIsToldAsItIs_data()
@@ -88,7 +88,7 @@ private Q_SLOTS:
         PinnedFixture f;
         f.open();
         f.pin().copyImage();
-        f.copyDone(fate);
+        f.delivery.copyDone(fate);
         QCOMPARE(f.toast.visible(), !told.isEmpty());
         if (!told.isEmpty())
             QCOMPARE(f.panels.shown.back().widget->accessibleName(), told);
@@ -103,7 +103,7 @@ private Q_SLOTS:
         f.pin().copyImage();
         f.pin().dismiss();
         QTRY_VERIFY(!pin);
-        f.copyDone(ClipboardFate::taken);
+        f.delivery.copyDone(ClipboardFate::taken);
         QVERIFY(kPinnedScreen.native.contains(f.panels.shown.back().native));
     }
 
@@ -112,9 +112,21 @@ private Q_SLOTS:
         PinnedFixture f;
         f.open();
         f.pin().saveImage();
-        QVERIFY(f.saved.front().isSame(f.pin().rendered()));
-        QVERIFY(f.copied.empty());
+        QVERIFY(f.delivery.saved.front().isSame(f.pin().rendered()));
+        QVERIFY(f.delivery.copied.empty());
         QVERIFY(f.pin().isVisible());
+    }
+
+    void nothingIsHandedOverWhileTheProgramEnds()
+    {
+        PinnedFixture f;
+        f.open();
+        f.activity.stage = Activity::Stage::quitting;
+        f.pin().copyImage();
+        f.pin().saveImage();
+        QVERIFY(f.delivery.copied.empty());
+        QVERIFY(f.delivery.saved.empty());
+        QVERIFY(!f.toast.visible());
     }
 
     void closingOneOfTwoPinsLeavesTheOther()

@@ -68,18 +68,17 @@ struct ProgramDesk {
         const bool first =
             std::holds_alternative<SingleInstance::First>(instance.handOver({{}, {}}));
         QVERIFY(first);
-        program.emplace(std::move(platform), CaptureFailure::Voice::silent);
-        program->onQuitting = [this] { instance.hangUp(); };
+        program.emplace(platform, CaptureFailure::Voice::silent, instance);
     }
     /// Lets it begin, as for a first copy.
     void start(std::optional<CaptureAction> action = std::nullopt)
     {
         if (!program)
             make();
-        QVERIFY(instance.listen([this](const InstanceRequest& request) { return ask(request); }));
-        program->start(action);
+        QVERIFY(program->delegate().listen());
+        program->delegate().start(action);
     }
-    void quit() { program->quit(); }
+    void quit() { program->delegate().quit(); }
 
     [[nodiscard]] InstanceAnswer ask(const InstanceRequest& request)
     {
@@ -89,8 +88,8 @@ struct ProgramDesk {
     {
         return program->delegate().isAvailable(action);
     }
-    [[nodiscard]] QMenu& menu() { return program->menu().menu(); }
-    [[nodiscard]] HotKeyCenter& hotKeys() { return program->hotKeyCenter(); }
+    [[nodiscard]] QMenu& menu() { return program->delegate().menu().menu(); }
+    [[nodiscard]] HotKeyCenter& hotKeys() { return program->delegate().hotKeyCenter(); }
     [[nodiscard]] PinnedCaptures& pins() { return program->pinnedCaptures(); }
     [[nodiscard]] CaptureController& captures() { return program->captureController(); }
 

@@ -1,8 +1,5 @@
-#include "Program.h"
+#include "ProgramDesk.h"
 #include "base/UnfinishedFiles.h"
-#include "platform/null/NullPlatform.h"
-#include "support/FakeDisplays.h"
-#include "support/FakeGrabber.h"
 #include "support/TestCase.h"
 
 #include <QDateTime>
@@ -10,7 +7,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTimer>
 
 namespace brindlecam {
@@ -18,51 +14,7 @@ namespace brindlecam {
 class TestProgram final : public test::TestCase {
     Q_OBJECT
 
-private:
-    QTemporaryDir m_folder;
-
 private Q_SLOTS:
-    void initTestCase()
-    {
-        for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
-            qputenv(variable, m_folder.path().toLocal8Bit());
-    }
-
-    void everyCallbackOfABuiltRoomIsFilled()
-    {
-        Program program(makeNullPlatform(), CaptureFailure::Voice::silent);
-        const AppDelegate& delegate = program.delegate();
-        QVERIFY(delegate.onArea);
-        QVERIFY(delegate.onFullScreen);
-        QVERIFY(delegate.onCountdown);
-        QVERIFY(delegate.onQuit);
-        const StatusMenu& menu = program.menu();
-        QVERIFY(menu.onCapture);
-        QVERIFY(menu.onCaptureDelayed);
-        QVERIFY(menu.onOpenFolder);
-        QVERIFY(menu.onAbout);
-        QVERIFY(menu.onQuit);
-        QVERIFY(menu.isAvailable);
-        const HotKeyCenter& keys = program.hotKeyCenter();
-        QVERIFY(keys.onPressed);
-        QVERIFY(keys.isAvailable);
-        QVERIFY(keys.onReloaded);
-        const CaptureController& captures = program.captureController();
-        QVERIFY(captures.onPin);
-        const PinnedCaptures& pins = program.pinnedCaptures();
-        QVERIFY(pins.onCopy);
-        QVERIFY(pins.onSave);
-    }
-
-    void actionsAreAvailableExactlyWhenTheirRoomIsBuilt()
-    {
-        Program program(makeNullPlatform(), CaptureFailure::Voice::silent);
-        QVERIFY(program.delegate().isAvailable(CaptureAction::area));
-        QVERIFY(program.delegate().isAvailable(CaptureAction::fullScreen));
-        QVERIFY(!program.delegate().isAvailable(CaptureAction::recents));
-        QVERIFY(!program.hotKeyCenter().isAvailable(CaptureAction::recents));
-    }
-
     void aCaptureUnderWayIsDeliveredBeforeTheEnd_data()
     {
         QTest::addColumn<bool>("asked");
@@ -72,47 +24,33 @@ private Q_SLOTS:
     void aCaptureUnderWayIsDeliveredBeforeTheEnd()
     {
         QFETCH(bool, asked);
-        QDir(History::standardFolder()).removeRecursively();
-        Platform platform = makeNullPlatform();
-        auto displays = std::make_unique<test::FakeDisplays>();
-        displays->all = {{QStringLiteral("ONE"), QRect(0, 0, 40, 30), 1, QRect(0, 0, 40, 30)}};
-        displays->pointerAt = QPoint(5, 5);
-        platform.displays = std::move(displays);
-        auto grabber = std::make_unique<test::FakeGrabber>();
-        test::FakeGrabber& grabs = *grabber;
-        grabs.waits = true;
-        platform.grabber = std::move(grabber);
-        int quitting = 0;
-        {
-            Program program(std::move(platform), CaptureFailure::Voice::silent);
-            program.onQuitting = [&quitting] { ++quitting; };
-            QVERIFY(!program.delegate().isBusy());
-            program.start(CaptureAction::fullScreen);
-            QVERIFY(program.delegate().isBusy());
-            if (asked) {
-                program.quit();
-                QCOMPARE(quitting, 1);
-                QVERIFY(!program.pinnedCaptures().onCopy);
-                QVERIFY(!program.pinnedCaptures().onSave);
-                QCOMPARE(program.delegate().answer({{"fullScreen"}, {}}).reply.exitCode, 3);
-            }
-            QTimer::singleShot(0, &program.captureController(), [&grabs] { grabs.answer(); });
+        test::ProgramDesk desk;
+        desk.grabber.waits = true;
+        desk.start(CaptureAction::fullScreen);
+        QTimer::singleShot(0, &desk.captures(), [&desk] { desk.grabber.answer(); });
+        QCOMPARE(desk.ask({{"fullScreen"}, {}}).reply.exitCode, 4);
+        if (asked) {
+            desk.quit();
+            QCOMPARE(desk.ask({{"fullScreen"}, {}}).reply.exitCode, 3);
         }
-        QCOMPARE(quitting, 1);
-        QCOMPARE(QDir(History::standardFolder()).entryList(QDir::Files).size(), 1);
+        desk.program.reset();
+        QCOMPARE(desk.journal.count(QStringLiteral("hangs up")), 1);
+        QCOMPARE(desk.kept(), 1);
     }
 
     void aCaptureWithoutScreensEndsByItself()
     {
-        Program program(makeNullPlatform(), CaptureFailure::Voice::silent);
-        program.start(CaptureAction::area);
-        QVERIFY(!program.captureController().busy());
+        test::ProgramDesk desk;
+        desk.displays.all.clear();
+        desk.start(CaptureAction::area);
+        QVERIFY(!desk.captures().busy());
     }
 
     void theStartTidiesWhatKilledRunsAndEarlierVersionsLeft()
     {
-        const QString captures = m_folder.filePath(QStringLiteral("Capturas"));
-        const QString dots = m_folder.filePath(QStringLiteral("dots"));
+        test::ProgramDesk desk(test::ProgramDesk::Run::first);
+        const QString captures = desk.folder.filePath(QStringLiteral("Capturas"));
+        const QString dots = desk.folder.filePath(QStringLiteral("dots"));
         const QStringList folders{captures, dots, History::standardFolder()};
         QStringList abandoned;
         QStringList precious;
@@ -134,11 +72,9 @@ private Q_SLOTS:
         put(dots + QStringLiteral("/brindle.json"),
             R"({"didShowWelcome": true, "saveFolder": "~/Capturas"})", Age::twoHours);
         QVERIFY(QDir().mkpath(QFileInfo(Defaults::standardFile()).path()));
-        QFile::remove(Defaults::standardFile());
         QVERIFY(QFile::link(dots + QStringLiteral("/brindle.json"), Defaults::standardFile()));
 
-        Program program(makeNullPlatform(), CaptureFailure::Voice::silent);
-        program.start({});
+        desk.start();
         for (const QString& path : abandoned)
             QTRY_VERIFY2(!QFile::exists(path), qPrintable(path));
         QTRY_VERIFY(!(QFile::permissions(entry) & QFile::ReadOther));

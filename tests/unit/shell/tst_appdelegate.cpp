@@ -1,159 +1,82 @@
+#include "DelegateDesk.h"
 #include "look/Catalogues.h"
-#include "notices/Alerts.h"
-#include "notices/Toast.h"
-#include "preferences/Defaults.h"
-#include "preferences/Prefs.h"
 #include "shell/AboutPanel.h"
-#include "shell/AppDelegate.h"
-#include "shell/StatusMenu.h"
-#include "support/FakeDisplays.h"
-#include "support/FakeFileOpener.h"
-#include "support/FakePanels.h"
 #include "support/TestCase.h"
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMessageBox>
-#include <QTemporaryDir>
 
 namespace brindlecam {
 
-namespace {
-
-/// A program all of whose rooms are there.
-struct DelegateDesk {
-    QTemporaryDir folder;
-    Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
-    Prefs prefs{defaults};
-    test::FakeDisplays displays;
-    test::FakePanels panels;
-    Alerts alerts{panels};
-    Toast toast{displays, panels};
-    test::FakeFileOpener opener;
-    AppDelegate delegate{prefs, alerts, toast, opener};
-    QStringList done;
-
-    DelegateDesk()
-    {
-        delegate.onArea = [this] { done << QStringLiteral("area"); };
-        delegate.onFullScreen = [this] { done << QStringLiteral("full screen"); };
-        delegate.onRecents = [this] { done << QStringLiteral("recents"); };
-        delegate.onHideRecents = [this] { done << QStringLiteral("hide"); };
-        delegate.onCountdown = [this](CaptureAction action, int seconds) {
-            done << QStringLiteral("%1 in %2").arg(rawValue(action)).arg(seconds);
-        };
-    }
-    [[nodiscard]] QMessageBox* alert() const
-    {
-        return panels.shown.empty() ? nullptr
-                                    : qobject_cast<QMessageBox*>(panels.shown.back().widget.data());
-    }
-};
-
-} // namespace
+using test::DelegateDesk;
 
 class TestAppDelegate final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
-    void capturesHideTheDrawerFirstAndRecentsToggleIt()
-    {
-        DelegateDesk desk;
-        desk.delegate.perform(CaptureAction::area);
-        desk.delegate.perform(CaptureAction::fullScreen);
-        desk.delegate.perform(CaptureAction::recents);
-        desk.delegate.perform(CaptureAction::recents);
-        QCOMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("area"),
-                                         QStringLiteral("hide"), QStringLiteral("full screen"),
-                                         QStringLiteral("recents"), QStringLiteral("recents")}));
-    }
-
     void whatComesFromTheMenuWaitsUntilItHasClosed()
     {
         DelegateDesk desk;
         QElapsedTimer clock;
         clock.start();
-        desk.delegate.captureFromMenu(QStringLiteral("fullScreen"));
-        QVERIFY(desk.done.isEmpty());
-        QTRY_VERIFY(!desk.done.isEmpty());
+        desk.delegate.capture(CaptureAction::fullScreen);
+        QCOMPARE(desk.grabber.calls, 0);
+        QTRY_COMPARE(desk.grabber.calls, 1);
         QVERIFY(clock.elapsed() >= 299);
-        QCOMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("full screen")}));
     }
 
     void severalQuickTriggersAllArrive()
     {
         DelegateDesk desk;
-        desk.delegate.capture(CaptureAction::recents);
-        desk.delegate.capture(CaptureAction::recents);
-        QTRY_COMPARE(desk.done.size(), 2);
+        desk.delegate.capture(CaptureAction::fullScreen);
+        desk.delegate.capture(CaptureAction::fullScreen);
+        QTRY_COMPARE(desk.grabber.calls, 2);
     }
 
     void reopeningStartsAnAreaCaptureAfterAMoment()
     {
         DelegateDesk desk;
         desk.delegate.reopen();
-        QVERIFY(desk.done.isEmpty());
-        QTRY_COMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("area")}));
+        QVERIFY(desk.overlays().empty());
+        QTRY_COMPARE(desk.overlays().size(), std::size_t(2));
     }
 
-    void otherRepresentedObjectsAreIgnored()
+    void aDelayedCaptureIsCountedDownTo()
     {
         DelegateDesk desk;
-        for (const char* object : {"", "Area", "area|3", "all"})
-            desk.delegate.captureFromMenu(QString::fromLatin1(object));
-        desk.delegate.capture(CaptureAction::recents);
-        QTRY_VERIFY(!desk.done.isEmpty());
-        QCOMPARE(desk.done, QStringList(QStringLiteral("recents")));
+        desk.delegate.captureDelayed(CaptureAction::fullScreen, 3);
+        QCOMPARE(desk.countdown.remaining(), 3);
+        QCOMPARE(desk.grabber.calls, 0);
+        QTRY_COMPARE(desk.grabber.calls, 1);
     }
 
-    void delayedCapturesAreReadFromTheirObject_data()
+    void whatHasNoRoomIsRefused()
     {
-        QTest::addColumn<QString>("object");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char* object, const char* expected) {
-            QTest::newRow(object) << QString::fromUtf8(object) << QString::fromUtf8(expected);
-        };
-        row("area|3", "area in 3");
-        row("fullScreen|5", "fullScreen in 5");
-        row("recents|12", "recents in 12");
-        row("|area||3|", "area in 3");
-        row("area|03", "area in 3");
-        row("area", "");
-        row("area|", "");
-        row("area|3|5", "");
-        row("selfie|3", "");
-        row("area|three", "");
-        row("area|3.5", "");
-        row("area| 3", "");
-        row("area|0x3", "");
-        row("area|99999999999999999999", "");
-        row("3|area", "");
-        row("", "");
-    }
-    void delayedCapturesAreReadFromTheirObject()
-    {
-        QFETCH(QString, object);
         DelegateDesk desk;
-        desk.delegate.captureDelayed(object);
-        QTEST(desk.done.join(QLatin1Char(' ')), "expected");
+        QVERIFY(!desk.delegate.isAvailable(CaptureAction::recents));
+        desk.delegate.perform(CaptureAction::recents);
+        desk.delegate.captureDelayed(CaptureAction::recents, 3);
+        QCOMPARE(desk.countdown.remaining(), 0);
+        verifyRefused(desk, {"recents"});
     }
 
-    void missingRoomsAreNotAvailableAndNothingHappens()
+    void everythingIsRefusedWhileTheProgramEnds()
     {
         DelegateDesk desk;
-        desk.delegate.onArea = {};
-        QVERIFY(!desk.delegate.isAvailable(CaptureAction::area));
-        QVERIFY(desk.delegate.isAvailable(CaptureAction::fullScreen));
-        desk.delegate.perform(CaptureAction::area);
-        QVERIFY(desk.done.isEmpty());
-        for (const InstanceRequest& request : {InstanceRequest{}, InstanceRequest{{"area"}, {}}}) {
-            const InstanceAnswer answer = desk.delegate.answer(request);
-            QCOMPARE(answer.reply.exitCode, 3);
-            QCOMPARE(answer.reply.text, QByteArray("Esa acción no está disponible.\n"));
-            QVERIFY(!answer.carryOut);
+        desk.activity.stage = Activity::Stage::quitting;
+        for (const CaptureAction action : kAllCaptureActions) {
+            QVERIFY(!desk.delegate.isAvailable(action));
+            desk.delegate.perform(action);
+            desk.delegate.captureDelayed(action, 3);
+            QCOMPARE(desk.countdown.remaining(), 0);
+            verifyRefused(desk, {rawValue(action).toLatin1()});
         }
+        verifyRefused(desk, {});
+        QCOMPARE(desk.grabber.calls, 0);
     }
 
     void anotherCopyIsAnsweredBeforeTheActionIsDone()
@@ -161,46 +84,51 @@ private Q_SLOTS:
         DelegateDesk desk;
         const InstanceAnswer action = desk.delegate.answer({{"fullScreen"}, "/home"});
         QCOMPARE(action.reply, InstanceReply());
-        QVERIFY(desk.done.isEmpty());
+        QCOMPARE(desk.grabber.calls, 0);
         action.carryOut();
-        QCOMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("full screen")}));
+        QCOMPARE(desk.grabber.calls, 1);
 
-        desk.done.clear();
         const InstanceAnswer reopening = desk.delegate.answer({});
         QCOMPARE(reopening.reply, InstanceReply());
         reopening.carryOut();
         // A menu, if there was one, gets the time to close.
-        QVERIFY(desk.done.isEmpty());
-        QTRY_COMPARE(desk.done, QStringList({QStringLiteral("hide"), QStringLiteral("area")}));
+        QCOMPARE(desk.grabber.calls, 1);
+        QTRY_COMPARE(desk.overlays().size(), std::size_t(2));
     }
 
     void whileACaptureRunsAnotherCopyIsToldSo_data()
     {
         QTest::addColumn<QByteArrayList>("words");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QStringList>("done");
-        const QStringList area{QStringLiteral("hide"), QStringLiteral("area")};
-        QTest::newRow("an area") << QByteArrayList({"area"}) << 4 << area;
-        QTest::newRow("the whole screen")
-            << QByteArrayList({"fullScreen"}) << 4
-            << QStringList({QStringLiteral("hide"), QStringLiteral("full screen")});
-        QTest::newRow("opened again") << QByteArrayList() << 4 << area;
-        QTest::newRow("the drawer needs no capture")
-            << QByteArrayList({"recents"}) << 0 << QStringList(QStringLiteral("recents"));
+        QTest::newRow("an area") << QByteArrayList({"area"});
+        QTest::newRow("the whole screen") << QByteArrayList({"fullScreen"});
+        QTest::newRow("opened again") << QByteArrayList();
     }
     void whileACaptureRunsAnotherCopyIsToldSo()
     {
         QFETCH(QByteArrayList, words);
-        QFETCH(int, exitCode);
         DelegateDesk desk;
-        desk.delegate.isBusy = [] { return true; };
+        desk.controller.begin();
+        desk.drag(desk.canvas(0), {10, 10}, {110, 60});
+        QTest::keyClick(&desk.canvas(0), Qt::Key_S, Qt::ControlModifier);
+        auto* panel = desk.lastShown<QFileDialog>();
+        QVERIFY(panel);
         const InstanceAnswer answer = desk.delegate.answer({words, {}});
-        QCOMPARE(answer.reply.exitCode, exitCode);
-        QCOMPARE(answer.reply.text.isEmpty(), exitCode == 0);
-        QVERIFY(answer.reply.text.isEmpty() || answer.reply.text.endsWith(".\n"));
-        // The start itself still comes to those who refuse it, at once.
+        QCOMPARE(answer.reply.exitCode, 4);
+        QVERIFY(answer.reply.text.endsWith(".\n"));
+        // The start itself still comes to who refuses it, at once.
+        desk.panels.focused.clear();
         answer.carryOut();
-        QTEST(desk.done, "done");
+        QCOMPARE(desk.panels.focused, (std::vector<QPointer<QWidget>>{panel}));
+        panel->reject();
+    }
+
+    void aRecordingIsAReasonToo()
+    {
+        DelegateDesk desk;
+        desk.activity.recording = true;
+        QCOMPARE(desk.delegate.answer({{"area"}, {}}).reply.exitCode, 4);
+        desk.activity.recording = false;
+        QCOMPARE(desk.delegate.answer({{"area"}, {}}).reply.exitCode, 0);
     }
 
     void anotherCopysOtherWordsAreAnsweredInWords()
@@ -245,8 +173,6 @@ private Q_SLOTS:
     void aFolderThatNothingOpensIsTold()
     {
         DelegateDesk desk;
-        const QRect screen(0, 0, 800, 600);
-        desk.displays.all = {{QStringLiteral("ONLY"), screen, 1, screen}};
         desk.delegate.openCapturesFolder();
         QCoreApplication::processEvents();
         QVERIFY(!desk.toast.visible());
@@ -261,9 +187,10 @@ private Q_SLOTS:
     {
         DelegateDesk desk;
         desk.delegate.showWelcomeIfFirstRun();
-        QVERIFY(desk.alert());
-        QCOMPARE(desk.alert()->text(), QStringLiteral("Brindlecam vive en la barra de menú 🍃"));
-        QVERIFY(desk.alert()->informativeText().startsWith(
+        QVERIFY(desk.lastShown<QMessageBox>());
+        QCOMPARE(desk.lastShown<QMessageBox>()->text(),
+                 QStringLiteral("Brindlecam vive en la barra de menú 🍃"));
+        QVERIFY(desk.lastShown<QMessageBox>()->informativeText().startsWith(
             QStringLiteral("Presiona ⇧⌘9 para capturar un área o ⇧⌘8")));
         QCOMPARE(desk.defaults.boolean(QStringLiteral("didShowWelcome")), std::optional(true));
         desk.delegate.showWelcomeIfFirstRun();
@@ -276,9 +203,9 @@ private Q_SLOTS:
         catalogues.install(QStringLiteral(":/i18n/brindlecam_linux.qm"));
         DelegateDesk desk;
         desk.delegate.showWelcomeIfFirstRun();
-        QCOMPARE(desk.alert()->text(),
+        QCOMPARE(desk.lastShown<QMessageBox>()->text(),
                  QStringLiteral("Brindlecam vive en la bandeja del sistema 🍃"));
-        QCOMPARE(desk.alert()->informativeText(),
+        QCOMPARE(desk.lastShown<QMessageBox>()->informativeText(),
                  QStringLiteral("Presiona Mayús+Super+9 para capturar un área o Mayús+Super+8 para "
                                 "la pantalla completa; la captura queda lista para pegar. Puedes "
                                 "cambiar los atajos en Configuración….\n\nSi tu escritorio pide "
@@ -316,22 +243,30 @@ private Q_SLOTS:
                  QStringLiteral("Descargar Brindlecam 1.2…"));
     }
 
-    void theMenuIsWiredToWhatIsThere()
+    void keysAndMenuFollowTheSettingsOnceToldTo()
     {
         DelegateDesk desk;
-        desk.delegate.onArea = {};
-        StatusMenu menu(desk.prefs, KeyNaming::words);
-        desk.delegate.wire(menu);
-        const QList<QAction*> items = menu.menu().actions();
-        QVERIFY(!items.at(0)->isEnabled());
-        QVERIFY(items.at(1)->isEnabled());
-        QVERIFY2(!items.at(6)->isEnabled(), "there are no settings yet");
-        QVERIFY2(!items.at(8)->isEnabled(), "and no updates");
-        items.at(4)->menu()->actions().at(3)->trigger();
-        QCOMPARE(desk.done, QStringList(QStringLiteral("fullScreen in 5")));
-        items.at(2)->trigger();
-        QTRY_COMPARE(desk.done.size(), 2);
-        QCOMPARE(desk.done.back(), QStringLiteral("recents"));
+        desk.delegate.reloadHotKeys();
+        desk.prefs.setCombo(KeyCombo{105, 0, QStringLiteral("F13")}, CaptureAction::area);
+        desk.prefs.setCombo(KeyCombo{0, controlModifier | optionModifier, QStringLiteral("⌃⌥A")},
+                            CaptureAction::fullScreen);
+        desk.delegate.reloadHotKeys();
+        desk.hotKeys.press(0, controlModifier | optionModifier);
+        QCOMPARE(desk.grabber.calls, 1);
+        desk.hotKeys.press(105, 0);
+        QTRY_COMPARE(desk.overlays().size(), std::size_t(2));
+        const QList<QAction*> items = desk.delegate.menu().menu().actions();
+        QCOMPARE(items.at(0)->text(), QStringLiteral("Capturar área"));
+        QVERIFY(items.at(1)->text().startsWith(QStringLiteral("Capturar pantalla completa\t")));
+    }
+
+private:
+    static void verifyRefused(DelegateDesk& desk, const QByteArrayList& words)
+    {
+        const InstanceAnswer answer = desk.delegate.answer({words, {}});
+        QCOMPARE(answer.reply.exitCode, 3);
+        QCOMPARE(answer.reply.text, QByteArray("Esa acción no está disponible.\n"));
+        QVERIFY(!answer.carryOut);
     }
 };
 

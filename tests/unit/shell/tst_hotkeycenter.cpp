@@ -1,10 +1,7 @@
-#include "preferences/Defaults.h"
-#include "preferences/Prefs.h"
+#include "NotedActions.h"
 #include "shell/HotKeyCenter.h"
 #include "support/FakeHotKeys.h"
 #include "support/TestCase.h"
-
-#include <QTemporaryDir>
 
 namespace brindlecam {
 
@@ -12,19 +9,10 @@ namespace {
 
 constexpr int kShiftCommand = shiftModifier | commandModifier;
 
-/// Settings of a fresh installation, and a keyboard.
-struct KeyDesk {
-    QTemporaryDir folder;
-    Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
-    Prefs prefs{defaults};
+/// A list of actions, and a keyboard.
+struct KeyDesk : test::NotedActions {
     test::FakeHotKeys keyboard;
-    HotKeyCenter center{keyboard, prefs};
-    std::vector<CaptureAction> performed;
-
-    KeyDesk()
-    {
-        center.onPressed = [this](CaptureAction action) { performed.push_back(action); };
-    }
+    HotKeyCenter center{keyboard, list};
 };
 
 } // namespace
@@ -41,8 +29,9 @@ private Q_SLOTS:
         desk.keyboard.press(25, kShiftCommand);
         desk.keyboard.press(29, kShiftCommand);
         desk.keyboard.press(25, commandModifier);
-        QCOMPARE(desk.performed, (std::vector{CaptureAction::fullScreen, CaptureAction::area,
-                                              CaptureAction::recents}));
+        QCOMPARE(desk.run, QStringList({QStringLiteral("fullScreen"), QStringLiteral("area"),
+                                        QStringLiteral("recents")}));
+        QVERIFY(desk.runFromMenu.isEmpty());
         QVERIFY(desk.center.failed().empty());
     }
 
@@ -97,15 +86,13 @@ private Q_SLOTS:
         desk.prefs.setCombo(KeyCombo{105, 0, QStringLiteral("F13")}, CaptureAction::area);
         desk.center.reload();
         desk.keyboard.press(105, 0);
-        QCOMPARE(desk.performed, std::vector{CaptureAction::area});
+        QCOMPARE(desk.run, QStringList(QStringLiteral("area")));
     }
 
-    void actionsWhoseRoomIsMissingAreNotGrabbed()
+    void actionsThatCannotRunAreNotGrabbed()
     {
         KeyDesk desk;
-        desk.center.isAvailable = [](CaptureAction action) {
-            return action != CaptureAction::recents;
-        };
+        desk.cannotRun << QStringLiteral("recents");
         desk.center.reload();
         QCOMPARE(desk.keyboard.registered.size(), std::size_t(2));
         QVERIFY(!desk.center.keys().contains(CaptureAction::recents));

@@ -1,34 +1,15 @@
-#include "preferences/Defaults.h"
-#include "preferences/Prefs.h"
+#include "NotedActions.h"
 #include "shell/StatusItem.h"
 #include "shell/StatusMenu.h"
 #include "support/FakeTrayHosts.h"
 #include "support/TestCase.h"
 
-#include <QTemporaryDir>
-
 namespace brindlecam {
 
 namespace {
 
-struct MenuDesk {
-    QTemporaryDir folder;
-    Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
-    Prefs prefs{defaults};
-    StatusMenu menu{prefs, KeyNaming::words};
-    QStringList chosen;
-
-    MenuDesk()
-    {
-        menu.onCapture = [this](const QString& object) { chosen << object; };
-        menu.onCaptureDelayed = menu.onCapture;
-        menu.onOpenFolder = [this] { chosen << QStringLiteral("folder"); };
-        menu.onSettings = [this] { chosen << QStringLiteral("settings"); };
-        menu.onUpdate = [this] { chosen << QStringLiteral("update"); };
-        menu.onAbout = [this] { chosen << QStringLiteral("about"); };
-        menu.onQuit = [this] { chosen << QStringLiteral("quit"); };
-        menu.refresh();
-    }
+struct MenuDesk : test::NotedActions {
+    StatusMenu menu{list, KeyNaming::words};
 
     [[nodiscard]] QAction& item(int index) { return *menu.menu().actions().at(index); }
     /// What stands on the item's right.
@@ -38,12 +19,26 @@ struct MenuDesk {
     }
 };
 
+QString titleOf(const QAction& item)
+{
+    return item.isSeparator() ? QStringLiteral("-") : item.text().section(QLatin1Char('\t'), 0, 0);
+}
+
 QStringList titles(const QMenu& menu)
 {
     QStringList all;
     for (const QAction* item : menu.actions())
-        all << (item->isSeparator() ? QStringLiteral("-")
-                                    : item->text().section(QLatin1Char('\t'), 0, 0));
+        all << titleOf(*item);
+    return all;
+}
+
+QStringList disabled(const QMenu& menu)
+{
+    QStringList all;
+    for (const QAction* item : menu.actions()) {
+        if (!item->isSeparator() && !item->isEnabled())
+            all << titleOf(*item);
+    }
     return all;
 }
 
@@ -56,20 +51,12 @@ private Q_SLOTS:
     void hasExactlyItsItemsInOrder()
     {
         MenuDesk desk;
-        QCOMPARE(titles(desk.menu.menu()),
-                 QStringList(
-                     {QStringLiteral("Capturar área"), QStringLiteral("Capturar pantalla completa"),
-                      QStringLiteral("Capturas recientes"), QStringLiteral("-"),
-                      QStringLiteral("Capturar con retraso"),
-                      QStringLiteral("Abrir carpeta de capturas"), QStringLiteral("Configuración…"),
-                      QStringLiteral("-"), QStringLiteral("Buscar actualizaciones…"),
-                      QStringLiteral("Acerca de Brindlecam"), QStringLiteral("-"),
-                      QStringLiteral("Salir")}));
-        QCOMPARE(
-            titles(*desk.item(4).menu()),
-            QStringList({QStringLiteral("Área en 3 segundos"), QStringLiteral("Área en 5 segundos"),
-                         QStringLiteral("Pantalla completa en 3 segundos"),
-                         QStringLiteral("Pantalla completa en 5 segundos")}));
+        QCOMPARE(titles(desk.menu.menu()).join(QLatin1String(", ")),
+                 QStringLiteral("Capturar área, Capturar pantalla completa, Capturas recientes, -, "
+                                "Capturar con retraso, Folder, Settings, -, Update, About, -, "
+                                "Quit"));
+        QCOMPARE(titles(*desk.item(4).menu()),
+                 QStringList({QStringLiteral("area in 3"), QStringLiteral("full screen in 5")}));
     }
 
     void everyItemReportsItself()
@@ -79,35 +66,43 @@ private Q_SLOTS:
             item->trigger();
         for (QAction* item : desk.item(4).menu()->actions())
             item->trigger();
-        QCOMPARE(desk.chosen,
-                 QStringList({QStringLiteral("area"), QStringLiteral("fullScreen"),
-                              QStringLiteral("recents"), QStringLiteral("folder"),
-                              QStringLiteral("settings"), QStringLiteral("update"),
-                              QStringLiteral("about"), QStringLiteral("quit"),
-                              QStringLiteral("area|3"), QStringLiteral("area|5"),
-                              QStringLiteral("fullScreen|3"), QStringLiteral("fullScreen|5")}));
+        QCOMPARE(desk.runFromMenu.join(QLatin1String(", ")),
+                 QStringLiteral("area, fullScreen, recents, folder, settings, update, about, quit, "
+                                "area in 3, full screen in 5"));
+        QVERIFY(desk.run.isEmpty());
     }
 
-    void itemsWhoseRoomIsMissingAreDisabled()
+    void whatCannotRunIsDisabledOnceTheMenuOpens()
     {
         MenuDesk desk;
-        desk.menu.onSettings = {};
-        desk.menu.onUpdate = {};
-        desk.menu.isAvailable = [](CaptureAction action) {
-            return action == CaptureAction::fullScreen;
-        };
+        QCOMPARE(disabled(desk.menu.menu()), QStringList());
+        desk.cannotRun = {QStringLiteral("area"), QStringLiteral("recents"),
+                          QStringLiteral("settings"), QStringLiteral("area in 3")};
+        QCOMPARE(disabled(desk.menu.menu()), QStringList());
+        Q_EMIT desk.menu.menu().aboutToShow();
+        QCOMPARE(disabled(desk.menu.menu()),
+                 QStringList({QStringLiteral("Capturar área"), QStringLiteral("Capturas recientes"),
+                              QStringLiteral("Settings")}));
+        QCOMPARE(disabled(*desk.item(4).menu()), QStringList(QStringLiteral("area in 3")));
+        desk.cannotRun.clear();
         desk.menu.refresh();
-        QStringList enabled;
-        for (const QAction* item : desk.menu.menu().actions()) {
-            if (!item->isSeparator() && !item->menu() && item->isEnabled())
-                enabled << item->text().section(QLatin1Char('\t'), 0, 0);
-        }
-        QCOMPARE(enabled,
-                 QStringList({QStringLiteral("Capturar pantalla completa"),
-                              QStringLiteral("Abrir carpeta de capturas"),
-                              QStringLiteral("Acerca de Brindlecam"), QStringLiteral("Salir")}));
-        QVERIFY(!desk.item(4).menu()->actions().at(0)->isEnabled());
-        QVERIFY(desk.item(4).menu()->actions().at(2)->isEnabled());
+        QCOMPARE(disabled(desk.menu.menu()), QStringList());
+    }
+
+    void whatCannotRunIsDisabledFromTheBeginning()
+    {
+        test::NotedActions actions;
+        actions.cannotRun << QStringLiteral("update");
+        StatusMenu menu(actions.list, KeyNaming::words);
+        QCOMPARE(disabled(menu.menu()), QStringList(QStringLiteral("Update")));
+    }
+
+    void aNewTitleStays()
+    {
+        MenuDesk desk;
+        desk.menu.setUpdateTitle(QStringLiteral("Newer"));
+        desk.menu.refresh();
+        QCOMPARE(desk.item(8).text(), QStringLiteral("Newer"));
     }
 
     void shortcutsAreShownInWordsAndNeverLive()

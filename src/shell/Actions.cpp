@@ -1,0 +1,94 @@
+#include "shell/Actions.h"
+
+#include "base/Text.h"
+#include "preferences/Prefs.h"
+#include "shell/AppDelegate.h"
+
+#include <array>
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr int kCommaKey = 43;
+
+struct DelayedRow {
+    CaptureAction action;
+    const char* shortName;
+    int seconds;
+};
+
+constexpr std::array kDelayed{
+    DelayedRow{CaptureAction::area, "Área", 3},
+    DelayedRow{CaptureAction::area, "Área", 5},
+    DelayedRow{CaptureAction::fullScreen, "Pantalla completa", 3},
+    DelayedRow{CaptureAction::fullScreen, "Pantalla completa", 5},
+};
+
+std::optional<KeyCombo> noKey()
+{
+    return std::nullopt;
+}
+
+bool always()
+{
+    return true;
+}
+
+Action capture(AppDelegate& delegate, const Prefs& prefs, CaptureAction id)
+{
+    return {.title = title(id),
+            .key = [&prefs, id] { return prefs.combo(id); },
+            .canRun = [&delegate, id] { return delegate.isAvailable(id); },
+            .run = [&delegate, id] { delegate.perform(id); },
+            .runFromMenu = [&delegate, id] { delegate.capture(id); }};
+}
+
+Action delayed(AppDelegate& delegate, const DelayedRow& row)
+{
+    const auto run = [&delegate, row] { delegate.captureDelayed(row.action, row.seconds); };
+    return {.title = text("%1 en %2 segundos").arg(text(row.shortName)).arg(row.seconds),
+            .key = noKey,
+            .canRun = [&delegate, row] { return delegate.isAvailable(row.action); },
+            .run = run,
+            .runFromMenu = run};
+}
+
+/// What covers nothing on the screen and so need not wait for a menu.
+Action simple(const QString& title, const std::function<void()>& run)
+{
+    return {.title = title, .key = noKey, .canRun = always, .run = run, .runFromMenu = run};
+}
+
+/// What stands in the menu while its room is not built.
+Action notBuilt(const QString& title, std::function<std::optional<KeyCombo>()> key)
+{
+    return {.title = title,
+            .key = std::move(key),
+            .canRun = [] { return false; },
+            .run = [] {},
+            .runFromMenu = [] {}};
+}
+
+} // namespace
+
+Actions makeActions(AppDelegate& delegate, const Prefs& prefs)
+{
+    Actions all;
+    for (const CaptureAction id : kAllCaptureActions)
+        all.captures.emplace(id, capture(delegate, prefs, id));
+    for (const DelayedRow& row : kDelayed)
+        all.delayed.push_back(delayed(delegate, row));
+    all.openFolder =
+        simple(text("Abrir carpeta de capturas"), [&delegate] { delegate.openCapturesFolder(); });
+    all.settings = notBuilt(text("Configuración…"), [] {
+        return KeyCombo{kCommaKey, commandModifier, QStringLiteral("⌘,")};
+    });
+    all.update = notBuilt(AppDelegate::updateTitle(std::nullopt), noKey);
+    all.about = simple(text("Acerca de Brindlecam"), [&delegate] { delegate.showAbout(); });
+    all.quit = simple(text("Salir"), [&delegate] { delegate.quit(); });
+    return all;
+}
+
+} // namespace brindlecam

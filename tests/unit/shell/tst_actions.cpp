@@ -1,0 +1,118 @@
+#include "DelegateDesk.h"
+#include "shell/Actions.h"
+#include "support/TestCase.h"
+
+#include <array>
+
+namespace brindlecam {
+
+namespace {
+
+/// The list of a program, and a look at all of it.
+struct ListDesk : test::DelegateDesk {
+    Actions list = makeActions(delegate, prefs);
+
+    [[nodiscard]] std::vector<const Action*> all() const
+    {
+        std::vector<const Action*> found;
+        for (const auto& [id, action] : list.captures)
+            found.push_back(&action);
+        for (const Action& action : list.delayed)
+            found.push_back(&action);
+        for (const Action* action :
+             {&list.openFolder, &list.settings, &list.update, &list.about, &list.quit})
+            found.push_back(action);
+        return found;
+    }
+    [[nodiscard]] QStringList runnable() const
+    {
+        QStringList titles;
+        for (const Action* action : all()) {
+            if (action->canRun())
+                titles << action->title;
+        }
+        return titles;
+    }
+};
+
+const QStringList kHarmless{QStringLiteral("Abrir carpeta de capturas"),
+                            QStringLiteral("Acerca de Brindlecam"), QStringLiteral("Salir")};
+
+} // namespace
+
+class TestActions final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everythingCanBeAskedOfEachOfThem()
+    {
+        const ListDesk desk;
+        for (const Action* action : desk.all()) {
+            QVERIFY(!action->title.isEmpty());
+            QVERIFY2(action->key, qPrintable(action->title));
+            QVERIFY2(action->canRun, qPrintable(action->title));
+            QVERIFY2(action->run, qPrintable(action->title));
+            QVERIFY2(action->runFromMenu, qPrintable(action->title));
+        }
+        for (const CaptureAction id : kAllCaptureActions)
+            QCOMPARE(desk.list.captures.at(id).title, title(id));
+    }
+
+    void whatHasNoRoomCannotRun()
+    {
+        const ListDesk desk;
+        QStringList expected{QStringLiteral("Capturar área"),
+                             QStringLiteral("Capturar pantalla completa")};
+        for (const Action& action : desk.list.delayed)
+            expected << action.title;
+        QCOMPARE(desk.runnable(), expected + kHarmless);
+    }
+
+    void nothingThatCapturesCanRunWhileTheProgramEnds()
+    {
+        ListDesk desk;
+        desk.activity.stage = Activity::Stage::quitting;
+        QCOMPARE(desk.runnable(), kHarmless);
+    }
+
+    void whatCannotRunDoesNothing()
+    {
+        ListDesk desk;
+        const std::array<const Action*, 3> missing{&desk.list.captures.at(CaptureAction::recents),
+                                                   &desk.list.settings, &desk.list.update};
+        for (const Action* action : missing) {
+            action->run();
+            action->runFromMenu();
+        }
+        QCOMPARE(desk.grabber.calls, 0);
+        QVERIFY(desk.panels.shown.empty());
+    }
+
+    void capturesBeginAtOnceButNotUnderAMenu()
+    {
+        ListDesk desk;
+        const Action& action = desk.list.captures.at(CaptureAction::fullScreen);
+        action.run();
+        QCOMPARE(desk.grabber.calls, 1);
+        action.runFromMenu();
+        QCOMPARE(desk.grabber.calls, 1);
+        QTRY_COMPARE(desk.grabber.calls, 2);
+    }
+
+    void keysAreThoseOfTheSettingsAtAnyTime()
+    {
+        ListDesk desk;
+        const Action& action = desk.list.captures.at(CaptureAction::area);
+        QCOMPARE(action.key(), std::optional(defaultCombo(CaptureAction::area)));
+        desk.prefs.setCombo(std::nullopt, CaptureAction::area);
+        QCOMPARE(action.key(), std::optional<KeyCombo>());
+        QVERIFY(desk.list.settings.key());
+        QVERIFY(!desk.list.quit.key());
+    }
+};
+
+BRINDLECAM_TEST(TestActions);
+
+} // namespace brindlecam
+
+#include "tst_actions.moc"
