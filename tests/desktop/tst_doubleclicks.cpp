@@ -1,3 +1,4 @@
+// Covers ClickSink.
 #include "desktop/AnnotatingTest.h"
 #include "look/InterfaceFont.h"
 

@@ -1,3 +1,4 @@
+// Covers LinuxPlatform, Platform.
 #include "desktop/support/CaptureTest.h"
 
 #include <csignal>

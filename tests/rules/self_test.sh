@@ -50,6 +50,9 @@ TEXT
     echo '#pragma once' >"$tree/src/base/Good.h"
     printf '#include "base/Good.h"\n\n#include <QString>\n' >"$tree/src/base/Good.cpp"
     printf '#pragma once\n\n#include "base/Good.h"\n' >"$tree/src/look/Above.h"
+    mkdir -p "$tree/tests/unit"
+    echo 'int good();' >"$tree/tests/unit/tst_good.cpp"
+    echo 'brindlecam_unit_tests(base SOURCES tst_good.cpp)' >"$tree/tests/unit/CMakeLists.txt"
     printf 'See `src/base/Good.h`, `base/Good.cpp` and [more](docs/MORE.md), not `image/png`.\n' >"$tree/README.md"
     echo '[back](../README.md)' >"$tree/docs/MORE.md"
     echo 'See `base/Good.h`.' >"$tree/CONTRIBUTING.md"
@@ -74,7 +77,7 @@ catches() {
     fi
 }
 
-for rule in rooms system harness docs listed symbols machine sizes format; do
+for rule in rooms system harness covered docs listed symbols machine sizes format; do
     plant
     passes $rule
 done
@@ -119,6 +122,10 @@ catches harness "the window system in a test'\''s base" \
     'mkdir -p tests/desktop/support; echo "#include <xcb/shape.h>" >tests/desktop/support/Base.h'
 catches harness "a shortcut to the window system" \
     'mkdir -p tests/desktop; echo "#include \"desktop/support/x11/Connection.h\"" >tests/desktop/tst_a.cpp'
+catches covered "a unit without a test" 'echo "int a;" >src/base/Bare.cpp'
+catches covered "a test of a unit that is gone" 'rm src/base/Good.cpp; echo "// Covers Good." >tests/unit/tst_other.cpp'
+catches covered "a unit that is named elsewhere than in the first line" \
+    'echo "int a;" >src/base/Bare.cpp; echo "// Covers Bare." >>tests/unit/tst_good.cpp'
 catches docs "a code span without a file" 'echo "\`src/base/Gone.h\`" >>README.md'
 catches docs "a file of a room that is gone" 'echo "\`base/Gone.cpp\`" >>docs/MORE.md'
 catches docs "a link to nowhere" 'echo "[x](GONE.md)" >>docs/MORE.md'

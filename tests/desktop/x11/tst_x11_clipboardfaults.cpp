@@ -1,3 +1,4 @@
+// Covers ServerClock.
 #include "desktop/support/x11/SelectionReader.h"
 #include "platform/x11/connection/ServerClock.h"
 #include "platform/x11/connection/X11.h"

@@ -1,3 +1,4 @@
+// Covers KeySink.
 #include "desktop/support/x11/X11ClientWindow.h"
 #include "desktop/support/x11/X11Input.h"
 #include "desktop/support/x11/X11Rival.h"

@@ -1,3 +1,4 @@
+// Covers KeyGrab, PressFilter, X11Events, X11Keyboard.
 #include "base/KeyCodes.h"
 #include "base/KeyCombo.h"
 #include "desktop/support/x11/X11Hardware.h"

@@ -1,3 +1,4 @@
+// Covers ForeignGrabs.
 #include "desktop/support/x11/X11ClientWindow.h"
 #include "desktop/support/x11/X11Hardware.h"
 #include "desktop/support/x11/X11Rival.h"

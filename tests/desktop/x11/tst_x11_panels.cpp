@@ -1,3 +1,4 @@
+// Covers PanelTraits, PanelWindow, X11, X11Windows.
 #include "desktop/support/x11/SelectionReader.h"
 #include "desktop/support/x11/X11ClientWindow.h"
 #include "desktop/support/x11/X11Hardware.h"

@@ -1,3 +1,4 @@
+// Covers IncrTransfer, Mailbox, OfferedContent, SelectionAtoms, SelectionOwner, SelectionThread.
 #include "desktop/support/x11/SelectionReader.h"
 #include "x11/PasteboardTest.h"
 #include "x11/ThisDesktop.h"

@@ -1,3 +1,4 @@
+// Covers ScreenInfo.
 #include "base/Geometry.h"
 #include "base/ScreenInfo.h"
 #include "support/TestCase.h"

@@ -1,3 +1,4 @@
+// Covers BarSurface.
 #include "canvas/BarButton.h"
 #include "canvas/BarView.h"
 #include "support/TestCase.h"

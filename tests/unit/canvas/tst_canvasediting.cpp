@@ -1,3 +1,4 @@
+// Covers ToolControl.
 #include "EditingFixture.h"
 #include "canvas/MarkedPicture.h"
 #include "preferences/Config.h"

@@ -1,3 +1,4 @@
+// Covers CanvasScene, DimView.
 #include "PaintedScale.h"
 #include "canvas/CanvasPainter.h"
 #include "pictures/Dimming.h"

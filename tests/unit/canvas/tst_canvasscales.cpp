@@ -1,3 +1,4 @@
+// Covers ExactPosition.
 #include "EditingFixture.h"
 #include "base/Geometry.h"
 #include "support/TestCase.h"

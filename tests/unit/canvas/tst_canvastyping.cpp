@@ -1,3 +1,4 @@
+// Covers TextEntry, TextField.
 #include "EditingFixture.h"
 #include "preferences/Config.h"
 #include "support/TestCase.h"

@@ -1,3 +1,4 @@
+// Covers CanvasActions, CanvasModel.
 #include "CanvasFixture.h"
 #include "canvas/BarView.h"
 #include "pictures/Dimming.h"

@@ -1,3 +1,4 @@
+// Covers MarkedPart.
 #include "MarkedScreen.h"
 #include "base/Geometry.h"
 #include "canvas/CanvasPainter.h"

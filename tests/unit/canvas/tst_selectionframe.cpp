@@ -1,3 +1,4 @@
+// Covers MarkOutline.
 #include "PaintedScale.h"
 #include "canvas/MarkOutline.h"
 #include "canvas/Selection.h"

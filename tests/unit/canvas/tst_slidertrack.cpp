@@ -1,3 +1,4 @@
+// Covers SliderTrackAccess.
 #include "canvas/SliderTrack.h"
 #include "support/TestCase.h"
 

@@ -1,3 +1,4 @@
+// Covers ScreenGrabber.
 #include "capture/CaptureFixture.h"
 #include "pins/PinnedCapture.h"
 #include "support/TestCase.h"

@@ -1,3 +1,4 @@
+// Covers OverlaySet, OverlayWindow.
 #include "CaptureFixture.h"
 #include "canvas/BarButton.h"
 #include "canvas/TextField.h"

@@ -1,3 +1,4 @@
+// Covers HouseStyle.
 #include "look/Appearance.h"
 #include "support/TestCase.h"
 

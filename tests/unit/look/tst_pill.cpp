@@ -1,3 +1,4 @@
+// Covers InterfaceFont, TextLine.
 #include "look/InterfaceFont.h"
 #include "look/Pill.h"
 #include "look/TextLine.h"

@@ -1,3 +1,4 @@
+// Covers FloatingPanel.
 #include "notices/Toast.h"
 #include "support/FakeDisplays.h"
 #include "support/FakePanels.h"

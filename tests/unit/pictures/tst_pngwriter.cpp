@@ -1,3 +1,4 @@
+// Covers PngChunks.
 #include "ForeignReaders.h"
 #include "PagePainter.h"
 #include "pictures/PngWriter.h"

@@ -1,3 +1,4 @@
+// Covers RowPacking.
 #include "PagePainter.h"
 #include "pictures/RowFilter.h"
 #include "pictures/RowPacking.h"

@@ -1,3 +1,4 @@
+// Covers WheelDelta.
 #include "base/ScreenInfo.h"
 #include "look/WheelDelta.h"
 #include "pins/PinGeometry.h"

@@ -1,3 +1,4 @@
+// Covers PinnedView.
 #include "PinnedFixture.h"
 #include "preferences/Config.h"
 #include "support/TestCase.h"

@@ -1,3 +1,4 @@
+// Covers ForcedPorts.
 #include "platform/factory/PortChoice.h"
 #include "platform/null/NullPlatform.h"
 #include "support/TestCase.h"

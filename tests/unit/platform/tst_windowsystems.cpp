@@ -1,3 +1,4 @@
+// Covers SessionSearch.
 #include "platform/factory/SessionSearch.h"
 #include "platform/factory/WindowSystems.h"
 #include "support/TestCase.h"

@@ -1,3 +1,4 @@
+// Covers Backgrounds.
 #include "reading/Backgrounds.h"
 #include "reading/ColourRegions.h"
 #include "support/TestCase.h"

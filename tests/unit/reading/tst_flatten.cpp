@@ -1,3 +1,4 @@
+// Covers BackgroundMap, NearestBackground, SlidingMaximum.
 #include "reading/Flatten.h"
 #include "reading/NearestBackground.h"
 #include "reading/SlidingMaximum.h"

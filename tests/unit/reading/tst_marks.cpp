@@ -1,3 +1,4 @@
+// Covers Icons, Lanczos, MarkScale.
 #include "reading/Icons.h"
 #include "reading/Lanczos.h"
 #include "reading/MarkScale.h"

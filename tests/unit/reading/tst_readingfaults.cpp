@@ -1,3 +1,4 @@
+// Covers ReadingQueue, ReadingThread.
 #include "OwnThreads.h"
 #include "ReadingAnswers.h"
 #include "platform/unix/TesseractTextRecognizer.h"

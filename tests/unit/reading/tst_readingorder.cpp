@@ -1,3 +1,4 @@
+// Covers Columns, Fragment, Rows, SidePanels.
 #include "reading/ReadingOrder.h"
 #include "support/TestCase.h"
 

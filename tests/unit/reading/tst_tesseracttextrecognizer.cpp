@@ -1,3 +1,4 @@
+// Covers TesseractEngine, TextPage, UnixPlatform.
 #include "OwnThreads.h"
 #include "ReadingAnswers.h"
 #include "platform/null/NullPlatform.h"

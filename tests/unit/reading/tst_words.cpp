@@ -1,3 +1,4 @@
+// Covers DoubtfulWords, FixedPitch, TextFixes.
 #include "reading/DoubtfulWords.h"
 #include "reading/FixedPitch.h"
 #include "reading/Fragment.h"

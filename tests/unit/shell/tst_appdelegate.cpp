@@ -1,3 +1,4 @@
+// Covers AboutPanel.
 #include "DelegateDesk.h"
 #include "look/Catalogues.h"
 #include "shell/AboutPanel.h"

@@ -1,3 +1,4 @@
+// Covers CaptureAction.
 #include "shell/Commands.h"
 #include "support/TestCase.h"
 

@@ -1,3 +1,4 @@
+// Covers InstancePlace.
 #include "shell/SingleInstance.h"
 #include "support/TestCase.h"
 

@@ -1,3 +1,4 @@
+// Covers StatusItem.
 #include "NotedActions.h"
 #include "shell/StatusItem.h"
 #include "shell/StatusMenu.h"

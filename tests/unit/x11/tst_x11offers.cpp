@@ -1,3 +1,4 @@
+// Covers X11Platform.
 #include "platform/factory/PortChoice.h"
 #include "platform/null/NullPlatform.h"
 #include "platform/x11/X11Platform.h"

@@ -1,3 +1,4 @@
+// Covers LinuxFileOpener.
 #include "platform/linux/LinuxFileOpener.h"
 #include "platform/linux/SessionBus.h"
 #include "support/TestCase.h"

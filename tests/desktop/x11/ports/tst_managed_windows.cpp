@@ -1,3 +1,4 @@
+// Covers WindowQuery, X11WindowList.
 #include "desktop/support/x11/X11Pager.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/desktop/X11WindowList.h"

@@ -1,3 +1,4 @@
+// Covers PixelBuffer.
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/grab/PixelStore.h"
 #include "support/TestCase.h"

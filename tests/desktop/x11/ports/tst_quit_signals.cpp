@@ -1,3 +1,4 @@
+// Covers UnixQuitSignals.
 #include "platform/unix/UnixQuitSignals.h"
 #include "support/TestCase.h"
 

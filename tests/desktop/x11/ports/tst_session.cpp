@@ -1,3 +1,4 @@
+// Covers ServerProbe.
 #include "platform/linux/SessionBus.h"
 #include "platform/x11/X11Platform.h"
 #include "support/TestCase.h"

@@ -1,3 +1,4 @@
+// Covers LinuxTrayHosts, OwnerWatch, StatusNotifierHosts, XEmbedTrayHosts.
 #include "platform/linux/LinuxTrayHosts.h"
 #include "platform/linux/SessionBus.h"
 #include "platform/linux/StatusNotifierHosts.h"
