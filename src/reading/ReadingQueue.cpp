@@ -1,10 +1,9 @@
 #include "reading/ReadingQueue.h"
 
+#include "base/FreedMemory.h"
 #include "base/Text.h"
 #include "reading/StopRequest.h"
 #include "reading/TextPage.h"
-
-#include <malloc.h>
 
 #include <new>
 #include <utility>
@@ -25,14 +24,6 @@ std::vector<Word> wordsOf(const std::vector<TextEngine::EngineWord>& read)
              .line = word.line});
     }
     return words;
-}
-
-/// Gives what was freed back to the system; the allocator would keep it.
-void giveMemoryBack()
-{
-#ifdef __GLIBC__
-    malloc_trim(0);
-#endif
 }
 
 } // namespace
@@ -162,7 +153,7 @@ std::optional<Error> ReadingQueue::load()
 void ReadingQueue::unload()
 {
     m_engine.reset();
-    giveMemoryBack();
+    giveFreedMemoryBack();
     m_loaded = false;
 }
 

@@ -4,7 +4,7 @@
 #include <tesseract/ocrclass.h>
 #include <tesseract/resultiterator.h>
 
-extern "C" void omp_set_max_active_levels(int levels);
+#include <dlfcn.h>
 
 namespace brindlecam {
 
@@ -18,13 +18,22 @@ bool isStopped(void* stop, int /*words*/)
     return static_cast<const StopRequest*>(stop)->isThere();
 }
 
+/// Several threads per line mostly wait for each other: four times the work for no gain. Nothing
+/// but this call, on the very thread that reads, keeps the library from starting them; where it was
+/// built without OpenMP, there is nothing to call.
+void readInOneThread()
+{
+    using SetLevels = void (*)(int);
+    if (const auto setLevels =
+            reinterpret_cast<SetLevels>(::dlsym(RTLD_DEFAULT, "omp_set_max_active_levels")))
+        setLevels(0);
+}
+
 } // namespace
 
 std::unique_ptr<TesseractEngine> TesseractEngine::open()
 {
-    // Several threads per line mostly wait for each other: four times the work for no gain. Nothing
-    // but this call, on the very thread that reads, keeps the library from starting them.
-    omp_set_max_active_levels(0);
+    readInOneThread();
     auto api = std::make_unique<tesseract::TessBaseAPI>();
     // Before anything else: a missing language is told by the result, not on the error stream.
     api->SetVariable("debug_file", "/dev/null");

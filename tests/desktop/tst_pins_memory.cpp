@@ -1,3 +1,4 @@
+// Covers FreedMemory.
 #include "desktop/support/PinTest.h"
 
 #include <QElapsedTimer>

@@ -1,12 +1,11 @@
 #include "platform/x11/clipboard/SelectionOwner.h"
 
+#include "base/FreedMemory.h"
 #include "platform/x11/connection/X11.h"
 
 #include <algorithm>
 #include <chrono>
 #include <utility>
-
-#include <malloc.h>
 
 namespace brindlecam::x11 {
 
@@ -164,10 +163,7 @@ void SelectionOwner::keepConcealed()
 void SelectionOwner::lose()
 {
     m_content.reset();
-#ifdef __GLIBC__
-    // A picture is many megabytes; the allocator would keep them for another one.
-    malloc_trim(0);
-#endif
+    giveFreedMemoryBack(); // a picture is many megabytes
 }
 
 void SelectionOwner::handOver(std::function<void()> done)

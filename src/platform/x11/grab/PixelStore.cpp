@@ -1,8 +1,7 @@
 #include "platform/x11/grab/PixelStore.h"
 
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
+#include "base/FreedMemory.h"
+
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -123,10 +122,8 @@ void PixelStore::freeExpired()
             std::chrono::ceil<std::chrono::milliseconds>(m_shelf->items.front().expires - now));
         return;
     }
-#ifdef __GLIBC__
     // The session is long over: what its many small things left behind goes back, too.
-    malloc_trim(0);
-#endif
+    giveFreedMemoryBack();
 }
 
 } // namespace brindlecam

@@ -1,5 +1,6 @@
 #include "platform/x11/windows/X11Panels.h"
 
+#include "base/FreedMemory.h"
 #include "platform/FirstFrame.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/grab/ServerPixels.h"
@@ -9,9 +10,6 @@
 
 #include <algorithm>
 #include <chrono>
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
 #include <utility>
 
 namespace brindlecam {
@@ -59,10 +57,7 @@ void X11Panels::forget(const QObject* gone)
         return;
     if (std::ranges::none_of(m_windows, isPin))
         m_fullScreen.reset();
-#ifdef __GLIBC__
-    // Pictures of some hundred kilobytes lie among everything else; the allocator would keep them.
-    malloc_trim(0);
-#endif
+    giveFreedMemoryBack(); // pictures of some hundred kilobytes lay among everything else
 }
 
 void X11Panels::watchFullScreen()
