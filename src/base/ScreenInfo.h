@@ -8,12 +8,14 @@
 
 namespace brindlecam {
 
-/// One display as the desktop lays it out. Native rectangles are pixels of the global desktop,
-/// origin top-left, y down; points are native pixels divided by the scale.
+/// One display in the layout of the port that found it. Native rectangles are pixels of the global
+/// desktop, origin top-left, y down; points are native pixels divided by the scale. Where the
+/// system has no such pixels, the port lays the displays out: each in its own pixels, never one
+/// over another, perhaps with gaps between them.
 struct ScreenInfo {
     QString id;         ///< the system's name of the output, unique while it is connected
     QRect native;       ///< whole display, native pixels
-    qreal scale = 1;    ///< pixels per point: 1, 1.25, 1.5, 2 …
+    qreal scale = 1;    ///< pixels per point: 1, 1.25, 1.5, 2 …; not what a toolkit paints with
     QRect visibleFrame; ///< without docks and panels, native pixels; inside `native`
 
     /// Size in points, as reals: 1366 pixels at scale 1.5 are 910.67 points.

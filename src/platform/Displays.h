@@ -11,7 +11,8 @@ class QObject;
 namespace brindlecam {
 
 /// The displays of the desktop and the pointer on them. Main thread; native pixels of the global
-/// desktop, origin top-left.
+/// desktop, origin top-left, in the layout that this port makes. Every other port speaks of places
+/// in that layout.
 class Displays {
 public:
     virtual ~Displays() = default;
@@ -23,7 +24,8 @@ public:
     /// is the whole display.
     [[nodiscard]] virtual std::vector<ScreenInfo> layout() const = 0;
 
-    /// Where the pointer is now, or nothing when the system does not tell.
+    /// Where the pointer is now, or nothing when the system does not tell. May take a frame: not
+    /// for every move of the pointer.
     [[nodiscard]] virtual std::optional<QPoint> pointer() const = 0;
 
     /// `changed` runs on the main thread after a display was added, removed, resized or rescaled,

@@ -181,6 +181,30 @@ private Q_SLOTS:
         QFETCH(QRectF, frame);
         QTEST(PinGeometry::reachable(frame, {kPinScreen, kPinDenseScreen}), "reachable");
     }
+
+    void screensMayLieApart_data()
+    {
+        QTest::addColumn<QRectF>("frame");
+        QTest::addColumn<QString>("screen");
+        QTest::addColumn<QRectF>("reachable");
+        const QRectF inTheGap(1500, 300, 200, 100);
+        QTest::newRow("nearer to the first")
+            << inTheGap << QStringLiteral("A") << QRectF(1080, 300, 200, 100);
+        QTest::newRow("nearer to the second")
+            << inTheGap.translated(800, 0) << QStringLiteral("B") << QRectF(2560, 300, 200, 100);
+        QTest::newRow("across the gap")
+            << QRectF(1200, 300, 1500, 100) << QStringLiteral("B") << QRectF(1200, 300, 1500, 100);
+    }
+    void screensMayLieApart()
+    {
+        QFETCH(QRectF, frame);
+        const std::vector screens{
+            ScreenInfo{QStringLiteral("A"), QRect(0, 0, 1280, 800), 1, QRect(0, 0, 1280, 800)},
+            ScreenInfo{QStringLiteral("B"), QRect(2560, 0, 2560, 1440), 2,
+                       QRect(2560, 0, 2560, 1440)}};
+        QTEST(PinGeometry::screenOf(frame, screens).value().id, "screen");
+        QTEST(PinGeometry::reachable(frame, screens), "reachable");
+    }
 };
 
 BRINDLECAM_TEST(TestPinGeometry);
