@@ -226,6 +226,24 @@ private Q_SLOTS:
         QVERIFY(press("Copiar"));
         QVERIFY(sessionIsOver());
     }
+
+    void programOnAnotherBusIsAskedThere()
+    {
+        selects({.desktop = {.bus = MessageBus::session}});
+        QVERIFY(find("Copiar", ControlKind::button));
+        desktop().endMessageBus();
+        QVERIFY(!look("Copiar"));
+        desktop().startMessageBus();
+        QVERIFY(!look("Copiar"));
+        QCOMPARE(program().quit(), 0);
+        const QString bus = QStringLiteral("DBUS_SESSION_BUS_ADDRESS");
+        program().environment().insert(bus, desktop().environment().value(bus));
+        startProgram();
+        QVERIFY(openArea());
+        input().drag({300, 250}, {700, 550});
+        QVERIFY(press("Copiar"));
+        QVERIFY(sessionIsOver());
+    }
 };
 
 } // namespace brindlecam::desktop

@@ -197,6 +197,31 @@ private Q_SLOTS:
         xclip.waitForFinished();
     }
 
+    void textCopiedElsewhereIsOnTheClipboard()
+    {
+        useDesktop({.windowManager = WindowManager::none});
+        for (const QString& text : {QStringLiteral("uno"), QStringLiteral("dos: ñ")}) {
+            desktop().copyElsewhere(text);
+            QCOMPARE(desktop().clipboard().text(), std::optional(text));
+        }
+    }
+
+    void whatTheDesktopHoldsForAProcessIsCounted()
+    {
+        useDesktop({.windowManager = WindowManager::none});
+        const qint64 own = QCoreApplication::applicationPid();
+        const Holdings before = desktop().holdings(own);
+        const auto window = desktop().open({.pixels = QRect(0, 0, 100, 100)});
+        desktop().hangWallpaper(pattern({64, 32}));
+        const Holdings with = desktop().holdings(own);
+        QCOMPARE(with.connections, before.connections + 1);
+        QCOMPARE(with.windows, before.windows + 1);
+        QCOMPARE(with.pictures, before.pictures + 1);
+        QVERIFY(with.pictureBytes > before.pictureBytes); // in parts: the desktop uses it thrice
+        constexpr qint64 kFirst = 1;                      // draws nothing
+        QCOMPARE(desktop().holdings(kFirst).connections, 0);
+    }
+
     void monitorsAreSeen()
     {
         useDesktop({.screen = {.pixels = {1600, 600},
@@ -223,6 +248,14 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return !desktop().hasCompositor(); }));
         desktop().endWindowManager();
         QVERIFY(waitUntil([&] { return !desktop().hasWindowManager(); }));
+        desktop().startWindowManager();
+        desktop().killWindowManager();
+        QVERIFY(waitUntil([&] { return !desktop().hasWindowManager(); }));
+        const QString bus = QStringLiteral("DBUS_SESSION_BUS_ADDRESS");
+        const QString before = desktop().environment().value(bus);
+        desktop().endMessageBus();
+        desktop().startMessageBus();
+        QVERIFY(desktop().environment().value(bus) != before);
     }
 
 private:

@@ -30,7 +30,10 @@ class AccessTree final {
 public:
     AccessTree(const AccessBus& bus, qint64 pid);
 
-    [[nodiscard]] qint64 pid() const { return m_pid; }
+    [[nodiscard]] bool isOf(const AccessBus& bus, qint64 pid) const
+    {
+        return &bus == &m_bus && pid == m_pid;
+    }
     /// Everything that is shown, windows and menus before what is in them. Empty as long as the
     /// program has not announced itself.
     [[nodiscard]] std::vector<AccessNode> shown();

@@ -33,6 +33,8 @@ public:
     /// The text; none when there is none.
     [[nodiscard]] virtual std::optional<QString> text() = 0;
 
+    /// Asks for one format and is gone before the answer comes, as a program that crashes is.
+    virtual void askAndLeave(const QByteArray& format) = 0;
     /// Cuts the connection of whoever offers something.
     virtual void cutOwnersConnection() = 0;
 };

@@ -126,8 +126,9 @@ std::vector<Control> Controls::shown()
 {
     if (!m_program.isRunning())
         return {};
-    if (!m_tree || m_tree->pid() != m_program.pid())
-        m_tree.emplace(*m_desktop.accessBus(), m_program.pid());
+    const AccessBus& bus = *m_desktop.accessBus();
+    if (!m_tree || !m_tree->isOf(bus, m_program.pid()))
+        m_tree.emplace(bus, m_program.pid());
     const std::vector<AccessNode> nodes = m_tree->shown();
     const std::vector<SeenWindow> windows = m_desktop.windows().shown(m_program.pid());
     const std::vector<QRect> monitors = m_desktop.screen().monitors();

@@ -4,6 +4,7 @@
 #include "desktop/support/ClientWindow.h"
 #include "desktop/support/Clipboard.h"
 #include "desktop/support/ClipboardManager.h"
+#include "desktop/support/Holdings.h"
 #include "desktop/support/Input.h"
 #include "desktop/support/Pager.h"
 #include "desktop/support/Rival.h"
@@ -73,6 +74,8 @@ public:
     [[nodiscard]] virtual QString name() const = 0;
     /// The process that draws the screen.
     [[nodiscard]] virtual qint64 serverPid() const = 0;
+    /// What the desktop holds for a process.
+    [[nodiscard]] virtual Holdings holdings(qint64 pid) const = 0;
 
     // A person's hands, eyes and means.
     [[nodiscard]] virtual Input& input() = 0;
@@ -89,6 +92,9 @@ public:
     [[nodiscard]] virtual std::unique_ptr<Rival> rival() = 0;
     /// Returns once it serves.
     [[nodiscard]] virtual std::unique_ptr<ClipboardManager> startClipboardManager(KeepsBy way) = 0;
+
+    /// Another program copies a text; returns once it is on the clipboard.
+    virtual void copyElsewhere(const QString& text) = 0;
 
     // Monitors and keyboard: plugged in, unplugged, changed.
     /// Makes these the monitors, removing all others. At least one.
@@ -107,6 +113,8 @@ public:
     // Inhabitants that come and go.
     virtual void startWindowManager() = 0;
     virtual void endWindowManager() = 0;
+    /// Ends it as a crash would.
+    virtual void killWindowManager() = 0;
     /// Stops the window manager in its tracks, as a loaded machine would, and lets it go on.
     virtual void pauseWindowManager() = 0;
     virtual void resumeWindowManager() = 0;
@@ -114,6 +122,9 @@ public:
     virtual void startCompositor() = 0;
     virtual void endCompositor() = 0;
     [[nodiscard]] virtual bool hasCompositor() const = 0;
+    /// A new one; whoever knew the one before does not hear of it.
+    virtual void startMessageBus() = 0;
+    virtual void endMessageBus() = 0;
     virtual void startTray(Tray tray) = 0;
     virtual void endTray() = 0;
     [[nodiscard]] virtual bool hasTray() const = 0;

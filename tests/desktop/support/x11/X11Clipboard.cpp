@@ -3,7 +3,8 @@
 namespace brindlecam::desktop {
 
 X11Clipboard::X11Clipboard(const QString& display)
-    : m_reader(display)
+    : m_display(display)
+    , m_reader(display)
 {
 }
 
@@ -11,6 +12,13 @@ std::optional<QString> X11Clipboard::text()
 {
     const auto bytes = read("UTF8_STRING");
     return bytes ? std::optional(QString::fromUtf8(*bytes)) : std::nullopt;
+}
+
+void X11Clipboard::askAndLeave(const QByteArray& format)
+{
+    SelectionReader passing(m_display);
+    passing.ask(format);
+    passing.connection().sync();
 }
 
 void X11Clipboard::cutOwnersConnection()

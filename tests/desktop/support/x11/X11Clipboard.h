@@ -18,9 +18,11 @@ public:
     }
     [[nodiscard]] bool lastCameInPieces() const override { return m_reader.lastCameInPieces(); }
     [[nodiscard]] std::optional<QString> text() override;
+    void askAndLeave(const QByteArray& format) override;
     void cutOwnersConnection() override;
 
 private:
+    const QString m_display;
     SelectionReader m_reader;
 };
 

@@ -4,8 +4,11 @@
 #include "desktop/support/Pictures.h"
 #include "desktop/support/x11/X11ClientWindow.h"
 #include "desktop/support/x11/X11ClipboardManager.h"
+#include "desktop/support/x11/X11Holdings.h"
 #include "desktop/support/x11/X11Pictures.h"
 #include "desktop/support/x11/X11Rival.h"
+
+#include <QFile>
 
 #include <csignal>
 
@@ -24,7 +27,7 @@ X11Desktop::X11Desktop(const DesktopOptions& options)
     if (!options.screen.monitors.empty())
         setMonitors(options.screen.monitors);
     if (options.bus == MessageBus::session)
-        m_bus = std::make_unique<BusDaemon>(BusDaemon::Services::installed, environment());
+        startMessageBus();
     if (options.accessibility == Accessibility::on)
         startAccessibility();
     // Before a compositor comes, which may miss one that is hung while it begins.
@@ -62,6 +65,11 @@ QProcessEnvironment X11Desktop::environment() const
     return environment;
 }
 
+Holdings X11Desktop::holdings(qint64 pid) const
+{
+    return holdingsOf(m_connection, pid);
+}
+
 std::unique_ptr<ClientWindow> X11Desktop::open(const ClientWindowOptions& options)
 {
     return std::make_unique<X11ClientWindow>(name(), options);
@@ -75,6 +83,25 @@ std::unique_ptr<Rival> X11Desktop::rival()
 std::unique_ptr<ClipboardManager> X11Desktop::startClipboardManager(KeepsBy way)
 {
     return std::make_unique<X11ClipboardManager>(name(), way);
+}
+
+void X11Desktop::copyElsewhere(const QString& text)
+{
+    QFile file(m_home.filePath(QStringLiteral("copied")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+        qFatal("nothing can be copied: %s", qPrintable(file.errorString()));
+    file.close();
+    auto copier = start(QStringLiteral("xclip"),
+                        {QStringLiteral("-quiet"), QStringLiteral("-selection"),
+                         QStringLiteral("clipboard"), QStringLiteral("-in"), file.fileName()});
+    // It ends by itself where somebody else has copied since.
+    const auto hasCopied = [&] {
+        const auto owner = static_cast<std::uint32_t>(m_clipboard.owner());
+        return makerOf(m_connection, owner) == copier->pid() || !copier->isRunning();
+    };
+    if (!waitUntil(hasCopied))
+        qFatal("xclip does not copy: %s", copier->log().constData());
+    m_copier = std::move(copier);
 }
 
 void X11Desktop::hangWallpaper(const QImage& picture)
@@ -105,6 +132,12 @@ void X11Desktop::startWindowManager()
 
 void X11Desktop::endWindowManager()
 {
+    m_windowManager.reset();
+}
+
+void X11Desktop::killWindowManager()
+{
+    m_windowManager->kill();
     m_windowManager.reset();
 }
 
@@ -170,6 +203,18 @@ QProcessEnvironment X11Desktop::programsEnvironment() const
     if (m_accessBus)
         all.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
     return all;
+}
+
+void X11Desktop::startMessageBus()
+{
+    m_bus = std::make_unique<BusDaemon>(BusDaemon::Services::installed, environment());
+    if (m_accessBus)
+        startAccessibility();
+}
+
+void X11Desktop::endMessageBus()
+{
+    m_bus.reset();
 }
 
 } // namespace brindlecam::desktop

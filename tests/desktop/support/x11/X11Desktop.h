@@ -26,6 +26,7 @@ public:
     [[nodiscard]] const AccessBus* accessBus() const override { return m_accessBus.get(); }
     [[nodiscard]] QString name() const override { return m_server.display(); }
     [[nodiscard]] qint64 serverPid() const override { return m_server.pid(); }
+    [[nodiscard]] Holdings holdings(qint64 pid) const override;
 
     [[nodiscard]] Input& input() override { return m_input; }
     [[nodiscard]] Screen& screen() override { return m_screen; }
@@ -36,6 +37,7 @@ public:
     [[nodiscard]] std::unique_ptr<ClientWindow> open(const ClientWindowOptions& options) override;
     [[nodiscard]] std::unique_ptr<Rival> rival() override;
     [[nodiscard]] std::unique_ptr<ClipboardManager> startClipboardManager(KeepsBy way) override;
+    void copyElsewhere(const QString& text) override;
 
     void setMonitors(const std::vector<Monitor>& monitors) override
     {
@@ -52,12 +54,15 @@ public:
 
     void startWindowManager() override;
     void endWindowManager() override;
+    void killWindowManager() override;
     void pauseWindowManager() override;
     void resumeWindowManager() override;
     [[nodiscard]] bool hasWindowManager() const override { return m_connection.hasWindowManager(); }
     void startCompositor() override;
     void endCompositor() override;
     [[nodiscard]] bool hasCompositor() const override;
+    void startMessageBus() override;
+    void endMessageBus() override;
     void startTray(Tray tray) override;
     void endTray() override;
     [[nodiscard]] bool hasTray() const override;
@@ -76,6 +81,7 @@ private:
     std::unique_ptr<Process> m_windowManager;
     std::unique_ptr<Process> m_compositor;
     std::unique_ptr<Process> m_tray;
+    std::unique_ptr<Process> m_copier; ///< who else has copied something
     X11Input m_input;
     X11Screen m_screen;
     X11Clipboard m_clipboard;
