@@ -120,6 +120,7 @@ catches harness "the window system in a test" 'mkdir -p tests/desktop; echo "xcb
 catches harness "the window system'\''s keys in a test" 'mkdir -p tests/desktop; echo "tap(XK_Escape);" >tests/desktop/tst_a.cpp'
 catches harness "the window system in a test'\''s base" \
     'mkdir -p tests/desktop/support; echo "#include <xcb/shape.h>" >tests/desktop/support/Base.h'
+catches harness "the window system on a long walk" 'mkdir -p bench/soak; echo "xcb_flush(c);" >bench/soak/Walk.cpp'
 catches harness "a shortcut to the window system" \
     'mkdir -p tests/desktop; echo "#include \"desktop/support/x11/Connection.h\"" >tests/desktop/tst_a.cpp'
 catches covered "a unit without a test" 'echo "int a;" >src/base/Bare.cpp'

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/Tool.h"
+
+#include <QRect>
+
+namespace brindlecam::soak {
+
+class Person;
+
+/// The bars beside a selected area.
+namespace Bars {
+
+// What their buttons are called.
+constexpr auto kReadText = "Copiar el texto de la selección";
+constexpr auto kPin = "Fijar flotando en pantalla";
+constexpr auto kCopy = "Copiar";
+constexpr auto kPointer = "Mover la selección o una anotación";
+[[nodiscard]] const char* name(Tool tool);
+
+/// Throws Failure when there is no such button.
+void press(Person& person, const char* button);
+
+/// Whether both bars fit on the right and below, popups beyond them and the size above, at one
+/// pixel per point: then nothing of them covers the area. Native pixels.
+[[nodiscard]] bool haveRoom(const QRect& area, const QRect& monitor);
+
+} // namespace Bars
+
+} // namespace brindlecam::soak
