@@ -1,6 +1,5 @@
 #include "capture/CaptureController.h"
 
-#include "base/KeyCodes.h"
 #include "base/Overloaded.h"
 #include "base/Text.h"
 #include "canvas/CanvasView.h"
@@ -115,8 +114,7 @@ void CaptureController::waitForPictures()
 {
     auto* grabbing = std::get_if<Grabbing>(&m_state);
     if (grabbing && grabbing->awaits == Grabbing::Awaits::pictures && !grabbing->escapeKey)
-        grabbing->escapeKey =
-            m_services.platform.hotKeys->registerKey(KeyCodes::kEscape, 0, [this] { callOff(); });
+        grabbing->escapeKey = m_services.platform.hotKeys->takeEscape([this] { callOff(); });
 }
 
 void CaptureController::callOff()
@@ -164,7 +162,7 @@ void CaptureController::present(const std::vector<Shot>& shots)
     m_state = Overlay{};
     // First: whoever sees the overlay can leave it.
     std::get<Overlay>(m_state).escapeKey =
-        m_services.platform.hotKeys->registerKey(KeyCodes::kEscape, 0, [this] { escapePressed(); });
+        m_services.platform.hotKeys->takeEscape([this] { escapePressed(); });
     for (const Shot& shot : shots) {
         OverlayWindow& window = m_overlays.fill(shot);
         window.canvas()->setWindowRects(WindowFinder::onScreen(frames, shot.screen));

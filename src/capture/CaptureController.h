@@ -7,7 +7,7 @@
 #include "capture/LongCaptures.h"
 #include "capture/OverlaySet.h"
 #include "capture/ScreenGrabber.h"
-#include "platform/HotKey.h"
+#include "platform/HotKeys.h"
 
 #include <QObject>
 #include <QPointer>
@@ -81,14 +81,14 @@ private:
         Kind kind = Kind::area;
         std::unique_ptr<QObject> context; ///< whoever still has to answer is called off with it
         enum class Awaits { pictures, input } awaits = Awaits::pictures;
-        HotKey escapeKey{}; ///< only while pictures keep us waiting
+        std::unique_ptr<TakenKey> escapeKey{}; ///< only while pictures keep us waiting
         std::vector<ScreenInfo> screens{};
         std::vector<QRect> windowFrames{}; ///< native pixels, frontmost first
         bool again = false;                ///< the displays changed once already
     };
     /// Overlays are up.
     struct Overlay {
-        HotKey escapeKey;
+        std::unique_ptr<TakenKey> escapeKey;
         std::optional<Rendered> lastAutoCopied;
     };
     /// The overlays are gone, the outcome is being acted on.

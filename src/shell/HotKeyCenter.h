@@ -1,37 +1,46 @@
 #pragma once
 
-#include "platform/HotKey.h"
+#include "platform/HotKeys.h"
 #include "preferences/CaptureAction.h"
 
-#include <map>
+#include <QObject>
+
+#include <memory>
 #include <set>
+#include <vector>
 
 namespace brindlecam {
 
 struct Actions;
 
-/// Holds the registered shortcuts of the capture actions and knows which the system refused. Main
+/// Binds the shortcuts of the capture actions and knows which the system refused. Its answer may
+/// come later: until then a key is neither bound nor failed, and works if it is pressed. Main
 /// thread.
 class HotKeyCenter final {
 public:
     /// Both outlive it.
     HotKeyCenter(HotKeys& hotKeys, const Actions& actions);
+    ~HotKeyCenter();
 
-    /// Registers everything anew from the settings. What can't run is left unregistered and is no
-    /// failure.
+    /// Binds everything anew from the settings. What can't run is left unbound and is no failure.
     void reload();
     /// Gives every combination back until the next reload(), so that typed keys reach a recorder.
     void releaseAll();
 
-    /// Registered now.
-    [[nodiscard]] const std::map<CaptureAction, HotKey>& keys() const { return m_keys; }
+    /// Bound now, as the system has answered.
+    [[nodiscard]] const std::set<CaptureAction>& bound() const { return m_bound; }
     /// Refused by the system at the last reload().
     [[nodiscard]] const std::set<CaptureAction>& failed() const { return m_failed; }
 
 private:
+    void bind(const std::vector<HotKeyWish>& wishes);
+    void pressed(const QString& name) const;
+    void answered(const std::vector<HotKeyWish>& wishes, const QStringList& refused);
+
     HotKeys& m_hotKeys;
     const Actions& m_actions;
-    std::map<CaptureAction, HotKey> m_keys;
+    std::unique_ptr<QObject> m_context; ///< of the present set; earlier answers die with theirs
+    std::set<CaptureAction> m_bound;
     std::set<CaptureAction> m_failed;
 };
 

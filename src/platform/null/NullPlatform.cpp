@@ -42,8 +42,14 @@ public:
 
 class NullHotKeys final : public HotKeys {
 public:
-    [[nodiscard]] std::unique_ptr<HotKeyRegistration> registerKey(int, int,
-                                                                  std::function<void()>) override
+    void bind(const std::vector<HotKeyWish>& wishes, QObject*, Pressed, Done done) override
+    {
+        QStringList refused;
+        for (const HotKeyWish& wish : wishes)
+            refused << wish.name;
+        done(refused);
+    }
+    [[nodiscard]] std::unique_ptr<TakenKey> takeEscape(std::function<void()>) override
     {
         return nullptr;
     }

@@ -27,7 +27,7 @@ private Q_SLOTS:
         QVERIFY(!null.displays->pointer());
         QVERIFY(null.windowList->frontToBack().empty());
         QVERIFY(!null.grabber->grabRegion({0, 0, 10, 10}));
-        QVERIFY(!null.hotKeys->registerKey(0, 0, [] {}));
+        QVERIFY(!null.hotKeys->takeEscape([] {}));
         QVERIFY(!null.trayHosts->available());
     }
 
@@ -39,9 +39,14 @@ private Q_SLOTS:
                              [&](ClipboardFate fate) { copied = fate; });
         std::optional<bool> opened;
         null.fileOpener->openFolder(QStringLiteral("/"), this, [&](bool done) { opened = done; });
+        std::optional<QStringList> refused;
+        null.hotKeys->bind(
+            {{QStringLiteral("area"), {}, 1, 0}, {QStringLiteral("recents"), {}, 2, 0}}, this,
+            [](const QString&) {}, [&](const QStringList& names) { refused = names; });
         std::optional<Result<QStringList>> read;
         null.textRecognizer->recognize(QImage(), this,
                                        [&](auto text) { read.emplace(std::move(text)); });
+        QCOMPARE(refused, QStringList({QStringLiteral("area"), QStringLiteral("recents")}));
         QTRY_COMPARE(copied, ClipboardFate::refused);
         QTRY_COMPARE(opened, false);
         QTRY_VERIFY(read.has_value());
@@ -54,7 +59,7 @@ private Q_SLOTS:
         QVERIFY(ports);
         const Platform offscreen = ports.value().make();
         QVERIFY(offscreen.displays->screens().empty());
-        QVERIFY(!offscreen.hotKeys->registerKey(0, 0, [] {}));
+        QVERIFY(!offscreen.hotKeys->takeEscape([] {}));
         QVERIFY(offscreen.textCatalogue.isEmpty());
     }
 };

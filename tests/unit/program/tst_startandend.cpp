@@ -119,6 +119,23 @@ private Q_SLOTS:
         QVERIFY(desk.keyboard.registered.empty());
     }
 
+    void nothingWaitsForASystemThatAnswersLateAboutItsKeys()
+    {
+        ProgramDesk desk(ProgramDesk::Run::first);
+        desk.keyboard.waits = true;
+        desk.start();
+        QCOMPARE(desk.keyboard.awaited(), 1);
+        QCOMPARE(ProgramDesk::keyOf(desk.item(kFullScreen)), QStringLiteral("Mayús+Super+8"));
+        QCOMPARE(desk.made(PanelRole::dialog), 1);
+        desk.keyboard.press(28, ProgramDesk::kHotKey);
+        QTRY_COMPARE(desk.grabber.calls, 1);
+        desk.quit();
+        QVERIFY(desk.keyboard.registered.empty());
+        QTRY_COMPARE(desk.pasteboard.handOvers, 1);
+        desk.keyboard.answer();
+        QVERIFY(desk.hotKeys().bound().empty());
+    }
+
     void otherCopiesAreRefusedEverything_data()
     {
         QTest::addColumn<QByteArrayList>("words");

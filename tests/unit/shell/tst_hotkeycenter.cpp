@@ -3,6 +3,9 @@
 #include "support/FakeHotKeys.h"
 #include "support/TestCase.h"
 
+#include <optional>
+#include <set>
+
 namespace brindlecam {
 
 namespace {
@@ -12,8 +15,14 @@ constexpr int kShiftCommand = shiftModifier | commandModifier;
 /// A list of actions, and a keyboard.
 struct KeyDesk : test::NotedActions {
     test::FakeHotKeys keyboard;
-    HotKeyCenter center{keyboard, list};
+    std::optional<HotKeyCenter> made{std::in_place, keyboard, list};
+    HotKeyCenter& center = *made;
 };
+
+std::set<CaptureAction> everyAction()
+{
+    return {kAllCaptureActions.begin(), kAllCaptureActions.end()};
+}
 
 } // namespace
 
@@ -41,13 +50,14 @@ private Q_SLOTS:
         desk.keyboard.heldByOthers.insert({28, kShiftCommand});
         desk.center.reload();
         QCOMPARE(desk.center.failed(), std::set{CaptureAction::fullScreen});
-        QVERIFY(desk.center.keys().contains(CaptureAction::area));
-        QVERIFY(desk.center.keys().contains(CaptureAction::recents));
+        QCOMPARE(desk.center.bound(), std::set({CaptureAction::area, CaptureAction::recents}));
+        desk.keyboard.press(25, kShiftCommand);
+        QCOMPARE(desk.run, QStringList(QStringLiteral("area")));
 
         desk.keyboard.heldByOthers.clear();
         desk.center.reload();
         QVERIFY(desk.center.failed().empty());
-        QCOMPARE(desk.center.keys().size(), std::size_t(3));
+        QCOMPARE(desk.center.bound(), everyAction());
     }
 
     void reloadingTwiceLeavesThreeRegistrations()
@@ -67,7 +77,7 @@ private Q_SLOTS:
         desk.defaults.setData(QStringLiteral("hotkey.recents"), QByteArray("{]"));
         desk.center.reload();
         QCOMPARE(desk.keyboard.registered.size(), std::size_t(1));
-        QVERIFY(desk.center.keys().contains(CaptureAction::fullScreen));
+        QCOMPARE(desk.center.bound(), std::set{CaptureAction::fullScreen});
         QVERIFY(desk.center.failed().empty());
     }
 
@@ -76,7 +86,7 @@ private Q_SLOTS:
         KeyDesk desk;
         desk.prefs.setCombo(KeyCombo{25, kShiftCommand, QString()}, CaptureAction::area);
         desk.center.reload();
-        QVERIFY(!desk.center.keys().contains(CaptureAction::area));
+        QVERIFY(!desk.center.bound().contains(CaptureAction::area));
         QVERIFY(!desk.center.failed().contains(CaptureAction::area));
     }
 
@@ -95,7 +105,7 @@ private Q_SLOTS:
         desk.cannotRun << QStringLiteral("recents");
         desk.center.reload();
         QCOMPARE(desk.keyboard.registered.size(), std::size_t(2));
-        QVERIFY(!desk.center.keys().contains(CaptureAction::recents));
+        QVERIFY(!desk.center.bound().contains(CaptureAction::recents));
         QVERIFY(desk.center.failed().empty());
     }
 
@@ -105,8 +115,94 @@ private Q_SLOTS:
         desk.center.reload();
         desk.center.releaseAll();
         QVERIFY(desk.keyboard.registered.empty());
+        QVERIFY(desk.center.bound().empty());
         desk.center.reload();
         QCOMPARE(desk.keyboard.registered.size(), std::size_t(3));
+        QCOMPARE(desk.center.bound(), everyAction());
+    }
+
+    void whatFailedStaysKnownWhileARecorderListens()
+    {
+        KeyDesk desk;
+        desk.keyboard.heldByOthers.insert({28, kShiftCommand});
+        desk.center.reload();
+        desk.center.releaseAll();
+        QCOMPARE(desk.center.failed(), std::set{CaptureAction::fullScreen});
+    }
+
+    void theSystemIsToldWhatACommandAndAMenuCallThem()
+    {
+        KeyDesk desk;
+        desk.center.reload();
+        QStringList told;
+        for (const HotKeyWish& wish : desk.keyboard.wishes)
+            told << wish.name + QLatin1Char(' ') + wish.title;
+        QStringList expected;
+        for (const CaptureAction id : kAllCaptureActions)
+            expected << rawValue(id) + QLatin1Char(' ') + title(id);
+        QCOMPARE(told, expected);
+    }
+
+    void anAnswerThatComesLaterTellsWhatIsBoundAndWhatFailed()
+    {
+        KeyDesk desk;
+        desk.keyboard.waits = true;
+        desk.keyboard.heldByOthers.insert({28, kShiftCommand});
+        desk.center.reload();
+        QVERIFY(desk.center.bound().empty());
+        QVERIFY(desk.center.failed().empty());
+        desk.keyboard.answer();
+        QCOMPARE(desk.center.bound(), std::set({CaptureAction::area, CaptureAction::recents}));
+        QCOMPARE(desk.center.failed(), std::set{CaptureAction::fullScreen});
+    }
+
+    void anAnswerToASetThatWasReplacedIsNotHeard()
+    {
+        KeyDesk desk;
+        desk.keyboard.waits = true;
+        desk.keyboard.heldByOthers.insert({28, kShiftCommand});
+        desk.center.reload();
+        desk.keyboard.heldByOthers.clear();
+        desk.center.reload();
+        QCOMPARE(desk.keyboard.awaited(), 1);
+        desk.keyboard.answer();
+        QVERIFY(desk.center.bound().empty());
+        QVERIFY(desk.center.failed().empty());
+        desk.keyboard.answer();
+        QCOMPARE(desk.center.bound(), everyAction());
+        QVERIFY(desk.center.failed().empty());
+    }
+
+    void anAnswerThatComesWhileARecorderListensIsNotHeard()
+    {
+        KeyDesk desk;
+        desk.keyboard.waits = true;
+        desk.center.reload();
+        desk.center.releaseAll();
+        desk.keyboard.answer();
+        desk.keyboard.answer();
+        QVERIFY(desk.center.bound().empty());
+    }
+
+    void keysWorkThoughTheAnswerNeverComes()
+    {
+        KeyDesk desk;
+        desk.keyboard.waits = true;
+        desk.center.reload();
+        desk.center.reload();
+        desk.keyboard.press(28, kShiftCommand);
+        QCOMPARE(desk.run, QStringList(QStringLiteral("fullScreen")));
+        QCOMPARE(desk.keyboard.registered.size(), std::size_t(3));
+    }
+
+    void itsEndGivesEverythingBackAndHearsNothingMore()
+    {
+        KeyDesk desk;
+        desk.keyboard.waits = true;
+        desk.center.reload();
+        desk.made.reset();
+        QVERIFY(desk.keyboard.registered.empty());
+        QCOMPARE(desk.keyboard.awaited(), 0);
     }
 };
 

@@ -1,7 +1,13 @@
 #pragma once
 
+#include "base/KeyCodes.h"
 #include "platform/HotKeys.h"
 
+#include <QObject>
+#include <QPointer>
+
+#include <algorithm>
+#include <deque>
 #include <map>
 #include <set>
 #include <utility>
@@ -9,30 +15,59 @@
 
 namespace brindlecam::test {
 
-/// A keyboard of the test's own: refuses what other programs hold, and a combination twice.
+/// A keyboard of the test's own: refuses what other programs hold, and a combination twice. Answers
+/// at once or when the test says so, also to sets that were replaced meanwhile.
 class FakeHotKeys final : public HotKeys {
 public:
     using Combination = std::pair<int, int>; ///< key code, modifiers
 
     std::set<Combination> heldByOthers;
-    std::map<Combination, std::function<void()>> registered;
+    bool waits = false;                                      ///< hold answers back until answer()
+    std::vector<HotKeyWish> wishes;                          ///< the set bound last
+    std::map<Combination, std::function<void()>> registered; ///< bound, or taken
     int duplicates = 0; ///< registrations of a combination that was registered already
     std::function<void(int keyCode)> onTaken;     ///< runs inside every registration
     std::function<void(int keyCode)> onGivenBack; ///< runs at the end of each
 
-    [[nodiscard]] std::unique_ptr<HotKeyRegistration>
-    registerKey(int keyCode, int modifiers, std::function<void()> pressed) override
+    void bind(const std::vector<HotKeyWish>& wanted, QObject* context, Pressed pressed,
+              Done done) override
     {
-        const Combination combination(keyCode, modifiers);
-        if (heldByOthers.contains(combination))
-            return nullptr;
-        if (!registered.emplace(combination, std::move(pressed)).second) {
-            ++duplicates;
-            return nullptr;
+        while (!m_bound.empty())
+            m_bound.pop_back();
+        wishes = wanted;
+        QStringList refused;
+        const QPointer<QObject> alive(context);
+        for (const HotKeyWish& wish : wanted) {
+            auto key = take({wish.keyCode, wish.modifiers}, [alive, pressed, name = wish.name] {
+                if (alive)
+                    pressed(name);
+            });
+            if (key)
+                m_bound.push_back(std::move(key));
+            else
+                refused << wish.name;
         }
-        if (onTaken)
-            onTaken(keyCode);
-        return std::make_unique<Registration>(*this, combination);
+        m_pending.push_back({alive, [refused, done = std::move(done)] { done(refused); }});
+        if (!waits)
+            answer();
+    }
+    [[nodiscard]] std::unique_ptr<TakenKey> takeEscape(std::function<void()> pressed) override
+    {
+        return take({KeyCodes::kEscape, 0}, std::move(pressed));
+    }
+
+    /// To the set that waits longest.
+    void answer()
+    {
+        const Answer oldest = std::move(m_pending.front());
+        m_pending.pop_front();
+        if (oldest.context)
+            oldest.give();
+    }
+    /// How many sets wait for an answer that somebody would hear.
+    [[nodiscard]] auto awaited() const
+    {
+        return std::ranges::count_if(m_pending, [](const Answer& each) { return each.context; });
     }
 
     /// Presses the keys; nothing happens when nobody registered them.
@@ -46,7 +81,12 @@ public:
     }
 
 private:
-    class Registration final : public HotKeyRegistration {
+    struct Answer {
+        QPointer<QObject> context;
+        std::function<void()> give;
+    };
+
+    class Registration final : public TakenKey {
     public:
         Registration(FakeHotKeys& keys, Combination combination)
             : m_keys(keys)
@@ -64,6 +104,23 @@ private:
         FakeHotKeys& m_keys;
         Combination m_combination;
     };
+
+    [[nodiscard]] std::unique_ptr<TakenKey> take(const Combination& combination,
+                                                 std::function<void()> pressed)
+    {
+        if (heldByOthers.contains(combination))
+            return nullptr;
+        if (!registered.emplace(combination, std::move(pressed)).second) {
+            ++duplicates;
+            return nullptr;
+        }
+        if (onTaken)
+            onTaken(combination.first);
+        return std::make_unique<Registration>(*this, combination);
+    }
+
+    std::deque<Answer> m_pending; ///< oldest first
+    std::vector<std::unique_ptr<TakenKey>> m_bound;
 };
 
 } // namespace brindlecam::test

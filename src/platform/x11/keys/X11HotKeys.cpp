@@ -9,6 +9,7 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include <QPointer>
 #include <QWidget>
 
 #include <utility>
@@ -29,16 +30,16 @@ std::vector<std::uint8_t> keyCodes(int virtualKeyCode)
 
 } // namespace
 
-/// Keeps a wish alive.
-class X11HotKeys::Registration final : public HotKeyRegistration {
+/// Keeps its listener alive.
+class X11HotKeys::Escape final : public TakenKey {
 public:
-    explicit Registration(std::shared_ptr<Wish> wish)
-        : m_wish(std::move(wish))
+    explicit Escape(std::shared_ptr<Listener> listener)
+        : m_listener(std::move(listener))
     {
     }
 
 private:
-    std::shared_ptr<Wish> m_wish;
+    std::shared_ptr<Listener> m_listener;
 };
 
 X11HotKeys::X11HotKeys(std::shared_ptr<X11Events> events)
@@ -56,25 +57,56 @@ X11HotKeys::X11HotKeys(std::shared_ptr<X11Events> events)
 
 X11HotKeys::~X11HotKeys() = default;
 
-std::unique_ptr<HotKeyRegistration> X11HotKeys::registerKey(int keyCode, int modifiers,
-                                                            std::function<void()> pressed)
+void X11HotKeys::bind(const std::vector<HotKeyWish>& wishes, QObject* context, Pressed pressed,
+                      Done done)
 {
-    auto wish =
-        std::make_shared<Wish>(Wish{keyCodes(keyCode), modifiers, std::move(pressed), nullptr});
-    wish->grab = grabFor(*wish);
-    if (!wish->grab)
-        return nullptr;
-    std::erase_if(m_wishes, [](const auto& known) { return known.expired(); });
-    m_wishes.push_back(wish);
-    return std::make_unique<Registration>(std::move(wish));
+    unbind();
+    QStringList refused;
+    for (const HotKeyWish& wish : wishes) {
+        auto listener = take(wish.keyCode, wish.modifiers,
+                             [alive = QPointer(context), pressed, name = wish.name] {
+                                 if (alive)
+                                     pressed(name);
+                             });
+        if (listener)
+            m_bound.push_back(std::move(listener));
+        else
+            refused << wish.name;
+    }
+    done(refused);
 }
 
-std::shared_ptr<x11::KeyGrab> X11HotKeys::grabFor(const Wish& wish) const
+void X11HotKeys::unbind()
 {
-    x11::KeyGrab::Keys keys{wish.codes, m_bits.lockStates()};
+    while (!m_bound.empty())
+        m_bound.pop_back();
+}
+
+std::unique_ptr<TakenKey> X11HotKeys::takeEscape(std::function<void()> pressed)
+{
+    auto listener = take(KeyCodes::kEscape, 0, std::move(pressed));
+    return listener ? std::make_unique<Escape>(std::move(listener)) : nullptr;
+}
+
+std::shared_ptr<X11HotKeys::Listener> X11HotKeys::take(int keyCode, int modifiers,
+                                                       std::function<void()> pressed)
+{
+    auto listener = std::make_shared<Listener>(
+        Listener{keyCodes(keyCode), modifiers, std::move(pressed), nullptr});
+    listener->grab = grabFor(*listener);
+    if (!listener->grab)
+        return nullptr;
+    std::erase_if(m_listeners, [](const auto& known) { return known.expired(); });
+    m_listeners.push_back(listener);
+    return listener;
+}
+
+std::shared_ptr<x11::KeyGrab> X11HotKeys::grabFor(const Listener& listener) const
+{
+    x11::KeyGrab::Keys keys{listener.codes, m_bits.lockStates()};
     for (std::uint16_t& state : keys.states)
-        state |= m_bits.stateOf(wish.modifiers);
-    for (const auto& known : m_wishes) {
+        state |= m_bits.stateOf(listener.modifiers);
+    for (const auto& known : m_listeners) {
         const auto other = known.lock();
         if (other && other->grab && other->grab->keys() == keys)
             return other->grab;
@@ -88,13 +120,13 @@ void X11HotKeys::grabAgain()
     if (bits == m_bits)
         return;
     m_bits = bits;
-    for (const auto& known : m_wishes) {
-        if (const auto wish = known.lock())
-            wish->grab.reset();
+    for (const auto& known : m_listeners) {
+        if (const auto listener = known.lock())
+            listener->grab.reset();
     }
-    for (const auto& known : m_wishes) {
-        if (const auto wish = known.lock())
-            wish->grab = grabFor(*wish);
+    for (const auto& known : m_listeners) {
+        if (const auto listener = known.lock())
+            listener->grab = grabFor(*listener);
     }
 }
 
@@ -107,10 +139,10 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
     const bool ours = key.event == x11::root() || cameToAMenu(key);
     if (kindOf(event) == XCB_KEY_PRESS) {
-        const auto wish = ours ? wishFor(key) : nullptr;
-        // The share held here outlives a callback that drops its own registration.
-        if (wish && m_presses.pressed(key.detail, key.time))
-            wish->pressed();
+        const auto listener = ours ? listenerFor(key) : nullptr;
+        // The share held here outlives a callback that drops its own listener.
+        if (listener && m_presses.pressed(key.detail, key.time))
+            listener->pressed();
     } else {
         // Whichever window it came to: a grab may have moved to another one meanwhile.
         m_presses.released(key.detail, key.time);
@@ -125,17 +157,19 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
 bool X11HotKeys::cameToAMenu(const xcb_key_press_event_t& event) const
 {
     constexpr std::uint8_t kPress = XCB_KEY_PRESS; // and not one that another program has made up
-    return event.response_type == kPress && QWidget::find(event.event) && wishFor(event) &&
+    return event.response_type == kPress && QWidget::find(event.event) && listenerFor(event) &&
            event.detail != keyCodes(KeyCodes::kEscape).front();
 }
 
-std::shared_ptr<X11HotKeys::Wish> X11HotKeys::wishFor(const xcb_key_press_event_t& event) const
+std::shared_ptr<X11HotKeys::Listener>
+X11HotKeys::listenerFor(const xcb_key_press_event_t& event) const
 {
-    for (std::size_t i = m_wishes.size(); i-- > 0;) {
-        auto wish = m_wishes[i].lock();
-        if (wish && wish->grab && m_bits.relevant(event.state) == m_bits.stateOf(wish->modifiers) &&
-            wish->grab->holds(event.detail))
-            return wish;
+    for (std::size_t i = m_listeners.size(); i-- > 0;) {
+        auto listener = m_listeners[i].lock();
+        if (listener && listener->grab &&
+            m_bits.relevant(event.state) == m_bits.stateOf(listener->modifiers) &&
+            listener->grab->holds(event.detail))
+            return listener;
     }
     return nullptr;
 }

@@ -15,36 +15,41 @@
 
 namespace brindlecam {
 
-/// Hot keys as passive grabs on the root window. Main thread; registrations may outlive it, they
-/// are dead then.
+/// Hot keys as passive grabs on the root window; the answer comes within the call. Main thread;
+/// what it has handed out may outlive it, and is dead then.
 class X11HotKeys final : public HotKeys {
 public:
     explicit X11HotKeys(std::shared_ptr<X11Events> events);
     ~X11HotKeys() override;
 
-    [[nodiscard]] std::unique_ptr<HotKeyRegistration>
-    registerKey(int keyCode, int modifiers, std::function<void()> pressed) override;
+    void bind(const std::vector<HotKeyWish>& wishes, QObject* context, Pressed pressed,
+              Done done) override;
+    [[nodiscard]] std::unique_ptr<TakenKey> takeEscape(std::function<void()> pressed) override;
 
 private:
-    /// What one registration asks for. It owns its grab, shared with others of the same keys.
-    struct Wish {
+    /// Somebody who hears of some keys. Owns the grab, shared with others of the same keys.
+    struct Listener {
         std::vector<std::uint8_t> codes;
         int modifiers = 0;
         std::function<void()> pressed;
         std::shared_ptr<x11::KeyGrab> grab;
     };
-    class Registration;
+    class Escape;
 
-    std::shared_ptr<x11::KeyGrab> grabFor(const Wish& wish) const;
+    [[nodiscard]] std::shared_ptr<Listener> take(int keyCode, int modifiers,
+                                                 std::function<void()> pressed);
+    void unbind();
+    std::shared_ptr<x11::KeyGrab> grabFor(const Listener& listener) const;
     void grabAgain();
     X11Events::Verdict handle(const xcb_generic_event_t& event);
     [[nodiscard]] bool cameToAMenu(const xcb_key_press_event_t& event) const;
-    [[nodiscard]] std::shared_ptr<Wish> wishFor(const xcb_key_press_event_t& event) const;
+    [[nodiscard]] std::shared_ptr<Listener> listenerFor(const xcb_key_press_event_t& event) const;
     [[nodiscard]] bool changesKeyboard(const xcb_generic_event_t& event) const;
 
     std::shared_ptr<X11Events> m_events;
     x11::ModifierBits m_bits;
-    std::vector<std::weak_ptr<Wish>> m_wishes;
+    std::vector<std::weak_ptr<Listener>> m_listeners; ///< in the order they came
+    std::vector<std::shared_ptr<Listener>> m_bound;
     x11::PressFilter m_presses;
     QTimer m_regrab;
     std::uint8_t m_xkbEvent = 0;
