@@ -54,7 +54,9 @@ class TestX11HotKeys final : public test::TestCase {
 private:
     std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
     X11HotKeys m_hotKeys{m_events};
+    std::unique_ptr<QObject> m_context = std::make_unique<QObject>(); ///< of what is bound
     std::function<void()> m_whenPressed; ///< runs inside a bound key's callback
+    QString m_heard;                     ///< the name that was pressed last
     int m_presses = 0;
     desktop::X11Input m_hands{display()};
 
@@ -63,10 +65,11 @@ private:
     {
         std::optional<QStringList> refused;
         m_hotKeys.bind(
-            wishes, this,
-            [this](const QString&) {
+            wishes, m_context.get(),
+            [this](const QString& name) {
                 if (m_whenPressed)
                     m_whenPressed();
+                m_heard = name;
                 ++m_presses;
             },
             [&refused](const QStringList& names) { refused = names; });
@@ -91,6 +94,7 @@ private Q_SLOTS:
     void cleanup()
     {
         m_hands.letGo();
+        m_context = std::make_unique<QObject>();
         m_whenPressed = nullptr;
         QVERIFY(unbind());
         settle();
@@ -258,6 +262,25 @@ private Q_SLOTS:
         m_hands.chord(kCombination);
         settle();
         QCOMPARE(m_presses, 1);
+    }
+
+    void ofTwoNamesForAKeyTheLastOneHears()
+    {
+        QVERIFY(refusedOf({{QStringLiteral("first"), {}, kKey9, kControlShift},
+                           {QStringLiteral("last"), {}, kKey9, kControlShift}})
+                    .isEmpty());
+        m_hands.chord(kCombination);
+        QTRY_COMPARE(m_presses, 1);
+        QCOMPARE(m_heard, QStringLiteral("last"));
+    }
+
+    void nobodyIsCalledWhoseContextIsGone()
+    {
+        QVERIFY(bind(kKey9, kControlShift));
+        m_context.reset();
+        m_hands.chord(kCombination);
+        settle();
+        QCOMPARE(m_presses, 0);
     }
 
     void keysAreGrabbedAgainWhenTheModifiersMove()
