@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <utility>
 
 namespace brindlecam {
 
@@ -47,6 +48,18 @@ uchar* mappedPlain(std::size_t bytes)
 }
 
 } // namespace
+
+bool PixelBuffer::canShare(xcb_connection_t* connection)
+{
+    const auto* const extension = xcb_get_extension_data(connection, &xcb_shm_id);
+    if (!extension || !extension->present)
+        return false;
+    const x11::Owned<xcb_shm_query_version_reply_t> version(
+        xcb_shm_query_version_reply(connection, xcb_shm_query_version(connection), nullptr));
+    // Descriptors are accepted since 1.2.
+    using Version = std::pair<int, int>;
+    return version && Version(version->major_version, version->minor_version) >= Version(1, 2);
+}
 
 std::unique_ptr<PixelBuffer> PixelBuffer::make(Kind kind, std::size_t bytes,
                                                xcb_connection_t* connection)

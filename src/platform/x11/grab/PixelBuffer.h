@@ -17,6 +17,9 @@ class PixelBuffer final {
 public:
     enum class Kind { plain, shared };
 
+    /// Whether the server takes memory by its descriptor. Round trips.
+    [[nodiscard]] static bool canShare(xcb_connection_t* connection);
+
     /// Null when there is no memory, or when the server can't share memory with us (it runs on
     /// another machine). Shared memory takes a round trip.
     [[nodiscard]] static std::unique_ptr<PixelBuffer> make(Kind kind, std::size_t bytes,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/x11/connection/RootAccess.h"
 #include "platform/x11/grab/BandRing.h"
 
 #include <QRect>
@@ -10,16 +11,16 @@
 
 namespace brindlecam {
 
+class DrawingPause;
 class PixelBuffer;
 
-/// Bands of one rectangle of the root window, which the server writes into shared memory. From the
-/// first band that is asked for to the last one nobody else may draw: the picture is of one moment.
-/// Main thread; native pixels.
+/// Bands of one rectangle of the root window, which the server writes into shared memory. The pause
+/// ends with the last one that is asked for. On its connection's thread; native pixels.
 class RootBands final : public BandPeer {
 public:
     /// The rectangle must lie on the desktop, the ring hold the bands.
-    RootBands(const PixelBuffer& ring, const QRect& native);
-    /// Lets the others draw again, whatever happened, and waits for nothing.
+    RootBands(const x11::RootAccess& access, DrawingPause& pause, const PixelBuffer& ring,
+              const QRect& native);
     ~RootBands() override;
     RootBands(const RootBands&) = delete;
     RootBands& operator=(const RootBands&) = delete;
@@ -29,12 +30,11 @@ public:
     [[nodiscard]] bool await() override;
 
 private:
-    void letOthersDraw();
-
+    const x11::RootAccess& m_access;
+    DrawingPause& m_pause;
     const PixelBuffer& m_ring;
     const QRect m_native;
     std::deque<xcb_shm_get_image_cookie_t> m_underWay;
-    bool m_drawsAlone = true;
 };
 
 } // namespace brindlecam

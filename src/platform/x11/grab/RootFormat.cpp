@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace brindlecam {
 
@@ -73,6 +74,11 @@ qsizetype RootFormat::bytesPerLine(int width) const
 {
     const qsizetype bits = qsizetype(width) * bitsPerPixel;
     return (bits + lineBits - 1) / lineBits * lineBits / 8;
+}
+
+QImage RootFormat::converted(QImage picture) const
+{
+    return isDirect() ? picture : std::move(picture).convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace brindlecam

@@ -17,6 +17,8 @@ struct RootFormat {
     /// Whether pictures are used as the server delivers them.
     [[nodiscard]] bool isDirect() const { return format == QImage::Format_RGB32; }
     [[nodiscard]] qsizetype bytesPerLine(int width) const;
+    /// A picture in this layout as the one in the layout that everybody uses; null without memory.
+    [[nodiscard]] QImage converted(QImage picture) const;
 };
 
 } // namespace brindlecam

@@ -3,6 +3,7 @@
 #include "platform/FirstFrame.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/grab/BandRing.h"
+#include "platform/x11/grab/DrawingPause.h"
 #include "platform/x11/grab/RootBands.h"
 #include "platform/x11/grab/WindowBands.h"
 
@@ -10,27 +11,10 @@
 
 namespace brindlecam {
 
-namespace {
-
-bool canShareMemory()
-{
-    auto* const connection = x11::connection();
-    const auto* const extension = xcb_get_extension_data(connection, &xcb_shm_id);
-    if (!extension || !extension->present)
-        return false;
-    const x11::Owned<xcb_shm_query_version_reply_t> version(
-        xcb_shm_query_version_reply(connection, xcb_shm_query_version(connection), nullptr));
-    // Descriptors are accepted since 1.2.
-    using Version = std::pair<int, int>;
-    return version && Version(version->major_version, version->minor_version) >= Version(1, 2);
-}
-
-} // namespace
-
 ServerPixels::ServerPixels()
     : m_store(x11::connection())
     , m_format(RootFormat::of(*xcb_get_setup(x11::connection()), x11::screen()))
-    , m_canShare(canShareMemory())
+    , m_canShare(PixelBuffer::canShare(x11::connection()))
 {
 }
 
@@ -55,7 +39,9 @@ std::optional<QImage> ServerPixels::read(const QRect& native)
     auto pixels = m_store.take(PixelBuffer::Kind::plain,
                                static_cast<std::size_t>(bytesPerLine * native.height()));
     const bool whole = pixels && [&] {
-        RootBands bands(*ring, native);
+        const auto access = x11::RootAccess::onQtsConnection();
+        DrawingPause pause(access.connection);
+        RootBands bands(access, pause, *ring, native);
         return BandRing::read(bands, ring->data(), native.height(), bytesPerLine, pixels->data());
     }();
     keep(std::move(ring), whole);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Grabber.h"
+#include "platform/x11/grab/RootReader.h"
 
 #include <memory>
 
@@ -19,12 +20,7 @@ public:
     [[nodiscard]] Result<QImage> grabRegion(const QRect& native) override;
 
 private:
-    [[nodiscard]] Result<QImage> grab(const QRect& native);
-    [[nodiscard]] Result<QImage> grabThroughConnection(const QRect& native) const;
-    /// Turns a picture in the server's layout into the one that everybody uses.
-    [[nodiscard]] QImage converted(QImage image) const;
-
-    const std::shared_ptr<ServerPixels> m_pixels;
+    RootReader m_reader;
 };
 
 } // namespace brindlecam

@@ -185,7 +185,7 @@ void X11Panels::whenBlendingChanges(QObject* context, std::function<void()> chan
 
 QImage X11Panels::backdrop(const QRect& native)
 {
-    const Result<QImage> image = m_backdrops.grabRegion(native);
+    const Result<QImage> image = m_backdrops.read(native);
     return image ? image.value() : QImage();
 }
 

@@ -5,7 +5,7 @@
 #include "platform/x11/connection/OwnerWatch.h"
 #include "platform/x11/connection/ServerClock.h"
 #include "platform/x11/connection/X11Events.h"
-#include "platform/x11/grab/X11Grabber.h"
+#include "platform/x11/grab/RootReader.h"
 #include "platform/x11/windows/ClickSink.h"
 #include "platform/x11/windows/FullScreenWatch.h"
 #include "platform/x11/windows/PanelWindow.h"
@@ -51,7 +51,7 @@ private:
 
     std::shared_ptr<X11Events> m_events;
     const std::shared_ptr<ServerPixels> m_pixels;
-    X11Grabber m_backdrops; ///< of our own: what freezes the screens may have to be waited for
+    RootReader m_backdrops;
     x11::ServerClock m_clock;
     std::unordered_map<const QObject*, std::unique_ptr<PanelWindow>> m_windows;
     std::unique_ptr<ClickSink> m_clickSink;        ///< right after a session

@@ -1,0 +1,54 @@
+#include "platform/x11/grab/RootReader.h"
+
+#include "base/Text.h"
+#include "platform/x11/connection/X11.h"
+#include "platform/x11/grab/ConnectionPixels.h"
+#include "platform/x11/grab/ServerPixels.h"
+
+#include <utility>
+
+namespace brindlecam {
+
+RootReader::RootReader(std::shared_ptr<ServerPixels> pixels)
+    : m_pixels(std::move(pixels))
+{
+}
+
+QRect RootReader::desktop()
+{
+    const x11::Owned<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(
+        x11::connection(), xcb_get_geometry(x11::connection(), x11::root()), nullptr));
+    return reply ? QRect(0, 0, reply->width, reply->height) : QRect();
+}
+
+Result<QImage> RootReader::read(const QRect& native) const
+{
+    if (native.isEmpty() || !desktop().contains(native))
+        return Error{text("La zona está fuera de la pantalla.")};
+    return readOnDesktop(native);
+}
+
+Result<QImage> RootReader::readOnDesktop(const QRect& native) const
+{
+    const RootFormat& format = m_pixels->format();
+    if (format.format == QImage::Format_Invalid)
+        return Error{text("La pantalla usa un formato de color desconocido.")};
+    auto raw = readRaw(native);
+    if (!raw)
+        return raw;
+    QImage picture = format.converted(std::move(raw).value());
+    if (picture.isNull())
+        return Error{text("No hay memoria suficiente para la captura.")};
+    return picture;
+}
+
+Result<QImage> RootReader::readRaw(const QRect& native) const
+{
+    if (auto shared = m_pixels->read(native))
+        return *std::move(shared);
+    const auto access = x11::RootAccess::onQtsConnection();
+    return ConnectionPixels::receive(access, m_pixels->format(), native.size(),
+                                     ConnectionPixels::request(access, native));
+}
+
+} // namespace brindlecam
