@@ -2,10 +2,12 @@
 
 #include "base/Result.h"
 #include "base/ScreenInfo.h"
+#include "platform/RegionFrames.h"
 
 #include <QImage>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 class QObject;
@@ -33,8 +35,12 @@ public:
     virtual void grabScreens(const std::vector<ScreenInfo>& screens, QObject* context,
                              Done done) = 0;
 
-    /// One rectangle of the global desktop (native pixels) at once, without the pointer.
-    [[nodiscard]] virtual Result<QImage> grabRegion(const QRect& native) = 0;
+    using Opened = std::function<void(Result<std::unique_ptr<RegionFrames>>)>;
+
+    /// One rectangle of the global desktop (native pixels) for many looks in a row, perhaps across
+    /// screens; an error when it is not wholly on the desktop. `opened` is called as `done` is.
+    virtual void openRegion(const QRect& native, const RegionOptions& options, QObject* context,
+                            Opened opened) = 0;
 };
 
 } // namespace brindlecam

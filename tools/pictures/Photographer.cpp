@@ -43,10 +43,15 @@ ScreenInfo Photographer::screen() const
 
 QImage Photographer::look(const QRect& native)
 {
-    const Result<QImage> image = m_platform.grabber->grabRegion(native);
-    if (!image)
-        qFatal("%s", qPrintable(image.error().message));
-    return image.value().copy();
+    const ScreenInfo primary = screen();
+    QImage whole;
+    QObject context;
+    m_platform.grabber->grabScreens({primary}, &context, [&whole](const auto& grabbed) {
+        if (!grabbed || grabbed.value().empty())
+            qFatal("no picture: %s", grabbed ? "" : qPrintable(grabbed.error().message));
+        whole = grabbed.value().front().image;
+    });
+    return whole.copy(native.translated(-primary.native.topLeft()));
 }
 
 void Photographer::await(const QString& what, const std::function<bool()>& condition)

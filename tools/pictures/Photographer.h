@@ -36,9 +36,10 @@ public:
     /// Lets the loop run until two looks at the screen in a row are equal.
     void rest();
 
-private:
+    /// What a part of the primary display shows now.
     [[nodiscard]] QImage look(const QRect& native);
 
+private:
     Platform& m_platform;
     QString m_folder;
 };

@@ -4,7 +4,6 @@
 #include "pins/PinnedCapture.h"
 #include "pins/PinnedCaptures.h"
 #include "pins/PinnedView.h"
-#include "platform/Platform.h"
 
 #include <QCoreApplication>
 #include <QEnterEvent>
@@ -25,14 +24,10 @@ void zoomToTheLimit(PinnedCapture& pin, qreal factor)
 
 void takePinPictures(Photographer& photographer, PinnedCaptures& pins)
 {
-    Platform& platform = photographer.platform();
     const ScreenInfo screen = photographer.screen();
     // Taken elsewhere than it is shown, so that it can be seen.
     const QRect taken = screen.toNative({130, 120, 380, 260});
-    const Result<QImage> image = platform.grabber->grabRegion(taken);
-    if (!image)
-        qFatal("%s", qPrintable(image.error().message));
-    pins.pin(Rendered(image.value().copy(), QSizeF(taken.size()) / screen.scale),
+    pins.pin(Rendered(photographer.look(taken), QSizeF(taken.size()) / screen.scale),
              screen.toNative({520, 300, 380, 260}));
     photographer.take(QStringLiteral("pin"));
 

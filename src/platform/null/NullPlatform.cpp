@@ -25,7 +25,10 @@ public:
     {
         done(std::vector<GrabbedScreen>());
     }
-    [[nodiscard]] Result<QImage> grabRegion(const QRect&) override { return Error{}; }
+    void openRegion(const QRect&, const RegionOptions&, QObject*, Opened opened) override
+    {
+        opened(Error{});
+    }
 };
 
 class NullWindowList final : public WindowList {

@@ -2,8 +2,8 @@
 #include "platform/FirstFrame.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Events.h"
+#include "platform/x11/grab/RootReader.h"
 #include "platform/x11/grab/ServerPixels.h"
-#include "platform/x11/grab/X11Grabber.h"
 #include "platform/x11/windows/X11Panels.h"
 #include "support/TestCase.h"
 #include "x11/NoMoreFiles.h"
@@ -130,7 +130,7 @@ private:
     const QImage m_first = numbered(kAll.size(), 10);
     const QImage m_later = numbered(kAll.size(), 200);
     std::shared_ptr<ServerPixels> m_pixels = std::make_shared<ServerPixels>();
-    X11Grabber m_grabber{m_pixels};
+    RootReader m_reader{m_pixels};
     X11Panels m_panels{std::make_shared<X11Events>(), m_pixels};
     int m_mayPaint = 0;
 
@@ -299,7 +299,7 @@ private Q_SLOTS:
         Sheet sheet(m_later);
         m_panels.assume(sheet, PanelRole::overlay);
         showAtOnce(sheet, m_first);
-        const auto grabbed = m_grabber.grabRegion(kAll);
+        const auto grabbed = m_reader.read(kAll);
         QVERIFY(grabbed.ok());
         QCOMPARE(grabbed.value(), m_first);
     }

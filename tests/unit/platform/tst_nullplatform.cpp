@@ -26,7 +26,10 @@ private Q_SLOTS:
         QVERIFY(null.displays->screens().empty());
         QVERIFY(!null.displays->pointer());
         QVERIFY(null.windowList->frontToBack().empty());
-        QVERIFY(!null.grabber->grabRegion({0, 0, 10, 10}));
+        std::optional<bool> opened;
+        null.grabber->openRegion({0, 0, 10, 10}, {}, this,
+                                 [&opened](const auto& frames) { opened = frames.ok(); });
+        QCOMPARE(opened, std::optional(false));
         QVERIFY(!null.hotKeys->takeEscape([] {}));
         QVERIFY(!null.trayHosts->available());
     }

@@ -21,7 +21,10 @@ public:
     {
         done(Error{m_name});
     }
-    Result<QImage> grabRegion(const QRect&) override { return Error{m_name}; }
+    void openRegion(const QRect&, const RegionOptions&, QObject*, Opened opened) override
+    {
+        opened(Error{m_name});
+    }
 
 private:
     const QString m_name;
@@ -153,9 +156,11 @@ private Q_SLOTS:
         QVERIFY(ports);
         QTEST(serving(ports.value(), "grabber"), "serves");
         const Platform platform = ports.value().make();
-        const auto answer = platform.grabber->grabRegion({0, 0, 1, 1});
-        QVERIFY(!answer);
-        QTEST(answer.error().message, "answers");
+        QString answer;
+        platform.grabber->openRegion({0, 0, 1, 1}, {}, this, [&answer](const auto& opened) {
+            answer = opened ? QStringLiteral("frames") : opened.error().message;
+        });
+        QTEST(answer, "answers");
     }
 
     void nobodyBehindTheFirstIsAsked()

@@ -42,7 +42,10 @@ public:
         else
             answer();
     }
-    [[nodiscard]] Result<QImage> grabRegion(const QRect&) override { return Error{}; }
+    void openRegion(const QRect&, const RegionOptions&, QObject*, Opened opened) override
+    {
+        opened(Error{});
+    }
 
     void answer()
     {

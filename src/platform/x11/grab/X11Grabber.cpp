@@ -1,6 +1,7 @@
 #include "platform/x11/grab/X11Grabber.h"
 
 #include "platform/x11/grab/ServerPixels.h"
+#include "platform/x11/grab/X11RegionFrames.h"
 
 #include <utility>
 
@@ -29,9 +30,10 @@ void X11Grabber::grabScreens(const std::vector<ScreenInfo>& screens, QObject*, D
     done(std::move(grabbed));
 }
 
-Result<QImage> X11Grabber::grabRegion(const QRect& native)
+void X11Grabber::openRegion(const QRect& native, const RegionOptions& options, QObject*,
+                            Opened opened)
 {
-    return m_reader.read(native);
+    opened(X11RegionFrames::open(native, options));
 }
 
 } // namespace brindlecam

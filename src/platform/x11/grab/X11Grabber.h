@@ -16,8 +16,9 @@ public:
 
     /// `done` is called before this returns.
     void grabScreens(const std::vector<ScreenInfo>& screens, QObject* context, Done done) override;
-    /// An error when the rectangle is empty or not wholly on the desktop.
-    [[nodiscard]] Result<QImage> grabRegion(const QRect& native) override;
+    /// `opened` is called before this returns.
+    void openRegion(const QRect& native, const RegionOptions& options, QObject* context,
+                    Opened opened) override;
 
 private:
     RootReader m_reader;

@@ -1,40 +1,27 @@
 #include "desktop/support/x11/X11Input.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/desktop/X11Displays.h"
+#include "platform/x11/grab/RootReader.h"
 #include "platform/x11/grab/ServerPixels.h"
 #include "platform/x11/grab/X11Grabber.h"
 #include "support/TestCase.h"
 #include "x11/NoMoreFiles.h"
 #include "x11/ports/Client.h"
 #include "x11/ports/Monitors.h"
+#include "x11/ports/Pattern.h"
 
 #include <QFile>
 
 #include <xcb/shm.h>
 
-#include <array>
 #include <optional>
 #include <thread>
 
 namespace brindlecam {
 
+using test::kDesktop;
+
 namespace {
-
-constexpr QSize kDesktop(1600, 900);
-
-/// No two neighbours alike, no row like the one above; only colours that depth 16 has, too.
-QImage pattern()
-{
-    constexpr std::array<QRgb, 8> kColours{0xff000000, 0xffff0000, 0xff00ff00, 0xff0000ff,
-                                           0xffffff00, 0xffff00ff, 0xff00ffff, 0xffffffff};
-    QImage image(kDesktop, QImage::Format_RGB32);
-    for (int y = 0; y < image.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x)
-            line[x] = kColours[static_cast<std::size_t>((x + 3 * y + x / 97 + y / 61) % 8)];
-    }
-    return image;
-}
 
 /// Whether memory shared with the server is mapped into this process.
 bool holdsSharedMemory()
@@ -109,9 +96,9 @@ private Q_SLOTS:
     {
         const QPoint place(400, 300);
         m_hands.moveTo(place);
-        X11Grabber grabber(m_pixels);
+        const RootReader reader(m_pixels);
         const QRect around(place - QPoint(32, 32), QSize(64, 64));
-        const auto image = grabber.grabRegion(around);
+        const auto image = reader.read(around);
         QVERIFY(image.ok());
         QCOMPARE(image.value(), m_pattern.copy(around));
         QCOMPARE(X11Displays().pointer(), std::optional(place));
@@ -138,8 +125,8 @@ private Q_SLOTS:
     void regionsAreCutExactly()
     {
         QFETCH(QRect, region);
-        X11Grabber grabber(m_pixels);
-        const auto image = grabber.grabRegion(region);
+        const RootReader reader(m_pixels);
+        const auto image = reader.read(region);
         QVERIFY(image.ok());
         QCOMPARE(image.value(), m_pattern.copy(region));
     }
@@ -157,8 +144,8 @@ private Q_SLOTS:
     void regionsBeyondTheDesktopAreRefused()
     {
         QFETCH(QRect, region);
-        X11Grabber grabber(m_pixels);
-        const auto image = grabber.grabRegion(region);
+        const RootReader reader(m_pixels);
+        const auto image = reader.read(region);
         QVERIFY(!image.ok());
         QVERIFY(!image.error().message.isEmpty());
     }
@@ -178,13 +165,13 @@ private Q_SLOTS:
     void picturesKeepTheirPixelsUntilTheLastCopyGoes()
     {
         const QRect region(0, 0, 300, 200);
-        X11Grabber grabber(m_pixels);
-        auto first = grabber.grabRegion(region);
+        const RootReader reader(m_pixels);
+        auto first = reader.read(region);
         QVERIFY(first.ok());
         QImage copy = first.value();
         first = Error{};
         m_client->paintDesktop(m_pattern.mirrored());
-        const auto second = grabber.grabRegion(region);
+        const auto second = reader.read(region);
         QCOMPARE(copy, m_pattern.copy(region));
         QCOMPARE(second.value(), m_pattern.mirrored().copy(region));
         m_client->paintDesktop(m_pattern);
@@ -223,34 +210,34 @@ private Q_SLOTS:
             QVERIFY(!m_pixels->read(tooHigh)); // nor without shared memory
             m_hands.moveTo({10 + time, 10});   // waits for the server
         }
-        X11Grabber grabber(m_pixels);
-        const auto after = grabber.grabRegion(QRect({}, kDesktop));
+        const RootReader reader(m_pixels);
+        const auto after = reader.read(QRect({}, kDesktop));
         QVERIFY(after.ok());
         QCOMPARE(after.value(), m_pattern);
     }
 
     void pictureComesThroughTheConnectionWhereMemoryIsRefused()
     {
-        X11Grabber grabber(m_pixels);
+        const RootReader reader(m_pixels);
         const QRect region(100, 50, 700, 500);
         std::optional<Result<QImage>> image;
         {
             const test::NoMoreFiles refused;
-            image = grabber.grabRegion(region);
+            image = reader.read(region);
         }
         QVERIFY(image->ok());
         QCOMPARE(image->value(), m_pattern.copy(region));
         QCOMPARE(m_pixels->keptBytes(), std::size_t(0));
     }
 
-    void picturesMayOutliveTheGrabberAndGoOnAnyThread()
+    void picturesMayOutliveTheReaderAndGoOnAnyThread()
     {
-        std::optional<X11Grabber> grabber(m_pixels);
-        auto image = grabber->grabRegion(QRect(0, 0, 300, 200));
-        auto other = grabber->grabRegion(QRect(0, 0, 300, 200));
+        std::optional<RootReader> reader(m_pixels);
+        auto image = reader->read(QRect(0, 0, 300, 200));
+        auto other = reader->read(QRect(0, 0, 300, 200));
         QVERIFY(image.ok() && other.ok());
         std::thread([gone = std::exchange(other, Error{})] { QVERIFY(gone.ok()); }).join();
-        grabber.reset();
+        reader.reset();
         m_pixels = std::make_shared<ServerPixels>();
         QCOMPARE(image.value(), m_pattern.copy(0, 0, 300, 200));
         std::thread([gone = std::exchange(image, Error{})] { QVERIFY(gone.ok()); }).join();
@@ -258,7 +245,7 @@ private Q_SLOTS:
     }
 
 private:
-    const QImage m_pattern = pattern();
+    const QImage m_pattern = test::pattern();
     std::optional<test::Client> m_client;
     desktop::X11Input m_hands{test::display()};
     std::shared_ptr<ServerPixels> m_pixels = std::make_shared<ServerPixels>();
