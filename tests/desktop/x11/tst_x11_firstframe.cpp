@@ -1,4 +1,4 @@
-// Covers PaintHold, RootBands, ServerPixels, WindowBands.
+// Covers DrawingPause, PaintHold, RootBands, ServerPixels, WindowBands.
 #include "platform/FirstFrame.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Events.h"

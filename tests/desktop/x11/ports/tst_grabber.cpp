@@ -1,3 +1,4 @@
+// Covers RootReader.
 #include "desktop/support/x11/X11Input.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/desktop/X11Displays.h"

@@ -1,3 +1,4 @@
+// Covers ConnectionPixels, PatientConnection, RegionReader, RootAccess.
 #include "desktop/support/x11/Connection.h"
 #include "desktop/support/x11/X11Input.h"
 #include "platform/x11/grab/RootReader.h"
