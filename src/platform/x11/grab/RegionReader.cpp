@@ -1,10 +1,10 @@
 #include "platform/x11/grab/RegionReader.h"
 
-#include "base/Text.h"
 #include "platform/x11/grab/BandRing.h"
 #include "platform/x11/grab/ConnectionPixels.h"
 #include "platform/x11/grab/DesktopOutline.h"
 #include "platform/x11/grab/DrawingPause.h"
+#include "platform/x11/grab/GrabErrors.h"
 #include "platform/x11/grab/RootBands.h"
 
 #include <utility>
@@ -28,16 +28,6 @@ std::unique_ptr<PixelBuffer> makeRing(xcb_connection_t* connection)
     if (!PixelBuffer::canShare(connection))
         return nullptr;
     return PixelBuffer::make(PixelBuffer::Kind::shared, BandRing::kBytes, connection);
-}
-
-Error noMemory()
-{
-    return Error{text("No hay memoria suficiente para la captura.")};
-}
-
-Error noAnswer()
-{
-    return Error{text("El servidor X no responde.")};
 }
 
 } // namespace
@@ -67,9 +57,9 @@ std::optional<Error> RegionReader::refusal(const OutlineQuestion& question, cons
 {
     const DesktopOutline outline = question.answer();
     if (outline.desktop.isEmpty())
-        return noAnswer();
+        return GrabErrors::noAnswer();
     if (!outline.shows(native))
-        return Error{text("La zona está fuera de la pantalla.")};
+        return GrabErrors::outside();
     return {};
 }
 
@@ -109,7 +99,7 @@ Result<QImage> RegionReader::readPixels(DrawingPause& pause, const QRect& native
         return raw;
     QImage picture = m_format.converted(std::move(raw).value());
     if (picture.isNull())
-        return noMemory();
+        return GrabErrors::noMemory();
     return picture;
 }
 
@@ -124,17 +114,17 @@ Result<QImage> RegionReader::readThroughRing(DrawingPause& pause, const QRect& n
         if (used.size() != native.size() || !used.isDetached())
             used = QImage(native.size(), m_format.format);
         if (used.isNull())
-            return noMemory();
-        return readInto(used.bits()) ? Result<QImage>(std::move(used)) : noAnswer();
+            return GrabErrors::noMemory();
+        return readInto(used.bits()) ? Result<QImage>(std::move(used)) : GrabErrors::noAnswer();
     }
     m_raw.resize(static_cast<std::size_t>(bytesPerLine * native.height()));
     if (!readInto(m_raw.data()))
-        return noAnswer();
+        return GrabErrors::noAnswer();
     const QImage raw(m_raw.data(), native.width(), native.height(), bytesPerLine, m_format.format);
     // Another picture in any case: this one's memory is overwritten by the next.
     QImage picture = raw.convertToFormat(QImage::Format_RGB32);
     if (picture.isNull())
-        return noMemory();
+        return GrabErrors::noMemory();
     return picture;
 }
 

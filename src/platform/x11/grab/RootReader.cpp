@@ -1,8 +1,8 @@
 #include "platform/x11/grab/RootReader.h"
 
-#include "base/Text.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/grab/ConnectionPixels.h"
+#include "platform/x11/grab/GrabErrors.h"
 #include "platform/x11/grab/ServerPixels.h"
 
 #include <utility>
@@ -24,7 +24,7 @@ QRect RootReader::desktop()
 Result<QImage> RootReader::read(const QRect& native) const
 {
     if (native.isEmpty() || !desktop().contains(native))
-        return Error{text("La zona está fuera de la pantalla.")};
+        return GrabErrors::outside();
     return readOnDesktop(native);
 }
 
@@ -32,13 +32,13 @@ Result<QImage> RootReader::readOnDesktop(const QRect& native) const
 {
     const RootFormat& format = m_pixels->format();
     if (format.format == QImage::Format_Invalid)
-        return Error{text("La pantalla usa un formato de color desconocido.")};
+        return GrabErrors::unknownFormat();
     auto raw = readRaw(native);
     if (!raw)
         return raw;
     QImage picture = format.converted(std::move(raw).value());
     if (picture.isNull())
-        return Error{text("No hay memoria suficiente para la captura.")};
+        return GrabErrors::noMemory();
     return picture;
 }
 

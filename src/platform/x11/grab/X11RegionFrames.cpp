@@ -1,6 +1,6 @@
 #include "platform/x11/grab/X11RegionFrames.h"
 
-#include "base/Text.h"
+#include "platform/x11/grab/GrabErrors.h"
 
 #include <utility>
 
@@ -12,10 +12,10 @@ Result<std::unique_ptr<RegionFrames>> X11RegionFrames::open(const QRect& native,
 {
     auto server = std::make_unique<x11::PatientConnection>(patience);
     if (!server->isAlive())
-        return Error{text("El servidor X no responde.")};
+        return GrabErrors::noAnswer();
     const auto format = RootFormat::of(*xcb_get_setup(server->raw()), server->screen());
     if (format.format == QImage::Format_Invalid)
-        return Error{text("La pantalla usa un formato de color desconocido.")};
+        return GrabErrors::unknownFormat();
     std::unique_ptr<X11RegionFrames> frames(
         new X11RegionFrames(std::move(server), format, native, options));
     if (const auto refused = frames->m_reader.refuses(native))
@@ -72,7 +72,7 @@ Result<RegionFrame> X11RegionFrames::take()
                        : look.image.scaled(m_size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     m_last = std::move(look.image);
     if (frame.isNull())
-        return Error{text("No hay memoria suficiente para la captura.")};
+        return GrabErrors::noMemory();
     return RegionFrame{std::move(frame), look.taken};
 }
 
