@@ -24,8 +24,7 @@ public:
     /// is the whole display.
     [[nodiscard]] virtual std::vector<ScreenInfo> layout() const = 0;
 
-    /// Where the pointer is now, or nothing when the system does not tell. May take a frame: not
-    /// for every move of the pointer.
+    /// Where the pointer is now, or nothing when the system does not tell.
     [[nodiscard]] virtual std::optional<QPoint> pointer() const = 0;
 
     /// `changed` runs on the main thread after a display was added, removed, resized or rescaled,
