@@ -1,6 +1,6 @@
 #include "Rest.h"
 
-#include <xcb/res.h>
+#include "desktop/support/x11/X11Holdings.h"
 
 #include <QDir>
 #include <QFile>
@@ -98,28 +98,7 @@ double Rest::untouchedSegmentMebibytes() const
 
 double Rest::pixmapMebibytes() const
 {
-    auto* const connection = m_connection.raw();
-    const desktop::Owned<xcb_res_query_version_reply_t> version(
-        xcb_res_query_version_reply(connection, xcb_res_query_version(connection, 1, 2), nullptr));
-    const xcb_res_client_id_spec_t everybody{0, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const desktop::Owned<xcb_res_query_client_ids_reply_t> ids(xcb_res_query_client_ids_reply(
-        connection, xcb_res_query_client_ids(connection, 1, &everybody), nullptr));
-    if (!version || !ids)
-        qFatal("the X server tells nothing about its clients");
-    double bytes = 0;
-    for (auto id = xcb_res_query_client_ids_ids_iterator(ids.get()); id.rem > 0;
-         xcb_res_client_id_value_next(&id)) {
-        if (xcb_res_client_id_value_value_length(id.data) == 0 ||
-            *xcb_res_client_id_value_value(id.data) != static_cast<std::uint32_t>(m_pid))
-            continue;
-        const desktop::Owned<xcb_res_query_client_pixmap_bytes_reply_t> reply(
-            xcb_res_query_client_pixmap_bytes_reply(
-                connection, xcb_res_query_client_pixmap_bytes(connection, id.data->spec.client),
-                nullptr));
-        if (reply)
-            bytes += double(reply->bytes) + double(reply->bytes_overflow) * 4294967296.0;
-    }
-    return bytes / kMebibyte;
+    return double(desktop::holdingsOf(m_connection, m_pid).pictureBytes) / kMebibyte;
 }
 
 } // namespace brindlecam::bench

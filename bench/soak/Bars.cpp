@@ -18,29 +18,6 @@ constexpr int kLabel = 40;    // the area's size above it, which would lie insid
 
 } // namespace
 
-const char* name(Tool tool)
-{
-    switch (tool) {
-    case Tool::pen:
-        return "Lápiz";
-    case Tool::line:
-        return "Línea";
-    case Tool::arrow:
-        return "Flecha";
-    case Tool::rect:
-        return "Rectángulo";
-    case Tool::marker:
-        return "Marcador";
-    case Tool::text:
-        return "Texto";
-    case Tool::number:
-        return "Números de paso ① ② ③";
-    case Tool::pixelate:
-        return "Pixelar";
-    }
-    return "";
-}
-
 void press(Person& person, const char* button)
 {
     require(person.press(button),

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "base/Tool.h"
-
 #include <QRect>
 
 namespace brindlecam::soak {
@@ -11,12 +9,10 @@ class Person;
 /// The bars beside a selected area.
 namespace Bars {
 
-// What their buttons are called.
+// What the buttons that are no tools are called.
 constexpr auto kReadText = "Copiar el texto de la selección";
 constexpr auto kPin = "Fijar flotando en pantalla";
 constexpr auto kCopy = "Copiar";
-constexpr auto kPointer = "Mover la selección o una anotación";
-[[nodiscard]] const char* name(Tool tool);
 
 /// Throws Failure when there is no such button.
 void press(Person& person, const char* button);

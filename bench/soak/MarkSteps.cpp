@@ -3,6 +3,8 @@
 #include "Failure.h"
 #include "Steps.h"
 
+#include "desktop/ToolNames.h"
+
 namespace brindlecam::soak {
 
 namespace {
@@ -30,7 +32,7 @@ void choose(World& world, Tool tool)
 {
     if (world.session->tool == tool)
         return; // pressed again it gives way to the pointer
-    Bars::press(world.person, Bars::name(tool));
+    Bars::press(world.person, desktop::nameOf(tool));
     world.session->tool = tool;
 }
 

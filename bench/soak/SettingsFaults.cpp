@@ -4,6 +4,8 @@
 #include "Faults.h"
 #include "Runs.h"
 
+#include "desktop/ToolNames.h"
+
 #include <QFile>
 
 namespace brindlecam::soak {
@@ -68,7 +70,7 @@ void areEditedMeanwhile(World& world)
     const QString size = QStringLiteral("size.pen");
     Captures::reachBars(world);
     if (world.session->tool != Tool::pen)
-        Bars::press(world.person, Bars::name(Tool::pen));
+        Bars::press(world.person, desktop::nameOf(Tool::pen));
     world.session->tool = Tool::pen;
     QJsonObject all = world.person.program().settings();
     all.insert(own, world.step);

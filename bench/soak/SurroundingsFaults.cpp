@@ -4,6 +4,8 @@
 #include "Faults.h"
 #include "Runs.h"
 
+#include "desktop/ToolNames.h"
+
 #include <algorithm>
 
 namespace brindlecam::soak {
@@ -29,7 +31,7 @@ void managerIsReplaced(World& world)
     world.person.desktop().startWindowManager();
     // It may give the keys to another window. A session that has just begun takes them back, a
     // later one when it is pressed.
-    Bars::press(world.person, Bars::kPointer);
+    Bars::press(world.person, desktop::nameOf(std::nullopt));
     world.session->tool.reset();
     require(world.person.sessionIsReady(world.monitors.size()),
             QStringLiteral("the session has lost the screen or the keys"));

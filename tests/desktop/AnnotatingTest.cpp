@@ -82,34 +82,9 @@ bool AnnotatingTest::selects()
 
 // The bars.
 
-const char* AnnotatingTest::buttonName(std::optional<Tool> tool)
-{
-    if (!tool)
-        return "Mover la selección o una anotación";
-    switch (*tool) {
-    case Tool::pen:
-        return "Lápiz";
-    case Tool::line:
-        return "Línea";
-    case Tool::arrow:
-        return "Flecha";
-    case Tool::rect:
-        return "Rectángulo";
-    case Tool::marker:
-        return "Marcador";
-    case Tool::text:
-        return "Texto";
-    case Tool::number:
-        return "Números de paso ① ② ③";
-    case Tool::pixelate:
-        return "Pixelar";
-    }
-    return "";
-}
-
 bool AnnotatingTest::isChosen(std::optional<Tool> tool)
 {
-    return waitUntil([&, name = QString::fromUtf8(buttonName(tool))] {
+    return waitUntil([&, name = QString::fromUtf8(nameOf(tool))] {
         const auto button = controls().look(name, ControlKind::button);
         return button && button->on && isGreen(screen().pixel(besideSymbol(button->pixels)));
     });
@@ -122,7 +97,7 @@ bool AnnotatingTest::choose(Tool tool)
 
 bool AnnotatingTest::choosePointer()
 {
-    return press(buttonName(std::nullopt)) && isChosen(std::nullopt);
+    return press(nameOf(std::nullopt)) && isChosen(std::nullopt);
 }
 
 bool AnnotatingTest::isColored(const char* button, std::size_t color)

@@ -2,6 +2,7 @@
 
 #include "base/Tool.h"
 #include "canvas/AnnotationList.h"
+#include "desktop/ToolNames.h"
 #include "desktop/support/CaptureTest.h"
 #include "preferences/Config.h"
 
@@ -41,7 +42,7 @@ protected:
     [[nodiscard]] bool choose(Tool tool);
     [[nodiscard]] bool choosePointer();
     /// Presses the tool's button, whatever follows.
-    [[nodiscard]] bool pressTool(Tool tool) { return press(buttonName(tool)); }
+    [[nodiscard]] bool pressTool(Tool tool) { return press(nameOf(tool)); }
     [[nodiscard]] bool openPalette();
     /// Opens the palette and picks the colour with this place in Config::palette.
     [[nodiscard]] bool pick(std::size_t color);
@@ -86,7 +87,6 @@ protected:
     [[nodiscard]] const QImage& frozen() const { return m_frozen; }
 
 private:
-    [[nodiscard]] static const char* buttonName(std::optional<Tool> tool);
     [[nodiscard]] bool isColored(const char* button, std::size_t color);
 
     qreal m_scale = 1;
