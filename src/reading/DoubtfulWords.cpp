@@ -1,6 +1,6 @@
 #include "reading/DoubtfulWords.h"
 
-#include "reading/Marks.h"
+#include "reading/InkSpots.h"
 
 #include <algorithm>
 
@@ -27,7 +27,7 @@ double inkShare(const QImage& grey, const QRect& box)
     for (int y = inside.top(); y <= inside.bottom(); ++y) {
         const uchar* const line = grey.constScanLine(y);
         ink += static_cast<int>(std::count_if(line + inside.left(), line + inside.right() + 1,
-                                              [](uchar value) { return value <= Marks::kInk; }));
+                                              [](uchar value) { return value <= InkSpots::kInk; }));
     }
     return static_cast<double>(ink) / (static_cast<double>(inside.width()) * inside.height());
 }

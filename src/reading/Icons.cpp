@@ -25,12 +25,12 @@ constexpr double kPossibleShort = 1.1;
 /// Pixels of the enlarged picture between the parts of one drawing, one above the other. Dots join
 /// their letters too, which does no harm.
 constexpr int kStackedGap = 3;
-/// Which of a row's marks, ordered by height, is as high as a small letter.
+/// Which of a row's spots, ordered by height, is as high as a small letter.
 constexpr double kSmallLetter = 0.35;
 
-int middle(const QRect& mark)
+int middle(const QRect& spot)
 {
-    return (mark.top() + mark.bottom()) / 2;
+    return (spot.top() + spot.bottom()) / 2;
 }
 
 bool belongTogether(const QRect& a, const QRect& b)
@@ -38,20 +38,20 @@ bool belongTogether(const QRect& a, const QRect& b)
     return a.adjusted(0, -kStackedGap, 0, kStackedGap).intersects(b);
 }
 
-/// One pass from left to right; a mark joins those it belongs together with. True when any did.
-bool joinOnce(std::vector<QRect>& marks, StopRequest stop)
+/// One pass from left to right; a spot joins those it belongs together with. True when any did.
+bool joinOnce(std::vector<QRect>& spots, StopRequest stop)
 {
-    std::sort(marks.begin(), marks.end(),
+    std::sort(spots.begin(), spots.end(),
               [](const QRect& a, const QRect& b) { return a.left() < b.left(); });
     std::vector<QRect> done;
     std::vector<QRect> open;
     bool joined = false;
-    for (const QRect& mark : marks) {
+    for (const QRect& spot : spots) {
         stop.check();
-        QRect whole = mark;
+        QRect whole = spot;
         std::vector<QRect> still;
         for (const QRect& other : open) {
-            if (other.right() < mark.left()) {
+            if (other.right() < spot.left()) {
                 done.push_back(other);
             } else if (belongTogether(other, whole)) {
                 whole |= other;
@@ -64,18 +64,18 @@ bool joinOnce(std::vector<QRect>& marks, StopRequest stop)
         open.swap(still);
     }
     done.insert(done.end(), open.begin(), open.end());
-    marks.swap(done);
+    spots.swap(done);
     return joined;
 }
 
-/// Marks that may be icons or letters, parts of one drawing as one, ordered from top to bottom.
-std::vector<QRect> wholeMarks(const std::vector<QRect>& marks, double factor, StopRequest stop)
+/// Spots that may be icons or letters, parts of one drawing as one, ordered from top to bottom.
+std::vector<QRect> wholeSpots(const std::vector<QRect>& spots, double factor, StopRequest stop)
 {
     std::vector<QRect> result;
     // Frames and rules hold text and would swallow it.
-    for (const QRect& mark : marks) {
-        if (mark.width() <= kMostSide * factor && mark.height() <= kMostSide * factor)
-            result.push_back(mark);
+    for (const QRect& spot : spots) {
+        if (spot.width() <= kMostSide * factor && spot.height() <= kMostSide * factor)
+            result.push_back(spot);
     }
     while (joinOnce(result, stop)) {
     }
@@ -84,35 +84,35 @@ std::vector<QRect> wholeMarks(const std::vector<QRect>& marks, double factor, St
     return result;
 }
 
-bool hasIconShape(const QRect& mark, double factor)
+bool hasIconShape(const QRect& spot, double factor)
 {
-    const double aspect = static_cast<double>(mark.width()) / mark.height();
-    return std::min(mark.width(), mark.height()) >= kLeastSide * factor &&
-           std::max(mark.width(), mark.height()) <= kMostSide * factor && aspect >= kNarrowest &&
+    const double aspect = static_cast<double>(spot.width()) / spot.height();
+    return std::min(spot.width(), spot.height()) >= kLeastSide * factor &&
+           std::max(spot.width(), spot.height()) <= kMostSide * factor && aspect >= kNarrowest &&
            aspect <= kWidest;
 }
 
-/// What stands in one row with a mark.
+/// What stands in one row with a spot.
 struct Row {
     double smallLetter = 0; ///< height; 0: nothing else is there
     double leftGap = std::numeric_limits<double>::infinity();
     double rightGap = std::numeric_limits<double>::infinity();
 };
 
-Row rowOf(const QRect& mark, const std::vector<QRect>& ordered)
+Row rowOf(const QRect& spot, const std::vector<QRect>& ordered)
 {
     Row row;
     std::vector<int> heights;
-    auto other = std::lower_bound(ordered.begin(), ordered.end(), mark.top(),
+    auto other = std::lower_bound(ordered.begin(), ordered.end(), spot.top(),
                                   [](const QRect& each, int y) { return middle(each) < y; });
-    for (; other != ordered.end() && middle(*other) <= mark.bottom(); ++other) {
-        if (*other == mark)
+    for (; other != ordered.end() && middle(*other) <= spot.bottom(); ++other) {
+        if (*other == spot)
             continue;
         heights.push_back(other->height());
-        if (other->right() < mark.left())
-            row.leftGap = std::min<double>(row.leftGap, mark.left() - other->right() - 1);
-        else if (other->left() > mark.right())
-            row.rightGap = std::min<double>(row.rightGap, other->left() - mark.right() - 1);
+        if (other->right() < spot.left())
+            row.leftGap = std::min<double>(row.leftGap, spot.left() - other->right() - 1);
+        else if (other->left() > spot.right())
+            row.rightGap = std::min<double>(row.rightGap, other->left() - spot.right() - 1);
     }
     if (!heights.empty()) {
         const auto at = heights.begin() + static_cast<std::ptrdiff_t>(
@@ -125,25 +125,25 @@ Row rowOf(const QRect& mark, const std::vector<QRect>& ordered)
 
 } // namespace
 
-Found among(const std::vector<QRect>& marks, double factor, StopRequest stop)
+Found among(const std::vector<QRect>& spots, double factor, StopRequest stop)
 {
     Found found;
-    const std::vector<QRect> ordered = wholeMarks(marks, factor, stop);
-    for (const QRect& mark : ordered) {
+    const std::vector<QRect> ordered = wholeSpots(spots, factor, stop);
+    for (const QRect& spot : ordered) {
         stop.check();
-        if (!hasIconShape(mark, factor))
+        if (!hasIconShape(spot, factor))
             continue;
-        const Row row = rowOf(mark, ordered);
+        const Row row = rowOf(spot, ordered);
         const double letter = row.smallLetter;
         if (letter <= 0 || row.leftGap < kLeastLeftGap * letter ||
             row.rightGap < kLeastRightGap * letter || row.rightGap > kMostRightGap * letter)
             continue;
-        const int longSide = std::max(mark.width(), mark.height());
-        const int shortSide = std::min(mark.width(), mark.height());
-        if (mark.height() >= kCertainHeight * letter && mark.width() >= kCertainWidth * letter)
-            found.certain.push_back(mark);
+        const int longSide = std::max(spot.width(), spot.height());
+        const int shortSide = std::min(spot.width(), spot.height());
+        if (spot.height() >= kCertainHeight * letter && spot.width() >= kCertainWidth * letter)
+            found.certain.push_back(spot);
         else if (longSide >= kPossibleLong * letter && shortSide >= kPossibleShort * letter)
-            found.possible.push_back(mark);
+            found.possible.push_back(spot);
     }
     return found;
 }

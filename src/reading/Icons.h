@@ -17,8 +17,8 @@ struct Found {
     std::vector<QRect> possible; ///< what is read there is doubtful
 };
 
-/// Looks for icons among the marks of a picture, in pixels; `factor` is how much it was enlarged.
-[[nodiscard]] Found among(const std::vector<QRect>& marks, double factor, StopRequest stop = {});
+/// Looks for icons among the spots of a picture, in pixels; `factor` is how much it was enlarged.
+[[nodiscard]] Found among(const std::vector<QRect>& spots, double factor, StopRequest stop = {});
 
 /// Paints white over these places of an 8-bit grey picture.
 void erase(QImage& grey, const std::vector<QRect>& places);

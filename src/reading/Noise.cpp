@@ -1,7 +1,7 @@
 #include "reading/Noise.h"
 
 #include "reading/Icons.h"
-#include "reading/Marks.h"
+#include "reading/InkSpots.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +17,7 @@ constexpr double kManyRuns = 0.1; ///< per pixel
 // Dots of leaders and rules are farther apart.
 constexpr int kDot = 3;                ///< pixels along the longer side, at most
 constexpr double kMostDots = 0.018;    ///< per pixel
-constexpr double kShareOfMarks = 0.75; ///< of a tile's marks, when it is all dots
+constexpr double kShareOfSpots = 0.75; ///< of a tile's spots, when it is all dots
 // Bold words or dotted lines that fill a small picture look the same. The engine is through with
 // less than this in time.
 constexpr int kVast = 48; ///< tiles
@@ -25,13 +25,13 @@ constexpr int kVast = 48; ///< tiles
 struct Tile {
     int ink = 0;
     int runs = 0; ///< of ink, along the rows
-    int marks = 0;
+    int spots = 0;
     int dots = 0;
 
     [[nodiscard]] bool isNoise(double pixels) const
     {
         const bool grain = ink > kMuchInk * pixels && runs > kManyRuns * pixels;
-        return grain || (dots > kMostDots * pixels && dots >= kShareOfMarks * marks);
+        return grain || (dots > kMostDots * pixels && dots >= kShareOfSpots * spots);
     }
 };
 
@@ -55,7 +55,7 @@ public:
             for (int column = 0; column < m_columns; ++column) {
                 bool before = false;
                 for (int x = left(column); x < left(column + 1); ++x) {
-                    const bool ink = line[x] <= Marks::kInk;
+                    const bool ink = line[x] <= InkSpots::kInk;
                     row[column].ink += ink ? 1 : 0;
                     row[column].runs += ink && !before ? 1 : 0;
                     before = ink;
@@ -64,14 +64,14 @@ public:
         }
     }
 
-    void countMarks(const std::vector<QRect>& marks)
+    void countSpots(const std::vector<QRect>& spots)
     {
-        for (const QRect& mark : marks) {
+        for (const QRect& spot : spots) {
             const auto column =
-                static_cast<int>(static_cast<qint64>(mark.left()) * m_columns / m_size.width());
-            Tile& tile = m_tiles[static_cast<std::size_t>(rowAt(mark.top())) * m_columns + column];
-            ++tile.marks;
-            tile.dots += std::max(mark.width(), mark.height()) <= kDot ? 1 : 0;
+                static_cast<int>(static_cast<qint64>(spot.left()) * m_columns / m_size.width());
+            Tile& tile = m_tiles[static_cast<std::size_t>(rowAt(spot.top())) * m_columns + column];
+            ++tile.spots;
+            tile.dots += std::max(spot.width(), spot.height()) <= kDot ? 1 : 0;
         }
     }
 
@@ -146,13 +146,13 @@ private:
 
 } // namespace
 
-bool erase(QImage& grey, const std::vector<QRect>& marks, StopRequest stop)
+bool erase(QImage& grey, const std::vector<QRect>& spots, StopRequest stop)
 {
     if (grey.isNull())
         return false;
     Tiles tiles(grey.size());
     tiles.countPixels(grey, stop);
-    tiles.countMarks(marks);
+    tiles.countSpots(spots);
     const std::vector<QRect> places = tiles.noise();
     Icons::erase(grey, places);
     return !places.empty();

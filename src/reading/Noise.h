@@ -16,8 +16,8 @@ namespace brindlecam {
 namespace Noise {
 
 /// Paints white over such areas of an 8-bit grey picture, dark on white, that was not enlarged.
-/// `marks` are the picture's. Answers whether there were any.
-[[nodiscard]] bool erase(QImage& grey, const std::vector<QRect>& marks, StopRequest stop = {});
+/// `spots` are the picture's. Answers whether there were any.
+[[nodiscard]] bool erase(QImage& grey, const std::vector<QRect>& spots, StopRequest stop = {});
 
 } // namespace Noise
 

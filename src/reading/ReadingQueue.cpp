@@ -84,7 +84,7 @@ void ReadingQueue::run()
         lock.unlock();
         Result<QStringList> lines = read(reading);
         lock.lock();
-        handOver(std::exchange(m_current, nullptr), std::move(lines));
+        answer(std::exchange(m_current, nullptr), std::move(lines));
     }
     lock.unlock();
     unload();
@@ -158,7 +158,7 @@ void ReadingQueue::unload()
 }
 
 /// The mutex is held, so that `home` is there as long as nobody has closed.
-void ReadingQueue::handOver(std::shared_ptr<Reading> reading, Result<QStringList> lines)
+void ReadingQueue::answer(std::shared_ptr<Reading> reading, Result<QStringList> lines)
 {
     if (m_closed)
         return; // close() has taken the callback

@@ -72,7 +72,7 @@ private:
     [[nodiscard]] Result<QStringList> linesOf(const Reading& reading);
     [[nodiscard]] std::optional<Error> load();
     void unload();
-    void handOver(std::shared_ptr<Reading> reading, Result<QStringList> lines);
+    void answer(std::shared_ptr<Reading> reading, Result<QStringList> lines);
 
     const Options m_options;
     QObject& m_home;

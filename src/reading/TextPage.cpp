@@ -6,11 +6,11 @@
 #include "reading/Flatten.h"
 #include "reading/Fragment.h"
 #include "reading/Icons.h"
+#include "reading/InkSpots.h"
 #include "reading/Lanczos.h"
-#include "reading/MarkScale.h"
-#include "reading/Marks.h"
 #include "reading/Noise.h"
 #include "reading/ReadingOrder.h"
+#include "reading/SpotScale.h"
 #include "reading/TextFixes.h"
 
 #include <algorithm>
@@ -53,15 +53,15 @@ TextPage::TextPage(const QImage& picture, StopRequest stop)
         return;
     Flattened flat = flatten(picture, stop);
     m_backgrounds = std::move(flat.backgrounds);
-    std::vector<QRect> marks = Marks::boxes(flat.grey, stop);
-    if (Noise::erase(flat.grey, marks, stop))
-        marks = Marks::boxes(flat.grey, stop);
+    std::vector<QRect> spots = InkSpots::boxes(flat.grey, stop);
+    if (Noise::erase(flat.grey, spots, stop))
+        spots = InkSpots::boxes(flat.grey, stop);
     if (isBlank(flat.grey))
         return;
-    m_factor = MarkScale::factor(marks, flat.grey.size());
+    m_factor = SpotScale::factor(spots, flat.grey.size());
     QImage grey = enlarged(flat.grey, m_factor, stop);
     flat.grey = {}; // no second owner: what is erased needs no copy
-    const Icons::Found icons = Icons::among(Marks::boxes(grey, stop), m_factor, stop);
+    const Icons::Found icons = Icons::among(InkSpots::boxes(grey, stop), m_factor, stop);
     Icons::erase(grey, icons.certain);
     for (const QRect& icon : icons.possible)
         m_possibleIcons.push_back(icon.translated(kBorder, kBorder));

@@ -1,6 +1,6 @@
 #include "ReadingAnswers.h"
 #include "reading/Flatten.h"
-#include "reading/Marks.h"
+#include "reading/InkSpots.h"
 #include "reading/Noise.h"
 #include "support/TestCase.h"
 
@@ -77,9 +77,9 @@ private Q_SLOTS:
     {
         QFETCH(QImage, picture);
         QImage grey = flatten(picture).grey;
-        QVERIFY(!Marks::boxes(grey).empty());
-        QVERIFY(Noise::erase(grey, Marks::boxes(grey)));
-        QVERIFY(Marks::boxes(grey).empty());
+        QVERIFY(!InkSpots::boxes(grey).empty());
+        QVERIFY(Noise::erase(grey, InkSpots::boxes(grey)));
+        QVERIFY(InkSpots::boxes(grey).empty());
     }
 
     void textStays_data()
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QFETCH(QImage, picture);
         const QImage before = flatten(picture).grey;
         QImage grey = before;
-        QVERIFY(!Noise::erase(grey, Marks::boxes(grey)));
+        QVERIFY(!Noise::erase(grey, InkSpots::boxes(grey)));
         QCOMPARE(grey, before);
     }
 
@@ -116,10 +116,10 @@ private Q_SLOTS:
         QPainter(&picture).drawImage(kNoise.topLeft(), test::noise(kNoise.size()));
         const QImage before = flatten(picture).grey;
         QImage grey = before;
-        QVERIFY(Noise::erase(grey, Marks::boxes(grey)));
+        QVERIFY(Noise::erase(grey, InkSpots::boxes(grey)));
         const QRect text(0, 0, kNoise.left() + kMargin, picture.height());
         QCOMPARE(grey.copy(text), before.copy(text));
-        QVERIFY(Marks::boxes(grey.copy(kNoise.adjusted(kMargin, 0, 0, 0))).empty());
+        QVERIFY(InkSpots::boxes(grey.copy(kNoise.adjusted(kMargin, 0, 0, 0))).empty());
     }
 };
 

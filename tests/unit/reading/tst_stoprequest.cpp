@@ -2,8 +2,8 @@
 #include "reading/Backgrounds.h"
 #include "reading/Flatten.h"
 #include "reading/Icons.h"
+#include "reading/InkSpots.h"
 #include "reading/Lanczos.h"
-#include "reading/Marks.h"
 #include "reading/NearestBackground.h"
 #include "reading/Noise.h"
 #include "reading/ReadingOrder.h"
@@ -46,13 +46,13 @@ private Q_SLOTS:
         });
         row("strongest", [=](StopRequest stop) { (void)slidingMaximum(grey, 4, 4, stop); });
         row("flattening", [=](StopRequest stop) { (void)flatten(colours, stop); });
-        row("marks", [=](StopRequest stop) { (void)Marks::boxes(grey, stop); });
+        row("spots", [=](StopRequest stop) { (void)InkSpots::boxes(grey, stop); });
         row("noise", [=](StopRequest stop) {
             QImage page = grey;
             (void)Noise::erase(page, {}, stop);
         });
         row("enlarging", [=](StopRequest stop) { (void)enlarged(grey, 2, stop); });
-        row("icons", [=](StopRequest stop) { (void)Icons::among(Marks::boxes(grey), 1, stop); });
+        row("icons", [=](StopRequest stop) { (void)Icons::among(InkSpots::boxes(grey), 1, stop); });
         row("order", [](StopRequest stop) {
             (void)readingOrder({{QStringLiteral("a"), QRect(0, 0, 9, 9)}}, stop);
         });

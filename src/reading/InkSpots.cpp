@@ -1,9 +1,9 @@
-#include "reading/Marks.h"
+#include "reading/InkSpots.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace brindlecam::Marks {
+namespace brindlecam::InkSpots {
 
 namespace {
 
@@ -106,4 +106,4 @@ std::vector<QRect> boxes(const QImage& grey, StopRequest stop)
     return spots.boxes();
 }
 
-} // namespace brindlecam::Marks
+} // namespace brindlecam::InkSpots

@@ -10,7 +10,7 @@
 namespace brindlecam {
 
 /// Connected dark spots of a grey picture: letters, dots, icons. Any thread.
-namespace Marks {
+namespace InkSpots {
 
 /// At this value and below a pixel is ink.
 inline constexpr int kInk = 128;
@@ -18,6 +18,6 @@ inline constexpr int kInk = 128;
 /// The boxes of all spots, 8-connected, in pixels, in the order of their first pixels.
 [[nodiscard]] std::vector<QRect> boxes(const QImage& grey, StopRequest stop = {});
 
-} // namespace Marks
+} // namespace InkSpots
 
 } // namespace brindlecam

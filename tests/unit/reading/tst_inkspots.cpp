@@ -1,8 +1,8 @@
-// Covers Icons, Lanczos, MarkScale.
+// Covers Icons, Lanczos, SpotScale.
 #include "reading/Icons.h"
+#include "reading/InkSpots.h"
 #include "reading/Lanczos.h"
-#include "reading/MarkScale.h"
-#include "reading/Marks.h"
+#include "reading/SpotScale.h"
 #include "support/TestCase.h"
 
 #include <algorithm>
@@ -25,7 +25,7 @@ void blacken(QImage& grey, const QRect& place)
         std::fill_n(grey.scanLine(y) + place.left(), place.width(), uchar(0));
 }
 
-std::vector<QRect> marksOfHeight(int height, int count)
+std::vector<QRect> spotsOfHeight(int height, int count)
 {
     return std::vector<QRect>(count, QRect(0, 0, 5, height));
 }
@@ -43,11 +43,11 @@ std::vector<QRect> lettersFrom(int left)
 
 } // namespace
 
-class TestMarks final : public test::TestCase {
+class TestInkSpots final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
-    void marksAreConnectedInkCornersIncluded()
+    void spotsAreConnectedInkCornersIncluded()
     {
         QImage grey = whiteGrey({40, 20});
         blacken(grey, {2, 2, 3, 3});
@@ -55,15 +55,15 @@ private Q_SLOTS:
         blacken(grey, {20, 2, 2, 10});
         blacken(grey, {26, 2, 2, 10});
         blacken(grey, {20, 12, 8, 2}); // makes one of two that began apart
-        grey.scanLine(1)[35] = Marks::kInk;
-        grey.scanLine(1)[37] = Marks::kInk + 1;
-        const std::vector<QRect> boxes = Marks::boxes(grey);
+        grey.scanLine(1)[35] = InkSpots::kInk;
+        grey.scanLine(1)[37] = InkSpots::kInk + 1;
+        const std::vector<QRect> boxes = InkSpots::boxes(grey);
         const std::vector<QRect> expected{QRect(35, 1, 1, 1), QRect(2, 2, 6, 6),
                                           QRect(20, 2, 8, 12)};
         QCOMPARE(boxes, expected);
     }
 
-    void theFactorMakesTheMedianMarkSixteenHigh_data()
+    void theFactorMakesTheMedianSpotSixteenHigh_data()
     {
         QTest::addColumn<int>("height");
         QTest::addColumn<double>("factor");
@@ -73,23 +73,23 @@ private Q_SLOTS:
         QTest::newRow("a little is not worth it") << 13 << 1.0;
         QTest::newRow("large letters stay") << 60 << 1.0;
     }
-    void theFactorMakesTheMedianMarkSixteenHigh()
+    void theFactorMakesTheMedianSpotSixteenHigh()
     {
         QFETCH(int, height);
         QFETCH(double, factor);
-        QCOMPARE(MarkScale::factor(marksOfHeight(height, 9), {300, 100}), factor);
+        QCOMPARE(SpotScale::factor(spotsOfHeight(height, 9), {300, 100}), factor);
     }
 
-    void tooFewMarksGetTheMost()
+    void tooFewSpotsGetTheMost()
     {
-        QCOMPARE(MarkScale::factor(marksOfHeight(30, 2), {90, 90}), 2.5);
+        QCOMPARE(SpotScale::factor(spotsOfHeight(30, 2), {90, 90}), 2.5);
     }
 
     void anEnormousPictureIsEnlargedLess()
     {
-        const double factor = MarkScale::factor(marksOfHeight(6, 50), {5760, 3600});
+        const double factor = SpotScale::factor(spotsOfHeight(6, 50), {5760, 3600});
         QVERIFY(factor > 1.3 && factor * factor * 5760 * 3600 < 64.1e6);
-        QCOMPARE(MarkScale::factor(marksOfHeight(6, 50), {30000, 100}), 1.0);
+        QCOMPARE(SpotScale::factor(spotsOfHeight(6, 50), {30000, 100}), 1.0);
     }
 
     void enlargingKeepsFlatAreasAndThePlacesOfEdges()
@@ -130,7 +130,7 @@ private Q_SLOTS:
 
     void iconsAreToldFromLetters_data()
     {
-        QTest::addColumn<QRect>("mark");
+        QTest::addColumn<QRect>("spot");
         QTest::addColumn<int>("textFrom");
         QTest::addColumn<int>("certain");
         QTest::addColumn<int>("possible");
@@ -145,37 +145,37 @@ private Q_SLOTS:
     }
     void iconsAreToldFromLetters()
     {
-        QFETCH(QRect, mark);
+        QFETCH(QRect, spot);
         QFETCH(int, textFrom);
         QFETCH(int, certain);
         QFETCH(int, possible);
-        std::vector<QRect> marks = lettersFrom(textFrom);
-        marks.push_back(mark);
-        const Icons::Found found = Icons::among(marks, 2);
+        std::vector<QRect> spots = lettersFrom(textFrom);
+        spots.push_back(spot);
+        const Icons::Found found = Icons::among(spots, 2);
         QCOMPARE(int(found.certain.size()), certain);
         QCOMPARE(int(found.possible.size()), possible);
     }
 
-    void aMarkAloneIsNoIcon() { QVERIFY(Icons::among({QRect(10, 10, 30, 30)}, 2).certain.empty()); }
+    void aSpotAloneIsNoIcon() { QVERIFY(Icons::among({QRect(10, 10, 30, 30)}, 2).certain.empty()); }
 
     void thePartsOfAnIconAreErasedTogether()
     {
-        std::vector<QRect> marks = lettersFrom(60);
-        marks.emplace_back(18, 10, 14, 14); // a head
-        marks.emplace_back(10, 26, 30, 14); // and its shoulders
-        const Icons::Found found = Icons::among(marks, 2);
+        std::vector<QRect> spots = lettersFrom(60);
+        spots.emplace_back(18, 10, 14, 14); // a head
+        spots.emplace_back(10, 26, 30, 14); // and its shoulders
+        const Icons::Found found = Icons::among(spots, 2);
         QCOMPARE(found.certain, std::vector<QRect>{QRect(10, 10, 30, 30)});
 
         QImage grey = whiteGrey({200, 60});
-        for (const QRect& mark : marks)
-            blacken(grey, mark);
+        for (const QRect& spot : spots)
+            blacken(grey, spot);
         Icons::erase(grey, found.certain);
-        QCOMPARE(Marks::boxes(grey).size(), std::size_t(8));
+        QCOMPARE(InkSpots::boxes(grey).size(), std::size_t(8));
     }
 };
 
-BRINDLECAM_TEST(TestMarks);
+BRINDLECAM_TEST(TestInkSpots);
 
 } // namespace brindlecam
 
-#include "tst_marks.moc"
+#include "tst_inkspots.moc"
