@@ -43,7 +43,7 @@ AnnotationList::Mark AnnotationEditor::annotationAt(QPointF point) const
 void AnnotationEditor::chooseTool(Tool tool)
 {
     m_tool = tool;
-    dropSelection();
+    deselect();
 }
 
 void AnnotationEditor::beginAnnotation(Tool tool, QPointF point, const Stroke& stroke)
@@ -112,7 +112,7 @@ bool AnnotationEditor::selectAt(QPointF point)
     return m_selected != nullptr;
 }
 
-void AnnotationEditor::dropSelection()
+void AnnotationEditor::deselect()
 {
     endRun();
     m_selected.reset();
@@ -154,7 +154,7 @@ bool AnnotationEditor::undo()
 {
     if (!m_list.undo())
         return false;
-    dropSelection();
+    deselect();
     return true;
 }
 
@@ -162,7 +162,7 @@ bool AnnotationEditor::redo()
 {
     if (!m_list.redo())
         return false;
-    dropSelection();
+    deselect();
     return true;
 }
 
@@ -170,7 +170,7 @@ void AnnotationEditor::clear()
 {
     m_list.clear();
     m_current.reset();
-    dropSelection();
+    deselect();
 }
 
 void AnnotationEditor::pixelate(Annotation& annotation) const

@@ -61,7 +61,7 @@ public:
 
     /// Selects the topmost mark under a place; none there: false, and nothing is selected.
     bool selectAt(QPointF point);
-    void dropSelection();
+    void deselect();
 
     enum class Step { noted, wanted };
     /// Moves the selected mark; where the step back is wanted, it is noted first.

@@ -31,10 +31,10 @@ QPointF CanvasModel::reach(QPointF point) const
 CanvasModel::Press CanvasModel::press(QPointF point, const AnnotationEditor::Stroke& stroke)
 {
     const auto marks =
-        m_editor.annotations().empty() ? Selection::Marks::none : Selection::Marks::present;
+        m_editor.annotations().empty() ? Selection::Drawn::nothing : Selection::Drawn::something;
     switch (m_selection.press(reach(point), marks)) {
     case Selection::Press::selecting:
-        m_editor.dropSelection();
+        m_editor.deselect();
         return Press::selecting;
     case Selection::Press::inside:
         if (m_editor.tool() == Tool::text)

@@ -132,7 +132,7 @@ void Selection::leave()
         m_hoveredWindow.reset();
 }
 
-Selection::Press Selection::press(QPointF point, Marks marks)
+Selection::Press Selection::press(QPointF point, Drawn drawn)
 {
     point = clamped(point, canvas());
     m_pointer = point;
@@ -143,14 +143,14 @@ Selection::Press Selection::press(QPointF point, Marks marks)
     }
     if (const auto handle = handleAt(point)) {
         m_drag = drag::Resizing{*handle, m_rect, std::nullopt};
-        if (marks == Marks::present)
+        if (drawn == Drawn::something)
             std::get<drag::Resizing>(m_drag).least =
                 QSizeF(kLeastSide, kLeastSide).boundedTo(m_rect.size());
         return Press::resizing;
     }
     if (m_rect.contains(point))
         return Press::inside;
-    if (marks == Marks::present)
+    if (drawn == Drawn::something)
         return Press::ignored;
     startSelecting(point);
     return Press::selecting;

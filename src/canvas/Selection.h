@@ -73,7 +73,7 @@ public:
     };
 
     /// Whether there are marks that a new selection would lose.
-    enum class Marks { none, present };
+    enum class Drawn { nothing, something };
 
     explicit Selection(QSizeF canvas, PixelsPerPoint ratio = {});
 
@@ -102,7 +102,7 @@ public:
     void hover(QPointF point);
     /// The pointer has left the screen.
     void leave();
-    [[nodiscard]] Press press(QPointF point, Marks marks);
+    [[nodiscard]] Press press(QPointF point, Drawn drawn);
     void startMoving(QPointF point);
     void startMovingAnnotation(QPointF point);
     void startDrawing();

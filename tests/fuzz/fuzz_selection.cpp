@@ -128,7 +128,7 @@ private:
         const bool marks = m_input.flag();
         const QRectF before = m_selection.rect();
         const auto found =
-            m_selection.press(at, marks ? Selection::Marks::present : Selection::Marks::none);
+            m_selection.press(at, marks ? Selection::Drawn::something : Selection::Drawn::nothing);
         switch (found) {
         case Selection::Press::selecting:
             BRINDLECAM_PROMISE(before.isEmpty() || !marks);

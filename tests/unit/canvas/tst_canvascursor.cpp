@@ -12,7 +12,7 @@ constexpr QSizeF kCursorCanvas(800, 600);
 Selection cursorSelection()
 {
     Selection selection(kCursorCanvas);
-    (void)selection.press({100, 100}, Selection::Marks::none);
+    (void)selection.press({100, 100}, Selection::Drawn::nothing);
     selection.dragTo({300, 300});
     selection.release();
     return selection;

@@ -9,7 +9,7 @@ constexpr QSizeF kSelectionCanvas(800, 600);
 
 void dragOut(Selection& selection, QPointF from, QPointF to)
 {
-    (void)selection.press(from, Selection::Marks::none);
+    (void)selection.press(from, Selection::Drawn::nothing);
     selection.dragTo(to);
     selection.release();
 }
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QFETCH(QPointF, handle);
         QFETCH(QPointF, to);
         Selection selection = selected({100, 100, 200, 200});
-        QCOMPARE(selection.press(handle, Selection::Marks::none), Selection::Press::resizing);
+        QCOMPARE(selection.press(handle, Selection::Drawn::nothing), Selection::Press::resizing);
         selection.dragTo(to);
         selection.release();
         QTEST(selection.rect(), "expected");
@@ -182,7 +182,7 @@ private Q_SLOTS:
     void movingStopsAtTheScreenEdgesAndMayTouchThem()
     {
         Selection selection = selected({100, 100, 200, 200});
-        QCOMPARE(selection.press({200, 200}, Selection::Marks::none), Selection::Press::inside);
+        QCOMPARE(selection.press({200, 200}, Selection::Drawn::nothing), Selection::Press::inside);
         selection.startMoving({200, 200});
         selection.dragTo({0, 0});
         QCOMPARE(selection.rect(), QRectF(0, 0, 200, 200));
@@ -195,17 +195,19 @@ private Q_SLOTS:
     void pressOutsideStartsAnewWithoutMarksAndIsIgnoredWithThem()
     {
         Selection selection = selected({100, 100, 200, 200});
-        QCOMPARE(selection.press({500, 500}, Selection::Marks::present), Selection::Press::ignored);
+        QCOMPARE(selection.press({500, 500}, Selection::Drawn::something),
+                 Selection::Press::ignored);
         QCOMPARE(selection.rect(), QRectF(100, 100, 200, 200));
         QVERIFY(!selection.isDragging());
-        QCOMPARE(selection.press({500, 500}, Selection::Marks::none), Selection::Press::selecting);
+        QCOMPARE(selection.press({500, 500}, Selection::Drawn::nothing),
+                 Selection::Press::selecting);
         QVERIFY(selection.isEmpty());
     }
 
     void clearingForgetsSelectionAndDrag()
     {
         Selection selection = selected({100, 100, 200, 200});
-        (void)selection.press({200, 100}, Selection::Marks::none);
+        (void)selection.press({200, 100}, Selection::Drawn::nothing);
         selection.clear();
         QVERIFY(selection.isEmpty());
         QVERIFY(!selection.isDragging());

@@ -51,7 +51,7 @@ std::vector<std::pair<QRgb, int>> stretches(const QImage& image, int row, int fr
 Selection selected(QPointF from, QPointF to)
 {
     Selection selection(kFrameCanvas);
-    (void)selection.press(from, Selection::Marks::none);
+    (void)selection.press(from, Selection::Drawn::nothing);
     selection.dragTo(to);
     selection.release();
     return selection;
