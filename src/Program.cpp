@@ -26,13 +26,14 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
     : m_defaults(Defaults::standardFile())
     , m_prefs(m_defaults)
     , m_alerts(*platform.panels)
-    , m_toast(*platform.displays, *platform.panels)
+    , m_toast(*platform.displays, *platform.panels, *platform.compositing)
     , m_history(History::standardFolder())
     , m_output(*platform.pasteboard, m_history, m_prefs, runInPool)
     , m_captureFailure(*platform.captureAccess, m_alerts, m_defaults, voice)
     , m_captureResults(m_prefs, m_output, m_toast, m_alerts)
-    , m_countdown(*platform.displays, *platform.panels)
-    , m_pinnedCaptures(*platform.panels, *platform.displays, m_toast, m_activity, m_captureResults)
+    , m_countdown(*platform.displays, *platform.panels, *platform.compositing)
+    , m_pinnedCaptures({*platform.panels, *platform.pins, *platform.displays}, m_toast, m_activity,
+                       m_captureResults)
     , m_captureController({platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity,
                            m_captureFailure, m_countdown, m_pinnedCaptures, m_longCaptures})
     , m_delegate({platform, m_prefs, m_alerts, m_toast, m_activity, m_history, m_output,

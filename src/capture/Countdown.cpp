@@ -48,14 +48,15 @@ void paint(QPainter& painter, int remaining)
 
 } // namespace
 
-Countdown::Countdown(Displays& displays, Panels& panels)
-    : Countdown(displays, panels, Timing())
+Countdown::Countdown(Displays& displays, Panels& panels, Compositing& compositing)
+    : Countdown(displays, panels, compositing, Timing())
 {
 }
 
-Countdown::Countdown(Displays& displays, Panels& panels, Timing timing)
+Countdown::Countdown(Displays& displays, Panels& panels, Compositing& compositing, Timing timing)
     : m_displays(displays)
     , m_panels(panels)
+    , m_compositing(compositing)
     , m_timing(timing)
 {
     m_ticks.setTimerType(Qt::PreciseTimer);
@@ -78,12 +79,12 @@ void Countdown::run(int seconds, std::function<void()> action)
     m_remaining = seconds;
     m_action = std::move(action);
     m_panel = std::make_unique<FloatingPanel>(
-        m_panels, PanelRole::countdown,
+        m_panels, m_compositing, PanelRole::countdown,
         FloatingContent{.size = kSize,
                         .radius = kRadius,
                         .paint = [this](QPainter& painter) { paint(painter, m_remaining); },
                         .spoken = QString::number(seconds)});
-    m_panel->showAt(placeOn(*screen));
+    m_panel->showAt(placeOn(*screen), screen->scale);
     m_ticks.start(m_timing.tick);
 }
 

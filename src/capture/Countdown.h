@@ -10,6 +10,7 @@
 
 namespace brindlecam {
 
+class Compositing;
 class Displays;
 class FloatingPanel;
 class Panels;
@@ -23,8 +24,8 @@ public:
         std::chrono::milliseconds handOff = Config::countdownHandOff;
     };
 
-    Countdown(Displays& displays, Panels& panels, Timing timing);
-    Countdown(Displays& displays, Panels& panels);
+    Countdown(Displays& displays, Panels& panels, Compositing& compositing, Timing timing);
+    Countdown(Displays& displays, Panels& panels, Compositing& compositing);
     ~Countdown();
 
     /// Shows `seconds` and counts; `action` runs when the panel is off the screen, or at once when
@@ -43,6 +44,7 @@ private:
 
     Displays& m_displays;
     Panels& m_panels;
+    Compositing& m_compositing;
     const Timing m_timing;
     int m_remaining = 0;
     std::function<void()> m_action;

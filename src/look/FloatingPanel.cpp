@@ -1,5 +1,7 @@
 #include "look/FloatingPanel.h"
 
+#include "platform/Compositing.h"
+
 #include <QAccessible>
 #include <QPainter>
 #include <QPainterPath>
@@ -27,25 +29,28 @@ QRegion shapeFor(const FloatingContent& content)
 
 } // namespace
 
-FloatingPanel::FloatingPanel(Panels& panels, PanelRole role, FloatingContent content)
+FloatingPanel::FloatingPanel(Panels& panels, Compositing& compositing, PanelRole role,
+                             FloatingContent content)
     : m_panels(panels)
+    , m_compositing(compositing)
     , m_content(std::move(content))
-    , m_translucent(panels.translucent())
+    , m_blends(compositing.blends())
 {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
+    setAttribute(m_blends ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
     setAccessibleName(m_content.spoken);
     setWindowTitle(m_content.spoken);
     m_panels.assume(*this, role);
 }
 
-void FloatingPanel::showAt(const QRect& native, const FloatingPanel* replaced)
+void FloatingPanel::showAt(const QRect& native, qreal scale, const FloatingPanel* replaced)
 {
-    if (!m_translucent) {
+    m_scale = scale;
+    if (!m_blends) {
         m_native = native.adjusted(0, 0, kSpare, kSpare);
-        m_backdrop = m_panels.backdrop(m_native);
+        m_backdrop = m_compositing.backdrop(m_native);
         if (replaced && !m_backdrop.isNull())
             takeOverBackdrop(*replaced);
         setMask(shapeFor(m_content));
@@ -70,40 +75,45 @@ void FloatingPanel::takeOverBackdrop(const FloatingPanel& replaced)
 
 void FloatingPanel::setStrength(double strength)
 {
-    m_strength = strength;
-    if (m_translucent)
-        m_panels.setOpacity(*this, strength);
-    else
+    const bool faded = m_blends && m_panels.fade(*this, strength);
+    m_strength = faded ? 1 : strength;
+    if (!faded)
         update();
 }
 
 int FloatingPanel::fadeSteps() const
 {
-    return m_translucent ? kBlendedFadeSteps : kPaintedFadeSteps;
+    return m_blends ? kBlendedFadeSteps : kPaintedFadeSteps;
 }
 
 void FloatingPanel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    if (m_translucent)
+    if (!m_blends)
+        paintBackdrop(painter);
+    if (m_blends && m_strength == 1)
         m_content.paint(painter);
     else
-        paintOverBackdrop(painter);
+        paintFaint(painter);
 }
 
-void FloatingPanel::paintOverBackdrop(QPainter& painter)
+void FloatingPanel::paintBackdrop(QPainter& painter)
 {
-    const qreal scale = devicePixelRatioF();
     if (m_backdrop.isNull()) {
         painter.fillRect(rect(), Qt::black);
-    } else {
-        m_backdrop.setDevicePixelRatio(scale);
-        painter.drawImage(QPointF(), m_backdrop);
+        return;
     }
-    // Faded as one picture: the text must not shine through its own ground.
-    QImage layer((m_content.size * scale).toSize() + QSize(1, 1),
+    m_backdrop.setDevicePixelRatio(m_scale);
+    painter.drawImage(QPointF(), m_backdrop);
+}
+
+// As one picture: the text must not shine through its own ground.
+void FloatingPanel::paintFaint(QPainter& painter) const
+{
+    const qreal density = painter.device()->devicePixelRatioF();
+    QImage layer((m_content.size * density).toSize() + QSize(1, 1),
                  QImage::Format_ARGB32_Premultiplied);
-    layer.setDevicePixelRatio(scale);
+    layer.setDevicePixelRatio(density);
     layer.fill(Qt::transparent);
     {
         QPainter layerPainter(&layer);

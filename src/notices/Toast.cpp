@@ -61,12 +61,13 @@ FloatingContent contentOf(const Pill& pill)
 class ToastPanel final : public QObject {
 public:
     /// `replaced` is still on the screen; null when none is.
-    ToastPanel(Panels& panels, const Pill& pill, const ScreenInfo& screen,
+    ToastPanel(Panels& panels, Compositing& compositing, const Pill& pill, const ScreenInfo& screen,
                const ToastPanel* replaced, std::function<void()> done)
-        : m_panel(panels, PanelRole::toast, contentOf(pill))
+        : m_panel(panels, compositing, PanelRole::toast, contentOf(pill))
         , m_done(std::move(done))
     {
-        m_panel.showAt(placeOn(screen, pill.size()), replaced ? &replaced->m_panel : nullptr);
+        m_panel.showAt(placeOn(screen, pill.size()), screen.scale,
+                       replaced ? &replaced->m_panel : nullptr);
         QTimer::singleShot(Config::toastShown, Qt::PreciseTimer, this, [this] { fade(0); });
     }
 
@@ -88,9 +89,10 @@ private:
     std::function<void()> m_done;
 };
 
-Toast::Toast(Displays& displays, Panels& panels)
+Toast::Toast(Displays& displays, Panels& panels, Compositing& compositing)
     : m_displays(displays)
     , m_panels(panels)
+    , m_compositing(compositing)
 {
 }
 
@@ -110,7 +112,7 @@ void Toast::show(const QString& text, const std::optional<ScreenInfo>& screen)
                     .paddingX = kPaddingX,
                     .paddingY = kPaddingY,
                     .alpha = kAlpha};
-    m_current = std::make_unique<ToastPanel>(m_panels, pill, *place, m_current.get(),
+    m_current = std::make_unique<ToastPanel>(m_panels, m_compositing, pill, *place, m_current.get(),
                                              [this] { m_current.reset(); });
 }
 

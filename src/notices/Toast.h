@@ -9,6 +9,7 @@
 
 namespace brindlecam {
 
+class Compositing;
 class Displays;
 class Panels;
 class ToastPanel;
@@ -17,7 +18,7 @@ class ToastPanel;
 /// replaces the current one at once. Main thread.
 class Toast final {
 public:
-    Toast(Displays& displays, Panels& panels);
+    Toast(Displays& displays, Panels& panels, Compositing& compositing);
     ~Toast();
 
     /// Shows `text` on a screen; without one, on the primary screen. Nothing happens without any.
@@ -40,6 +41,7 @@ private:
 
     Displays& m_displays;
     Panels& m_panels;
+    Compositing& m_compositing;
     std::unique_ptr<ToastPanel> m_current;
     bool m_suspended = false;
     std::optional<Held> m_held;

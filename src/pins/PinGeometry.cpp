@@ -83,34 +83,6 @@ QRect onPixels(const QRectF& frame)
             size};
 }
 
-QRegion rounded(QSize pixels, qreal radius)
-{
-    if (pixels.isEmpty())
-        return {};
-    const qreal most = std::min({radius, pixels.width() / 2.0, pixels.height() / 2.0});
-    const int rows = static_cast<int>(std::ceil(most));
-    if (rows < 1)
-        return QRect(QPoint(), pixels);
-    std::vector<QRect> rects;
-    const auto addRow = [&](int y, int inset) {
-        rects.emplace_back(inset, y, pixels.width() - 2 * inset, 1);
-    };
-    const auto insetOf = [most](int row) {
-        const qreal rise = std::max(0.0, most - row - 0.5);
-        return qRound(most - std::sqrt(most * most - rise * rise));
-    };
-    for (int row = 0; row < rows; ++row)
-        addRow(row, insetOf(row));
-    const int between = pixels.height() - 2 * rows;
-    if (between > 0)
-        rects.emplace_back(0, rows, pixels.width(), between);
-    for (int row = rows - 1 + std::min(between, 0); row >= 0; --row)
-        addRow(pixels.height() - 1 - row, insetOf(row));
-    QRegion region;
-    region.setRects(rects.data(), static_cast<int>(rects.size()));
-    return region;
-}
-
 std::optional<ScreenInfo> screenOf(const QRectF& frame, const std::vector<ScreenInfo>& screens)
 {
     const auto nearest = std::ranges::min_element(screens, {}, [&](const ScreenInfo& screen) {

@@ -3,7 +3,6 @@
 #include <QPointF>
 #include <QRect>
 #include <QRectF>
-#include <QRegion>
 #include <QSizeF>
 
 #include <optional>
@@ -31,9 +30,6 @@ namespace PinGeometry {
 
 /// The whole pixels of a frame; never empty.
 [[nodiscard]] QRect onPixels(const QRectF& frame);
-
-/// The pixels of a rounded rectangle at the origin, for where nothing softens its corners.
-[[nodiscard]] QRegion rounded(QSize pixels, qreal radius);
 
 /// The screen with the frame's centre, else the nearest one; none without screens.
 [[nodiscard]] std::optional<ScreenInfo> screenOf(const QRectF& frame,

@@ -5,6 +5,7 @@
 #include "pins/PinnedView.h"
 #include "platform/Displays.h"
 #include "platform/Panels.h"
+#include "platform/Pins.h"
 
 #include <QCloseEvent>
 
@@ -18,31 +19,32 @@ constexpr int kDragDistance = 3; // points
 
 } // namespace
 
-PinnedCapture::PinnedCapture(const Rendered& rendered, Panels& panels, Displays& displays)
+PinnedCapture::PinnedCapture(const Rendered& rendered, const PinPorts& ports)
     : m_rendered(rendered)
-    , m_panels(panels)
-    , m_displays(displays)
+    , m_ports(ports)
     , m_view(new PinnedView(rendered.image(), *this))
 {
     setWindowTitle(text("Captura fijada"));
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setFocusProxy(m_view);
-    m_panels.assume(*this, PanelRole::pin);
+    m_surface = m_ports.pins.make(*this, kCornerRadius, [this] { fitView(); });
 }
+
+PinnedCapture::~PinnedCapture() = default;
 
 void PinnedCapture::open(const QRect& native)
 {
     m_frame = native;
-    m_screen = PinGeometry::screenOf(m_frame, m_displays.screens());
-    m_panels.show(*this, native);
-    shapeItself();
+    m_screen = PinGeometry::screenOf(m_frame, m_ports.displays.screens());
+    m_surface->show({native, scale()});
+    fitView();
 }
 
 // Its place and size.
 
 void PinnedCapture::noticeForeignMoves()
 {
-    const QRect actual = m_panels.nativeRect(*this);
+    const QRect actual = m_surface->rect();
     if (!actual.isEmpty() && actual != PinGeometry::onPixels(m_frame))
         m_frame = actual;
 }
@@ -50,21 +52,17 @@ void PinnedCapture::noticeForeignMoves()
 void PinnedCapture::moveTo(const QRectF& frame)
 {
     const QRect pixels = PinGeometry::onPixels(frame);
-    // The shape grows first: else the middle of a window that has grown by several steps lies
-    // outside of it, and the pointer on something else.
-    cut(pixels.size().expandedTo(shownPixels()));
     m_frame = frame;
-    m_moved = true;
-    m_panels.place(*this, pixels);
-    if (pixels.size() == shownPixels())
-        shapeItself();
+    m_surface->place({pixels, scale()});
+    if (pixels.size() == m_surface->pixels())
+        fitView();
 }
 
 void PinnedCapture::zoomBy(qreal factor)
 {
     noticeForeignMoves();
     const QRectF zoomed = PinGeometry::zoomed(m_frame, m_rendered.pointSize() * scale(), factor);
-    moveTo(PinGeometry::reachable(zoomed, m_displays.layout()));
+    moveTo(PinGeometry::reachable(zoomed, m_ports.displays.layout()));
     if (!m_drag)
         return;
     // The hand goes on with what it has now.
@@ -73,31 +71,18 @@ void PinnedCapture::zoomBy(qreal factor)
         m_drag->from = m_drag->last;
 }
 
-/// The pixel that was rounded to this one, as long as the pointer is still there.
-QPoint PinnedCapture::exact(QPoint pointer) const
-{
-    const auto now = m_displays.pointer();
-    if (!now)
-        return pointer;
-    const QPoint off = *now - pointer;
-    return std::abs(off.x()) <= scale() && std::abs(off.y()) <= scale() ? *now : pointer;
-}
-
 void PinnedCapture::grip(QPointF place)
 {
     noticeForeignMoves();
-    if (!isActiveWindow())
-        m_panels.focus(*this);
-    const QPoint from =
-        PinGeometry::onPixels(m_frame).topLeft() + (place * devicePixelRatioF()).toPoint();
+    const QPoint from = m_surface->grip(place);
     m_drag = Drag{.from = from, .last = from, .frame = m_frame};
 }
 
-void PinnedCapture::follow(QPoint rounded)
+void PinnedCapture::follow(const QMouseEvent& event)
 {
     if (!m_drag)
         return;
-    const QPoint pointer = exact(rounded);
+    const QPoint pointer = m_surface->hand(event);
     m_drag->last = pointer;
     const QPoint way = pointer - m_drag->from;
     m_drag->moves = m_drag->moves || way.manhattanLength() >= kDragDistance * scale();
@@ -105,7 +90,7 @@ void PinnedCapture::follow(QPoint rounded)
         return;
     // The screen under the pointer decides: the pin's own centre would move with its size.
     const QRectF underPointer(pointer, QSizeF());
-    const auto screen = PinGeometry::screenOf(underPointer, m_displays.layout());
+    const auto screen = PinGeometry::screenOf(underPointer, m_ports.displays.layout());
     m_frame = m_drag->frame.translated(way);
     if (screen && screen->scale != scale()) {
         adaptTo(screen, pointer);
@@ -117,7 +102,10 @@ void PinnedCapture::follow(QPoint rounded)
 
 void PinnedCapture::letGo()
 {
+    if (!m_drag)
+        return;
     m_drag.reset();
+    m_surface->letGo();
 }
 
 /// The same size in points there as on the screen before.
@@ -131,7 +119,7 @@ void PinnedCapture::adaptTo(const std::optional<ScreenInfo>& screen, QPointF fix
 void PinnedCapture::stayReachable()
 {
     noticeForeignMoves();
-    const auto screens = m_displays.screens();
+    const auto screens = m_ports.displays.screens();
     if (screens.empty())
         return;
     letGo();
@@ -141,11 +129,6 @@ void PinnedCapture::stayReachable()
     m_screen = PinGeometry::screenOf(m_frame, screens);
     if (m_frame != before)
         moveTo(m_frame);
-}
-
-void PinnedCapture::roundCorners()
-{
-    shapeItself();
 }
 
 // A window that grows is ahead of what the widget has heard of, and Qt finds no child for a pointer
@@ -167,45 +150,28 @@ bool PinnedCapture::event(QEvent* event)
 void PinnedCapture::resizeEvent(QResizeEvent*)
 {
     m_view->setGeometry(rect());
-    shapeItself();
+    fitView();
     repaint(); // Qt would let the old size be seen for some milliseconds
 }
 
-/// What was asked for, exactly, once the widget has about that size: it counts in points. Until
-/// then, and when the window manager has other ideas, what the widget has.
-QSize PinnedCapture::shownPixels() const
+void PinnedCapture::fitView()
 {
-    const QSize asked = PinGeometry::onPixels(m_frame).size();
-    const qreal ratio = devicePixelRatioF();
-    const QSize shown = (QSizeF(size()) * ratio).toSize();
-    const QSize off = shown - asked;
-    const bool same = std::abs(off.width()) <= ratio && std::abs(off.height()) <= ratio;
-    return same ? asked : shown;
-}
-
-void PinnedCapture::shapeItself()
-{
-    const QSize pixels = shownPixels();
-    m_view->setPixels(pixels, scale());
-    m_view->setCorners(m_panels.translucent(*this) ? PinnedView::Corners::blended
-                                                   : PinnedView::Corners::cut);
-    if (!m_moved || pixels == PinGeometry::onPixels(m_frame).size())
-        return cut(pixels);
-    // The widget hears of its sizes late. What the window has grown to meanwhile is not cut off:
-    // the pointer on it would be on something else.
-    cut(pixels.expandedTo(m_panels.nativeRect(*this).size()));
-}
-
-void PinnedCapture::cut(QSize pixels)
-{
-    const QSize wanted = m_panels.translucent(*this) ? QSize() : pixels;
-    if (m_cut == wanted)
-        return;
-    m_cut = wanted;
-    m_panels.setShape(*this, PinGeometry::rounded(wanted, kCornerRadius * scale()));
+    m_view->setPixels(m_surface->pixels(), scale());
+    m_view->setCorners(m_surface->blends() ? PinnedView::Corners::blended
+                                           : PinnedView::Corners::cut);
 }
 
 // What becomes of it.
+
+void PinnedCapture::openMenu(QPoint place)
+{
+    letGo();
+    // Not through text(), on purpose: these three read the same whatever catalogue is installed.
+    m_ports.panels.popUp(*m_view, place,
+                         {{QStringLiteral("Copiar"), [this] { copyImage(); }},
+                          {QStringLiteral("Guardar…"), [this] { saveImage(); }},
+                          {QStringLiteral("Cerrar"), [this] { dismiss(); }}});
+}
 
 void PinnedCapture::copyImage()
 {

@@ -2,16 +2,17 @@
 
 #include "base/ScreenInfo.h"
 #include "pictures/Rendered.h"
+#include "pins/PinPorts.h"
 
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace brindlecam {
 
-class Displays;
-class Panels;
+class PinSurface;
 class PinnedView;
 
 /// A capture that floats above the windows where it was taken: dragged by its picture, resized by
@@ -24,7 +25,8 @@ public:
     static constexpr qreal kCornerRadius = 6; ///< points
 
     /// A pin of this picture, not shown yet. Owned by whoever makes it; the ports outlive it.
-    PinnedCapture(const Rendered& rendered, Panels& panels, Displays& displays);
+    PinnedCapture(const Rendered& rendered, const PinPorts& ports);
+    ~PinnedCapture() override;
 
     /// What its menu and a double click lead to; all three are filled before it is shown.
     std::function<void()> onCopy;
@@ -40,11 +42,14 @@ public:
 
     /// A hand takes it at this place, in points from its own top-left corner; gives it the focus.
     void grip(QPointF place);
-    /// The hand has moved there: native pixels of the desktop, which Qt may have rounded to points.
-    /// The pin comes along once that is far enough to be no click; nothing happens without a grip.
-    void follow(QPoint rounded);
+    /// The hand has moved. The pin comes along once that is far enough to be no click; nothing
+    /// happens without a grip.
+    void follow(const QMouseEvent& event);
     /// The hand lets go; the pin stays where it is.
     void letGo();
+
+    /// Opens its menu there, in points from its own top-left corner.
+    void openMenu(QPoint place);
 
     /// Asks for its picture on the clipboard.
     void copyImage();
@@ -55,9 +60,6 @@ public:
 
     /// Puts it where it can be seen when the displays have changed.
     void stayReachable();
-    /// Blends its corners or cuts them off, when windows have begun or ceased to blend.
-    void roundCorners();
-
     /// What it was made of, at its full size.
     [[nodiscard]] const Rendered& rendered() const { return m_rendered; }
     /// The screen it is on; none when there are no screens.
@@ -79,21 +81,16 @@ private:
     };
 
     [[nodiscard]] qreal scale() const { return m_screen ? m_screen->scale : 1; }
-    [[nodiscard]] QPoint exact(QPoint pointer) const;
     void noticeForeignMoves();
     void moveTo(const QRectF& frame);
     void adaptTo(const std::optional<ScreenInfo>& screen, QPointF fixed);
-    [[nodiscard]] QSize shownPixels() const;
-    void shapeItself();
-    void cut(QSize pixels);
+    void fitView();
 
     const Rendered m_rendered;
-    Panels& m_panels;
-    Displays& m_displays;
-    PinnedView* m_view;         ///< a child
-    QRectF m_frame;             ///< where it was put; reals, so that small steps add up
-    bool m_moved = false;       ///< or resized, since it was opened
-    std::optional<QSize> m_cut; ///< what the window was cut for, in pixels; empty: for nothing
+    const PinPorts m_ports;
+    PinnedView* m_view;                    ///< a child
+    std::unique_ptr<PinSurface> m_surface; ///< the window
+    QRectF m_frame;                        ///< where it was put; reals, so that small steps add up
     std::optional<ScreenInfo> m_screen;
     std::optional<Drag> m_drag;
 };

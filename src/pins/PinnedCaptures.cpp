@@ -1,12 +1,12 @@
 #include "pins/PinnedCaptures.h"
 
+#include "base/FreedMemory.h"
 #include "base/Text.h"
 #include "notices/Activity.h"
 #include "notices/Toast.h"
 #include "pins/PinDelivery.h"
 #include "pins/PinnedCapture.h"
 #include "platform/Displays.h"
-#include "platform/Panels.h"
 
 #include <QPointer>
 
@@ -15,19 +15,14 @@
 
 namespace brindlecam {
 
-PinnedCaptures::PinnedCaptures(Panels& panels, Displays& displays, Toast& toast,
-                               const Activity& activity, PinDelivery& delivery)
-    : m_panels(panels)
-    , m_displays(displays)
+PinnedCaptures::PinnedCaptures(const PinPorts& ports, Toast& toast, const Activity& activity,
+                               PinDelivery& delivery)
+    : m_ports(ports)
     , m_toast(toast)
     , m_activity(activity)
     , m_delivery(delivery)
 {
-    m_displays.whenChanged(&m_context, [this] { stayReachable(); });
-    m_panels.whenBlendingChanges(&m_context, [this] {
-        for (const auto& pin : m_open)
-            pin->roundCorners();
-    });
+    m_ports.displays.whenChanged(&m_context, [this] { stayReachable(); });
 }
 
 PinnedCaptures::~PinnedCaptures() = default;
@@ -38,7 +33,9 @@ void PinnedCaptures::pin(const Rendered& picture, const QRect& native)
         return;
     // Of its own: a part of the frozen screen would hold all of that as long as the pin stands.
     const Rendered own(picture.image().copy(), picture.pointSize());
-    auto& pin = *m_open.emplace_back(std::make_unique<PinnedCapture>(own, m_panels, m_displays));
+    auto& pin = *m_open.emplace_back(std::make_unique<PinnedCapture>(own, m_ports));
+    // Pictures of some hundred kilobytes lay among everything else.
+    QObject::connect(&pin, &QObject::destroyed, &m_context, [] { giveFreedMemoryBack(); });
     pin.onCopy = [this, &pin] { copy(pin); };
     pin.onSave = [this, &pin] { save(pin); };
     pin.onDismiss = [this, &pin] { dismiss(pin); };

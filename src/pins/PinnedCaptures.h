@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pictures/Rendered.h"
+#include "pins/PinPorts.h"
 
 #include <QObject>
 #include <QRect>
@@ -11,8 +12,6 @@
 namespace brindlecam {
 
 class Activity;
-class Displays;
-class Panels;
 class PinDelivery;
 class PinnedCapture;
 class Toast;
@@ -21,7 +20,7 @@ class Toast;
 /// thread; borrows all it works with.
 class PinnedCaptures final {
 public:
-    PinnedCaptures(Panels& panels, Displays& displays, Toast& toast, const Activity& activity,
+    PinnedCaptures(const PinPorts& ports, Toast& toast, const Activity& activity,
                    PinDelivery& delivery);
     ~PinnedCaptures();
 
@@ -40,8 +39,7 @@ private:
     void save(const PinnedCapture& pin);
     void dismiss(const PinnedCapture& pin);
 
-    Panels& m_panels;
-    Displays& m_displays;
+    const PinPorts m_ports;
     Toast& m_toast;
     const Activity& m_activity;
     PinDelivery& m_delivery;

@@ -10,11 +10,9 @@
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QScreen>
 #include <QStyleHints>
 #include <QWheelEvent>
 
@@ -29,19 +27,6 @@ constexpr qreal kRadius = PinnedCapture::kCornerRadius;
 constexpr qreal kBorderWidth = 1.5;
 
 const QColor kBorderColor = QColor::fromRgbF(1.0F, 1.0F, 1.0F, 0.35F);
-
-/// Where the event happened, in native pixels of the global desktop, rounded to Qt's points. Not
-/// where the pointer is by now: a hand that has let go moves on.
-QPoint nativePlace(const QMouseEvent& event)
-{
-    const QPointF place = event.globalPosition();
-    const QScreen* screen = QGuiApplication::screenAt(place.toPoint());
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    // Qt keeps a screen's origin in pixels and divides the rest only.
-    const QPointF origin(screen->geometry().topLeft());
-    return (origin + (place - origin) * screen->devicePixelRatio()).toPoint();
-}
 
 } // namespace
 
@@ -165,7 +150,7 @@ void PinnedView::mousePressEvent(QMouseEvent* event)
 void PinnedView::mouseMoveEvent(QMouseEvent* event)
 {
     if (m_panel && event->buttons().testFlag(Qt::LeftButton))
-        m_panel->follow(nativePlace(*event));
+        m_panel->follow(*event);
 }
 
 void PinnedView::mouseReleaseEvent(QMouseEvent* event)
@@ -200,30 +185,17 @@ void PinnedView::wheelEvent(QWheelEvent* event)
 
 void PinnedView::contextMenuEvent(QContextMenuEvent* event)
 {
-    openMenu(event->reason() == QContextMenuEvent::Mouse ? event->globalPos()
-                                                         : mapToGlobal(rect().center()));
+    if (m_panel)
+        m_panel->openMenu(event->reason() == QContextMenuEvent::Mouse ? event->pos()
+                                                                      : rect().center());
 }
 
 void PinnedView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
-        openMenu(mapToGlobal(rect().center()));
+    if (m_panel && event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        m_panel->openMenu(rect().center());
     else
         QWidget::keyPressEvent(event);
-}
-
-void PinnedView::openMenu(QPoint global)
-{
-    if (!m_panel || (m_menu && m_menu->isVisible()))
-        return;
-    m_panel->letGo();
-    m_menu = new QMenu(this);
-    m_menu->setAttribute(Qt::WA_DeleteOnClose);
-    // Not through text(), on purpose: these three read the same whatever catalogue is installed.
-    m_menu->addAction(QStringLiteral("Copiar"), m_panel, &PinnedCapture::copyImage);
-    m_menu->addAction(QStringLiteral("Guardar…"), m_panel, &PinnedCapture::saveImage);
-    m_menu->addAction(QStringLiteral("Cerrar"), m_panel, &PinnedCapture::dismiss);
-    m_menu->popup(global);
 }
 
 } // namespace brindlecam

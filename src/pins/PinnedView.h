@@ -7,8 +7,6 @@
 
 #include <optional>
 
-class QMenu;
-
 namespace brindlecam {
 
 class PinnedCapture;
@@ -32,9 +30,6 @@ public:
     void setPixels(QSize pixels, qreal scale);
     /// Repaints it with its corners rounded in this way.
     void setCorners(Corners corners);
-
-    /// Opens the context menu there (Qt's global points), unless it is open already.
-    void openMenu(QPoint global);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -61,7 +56,6 @@ private:
     Corners m_corners = Corners::blended;
     bool m_hovering = false;
     std::optional<quint64> m_pressedAt; ///< when the left button last went down here, server time
-    QPointer<QMenu> m_menu;
 };
 
 } // namespace brindlecam

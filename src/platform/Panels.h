@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QImage>
+#include <QPoint>
 #include <QRect>
-#include <QRegion>
+#include <QString>
 
 #include <functional>
+#include <vector>
 
 class QObject;
 class QWidget;
@@ -22,8 +23,13 @@ enum class PanelRole {
     frame,        ///< above all, takes nothing
     sessionPanel, ///< above windows, all input, focus on demand
     drawer,       ///< like sessionPanel
-    pin,          ///< managed, above, on every desktop; over full-screen windows, too
     dialog,       ///< managed, stays on top: alerts, About, save panel
+};
+
+/// One line of a menu.
+struct MenuEntry {
+    QString title;
+    std::function<void()> run;
 };
 
 /// Turns widgets into the panels of this system. Main thread; rectangles are native pixels of the
@@ -50,14 +56,6 @@ public:
     /// window manager has agreed.
     virtual void place(QWidget& widget, const QRect& native) = 0;
 
-    /// Where the panel was put last, even if the window manager has not answered yet, or where
-    /// somebody else has moved it since; empty before it was shown.
-    [[nodiscard]] virtual QRect nativeRect(const QWidget& widget) const = 0;
-
-    /// Cuts the panel to these pixels of its own, for the pointer, too; an empty region gives it
-    /// back all of them. A widget's mask counts in points, which is too coarse for corners.
-    virtual void setShape(QWidget& widget, const QRegion& pixels) = 0;
-
     /// Gives the widget the keyboard focus now, whichever window has it. A dialog comes to the
     /// front for that, and back if it was minimised or left on another desktop.
     virtual void focus(QWidget& widget) = 0;
@@ -66,23 +64,14 @@ public:
     /// is too late for a double click. Before the session's panels go.
     virtual void swallowDoubleClick() = 0;
 
-    /// Whether translucent panels blend with what lies beneath. When they don't, a panel is shaped
-    /// by its mask and paints itself over `backdrop`.
-    [[nodiscard]] virtual bool translucent() const = 0;
+    /// Opens a menu at this place of a panel or of a child of one, in points from its own corner,
+    /// unless one is open over it already. It goes with the choice, with a press elsewhere, and
+    /// with the widget.
+    virtual void popUp(QWidget& over, QPoint place, std::vector<MenuEntry> entries) = 0;
 
-    /// Whether this panel blends now: one that was made while none did may never do so.
-    [[nodiscard]] virtual bool translucent(const QWidget& widget) const = 0;
-
-    /// `changed` runs when translucent() may have changed, for panels that are open then, as long
-    /// as `context` lives.
-    virtual void whenBlendingChanges(QObject* context, std::function<void()> changed) = 0;
-
-    /// What the screen shows in this rectangle now, for panels that must paint their own backdrop;
-    /// null when it can't be read.
-    [[nodiscard]] virtual QImage backdrop(const QRect& native) = 0;
-
-    /// Fades the whole panel: 1 opaque, 0 invisible. Only where translucent().
-    virtual void setOpacity(QWidget& widget, double opacity) = 0;
+    /// Fades the whole panel where windows blend: 1 opaque, 0 invisible. False when this system
+    /// does not do that; then the panel has to paint itself fainter.
+    [[nodiscard]] virtual bool fade(QWidget& widget, double strength) = 0;
 };
 
 } // namespace brindlecam

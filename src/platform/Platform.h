@@ -3,6 +3,7 @@
 #include "base/KeyCombo.h"
 #include "base/Result.h"
 #include "platform/CaptureAccess.h"
+#include "platform/Compositing.h"
 #include "platform/Displays.h"
 #include "platform/FileOpener.h"
 #include "platform/FrontApplication.h"
@@ -11,6 +12,7 @@
 #include "platform/InputGrabs.h"
 #include "platform/Panels.h"
 #include "platform/Pasteboard.h"
+#include "platform/Pins.h"
 #include "platform/QuitSignals.h"
 #include "platform/TextRecognizer.h"
 #include "platform/TrayHosts.h"
@@ -34,6 +36,8 @@ struct Platform {
     std::unique_ptr<HotKeys> hotKeys;
     std::unique_ptr<InputGrabs> inputGrabs;
     std::unique_ptr<Panels> panels;
+    std::unique_ptr<Pins> pins;
+    std::unique_ptr<Compositing> compositing;
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<FrontApplication> frontApplication;
     std::unique_ptr<FileOpener> fileOpener;

@@ -43,6 +43,8 @@ struct PortOffers {
     PortList<HotKeys> hotKeys;
     PortList<InputGrabs> inputGrabs;
     PortList<Panels> panels;
+    PortList<Pins> pins;
+    PortList<Compositing> compositing;
     PortList<Pasteboard> pasteboard;
     PortList<FrontApplication> frontApplication;
     PortList<FileOpener> fileOpener;
@@ -61,6 +63,8 @@ struct PortOffers {
         visit(hotKeys);
         visit(inputGrabs);
         visit(panels);
+        visit(pins);
+        visit(compositing);
         visit(pasteboard);
         visit(frontApplication);
         visit(fileOpener);

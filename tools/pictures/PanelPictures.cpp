@@ -13,7 +13,7 @@ namespace {
 void takeToasts(Photographer& photographer)
 {
     Platform& platform = photographer.platform();
-    Toast toast(*platform.displays, *platform.panels);
+    Toast toast(*platform.displays, *platform.panels, *platform.compositing);
     const auto show = [&toast](Fate::Copy file) {
         const Fate fate{.clipboard = ClipboardFate::taken, .file = file};
         toast.show(ResultToast::message(ResultToast::Kind::area, fate).value_or(QString()));
@@ -30,7 +30,7 @@ void takeCountdown(Photographer& photographer)
 {
     Platform& platform = photographer.platform();
     // Slow enough for the camera.
-    Countdown countdown(*platform.displays, *platform.panels,
+    Countdown countdown(*platform.displays, *platform.panels, *platform.compositing,
                         {.tick = std::chrono::seconds(3), .handOff = std::chrono::seconds(0)});
     bool done = false;
     countdown.run(3, [&done] { done = true; });

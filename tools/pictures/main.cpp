@@ -50,7 +50,7 @@ int main(int argc, char* argv[])
     pictures::Photographer photographer(platform, QString::fromLocal8Bit(argv[1]));
     const bool blended = QLatin1String(argv[2]) == QLatin1String("blended");
     photographer.await(QStringLiteral("the compositor"),
-                       [&] { return platform.panels->translucent() == blended; });
+                       [&] { return platform.compositing->blends() == blended; });
     pictures::takeIconPictures(photographer);
     pictures::takeOverlayPictures(photographer, prefs);
     pictures::takeBarPictures(photographer, prefs);

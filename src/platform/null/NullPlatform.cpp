@@ -3,6 +3,7 @@
 #include "base/Text.h"
 
 #include <QMetaObject>
+#include <QMouseEvent>
 #include <QWidget>
 
 #include <utility>
@@ -79,18 +80,53 @@ public:
         QMetaObject::invokeMethod(&widget, std::move(mayPaint), Qt::QueuedConnection);
     }
     void place(QWidget& widget, const QRect& native) override { widget.setGeometry(native); }
-    [[nodiscard]] QRect nativeRect(const QWidget& widget) const override
-    {
-        return widget.geometry();
-    }
-    void setShape(QWidget&, const QRegion&) override {}
     void focus(QWidget& widget) override { widget.activateWindow(); }
     void swallowDoubleClick() override {}
-    [[nodiscard]] bool translucent() const override { return true; }
-    [[nodiscard]] bool translucent(const QWidget&) const override { return true; }
-    void whenBlendingChanges(QObject*, std::function<void()>) override {}
+    void popUp(QWidget&, QPoint, std::vector<MenuEntry>) override {}
+    [[nodiscard]] bool fade(QWidget&, double) override { return false; }
+};
+
+class NullPin final : public PinSurface {
+public:
+    explicit NullPin(QWidget& widget)
+        : m_widget(widget)
+    {
+    }
+
+    void show(const PinPlace& place) override
+    {
+        this->place(place);
+        m_widget.show();
+    }
+    void place(const PinPlace& place) override { m_widget.setGeometry(place.native); }
+    [[nodiscard]] QRect rect() override { return m_widget.geometry(); }
+    [[nodiscard]] QSize pixels() const override { return m_widget.size(); }
+    [[nodiscard]] bool blends() const override { return true; }
+    QPoint grip(QPointF place) override { return m_widget.mapToGlobal(place).toPoint(); }
+    [[nodiscard]] QPoint hand(const QMouseEvent& event) override
+    {
+        return event.globalPosition().toPoint();
+    }
+    void letGo() override {}
+
+private:
+    QWidget& m_widget;
+};
+
+class NullPins final : public Pins {
+public:
+    [[nodiscard]] std::unique_ptr<PinSurface> make(QWidget& widget, qreal,
+                                                   std::function<void()>) override
+    {
+        return std::make_unique<NullPin>(widget);
+    }
+};
+
+class NullCompositing final : public Compositing {
+public:
+    [[nodiscard]] bool blends() const override { return true; }
+    void whenChanged(QObject*, std::function<void()>) override {}
     [[nodiscard]] QImage backdrop(const QRect&) override { return {}; }
-    void setOpacity(QWidget&, double) override {}
 };
 
 class NullPasteboard final : public Pasteboard {
@@ -173,6 +209,9 @@ PortOffers nullOffers()
         .hotKeys = listOf<NullHotKeys>("hotKeys", &Platform::hotKeys, "NullHotKeys"),
         .inputGrabs = listOf<NullInputGrabs>("inputGrabs", &Platform::inputGrabs, "NullInputGrabs"),
         .panels = listOf<NullPanels>("panels", &Platform::panels, "NullPanels"),
+        .pins = listOf<NullPins>("pins", &Platform::pins, "NullPins"),
+        .compositing =
+            listOf<NullCompositing>("compositing", &Platform::compositing, "NullCompositing"),
         .pasteboard = listOf<NullPasteboard>("pasteboard", &Platform::pasteboard, "NullPasteboard"),
         .frontApplication = listOf<NullFrontApplication>(
             "frontApplication", &Platform::frontApplication, "NullFrontApplication"),

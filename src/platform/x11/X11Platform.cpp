@@ -11,9 +11,17 @@
 #include "platform/x11/keys/X11FrontApplication.h"
 #include "platform/x11/keys/X11HotKeys.h"
 #include "platform/x11/keys/X11InputGrabs.h"
+#include "platform/x11/windows/CompositorWatch.h"
+#include "platform/x11/windows/PanelWindows.h"
+#include "platform/x11/windows/X11Compositing.h"
 #include "platform/x11/windows/X11Panels.h"
+#include "platform/x11/windows/X11Pins.h"
 
 #include <QThreadPool>
+
+#include <functional>
+#include <memory>
+#include <utility>
 
 namespace brindlecam::X11Platform {
 
@@ -26,17 +34,25 @@ constexpr const char* kName = "x11";
 template <typename Shared>
 class Common final {
 public:
+    using Make = std::function<std::shared_ptr<Shared>()>;
+
+    explicit Common(Make make = std::make_shared<Shared>)
+        : m_make(std::move(make))
+    {
+    }
+
     [[nodiscard]] std::shared_ptr<Shared> get()
     {
         std::shared_ptr<Shared> shared = m_shared.lock();
         if (!shared) {
-            shared = std::make_shared<Shared>();
+            shared = m_make();
             m_shared = shared;
         }
         return shared;
     }
 
 private:
+    Make m_make;
     std::weak_ptr<Shared> m_shared;
 };
 
@@ -83,6 +99,9 @@ void offer(PortOffers& offers)
 {
     const auto events = std::make_shared<Common<X11Events>>();
     const auto pixels = std::make_shared<Common<ServerPixels>>();
+    const auto compositor = std::make_shared<Common<CompositorWatch>>();
+    const auto windows = std::make_shared<Common<PanelWindows>>(
+        [events] { return std::make_shared<PanelWindows>(events->get()); });
     offers.displays.makers.push_back({kName, "X11Displays", hasOurWindows, making<X11Displays>()});
     offers.grabber.makers.push_back(
         {kName, "X11Grabber", isTheDesktop, making<X11Grabber>(pixels)});
@@ -93,7 +112,11 @@ void offer(PortOffers& offers)
     offers.inputGrabs.makers.push_back(
         {kName, "X11InputGrabs", hasOurWindows, making<X11InputGrabs>()});
     offers.panels.makers.push_back(
-        {kName, "X11Panels", hasOurWindows, making<X11Panels>(events, pixels)});
+        {kName, "X11Panels", hasOurWindows, making<X11Panels>(windows, pixels)});
+    offers.pins.makers.push_back(
+        {kName, "X11Pins", hasOurWindows, making<X11Pins>(windows, compositor)});
+    offers.compositing.makers.push_back(
+        {kName, "X11Compositing", hasOurWindows, making<X11Compositing>(compositor, pixels)});
     offers.pasteboard.makers.push_back({kName, "X11Pasteboard", hasOurWindows, makePasteboard});
     offers.frontApplication.makers.push_back(
         {kName, "X11FrontApplication", hasOurWindows, making<X11FrontApplication>(events)});

@@ -4,6 +4,7 @@
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/grab/RootReader.h"
 #include "platform/x11/grab/ServerPixels.h"
+#include "platform/x11/windows/PanelWindows.h"
 #include "platform/x11/windows/X11Panels.h"
 #include "support/TestCase.h"
 #include "x11/NoMoreFiles.h"
@@ -131,7 +132,7 @@ private:
     const QImage m_later = numbered(kAll.size(), 200);
     std::shared_ptr<ServerPixels> m_pixels = std::make_shared<ServerPixels>();
     RootReader m_reader{m_pixels};
-    X11Panels m_panels{std::make_shared<X11Events>(), m_pixels};
+    X11Panels m_panels{std::make_shared<PanelWindows>(std::make_shared<X11Events>()), m_pixels};
     int m_mayPaint = 0;
 
     void showAtOnce(Sheet& sheet, const QImage& first)
@@ -234,7 +235,7 @@ private Q_SLOTS:
         sheet.below.hide();
         settle();
         m_pixels = std::make_shared<ServerPixels>();
-        X11Panels panels(std::make_shared<X11Events>(), m_pixels);
+        X11Panels panels(std::make_shared<PanelWindows>(std::make_shared<X11Events>()), m_pixels);
         panels.assume(sheet.below, PanelRole::overlay);
         {
             const test::NoMoreFiles refused;

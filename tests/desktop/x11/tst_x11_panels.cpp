@@ -1,5 +1,4 @@
-// Covers PanelTraits, PanelWindow, X11, X11Windows.
-#include "desktop/support/x11/SelectionReader.h"
+// Covers Exposures, FocusKeeper, PanelTraits, PanelWindow, PanelWindows, PlaceKeeper, X11.
 #include "desktop/support/x11/X11ClientWindow.h"
 #include "desktop/support/x11/X11Hardware.h"
 #include "desktop/support/x11/X11Input.h"
@@ -7,6 +6,7 @@
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/grab/ServerPixels.h"
+#include "platform/x11/windows/PanelWindows.h"
 #include "platform/x11/windows/X11Panels.h"
 #include "support/TestCase.h"
 #include "x11/RootImage.h"
@@ -14,10 +14,12 @@
 
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 #include <cstring>
@@ -78,7 +80,7 @@ class TestX11Panels final : public test::TestCase {
 
 private:
     std::shared_ptr<X11Events> m_events = std::make_shared<X11Events>();
-    X11Panels m_panels{m_events, std::make_shared<ServerPixels>()};
+    X11Panels m_panels{std::make_shared<PanelWindows>(m_events), std::make_shared<ServerPixels>()};
     desktop::X11Input m_hands{display()};
     desktop::X11Hardware m_hardware{display()};
 
@@ -144,20 +146,17 @@ private Q_SLOTS:
     {
         QTest::addColumn<PanelRole>("role");
         QTest::addColumn<QByteArray>("type");
-        QTest::addColumn<bool>("managed");
-        QTest::newRow("overlay") << PanelRole::overlay << QByteArray("DOCK") << false;
-        QTest::newRow("toast") << PanelRole::toast << QByteArray("NOTIFICATION") << false;
-        QTest::newRow("countdown") << PanelRole::countdown << QByteArray("NOTIFICATION") << false;
-        QTest::newRow("frame") << PanelRole::frame << QByteArray("DOCK") << false;
-        QTest::newRow("session panel") << PanelRole::sessionPanel << QByteArray("UTILITY") << false;
-        QTest::newRow("drawer") << PanelRole::drawer << QByteArray("UTILITY") << false;
-        QTest::newRow("pin") << PanelRole::pin << QByteArray("UTILITY") << true;
+        QTest::newRow("overlay") << PanelRole::overlay << QByteArray("DOCK");
+        QTest::newRow("toast") << PanelRole::toast << QByteArray("NOTIFICATION");
+        QTest::newRow("countdown") << PanelRole::countdown << QByteArray("NOTIFICATION");
+        QTest::newRow("frame") << PanelRole::frame << QByteArray("DOCK");
+        QTest::newRow("session panel") << PanelRole::sessionPanel << QByteArray("UTILITY");
+        QTest::newRow("drawer") << PanelRole::drawer << QByteArray("UTILITY");
     }
     void rolesHaveTheirKind()
     {
         QFETCH(PanelRole, role);
         QFETCH(QByteArray, type);
-        QFETCH(bool, managed);
         X11ClientWindow below(display(), {.pixels = QRect(300, 300, 200, 200)});
         activate(below);
         QTRY_VERIFY(below.hasFocus());
@@ -170,42 +169,12 @@ private Q_SLOTS:
         QVERIFY(!types.empty());
         QCOMPARE(types.size(), std::size_t(1));
         QCOMPARE(types.front(), x11::atom(("_NET_WM_WINDOW_TYPE_" + type).constData()));
-        QCOMPARE(overridesRedirect(widget), !managed);
+        QVERIFY(overridesRedirect(widget));
         QCOMPARE(x11::property32(idOf(widget), x11::atom("_NET_WM_BYPASS_COMPOSITOR"),
                                  XCB_ATOM_CARDINAL),
                  std::vector<std::uint32_t>{2});
         settle();
         QVERIFY(below.hasFocus());
-    }
-
-    void pinLiesAboveOnEveryDesktop()
-    {
-        QWidget pin;
-        m_panels.assume(pin, PanelRole::pin);
-        for (int round = 0; round < 2; ++round) {
-            m_panels.show(pin, QRect(100, 120, 300, 200));
-            QVERIFY(QTest::qWaitForWindowExposed(&pin));
-            settle();
-            const auto states = atoms(pin, "_NET_WM_STATE");
-            for (const char* state :
-                 {"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"})
-                QVERIFY2(std::ranges::find(states, x11::atom(state)) != states.end(), state);
-            // Openbox says it this way and takes the sticky state away.
-            QCOMPARE(x11::property32(idOf(pin), x11::atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL),
-                     std::vector<std::uint32_t>{0xffffffff});
-            QTRY_VERIFY(restsAt(pin, QRect(100, 120, 300, 200)));
-            pin.hide();
-            settle();
-        }
-    }
-
-    void pinGetsTheFocusOnDemand()
-    {
-        QWidget pin;
-        m_panels.assume(pin, PanelRole::pin);
-        m_panels.show(pin, QRect(100, 120, 300, 200));
-        m_panels.focus(pin); // most likely not mapped yet
-        QTRY_VERIFY(pin.isActiveWindow());
     }
 
     void overlayTakesTheFocusAndTyping()
@@ -304,43 +273,53 @@ private Q_SLOTS:
         QVERIFY(rootImage(QRect(rect->center(), QSize(1, 1))).pixelColor(0, 0) != colour);
     }
 
-    void compositorIsSeenWhenItComesAndGoes()
-    {
-        int changes = 0;
-        QObject context;
-        m_panels.whenBlendingChanges(&context, [&] { ++changes; });
-        QVERIFY(!m_panels.translucent());
-        {
-            desktop::SelectionReader compositor(display());
-            QVERIFY(compositor.own("_NET_WM_CM_S0"));
-            QTRY_COMPARE(changes, 1);
-            QVERIFY(m_panels.translucent());
-        }
-        QTRY_COMPARE(changes, 2);
-        QVERIFY(!m_panels.translucent());
-    }
-
     void opacityIsToldToTheCompositor()
     {
         QWidget toast;
         m_panels.assume(toast, PanelRole::toast);
         m_panels.show(toast, QRect(10, 10, 100, 50));
-        m_panels.setOpacity(toast, 0.5);
+        QVERIFY(m_panels.fade(toast, 0.5));
         const auto opacity =
             x11::property32(idOf(toast), x11::atom("_NET_WM_WINDOW_OPACITY"), XCB_ATOM_CARDINAL);
         QCOMPARE(opacity.size(), std::size_t(1));
         QVERIFY(std::abs(opacity.front() / 4294967295.0 - 0.5) < 0.001);
     }
 
-    void backdropIsWhatTheScreenShowsOrNull()
+    void movedPanelIsThereExactly()
     {
-        Checkerboard sheet;
-        m_panels.assume(sheet, PanelRole::overlay);
-        m_panels.show(sheet, kScreen);
-        const QRect part(31, 7, 20, 10);
-        QTRY_COMPARE(rootImage(part), sheet.image.copy(part));
-        QCOMPARE(m_panels.backdrop(part), sheet.image.copy(part));
-        QVERIFY(m_panels.backdrop({}).isNull());
+        QWidget panel;
+        m_panels.assume(panel, PanelRole::drawer);
+        m_panels.show(panel, QRect(10, 20, 101, 53));
+        QTRY_COMPARE(x11::rectOnRoot(idOf(panel)), QRect(10, 20, 101, 53));
+        m_panels.place(panel, QRect(11, 33, 103, 57));
+        QTRY_VERIFY(restsAt(panel, QRect(11, 33, 103, 57)));
+    }
+
+    void menuOpensOnceAndGoesWithTheChoice()
+    {
+        QWidget panel;
+        m_panels.assume(panel, PanelRole::drawer);
+        m_panels.show(panel, QRect(150, 150, 300, 300));
+        QTRY_COMPARE(x11::rectOnRoot(idOf(panel)), QRect(150, 150, 300, 300));
+        QStringList chosen;
+        const auto open = [&] {
+            m_panels.popUp(panel, {20, 20},
+                           {{QStringLiteral("uno"), [&] { chosen << QStringLiteral("uno"); }},
+                            {QStringLiteral("dos"), [&] { chosen << QStringLiteral("dos"); }}});
+        };
+        open();
+        open();
+        QCOMPARE(panel.findChildren<QMenu*>().size(), 1);
+        auto* menu = panel.findChild<QMenu*>();
+        QTRY_VERIFY(menu->windowHandle() && menu->windowHandle()->isExposed());
+        const auto place = x11::rectOnRoot(idOf(*menu));
+        QVERIFY(place);
+        QVERIFY((place->topLeft() - QPoint(180, 180)).manhattanLength() <= 4); // at scale 1.5
+        QCOMPARE(menu->actions().size(), 2);
+        menu->actions().at(1)->trigger();
+        QCOMPARE(chosen, QStringList(QStringLiteral("dos")));
+        menu->close();
+        QTRY_VERIFY(!panel.findChild<QMenu*>());
     }
 
     void widgetMayDieBeforeThePanels()

@@ -15,6 +15,7 @@
 #include "platform/null/NullPlatform.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
+#include "support/FakeCompositing.h"
 #include "support/FakeDisplays.h"
 #include "support/FakeFrontApplication.h"
 #include "support/FakeGrabber.h"
@@ -22,6 +23,7 @@
 #include "support/FakeInputGrabs.h"
 #include "support/FakePanels.h"
 #include "support/FakePasteboard.h"
+#include "support/FakePins.h"
 #include "support/FakeTextRecognizer.h"
 #include "support/Install.h"
 
@@ -74,12 +76,14 @@ struct CaptureFixture {
     test::FakeHotKeys& hotKeys = install<test::FakeHotKeys>(platform.hotKeys);
     test::FakeInputGrabs& inputGrabs = install<test::FakeInputGrabs>(platform.inputGrabs);
     test::FakePanels& panels = install<test::FakePanels>(platform.panels);
+    test::FakePins& pinWindows = install<test::FakePins>(platform.pins);
+    test::FakeCompositing& compositing = install<test::FakeCompositing>(platform.compositing);
     test::FakePasteboard& pasteboard = install<test::FakePasteboard>(platform.pasteboard);
     test::FakeTextRecognizer& recognizer =
         install<test::FakeTextRecognizer>(platform.textRecognizer);
     test::FakeFrontApplication& front =
         install<test::FakeFrontApplication>(platform.frontApplication);
-    Toast toast{displays, panels};
+    Toast toast{displays, panels, compositing};
     Alerts alerts{panels};
     Activity activity;
     CaptureFailure failure{*platform.captureAccess, alerts, defaults,
@@ -88,8 +92,9 @@ struct CaptureFixture {
     Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
     CaptureResults results{prefs, output, toast, alerts};
     static constexpr std::chrono::milliseconds kLastPatience{200};
-    Countdown countdown{displays, panels, {.tick = std::chrono::milliseconds(30), .handOff = {}}};
-    PinnedCaptures pins{panels, displays, toast, activity, results};
+    Countdown countdown{
+        displays, panels, compositing, {.tick = std::chrono::milliseconds(30), .handOff = {}}};
+    PinnedCaptures pins{{panels, pinWindows, displays}, toast, activity, results};
     NotedLongCaptures longCaptures;
     CaptureController controller{{platform, prefs, results, toast, alerts, activity, failure,
                                   countdown, pins, longCaptures, kLastPatience}};

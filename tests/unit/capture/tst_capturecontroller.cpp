@@ -193,7 +193,7 @@ private Q_SLOTS:
         f.controller.begin();
         f.controller.finish(outcome::Pin{test::onePicture(Qt::red), QRect(5, 6, 40, 30)});
         QCOMPARE(f.pins.open().size(), std::size_t(1));
-        QCOMPARE(f.panels.nativeRect(*f.pins.open().front()), QRect(5, 6, 40, 30));
+        QCOMPARE(f.pinWindows.made.front()->places.front().native, QRect(5, 6, 40, 30));
         QTRY_COMPARE(f.kept(), 1);
         QCOMPARE(f.pasteboard.changes, 1);
         QVERIFY(f.savedFiles().isEmpty());

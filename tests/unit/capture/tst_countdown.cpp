@@ -1,5 +1,6 @@
 #include "capture/CaptureFixture.h"
 #include "capture/Countdown.h"
+#include "support/FakeCompositing.h"
 #include "support/FakeDisplays.h"
 #include "support/FakePanels.h"
 #include "support/TestCase.h"
@@ -25,11 +26,12 @@ const ScreenInfo kDense{QStringLiteral("B"), QRect(1920, 0, 2880, 1800), 1.5,
 struct CountdownDesk {
     test::FakeDisplays displays;
     test::FakePanels panels;
+    test::FakeCompositing compositing;
     Countdown countdown;
     QStringList done;
 
     explicit CountdownDesk(Countdown::Timing timing = {.tick = 60ms, .handOff = 30ms})
-        : countdown(displays, panels, timing)
+        : countdown(displays, panels, compositing, timing)
     {
         displays.all = {kPlain, kDense};
     }
@@ -212,8 +214,8 @@ private Q_SLOTS:
     void thePanelIsDarkRoundedAndShowsTheCountInWhite()
     {
         CountdownDesk desk;
-        desk.panels.blends = false;
-        desk.panels.beneath = Qt::white;
+        desk.compositing.on = false;
+        desk.compositing.beneath = Qt::white;
         desk.run(8);
         const QImage image = desk.panels.shown.at(0).widget->grab().toImage();
         QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));

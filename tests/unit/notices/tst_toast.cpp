@@ -1,5 +1,6 @@
 // Covers FloatingPanel.
 #include "notices/Toast.h"
+#include "support/FakeCompositing.h"
 #include "support/FakeDisplays.h"
 #include "support/FakePanels.h"
 #include "support/TestCase.h"
@@ -35,7 +36,8 @@ private Q_SLOTS:
         test::FakeDisplays displays;
         displays.all = {kToastPlain, kToastDense};
         test::FakePanels panels;
-        Toast toast(displays, panels);
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
         toast.show(QStringLiteral("Copiado"));
         QCOMPARE(panels.roles, std::vector{PanelRole::toast});
         const QRect place = panels.shown.at(0).native;
@@ -48,7 +50,8 @@ private Q_SLOTS:
         test::FakeDisplays displays;
         displays.all = {kToastPlain, kToastDense};
         test::FakePanels panels;
-        Toast toast(displays, panels);
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
         toast.show(QStringLiteral("Copiado"), kToastPlain);
         toast.show(QStringLiteral("Copiado"), kToastDense);
         const QRect plain = panels.shown.at(0).native;
@@ -64,7 +67,8 @@ private Q_SLOTS:
         test::FakeDisplays displays;
         displays.all = {kToastPlain, kToastDense};
         test::FakePanels panels;
-        Toast toast(displays, panels);
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
         ScreenInfo earlier = kToastPlain;
         earlier.visibleFrame = earlier.native;
         toast.show(QStringLiteral("Copiado"), earlier);
@@ -76,7 +80,8 @@ private Q_SLOTS:
     {
         test::FakeDisplays displays;
         test::FakePanels panels;
-        Toast toast(displays, panels);
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
         toast.show(QStringLiteral("Copiado"));
         QVERIFY(panels.shown.empty());
         QVERIFY(!toast.visible());
@@ -87,7 +92,8 @@ private Q_SLOTS:
         test::FakeDisplays displays;
         displays.all = {kToastPlain};
         test::FakePanels panels;
-        Toast toast(displays, panels);
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
         toast.show(QStringLiteral("primero"));
         // Half into the first one's life: its end must not be the second's.
         QElapsedTimer clock;
@@ -95,16 +101,16 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(clock.elapsed() >= 500, 3000);
         toast.show(QStringLiteral("segundo"));
         clock.restart();
-        panels.opacities.clear(); // on a busy machine the first one has begun to fade
+        panels.strengths.clear(); // on a busy machine the first one has begun to fade
         QCOMPARE(panels.visibleNow(), 1);
         QVERIFY(!panels.shown.at(0).widget);
-        QTRY_VERIFY_WITH_TIMEOUT(!panels.opacities.empty(), 3000);
+        QTRY_VERIFY_WITH_TIMEOUT(!panels.strengths.empty(), 3000);
         QVERIFY2(clock.elapsed() >= 990, "fades after a full second only");
         QTRY_VERIFY_WITH_TIMEOUT(!toast.visible(), 3000);
         QVERIFY2(clock.elapsed() >= 1295, "and takes its time for it");
         QCOMPARE(panels.visibleNow(), 0);
-        QVERIFY(std::is_sorted(panels.opacities.rbegin(), panels.opacities.rend()));
-        QCOMPARE(panels.opacities.back(), 0.0);
+        QVERIFY(std::is_sorted(panels.strengths.rbegin(), panels.strengths.rend()));
+        QCOMPARE(panels.strengths.back(), 0.0);
     }
 
     void suspendedToastsWaitAndTheLastOneAppearsAfterwards()
@@ -112,7 +118,8 @@ private Q_SLOTS:
         test::FakeDisplays displays;
         displays.all = {kToastPlain};
         test::FakePanels panels;
-        Toast toast(displays, panels);
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
         toast.suspend();
         toast.show(QStringLiteral("uno"));
         toast.show(QStringLiteral("dos"));
@@ -130,11 +137,12 @@ private Q_SLOTS:
         test::FakeDisplays displays;
         displays.all = {kToastPlain};
         test::FakePanels panels;
-        Toast toast(displays, panels);
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
         toast.show(QStringLiteral("Copiado"));
         toast.suspend();
         QCOMPARE(panels.visibleNow(), 0);
-        QVERIFY(panels.opacities.empty());
+        QVERIFY(panels.strengths.empty());
     }
 
     void whereNothingBlendsItPaintsItselfOverWhatLayBeneath()
@@ -142,9 +150,10 @@ private Q_SLOTS:
         test::FakeDisplays displays;
         displays.all = {kToastPlain};
         test::FakePanels panels;
-        panels.blends = false;
-        panels.beneath = Qt::white;
-        Toast toast(displays, panels);
+        test::FakeCompositing compositing;
+        compositing.on = false;
+        compositing.beneath = Qt::white;
+        Toast toast(displays, panels, compositing);
         toast.show(QStringLiteral("Copiado"));
         QWidget& panel = *panels.shown.at(0).widget;
         QVERIFY(!panel.mask().isEmpty());
@@ -162,7 +171,32 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!shown || (last = shade()) > dark.red(), 3000);
         QVERIFY(last > dark.red() && last < 255);
         QTRY_VERIFY_WITH_TIMEOUT(!toast.visible(), 3000);
-        QVERIFY(panels.opacities.empty());
+        QVERIFY(panels.strengths.empty());
+    }
+
+    void whereTheSystemFadesNothingItPaintsItselfFainter()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kToastPlain};
+        test::FakePanels panels;
+        panels.fades = false;
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
+        toast.show(QStringLiteral("Copiado"));
+        const QPointer<QWidget> shown(panels.shown.at(0).widget);
+        const auto strength = [&] {
+            QImage image(shown->size(), QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::transparent);
+            shown->render(&image, {}, {}, QWidget::RenderFlags());
+            return image.pixelColor(shown->width() / 2, 3).alphaF();
+        };
+        const float whole = strength();
+        QVERIFY(whole > 0.9F);
+        float last = whole;
+        QTRY_VERIFY_WITH_TIMEOUT(!shown || (last = strength()) < 0.9F * whole, 3000);
+        QVERIFY(last < 0.9F * whole);
+        QTRY_VERIFY_WITH_TIMEOUT(!toast.visible(), 3000);
+        QCOMPARE(panels.strengths.back(), 0.0);
     }
 };
 

@@ -6,8 +6,10 @@
 #include "pins/PinnedCapture.h"
 #include "pins/PinnedCaptures.h"
 #include "pins/PinnedView.h"
+#include "support/FakeCompositing.h"
 #include "support/FakeDisplays.h"
 #include "support/FakePanels.h"
+#include "support/FakePins.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
@@ -50,7 +52,8 @@ struct PinnedFixture {
     }
     [[nodiscard]] PinnedCapture& pin() const { return *pins.open().back(); }
     [[nodiscard]] PinnedView& view() const { return *pin().findChild<PinnedView*>(); }
-    [[nodiscard]] QRect place() const { return panels.nativeRect(pin()); }
+    [[nodiscard]] FakePins::Pin& window() const { return windows.of(pin()); }
+    [[nodiscard]] QRect place() const { return window().places.back().native; }
 
     /// `time` is that of the server, in milliseconds.
     void mouse(QEvent::Type type, QPoint global, Qt::MouseButton button = Qt::LeftButton,
@@ -80,11 +83,13 @@ struct PinnedFixture {
     }
 
     FakePanels panels;
+    FakePins windows;
+    FakeCompositing compositing;
     FakeDisplays displays;
-    Toast toast{displays, panels};
+    Toast toast{displays, panels, compositing};
     Activity activity;
     NotedDelivery delivery;
-    PinnedCaptures pins{panels, displays, toast, activity, delivery};
+    PinnedCaptures pins{{panels, windows, displays}, toast, activity, delivery};
 };
 
 } // namespace brindlecam::test

@@ -105,37 +105,6 @@ private Q_SLOTS:
         QCOMPARE(PinGeometry::onPixels({3, 4, 0.2, 0.2}), QRect(3, 4, 1, 1));
     }
 
-    void cornersAreCutEvenly_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<double>("radius");
-        QTest::newRow("usual") << QSize(60, 40) << 6.0;
-        QTest::newRow("dense") << QSize(61, 41) << 12.0;
-        QTest::newRow("between") << QSize(61, 41) << 7.5;
-        QTest::newRow("flat") << QSize(60, 9) << 6.0;
-        QTest::newRow("one row") << QSize(60, 1) << 6.0;
-        QTest::newRow("one pixel") << QSize(1, 1) << 6.0;
-    }
-    void cornersAreCutEvenly()
-    {
-        QFETCH(QSize, size);
-        QFETCH(double, radius);
-        const QRegion region = PinGeometry::rounded(size, radius);
-        QCOMPARE(region.boundingRect(), QRect(QPoint(), size));
-        int pixels = 0;
-        for (int y = 0; y < size.height(); ++y) {
-            for (int x = 0; x < size.width(); ++x) {
-                const bool in = region.contains(QPoint(x, y));
-                pixels += in ? 1 : 0;
-                QCOMPARE(region.contains(QPoint(size.width() - 1 - x, y)), in);
-                QCOMPARE(region.contains(QPoint(x, size.height() - 1 - y)), in);
-            }
-        }
-        const double r = std::min({radius, size.width() / 2.0, size.height() / 2.0});
-        const double missing = (4 - 3.14159) * r * r;
-        QVERIFY(std::abs(size.width() * size.height() - missing - pixels) <= 2 * r + 1);
-    }
-
     void theCentreDecidesOnWhichScreenAPinIs()
     {
         const std::vector screens{kPinScreen, kPinDenseScreen};

@@ -13,28 +13,6 @@ class TestPinGrowing final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
-    void wordOfAnOlderSizeCutsNothingOffAPinThatHasGrown()
-    {
-        PinnedFixture f;
-        f.panels.blends = false;
-        f.open();
-        f.wheel(4);
-        QCOMPARE(f.place().size(), QSize(240, 120));
-        f.pin().resize(kPinned.size());
-        QCOMPARE(f.panels.shapes.at(&f.pin()).boundingRect().size(), QSize(240, 120));
-        f.pin().resize(f.place().size());
-        QCOMPARE(f.panels.shapes.at(&f.pin()).boundingRect().size(), QSize(240, 120));
-    }
-
-    void pinThatAWindowManagerKeepsSmallerIsCutToWhatItHas()
-    {
-        PinnedFixture f;
-        f.panels.blends = false;
-        f.open();
-        f.pin().resize(150, 80);
-        QCOMPARE(f.panels.shapes.at(&f.pin()).boundingRect().size(), QSize(150, 80));
-    }
-
     void wheelTurnsBeyondTheSizeThatTheWidgetHasHeardOfCountToo()
     {
         PinnedFixture f;

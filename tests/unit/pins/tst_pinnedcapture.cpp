@@ -59,10 +59,10 @@ private Q_SLOTS:
     {
         PinnedFixture f;
         f.open();
-        QCOMPARE(f.panels.roles, std::vector{PanelRole::pin});
-        QCOMPARE(f.panels.shown.back().native, kPinned);
+        QCOMPARE(f.place(), kPinned);
+        QCOMPARE(f.window().radius, 6.0);
         QVERIFY(f.pin().isVisible());
-        QVERIFY(f.panels.focused.empty());
+        QCOMPARE(f.window().grips, 0);
         QCOMPARE(f.view().geometry(), f.pin().rect());
         QCOMPARE(f.view().accessibleName(), QStringLiteral("Captura fijada"));
         QCOMPARE(f.view().toolTip(),
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QFETCH(qreal, scale);
         QFETCH(bool, blends);
         PinnedFixture f;
-        f.panels.blends = blends;
+        f.windows.blends = blends;
         f.displays.all = {kPinnedScreen};
         f.displays.all.front().scale = scale;
         f.open();
@@ -112,38 +112,24 @@ private Q_SLOTS:
         QCOMPARE(f.look().pixelColor(0, 0).alpha(), 0);
         QCOMPARE(f.look().pixelColor(199, 99).alpha(), 0);
         QCOMPARE(f.look().pixelColor(10, 10).alpha(), 255);
-        QVERIFY(f.panels.shapes.at(&f.pin()).isEmpty());
     }
 
-    void windowIsCutWhereNothingBlends()
+    void cornersAreLeftToTheWindowWhereNothingBlends()
     {
         PinnedFixture f;
-        f.panels.blends = false;
+        f.windows.blends = false;
         f.open();
-        const QRegion shape = f.panels.shapes.at(&f.pin());
-        QCOMPARE(shape.boundingRect(), QRect(0, 0, 200, 100));
-        QVERIFY(!shape.contains(QPoint(0, 0)));
-        QVERIFY(shape.contains(QPoint(6, 0)));
         QCOMPARE(f.look().pixelColor(0, 0).alpha(), 255);
-        f.wheel(-20);
-        QCOMPARE(f.panels.shapes.at(&f.pin()).boundingRect(), QRect(0, 0, 160, 80));
     }
 
-    void openPinsTurnRightWhenACompositorComesAndGoes()
+    void openPinTurnsRightWhenACompositorComesAndGoes()
     {
         PinnedFixture f;
-        f.panels.blends = false;
-        const PinnedCapture& first = f.open();
-        const PinnedCapture& second = f.open();
-        f.panels.blends = true;
-        f.panels.changeBlending();
-        QVERIFY(f.panels.shapes.at(&first).isEmpty());
-        QVERIFY(f.panels.shapes.at(&second).isEmpty());
+        f.windows.blends = false;
+        f.open();
+        f.windows.change(true);
         QCOMPARE(f.look().pixelColor(0, 0).alpha(), 0);
-        f.panels.blends = false;
-        f.panels.changeBlending();
-        QVERIFY(!f.panels.shapes.at(&first).isEmpty());
-        QVERIFY(!f.panels.shapes.at(&second).isEmpty());
+        f.windows.change(false);
         QCOMPARE(f.look().pixelColor(0, 0).alpha(), 255);
     }
 
@@ -152,11 +138,13 @@ private Q_SLOTS:
         PinnedFixture f;
         f.open();
         f.mouse(QEvent::MouseButtonPress, {550, 450});
-        QCOMPARE(f.panels.focused.back(), &f.pin());
+        QCOMPARE(f.window().grips, 1);
         f.mouse(QEvent::MouseMove, {560, 451});
         QCOMPARE(f.place(), kPinned.translated(10, 1));
         f.mouse(QEvent::MouseMove, {650, 350});
+        QVERIFY(f.window().held);
         f.mouse(QEvent::MouseButtonRelease, {650, 350});
+        QVERIFY(!f.window().held);
         QCOMPARE(f.place(), kPinned.translated(100, -100));
         f.mouse(QEvent::MouseMove, {700, 300});
         QCOMPARE(f.place(), kPinned.translated(100, -100));
@@ -211,7 +199,7 @@ private Q_SLOTS:
         f.mouse(QEvent::MouseButtonRelease, {600, 450});
         QCOMPARE(f.pins.open().size(), std::size_t(1));
         QCOMPARE(f.place(), kPinned);
-        QVERIFY(f.panels.focused.empty());
+        QCOMPARE(f.window().grips, 0);
         f.mouse(QEvent::MouseButtonPress, {550, 450}, Qt::LeftButton, 1000);
         f.mouse(QEvent::MouseButtonRelease, {550, 450}, Qt::LeftButton, 1050);
         // Its own press is too long ago to be the first one of this.
@@ -334,8 +322,10 @@ private Q_SLOTS:
         f.mouse(QEvent::MouseButtonPress, {2100, 500});
         f.mouse(QEvent::MouseMove, {1930, 500});
         QCOMPARE(f.place(), QRect(1830, 400, 400, 200)); // the pointer is still on the dense one
+        QCOMPARE(f.window().places.back().scale, 2.0);
         f.mouse(QEvent::MouseMove, {1500, 500});
         QCOMPARE(f.place(), QRect(1450, 450, 200, 100));
+        QCOMPARE(f.window().places.back().scale, 1.0);
         QCOMPARE(f.pin().onScreen(), kPinnedScreen);
         f.mouse(QEvent::MouseMove, {1400, 500});
         QCOMPARE(f.place(), QRect(1350, 450, 200, 100));

@@ -3,24 +3,15 @@
 #include "support/TestCase.h"
 
 #include <QContextMenuEvent>
-#include <QMenu>
 #include <QPointer>
 
 namespace brindlecam {
 
+using test::FakePanels;
 using test::kPinned;
 using test::kPinnedDenseScreen;
 using test::kPinnedScreen;
 using test::PinnedFixture;
-
-namespace {
-
-QMenu* menuOf(const PinnedFixture& f)
-{
-    return f.view().findChild<QMenu*>();
-}
-
-} // namespace
 
 /// What a pin's menu leads to, and the pins among each other.
 class TestPinnedCaptures final : public test::TestCase {
@@ -31,31 +22,36 @@ private Q_SLOTS:
     {
         PinnedFixture f;
         f.open();
-        QContextMenuEvent event(QContextMenuEvent::Mouse, {50, 50}, {550, 450});
+        f.mouse(QEvent::MouseButtonPress, {550, 450});
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {50, 60}, {550, 460});
         QCoreApplication::sendEvent(&f.view(), &event);
-        QVERIFY(menuOf(f)->isVisible());
+        QVERIFY(!f.window().held);
+        const FakePanels::Menu& menu = f.panels.menus.at(0);
+        QCOMPARE(menu.over, &f.view());
+        QCOMPARE(menu.place, QPoint(50, 60));
         QStringList titles;
-        for (const QAction* action : menuOf(f)->actions()) {
-            titles << action->text();
-            QVERIFY(action->shortcut().isEmpty());
-        }
+        for (const MenuEntry& entry : menu.entries)
+            titles << entry.title;
         QCOMPARE(titles, QStringList({QStringLiteral("Copiar"), QStringLiteral("Guardar…"),
                                       QStringLiteral("Cerrar")}));
-        menuOf(f)->actions().at(2)->trigger();
+        menu.entries.at(0).run();
+        QCOMPARE(f.delivery.copied.size(), std::size_t(1));
+        menu.entries.at(1).run();
+        QCOMPARE(f.delivery.saved.size(), std::size_t(1));
+        menu.entries.at(2).run();
         QVERIFY(f.pins.open().empty());
     }
 
-    void keysOpenTheMenuOnce()
+    void keysOpenTheMenuInTheMiddle()
     {
         PinnedFixture f;
         f.open();
         QTest::keyClick(&f.view(), Qt::Key_F10, Qt::ShiftModifier);
-        QVERIFY(menuOf(f)->isVisible());
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, {50, 50}, {550, 450});
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {50, 60}, {550, 460});
         QCoreApplication::sendEvent(&f.view(), &event);
-        QCOMPARE(f.view().findChildren<QMenu*>().size(), 1);
-        menuOf(f)->close();
-        QTRY_VERIFY(!menuOf(f));
+        QCOMPARE(f.panels.menus.size(), std::size_t(2));
+        for (const FakePanels::Menu& menu : f.panels.menus)
+            QCOMPARE(menu.place, f.view().rect().center());
     }
 
     void copyTellsOnThePinsScreen()

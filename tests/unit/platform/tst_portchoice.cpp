@@ -183,7 +183,7 @@ private Q_SLOTS:
         for (const ServedPort& port : ports.value().served)
             QCOMPARE(port.serves.startsWith(QLatin1String("Null")),
                      port.name != QLatin1String("grabber"));
-        QCOMPARE(ports.value().served.size(), std::size_t(13));
+        QCOMPARE(ports.value().served.size(), std::size_t(15));
     }
 
     void whatStandsSideBySideIsJoined_data()

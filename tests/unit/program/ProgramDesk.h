@@ -4,12 +4,14 @@
 #include "canvas/OverlayWindow.h"
 #include "platform/null/NullPlatform.h"
 #include "shell/SingleInstance.h"
+#include "support/FakeCompositing.h"
 #include "support/FakeDisplays.h"
 #include "support/FakeFileOpener.h"
 #include "support/FakeGrabber.h"
 #include "support/FakeHotKeys.h"
 #include "support/FakePanels.h"
 #include "support/FakePasteboard.h"
+#include "support/FakePins.h"
 #include "support/FakeQuitSignals.h"
 #include "support/FakeTrayHosts.h"
 #include "support/Install.h"
@@ -44,6 +46,8 @@ struct ProgramDesk {
     FakeGrabber& grabber = install<FakeGrabber>(platform.grabber);
     FakeHotKeys& keyboard = install<FakeHotKeys>(platform.hotKeys);
     FakePanels& panels = install<FakePanels>(platform.panels);
+    FakePins& pinWindows = install<FakePins>(platform.pins);
+    FakeCompositing& compositing = install<FakeCompositing>(platform.compositing);
     FakePasteboard& pasteboard = install<FakePasteboard>(platform.pasteboard);
     FakeQuitSignals& quitSignals = install<FakeQuitSignals>(platform.quitSignals);
     FakeTrayHosts& trays = install<FakeTrayHosts>(platform.trayHosts);
@@ -174,7 +178,6 @@ private:
             case PanelRole::frame:
             case PanelRole::sessionPanel:
             case PanelRole::drawer:
-            case PanelRole::pin:
                 return;
             }
         };

@@ -34,6 +34,15 @@ std::optional<QRect> rectOnRoot(xcb_window_t window)
     return QRect(place->dst_x, place->dst_y, size->width, size->height);
 }
 
+std::optional<QPoint> pointer()
+{
+    const Owned<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(connection(), xcb_query_pointer(connection(), root()), nullptr));
+    if (!reply || !reply->same_screen)
+        return {};
+    return QPoint(reply->root_x, reply->root_y);
+}
+
 void configure(xcb_window_t window, const QRect& rect)
 {
     const std::array<std::int32_t, 4> values{rect.x(), rect.y(), rect.width(), rect.height()};

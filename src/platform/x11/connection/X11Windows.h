@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QRect>
 #include <QRegion>
 
@@ -19,6 +20,9 @@ namespace brindlecam::x11 {
 [[nodiscard]] bool isViewable(xcb_window_t window);
 /// Where the window lies on the root window now, without its border; none when it is gone.
 [[nodiscard]] std::optional<QRect> rectOnRoot(xcb_window_t window);
+
+/// Where the pointer is on the root window now; none while it is on another screen of the server.
+[[nodiscard]] std::optional<QPoint> pointer();
 
 /// Moves and resizes the window.
 void configure(xcb_window_t window, const QRect& rect);

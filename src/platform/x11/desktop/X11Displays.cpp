@@ -1,6 +1,7 @@
 #include "platform/x11/desktop/X11Displays.h"
 
 #include "platform/x11/connection/X11.h"
+#include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/desktop/Struts.h"
 
 #include <QCoreApplication>
@@ -143,11 +144,7 @@ std::vector<ScreenInfo> X11Displays::layout() const
 
 std::optional<QPoint> X11Displays::pointer() const
 {
-    const x11::Owned<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(
-        x11::connection(), xcb_query_pointer(x11::connection(), x11::root()), nullptr));
-    if (!reply || !reply->same_screen)
-        return {};
-    return QPoint(reply->root_x, reply->root_y);
+    return x11::pointer();
 }
 
 void X11Displays::whenChanged(QObject* context, std::function<void()> changed)

@@ -16,7 +16,10 @@ PanelTraits PanelTraits::of(PanelRole role)
 {
     switch (role) {
     case PanelRole::overlay:
-        return {.flags = kUnmanaged, .type = "_NET_WM_WINDOW_TYPE_DOCK", .keepsPlace = true};
+        return {.flags = kUnmanaged,
+                .type = "_NET_WM_WINDOW_TYPE_DOCK",
+                .insists = true,
+                .keepsPlace = true};
     case PanelRole::toast:
     case PanelRole::countdown:
         return {.flags = kUntouchable,
@@ -31,16 +34,23 @@ PanelTraits PanelTraits::of(PanelRole role)
     case PanelRole::sessionPanel:
     case PanelRole::drawer:
         return {.flags = kUnmanaged, .type = "_NET_WM_WINDOW_TYPE_UTILITY", .blends = true};
-    case PanelRole::pin:
-        return {
-            .flags = kBare, .type = "_NET_WM_WINDOW_TYPE_UTILITY", .managed = true, .blends = true};
     case PanelRole::dialog:
         return {.flags = Qt::WindowStaysOnTopHint,
                 .type = "_NET_WM_WINDOW_TYPE_DIALOG",
+                .framed = true,
                 .managed = true,
                 .activates = true};
     }
     Q_UNREACHABLE();
+}
+
+PanelTraits PanelTraits::ofPin(bool blends)
+{
+    return {.flags = kBare,
+            .type = "_NET_WM_WINDOW_TYPE_UTILITY",
+            .managed = true,
+            .blends = blends,
+            .everywhere = true};
 }
 
 } // namespace brindlecam::x11

@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(opened, std::optional(false));
         // Panels read what lies beneath them by themselves.
         const QRect part(0, 0, 20, 10);
-        QCOMPARE(platform.panels->backdrop(part).size(), part.size());
+        QCOMPARE(platform.compositing->backdrop(part).size(), part.size());
     }
 
 private:
