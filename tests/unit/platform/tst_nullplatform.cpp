@@ -15,8 +15,8 @@ private Q_SLOTS:
     {
         const Platform null = makeNullPlatform();
         QVERIFY(null.displays && null.grabber && null.windowList && null.captureAccess);
-        QVERIFY(null.hotKeys && null.inputGrabs && null.panels && null.pasteboard);
-        QVERIFY(null.frontApplication && null.fileOpener && null.textRecognizer);
+        QVERIFY(null.hotKeys && null.inputGrabs && null.panels && null.pins && null.compositing);
+        QVERIFY(null.pasteboard && null.frontApplication && null.fileOpener && null.textRecognizer);
         QVERIFY(null.trayHosts && null.quitSignals);
     }
 
@@ -54,6 +54,24 @@ private Q_SLOTS:
         QTRY_COMPARE(opened, false);
         QTRY_VERIFY(read.has_value());
         QVERIFY(!*read);
+    }
+
+    void panelsAndPinsAreOrdinaryWindows()
+    {
+        const Platform null = makeNullPlatform();
+        QWidget panel;
+        null.panels->assume(panel, PanelRole::toast);
+        null.panels->show(panel, {10, 20, 300, 200});
+        QVERIFY(panel.isVisible());
+        QVERIFY(null.compositing->blends());
+        QVERIFY(!null.panels->fade(panel, 0.5));
+        QWidget widget;
+        const auto pin = null.pins->make(widget, 6, [] {});
+        pin->show({{10, 20, 300, 200}, 1});
+        QVERIFY(widget.isVisible());
+        pin->place({{30, 50, 150, 100}, 1});
+        QCOMPARE(pin->rect(), QRect(30, 50, 150, 100));
+        QCOMPARE(pin->pixels(), QSize(150, 100));
     }
 
     void withoutADesktopTheProgramGetsThem()
