@@ -9,7 +9,6 @@
 #include <xcb/xkb.h>
 #undef explicit
 
-#include <QPointer>
 #include <QWidget>
 
 #include <utility>
@@ -63,12 +62,7 @@ void X11HotKeys::bind(const std::vector<HotKeyWish>& wishes, QObject* context, P
     unbind();
     QStringList refused;
     for (const HotKeyWish& wish : wishes) {
-        auto listener = take(wish.keyCode, wish.modifiers,
-                             [alive = QPointer(context), pressed, name = wish.name] {
-                                 if (alive)
-                                     pressed(name);
-                             });
-        if (listener)
+        if (auto listener = take(wish, context, pressed))
             m_bound.push_back(std::move(listener));
         else
             refused << wish.name;
@@ -84,15 +78,19 @@ void X11HotKeys::unbind()
 
 std::unique_ptr<TakenKey> X11HotKeys::takeEscape(std::function<void()> pressed)
 {
-    auto listener = take(KeyCodes::kEscape, 0, std::move(pressed));
+    HotKeyWish escape;
+    escape.keyCode = KeyCodes::kEscape;
+    // Whoever holds it hears of it, as long as this is there to tell.
+    auto listener = take(escape, &m_context,
+                         [pressed = std::move(pressed)](const QString&) { pressed(); });
     return listener ? std::make_unique<Escape>(std::move(listener)) : nullptr;
 }
 
-std::shared_ptr<X11HotKeys::Listener> X11HotKeys::take(int keyCode, int modifiers,
-                                                       std::function<void()> pressed)
+std::shared_ptr<X11HotKeys::Listener> X11HotKeys::take(const HotKeyWish& wish, QObject* context,
+                                                       Pressed pressed)
 {
-    auto listener = std::make_shared<Listener>(
-        Listener{keyCodes(keyCode), modifiers, std::move(pressed), nullptr});
+    auto listener = std::make_shared<Listener>(Listener{
+        keyCodes(wish.keyCode), wish.modifiers, context, wish.name, std::move(pressed), nullptr});
     listener->grab = grabFor(*listener);
     if (!listener->grab)
         return nullptr;
@@ -141,8 +139,8 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
     if (kindOf(event) == XCB_KEY_PRESS) {
         const auto listener = ours ? listenerFor(key) : nullptr;
         // The share held here outlives a callback that drops its own listener.
-        if (listener && m_presses.pressed(key.detail, key.time))
-            listener->pressed();
+        if (listener && m_presses.pressed(key.detail, key.time) && listener->context)
+            listener->pressed(listener->name);
     } else {
         // Whichever window it came to: a grab may have moved to another one meanwhile.
         m_presses.released(key.detail, key.time);

@@ -6,6 +6,8 @@
 #include "platform/x11/connection/X11Keyboard.h"
 #include "platform/x11/keys/KeyGrab.h"
 
+#include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <cstdint>
@@ -31,13 +33,15 @@ private:
     struct Listener {
         std::vector<std::uint8_t> codes;
         int modifiers = 0;
-        std::function<void()> pressed;
+        QPointer<QObject> context; ///< hears nothing any more once it is gone
+        QString name;              ///< what the key stands for
+        Pressed pressed;
         std::shared_ptr<x11::KeyGrab> grab;
     };
     class Escape;
 
-    [[nodiscard]] std::shared_ptr<Listener> take(int keyCode, int modifiers,
-                                                 std::function<void()> pressed);
+    [[nodiscard]] std::shared_ptr<Listener> take(const HotKeyWish& wish, QObject* context,
+                                                 Pressed pressed);
     void unbind();
     std::shared_ptr<x11::KeyGrab> grabFor(const Listener& listener) const;
     void grabAgain();
@@ -52,6 +56,7 @@ private:
     std::vector<std::shared_ptr<Listener>> m_bound;
     x11::PressFilter m_presses;
     QTimer m_regrab;
+    QObject m_context; ///< of keys that are dead once this is gone
     std::uint8_t m_xkbEvent = 0;
     X11Events::Subscription m_subscription;
 };
