@@ -26,9 +26,7 @@ const xcb_screen_t& PatientConnection::screen() const
 
 RootAccess PatientConnection::access()
 {
-    return {raw(), screen().root, [this](unsigned int sequence, xcb_generic_error_t** error) {
-                return awaitReply(sequence, error);
-            }};
+    return {raw(), screen().root, this};
 }
 
 void PatientConnection::cut()

@@ -26,6 +26,9 @@ public:
     /// Its answers are awaited by the rules of this class, and as long as this lives.
     [[nodiscard]] RootAccess access();
 
+    /// As xcb_wait_for_reply, but null when the patience is at its end or somebody has cut it.
+    [[nodiscard]] void* awaitReply(unsigned int sequence, xcb_generic_error_t** error);
+
     /// The patience begins anew.
     void beginWaiting() { m_limit.setRemainingTime(m_patience); }
 
@@ -34,7 +37,6 @@ public:
     [[nodiscard]] bool wasCut() const { return m_cut; }
 
 private:
-    [[nodiscard]] void* awaitReply(unsigned int sequence, xcb_generic_error_t** error);
     /// False when the patience is at its end.
     [[nodiscard]] bool awaitBytes() const;
     /// Both ends see that there is nobody at the other: whoever waits for bytes wakes up.
