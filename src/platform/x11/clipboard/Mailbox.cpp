@@ -45,7 +45,7 @@ void Mailbox::wait() const
     }
 }
 
-void Mailbox::runAll()
+void Mailbox::runAll(SelectionOwner* owner)
 {
     std::vector<Task> tasks;
     {
@@ -55,7 +55,7 @@ void Mailbox::runAll()
         tasks.swap(m_tasks);
     }
     for (const Task& task : tasks)
-        task();
+        task(owner);
 }
 
 } // namespace brindlecam::x11

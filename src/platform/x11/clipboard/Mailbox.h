@@ -6,10 +6,13 @@
 
 namespace brindlecam::x11 {
 
-/// Work for a thread that sleeps in poll(). Safe from any thread.
+class SelectionOwner;
+
+/// Work for the selection's thread, which sleeps in poll(). Safe from any thread.
 class Mailbox final {
 public:
-    using Task = std::function<void()>;
+    /// Gets null when the X server can't be reached.
+    using Task = std::function<void(SelectionOwner* owner)>;
 
     Mailbox();
     ~Mailbox();
@@ -27,7 +30,7 @@ public:
     /// For the thread itself: sleeps until there is one.
     void wait() const;
     /// For the thread itself: runs every task there is.
-    void runAll();
+    void runAll(SelectionOwner* owner);
 
 private:
     std::mutex m_mutex;

@@ -49,13 +49,13 @@ SelectionThread::SelectionThread(Executor pool)
 
 SelectionThread::~SelectionThread()
 {
-    m_mailbox->post([this] { m_quit = true; });
+    m_mailbox->post([this](SelectionOwner*) { m_quit = true; });
     m_thread->wait();
 }
 
-void SelectionThread::post(std::function<void(SelectionOwner*)> work)
+void SelectionThread::post(Mailbox::Task work)
 {
-    m_mailbox->post([this, work = std::move(work)] { work(m_owner); });
+    m_mailbox->post(std::move(work));
 }
 
 void SelectionThread::run(const Executor& pool)
@@ -74,7 +74,7 @@ void SelectionThread::run(const Executor& pool)
         // Whatever is set or revealed meanwhile does not reach it.
         if (estate.content && estate.content->isConcealed())
             estate = {};
-        m_mailbox->runAll();
+        m_mailbox->runAll(nullptr);
         if (!m_quit)
             m_mailbox->wait();
     }
@@ -84,12 +84,13 @@ void SelectionThread::run(const Executor& pool)
 SelectionOwner::Estate SelectionThread::serve(xcb_connection_t* connection, const Executor& pool,
                                               SelectionOwner::Estate inherited)
 {
-    const auto owner = std::make_shared<SelectionOwner>(
-        connection, pool, [mailbox = m_mailbox](auto task) { mailbox->post(std::move(task)); });
-    m_owner = owner.get();
+    const auto owner =
+        std::make_shared<SelectionOwner>(connection, pool, [mailbox = m_mailbox](auto task) {
+            mailbox->post([task = std::move(task)](SelectionOwner*) { task(); });
+        });
     owner->inherit(std::move(inherited));
     while (!m_quit && xcb_connection_has_error(connection) == 0) {
-        m_mailbox->runAll();
+        m_mailbox->runAll(owner.get());
         handleAll(connection, *owner);
         owner->giveUpOverdue();
         if (m_quit)
@@ -98,7 +99,6 @@ SelectionOwner::Estate SelectionThread::serve(xcb_connection_t* connection, cons
                                     pollfd{m_mailbox->descriptor(), POLLIN, 0}};
         ::poll(ready.data(), ready.size(), timeoutUntil(owner->deadline()));
     }
-    m_owner = nullptr;
     return owner->leave();
 }
 

@@ -6,7 +6,6 @@
 
 #include <QThread>
 
-#include <functional>
 #include <memory>
 
 namespace brindlecam::x11 {
@@ -24,7 +23,7 @@ public:
     SelectionThread& operator=(const SelectionThread&) = delete;
 
     /// Runs a piece of work on the thread; it gets null when the X server can't be reached.
-    void post(std::function<void(SelectionOwner*)> work);
+    void post(Mailbox::Task work);
 
 private:
     void run(const Executor& pool);
@@ -33,8 +32,7 @@ private:
                                  SelectionOwner::Estate inherited);
 
     std::shared_ptr<Mailbox> m_mailbox = std::make_shared<Mailbox>();
-    SelectionOwner* m_owner = nullptr; ///< the thread's own; null while there is no connection
-    bool m_quit = false;               ///< the thread's own
+    bool m_quit = false; ///< the thread's own
     std::unique_ptr<QThread> m_thread;
 };
 
