@@ -63,10 +63,11 @@ void CaptureController::bringSavePanelForward()
         m_services.alerts.bringForward(*delivering->savePanel);
 }
 
-void CaptureController::start(Kind kind, std::function<void()> grab)
+void CaptureController::start(Kind kind, std::vector<ScreenInfo> screens)
 {
     m_services.activity.capture = true;
-    m_state = Grabbing{.kind = kind, .context = std::make_unique<QObject>()};
+    m_state = Grabbing{
+        .kind = kind, .context = std::make_unique<QObject>(), .screens = std::move(screens)};
     QObject* const context = std::get<Grabbing>(m_state).context.get();
     const bool menuWasOpen = OpenMenus::close();
     const bool counted = m_services.countdown.cancel();
@@ -75,9 +76,22 @@ void CaptureController::start(Kind kind, std::function<void()> grab)
     m_services.toast.suspend();
     m_services.alerts.suspend();
     if (covered)
-        QTimer::singleShot(kDesktopRepaint, context, std::move(grab));
+        QTimer::singleShot(kDesktopRepaint, context, [this] { grab(); });
     else
         grab();
+}
+
+void CaptureController::grab()
+{
+    const auto* grabbing = std::get_if<Grabbing>(&m_state);
+    if (!grabbing)
+        return;
+    switch (grabbing->kind) {
+    case Kind::area:
+        return grabAll();
+    case Kind::fullScreen:
+        return grabOne();
+    }
 }
 
 void CaptureController::begin()
@@ -87,19 +101,17 @@ void CaptureController::begin()
         return;
     }
     m_services.platform.frontApplication->remember();
-    start(Kind::area, [this] { grabAll(); });
+    start(Kind::area);
 }
 
 void CaptureController::grabAll()
 {
-    auto* grabbing = std::get_if<Grabbing>(&m_state);
-    if (!grabbing)
-        return;
+    auto& grabbing = std::get<Grabbing>(m_state);
     Platform& platform = m_services.platform;
-    grabbing->screens = platform.displays->layout();
-    grabbing->windowFrames = WindowFinder::frontToBackRects(
-        platform.windowList->frontToBack(), grabbing->screens, QCoreApplication::applicationPid());
-    ScreenGrabber::capture(*platform.grabber, grabbing->screens, grabbing->context.get(),
+    grabbing.screens = platform.displays->layout();
+    grabbing.windowFrames = WindowFinder::frontToBackRects(
+        platform.windowList->frontToBack(), grabbing.screens, QCoreApplication::applicationPid());
+    ScreenGrabber::capture(*platform.grabber, grabbing.screens, grabbing.context.get(),
                            [this](Result<std::vector<Shot>> grabbed) {
                                if (grabbed)
                                    freeInput(grabbed.value());
@@ -321,15 +333,13 @@ void CaptureController::captureFullScreen()
     const auto screen = screenUnderPointer(*m_services.platform.displays);
     if (!screen)
         return;
-    start(Kind::fullScreen, [this, screen = *screen] { grabOne(screen); });
+    start(Kind::fullScreen, {*screen});
 }
 
-void CaptureController::grabOne(const ScreenInfo& screen)
+void CaptureController::grabOne()
 {
-    const auto* grabbing = std::get_if<Grabbing>(&m_state);
-    if (!grabbing)
-        return;
-    ScreenGrabber::capture(*m_services.platform.grabber, {screen}, grabbing->context.get(),
+    const auto& grabbing = std::get<Grabbing>(m_state);
+    ScreenGrabber::capture(*m_services.platform.grabber, grabbing.screens, grabbing.context.get(),
                            [this](Result<std::vector<Shot>> grabbed) {
                                if (!grabbed) {
                                    handleCaptureFailure(grabbed.error());

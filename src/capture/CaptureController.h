@@ -100,9 +100,11 @@ private:
     [[nodiscard]] bool mayStart() const;
     /// A start was refused. A save panel may be the reason, and may be out of sight.
     void bringSavePanelForward();
-    void start(Kind kind, std::function<void()> grab);
+    /// Of these screens, or for an area of all that there are when it comes to that.
+    void start(Kind kind, std::vector<ScreenInfo> screens = {});
+    void grab();
     void grabAll();
-    void grabOne(const ScreenInfo& screen);
+    void grabOne();
     /// If the pictures are not there by now, Escape calls the capture off until they are.
     void waitForPictures();
     void callOff();

@@ -24,20 +24,18 @@ QString CaptureResults::pathInFolder() const
     return QDir(m_prefs.saveFolder()).filePath(Prefs::newFileName());
 }
 
-std::function<void(const std::optional<QString>&)> CaptureResults::teller(const Screen& screen)
+void CaptureResults::Teller::tell(const std::optional<QString>& message) const
 {
-    return [&toast = m_toast, screen](const std::optional<QString>& message) {
-        if (message)
-            toast.show(*message, screen);
-    };
+    if (message)
+        toast.show(*message, screen);
 }
 
 void CaptureResults::deliverCaptured(ResultToast::Kind kind, const Rendered& picture,
                                      const QString& saveTo, const Screen& screen)
 {
     m_output.deliver(picture, {.copy = true, .saveTo = saveTo, .history = true},
-                     [tell = teller(screen), kind](const Fate& fate) {
-                         tell(ResultToast::message(kind, fate));
+                     [to = teller(screen), kind](const Fate& fate) {
+                         to.tell(ResultToast::message(kind, fate));
                      });
 }
 
@@ -58,17 +56,17 @@ void CaptureResults::fullScreen(const Shot& shot)
 void CaptureResults::text(const QString& recognised, const Screen& screen)
 {
     m_output.copy(ClipboardContent::text(recognised),
-                  [tell = teller(screen), recognised](ClipboardFate fate) {
-                      tell(ResultToast::textMessage(recognised, fate));
+                  [to = teller(screen), recognised](ClipboardFate fate) {
+                      to.tell(ResultToast::textMessage(recognised, fate));
                   });
 }
 
 void CaptureResults::pinned(const Rendered& picture, const Screen& screen)
 {
     m_output.deliver(picture, {.copy = true, .history = true},
-                     [tell = teller(screen)](const Fate& fate) {
+                     [to = teller(screen)](const Fate& fate) {
                          if (fate.clipboard == ClipboardFate::refused)
-                             tell(ResultToast::notCopied());
+                             to.tell(ResultToast::notCopied());
                      });
 }
 
@@ -95,7 +93,7 @@ void CaptureResults::live(const Rendered& picture)
 void CaptureResults::keep(const Rendered& picture, const Screen& screen)
 {
     m_output.deliver(picture, {.history = true});
-    m_live->tell = [tell = teller(screen)] { tell(ResultToast::notCopied()); };
+    m_live->tell = [to = teller(screen)] { to.tell(ResultToast::notCopied()); };
     if (m_live->refused)
         m_live->tell();
 }
@@ -103,11 +101,11 @@ void CaptureResults::keep(const Rendered& picture, const Screen& screen)
 SavePanel* CaptureResults::save(const Rendered& picture, std::function<void()> closed)
 {
     return SavePanel::open(m_alerts, m_prefs.saveFolder(), Prefs::newFileName(),
-                           [&output = m_output, tell = teller(std::nullopt), picture,
+                           [&output = m_output, to = teller(std::nullopt), picture,
                             closed = std::move(closed)](std::optional<QString> path) {
                                if (path) {
-                                   output.writeFile(picture, *path, [tell](const Fate& fate) {
-                                       tell(ResultToast::saveMessage(fate));
+                                   output.writeFile(picture, *path, [to](const Fate& fate) {
+                                       to.tell(ResultToast::saveMessage(fate));
                                    });
                                }
                                if (closed)

@@ -52,6 +52,14 @@ public:
 
 private:
     using Screen = std::optional<ScreenInfo>;
+    /// Who tells the user on that screen. Callbacks hold this instead of us.
+    struct Teller {
+        Toast& toast;
+        Screen screen;
+
+        /// Shows the message, if there is one.
+        void tell(const std::optional<QString>& message) const;
+    };
     /// What became of the last live copy of a session. Shared with what is still on its way.
     struct LiveCopy {
         bool refused = false;
@@ -61,8 +69,7 @@ private:
     [[nodiscard]] QString pathInFolder() const;
     void deliverCaptured(ResultToast::Kind kind, const Rendered& picture, const QString& saveTo,
                          const Screen& screen);
-    /// Shows a message, if there is one. Callbacks hold this instead of us.
-    [[nodiscard]] std::function<void(const std::optional<QString>&)> teller(const Screen& screen);
+    [[nodiscard]] Teller teller(const Screen& screen) { return {m_toast, screen}; }
 
     const Prefs& m_prefs;
     Output& m_output;
