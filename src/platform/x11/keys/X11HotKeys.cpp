@@ -81,8 +81,8 @@ std::unique_ptr<TakenKey> X11HotKeys::takeEscape(std::function<void()> pressed)
     HotKeyWish escape;
     escape.keyCode = KeyCodes::kEscape;
     // Whoever holds it hears of it, as long as this is there to tell.
-    auto listener = take(escape, &m_context,
-                         [pressed = std::move(pressed)](const QString&) { pressed(); });
+    auto listener =
+        take(escape, &m_context, [pressed = std::move(pressed)](const QString&) { pressed(); });
     return listener ? std::make_unique<Escape>(std::move(listener)) : nullptr;
 }
 
