@@ -1,7 +1,7 @@
-#include "ReadingAnswers.h"
 #include "reading/Flatten.h"
 #include "reading/InkSpots.h"
 #include "reading/Noise.h"
+#include "support/ReadingAnswers.h"
 #include "support/TestCase.h"
 
 namespace brindlecam {

@@ -1,4 +1,3 @@
-#include "ReadingAnswers.h"
 #include "reading/Backgrounds.h"
 #include "reading/Flatten.h"
 #include "reading/Icons.h"
@@ -10,6 +9,7 @@
 #include "reading/SlidingMaximum.h"
 #include "reading/StopRequest.h"
 #include "reading/TextPage.h"
+#include "support/ReadingAnswers.h"
 #include "support/TestCase.h"
 
 #include <functional>

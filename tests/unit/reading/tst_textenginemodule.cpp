@@ -1,5 +1,5 @@
-#include "ReadingAnswers.h"
 #include "reading/TextEngineModule.h"
+#include "support/ReadingAnswers.h"
 #include "support/TestCase.h"
 
 #include <QDir>

@@ -1,4 +1,3 @@
-// Covers UnixQuitSignals.
 #include "platform/unix/UnixQuitSignals.h"
 #include "support/TestCase.h"
 
@@ -6,7 +5,7 @@
 
 namespace brindlecam {
 
-class TestQuitSignals final : public test::TestCase {
+class TestUnixQuitSignals final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -56,8 +55,8 @@ private Q_SLOTS:
     }
 };
 
-BRINDLECAM_TEST(TestQuitSignals);
+BRINDLECAM_TEST(TestUnixQuitSignals);
 
 } // namespace brindlecam
 
-#include "tst_quit_signals.moc"
+#include "tst_unixquitsignals.moc"

@@ -1,9 +1,9 @@
 // Covers ReadingQueue, ReadingThread.
 #include "OwnThreads.h"
-#include "ReadingAnswers.h"
 #include "platform/unix/TesseractTextRecognizer.h"
 #include "reading/ReadingThread.h"
 #include "reading/TextEngineModule.h"
+#include "support/ReadingAnswers.h"
 #include "support/TestCase.h"
 
 #include <QDeadlineTimer>

@@ -1,8 +1,8 @@
 // quitting_reader MODULE SIDE: ends in the middle of a reading of many dots, on a square page with
 // sides of so many pixels, in order and with exit code 7. Says so on standard output the moment
 // before.
-#include "ReadingAnswers.h"
 #include "platform/unix/TesseractTextRecognizer.h"
+#include "support/ReadingAnswers.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,11 +1,11 @@
 // Covers TesseractEngine, TextPage, UnixPlatform.
 #include "OwnThreads.h"
-#include "ReadingAnswers.h"
 #include "platform/null/NullPlatform.h"
 #include "platform/unix/TesseractTextRecognizer.h"
 #include "reading/TextEngineModule.h"
 #include "reading/TextPage.h"
 #include "support/FakeTextRecognizer.h"
+#include "support/ReadingAnswers.h"
 #include "support/TestCase.h"
 
 #include <QFile>
