@@ -47,13 +47,17 @@ private Q_SLOTS:
             {{QStringLiteral("area"), {}, 1, 0}, {QStringLiteral("recents"), {}, 2, 0}}, this,
             [](const QString&) {}, [&](const QStringList& names) { refused = names; });
         std::optional<Result<QStringList>> read;
+        null.textRecognizer->warmUp();
         null.textRecognizer->recognize(QImage(), this,
                                        [&](auto text) { read.emplace(std::move(text)); });
+        QVERIFY(!read); // not within the call, as elsewhere
         QCOMPARE(refused, QStringList({QStringLiteral("area"), QStringLiteral("recents")}));
         QTRY_COMPARE(copied, ClipboardFate::refused);
         QTRY_COMPARE(opened, false);
         QTRY_VERIFY(read.has_value());
         QVERIFY(!*read);
+        QCOMPARE(read->error().message,
+                 QStringLiteral("este sistema no tiene reconocimiento de texto"));
     }
 
     void panelsAndPinsAreOrdinaryWindows()

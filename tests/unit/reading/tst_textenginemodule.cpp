@@ -1,3 +1,4 @@
+// Covers TesseractEngine.
 #include "reading/TextEngineModule.h"
 #include "support/ReadingAnswers.h"
 #include "support/TestCase.h"

@@ -1,18 +1,16 @@
-// Covers ReadingQueue, ReadingThread.
+// Covers ReadingQueue.
 #include "OwnThreads.h"
 #include "platform/unix/TesseractTextRecognizer.h"
-#include "reading/ReadingThread.h"
 #include "reading/TextEngineModule.h"
+#include "support/FaultyModule.h"
 #include "support/ReadingAnswers.h"
 #include "support/TestCase.h"
 
-#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTimer>
 
-#include <dlfcn.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -20,39 +18,7 @@ namespace brindlecam {
 
 namespace {
 
-const char* const kFault = "BRINDLECAM_FAULT";
-
-/// The engine with faults. What it counts starts anew with each test.
-class FaultyModule final {
-public:
-    FaultyModule()
-        : m_library(::dlopen(BRINDLECAM_FAULTY_ENGINE, RTLD_NOW))
-        , m_before(begun())
-    {
-    }
-    ~FaultyModule()
-    {
-        qunsetenv(kFault);
-        free();
-        ::dlclose(m_library);
-    }
-    FaultyModule(const FaultyModule&) = delete;
-    FaultyModule& operator=(const FaultyModule&) = delete;
-
-    static QString path() { return QStringLiteral(BRINDLECAM_FAULTY_ENGINE); }
-
-    /// What the readings from now on do.
-    static void set(const QByteArray& fault) { qputenv(kFault, fault); }
-
-    [[nodiscard]] int readings() { return begun() - m_before; }
-    void free() { reinterpret_cast<void (*)()>(::dlsym(m_library, "faultyEngineFree"))(); }
-
-private:
-    int begun() { return reinterpret_cast<int (*)()>(::dlsym(m_library, "faultyEngineBegun"))(); }
-
-    void* const m_library;
-    const int m_before;
-};
+using test::FaultyModule;
 
 /// Keeps the process from taking much more memory than it has.
 class ScarceMemory final {
@@ -235,49 +201,6 @@ private Q_SLOTS:
         QCOMPARE(module.readings(), kMostThreads + 1);
     }
 
-    void onlyTheReadingUnderWayIsGivenUpWithItsThread()
-    {
-        FaultyModule module;
-        QObject home;
-        test::Answers answers;
-        const auto added = [&answers](ReadingThread& thread) {
-            auto reading = std::make_shared<Reading>();
-            reading->picture = test::writtenPage({QStringLiteral("hola")});
-            reading->context = &answers.context;
-            reading->done = answers.collect();
-            thread.add(reading);
-            return reading;
-        };
-        ReadingThread thread({.module = FaultyModule::path(), .keepFor = std::chrono::minutes(1)},
-                             home);
-        module.set("deaf");
-        const auto first = added(thread);
-        const auto second = added(thread);
-        QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 1, test::kReadingTime);
-        QVERIFY(!thread.closeIfAt(*second));
-        module.set({});
-        module.free();
-        QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 2, test::kReadingTime);
-        // The first one is over, though its answer may still be on its way.
-        QVERIFY(!thread.closeIfAt(*first));
-        QTRY_COMPARE_WITH_TIMEOUT(answers.count(), 2, test::kReadingTime);
-        // Let go here, not on the thread, which may hold the readings a little longer.
-        QVERIFY(!first->done && !second->done);
-
-        module.set("deaf");
-        const auto third = added(thread);
-        const auto fourth = added(thread);
-        QTRY_COMPARE_WITH_TIMEOUT(module.readings(), 3, test::kReadingTime);
-        const auto waiting = thread.closeIfAt(*third);
-        QVERIFY(waiting && waiting->size() == 1 && waiting->front() == fourth);
-        QVERIFY(third->cancelled);
-        QVERIFY(!first->cancelled && !second->cancelled && !fourth->cancelled);
-        module.free();
-        QVERIFY(thread.endsBy(QDeadlineTimer(test::kReadingTime)));
-        QCoreApplication::processEvents();
-        QCOMPARE(answers.count(), 2);
-    }
-
     void quittingLeavesAnEngineThatDoesNotListenBehind()
     {
         FaultyModule module;
@@ -315,7 +238,7 @@ private Q_SLOTS:
         constexpr int kExitCode = 7;
         QProcess process;
         auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QString::fromLatin1(kFault), fault);
+        environment.insert(QString::fromLatin1(FaultyModule::kVariable), fault);
         process.setProcessEnvironment(environment);
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         process.start(QStringLiteral(BRINDLECAM_QUITTING_READER), {module, QString::number(side)});

@@ -1,9 +1,6 @@
-// Covers TesseractEngine, TextPage, UnixPlatform.
 #include "OwnThreads.h"
-#include "platform/null/NullPlatform.h"
 #include "platform/unix/TesseractTextRecognizer.h"
 #include "reading/TextEngineModule.h"
-#include "reading/TextPage.h"
 #include "support/FakeTextRecognizer.h"
 #include "support/ReadingAnswers.h"
 #include "support/TestCase.h"
@@ -152,18 +149,6 @@ private Q_SLOTS:
         }
     }
 
-    void whereNothingReadsTheErrorSaysSo()
-    {
-        const Platform platform = makeNullPlatform();
-        Answers answers;
-        platform.textRecognizer->warmUp();
-        platform.textRecognizer->recognize(blankPage({9, 9}), &answers.context, answers.collect());
-        QCOMPARE(answers.count(), 0);
-        QTRY_COMPARE(answers.count(), 1);
-        QCOMPARE(answers.all[0].error().message,
-                 QStringLiteral("este sistema no tiene reconocimiento de texto"));
-    }
-
     void theFakeAnswersOnlyWhoIsStillThere()
     {
         test::FakeTextRecognizer fake;
@@ -256,23 +241,6 @@ private Q_SLOTS:
             QCOMPARE(answers.all.back().value(), QStringList(QStringLiteral("Otra vez")));
             QTRY_VERIFY_WITH_TIMEOUT(!recognizer.isLoaded(), kReadingTime);
         }
-    }
-
-    void aPageIsMadeLargeEnoughAndGetsABorder()
-    {
-        const TextPage page(writtenPage({QStringLiteral("mesa y nombre")}));
-        QVERIFY(page.grey().width() > 1.3 * 420);
-        QCOMPARE(qGray(page.grey().pixel(0, 0)), 255);
-        QVERIFY(page.lines({}).isEmpty());
-    }
-
-    void aBlankPageNeedsNoEngine()
-    {
-        QVERIFY(TextPage(blankPage({400, 300})).grey().isNull());
-        QVERIFY(TextPage(test::noise({1600, 1200})).grey().isNull());
-        QImage faint = blankPage({400, 300});
-        faint.setPixel(200, 150, qRgb(245, 245, 245));
-        QVERIFY(!TextPage(faint).grey().isNull());
     }
 };
 
