@@ -1,10 +1,9 @@
-#include "desktop/support/FaultTest.h"
+#include "desktop/support/CaptureTest.h"
 #include "desktop/support/Launchers.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRandomGenerator>
 
 namespace brindlecam::desktop {
 
@@ -16,18 +15,6 @@ enum class Obstacle { readOnly, fileInItsPlace, fullDisk, nearlyFullDisk };
 constexpr QRect kWindow(100, 80, 400, 320);
 constexpr QRect kArea(150, 120, 300, 200);
 constexpr QRect kSmallArea(150, 120, 20, 20); // less than a file's buffer holds
-
-/// Noise cannot be packed: its PNG is larger than any small disk.
-QImage noise(QSize pixels)
-{
-    QRandomGenerator random(1);
-    QImage picture(pixels, QImage::Format_RGB32);
-    for (int y = 0; y < pixels.height(); ++y) {
-        for (int x = 0; x < pixels.width(); ++x)
-            picture.setPixel(x, y, random.generate() | 0xff000000);
-    }
-    return picture;
-}
 
 void put(const QString& path, const QByteArray& bytes)
 {
@@ -66,7 +53,7 @@ private:
 } // namespace
 
 /// Folders and files that are missing, refuse, or hold nonsense.
-class TestFaultsFolders final : public FaultTest {
+class TestFaultsFolders final : public CaptureTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -77,11 +64,11 @@ private Q_SLOTS:
         program().writeSettings({{QStringLiteral("saveFolder"), folder}});
         program().start();
         const QImage taken = take(Capture::area);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
         QVERIFY(samePixels(onlyPictureIn(folder), taken));
         QVERIFY(QDir(folder).removeRecursively());
         const QImage whole = take(Capture::fullScreen);
-        QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
+        QVERIFY(toastSays(QStringLiteral("Pantalla completa copiada y guardada")));
         QVERIFY(samePixels(onlyPictureIn(folder), whole));
     }
 
@@ -112,10 +99,10 @@ private Q_SLOTS:
         program().start();
         const QStringList before = namesFor(folder);
         const QImage taken = take(capture);
-        QVERIFY(awaitToast(capture == Capture::fullScreen
-                               ? QStringLiteral("Copiada, pero no se pudo guardar en la carpeta")
-                               : QStringLiteral("Copiado, pero no se pudo guardar en la carpeta")));
-        QVERIFY(samePixels(pastedPicture(), taken));
+        QVERIFY(toastSays(capture == Capture::fullScreen
+                              ? QStringLiteral("Copiada, pero no se pudo guardar en la carpeta")
+                              : QStringLiteral("Copiado, pero no se pudo guardar en la carpeta")));
+        QVERIFY(samePixels(pasted(), taken));
         QVERIFY(samePixels(onlyPictureIn(program().folders().history()), taken));
         QCOMPARE(namesFor(folder), before);
         if (obstacle == Obstacle::fileInItsPlace)
@@ -140,8 +127,8 @@ private Q_SLOTS:
         program().start();
         const QStringList before = namesFor(folder);
         const QImage taken = take(Capture::area);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QVERIFY(samePixels(pastedPicture(), taken));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QVERIFY(samePixels(pasted(), taken));
         QVERIFY(samePixels(onlyPictureIn(program().folders().captures()), taken));
         QCOMPARE(namesFor(folder), before);
     }
@@ -159,8 +146,8 @@ private Q_SLOTS:
                 std::make_unique<LockedFolder>(QDir(home).filePath(QString::fromLatin1(folder))));
         program().start();
         const QImage taken = take(Capture::area);
-        QVERIFY(awaitToast(QStringLiteral("Copiado, pero no se pudo guardar en la carpeta")));
-        QVERIFY(samePixels(pastedPicture(), taken));
+        QVERIFY(toastSays(QStringLiteral("Copiado, pero no se pudo guardar en la carpeta")));
+        QVERIFY(samePixels(pasted(), taken));
         QVERIFY(!QFileInfo::exists(program().folders().captures()));
         QVERIFY(program().isRunning());
     }
@@ -174,10 +161,10 @@ private Q_SLOTS:
                                QStringLiteral("sh")});
         program().start();
         const QImage taken = take(Capture::area);
-        QVERIFY(awaitToast(QStringLiteral("Copiado, pero no se pudo guardar en la carpeta")));
-        QVERIFY(samePixels(pastedPicture(), taken));
-        QCOMPARE(captures(), QStringList());
-        QCOMPARE(history(), QStringList());
+        QVERIFY(toastSays(QStringLiteral("Copiado, pero no se pudo guardar en la carpeta")));
+        QVERIFY(samePixels(pasted(), taken));
+        QCOMPARE(filesIn(program().folders().captures()), QStringList());
+        QCOMPARE(filesIn(program().folders().history()), QStringList());
     }
 
     void damagedHistoryEntriesAreInNobodysWay()
@@ -192,8 +179,8 @@ private Q_SLOTS:
         QDir().mkpath(folder + QStringLiteral("20990101-000000-000.png"));
         program().start();
         const QImage taken = take(Capture::area);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QStringList names = history();
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QStringList names = filesIn(folder);
         QVERIFY(names.removeOne(QStringLiteral("notes.txt")));
         QCOMPARE(names.size(), 20);
         QVERIFY(samePixels(QImage(folder + names.last()), taken));
@@ -235,21 +222,20 @@ private:
     /// What the program sees in a folder, its own disks included.
     QStringList namesFor(const QString& folder)
     {
-        return namesIn(Launchers::insideOf(program().pid(), folder));
+        return filesIn(Launchers::insideOf(program().pid(), folder));
     }
 
     /// Takes a capture and returns what it must show.
     QImage take(Capture capture)
     {
-        if (!awaitHotKeys() || !awaitNothingShown())
+        if (!hotKeysAreTaken() || !nothingIsShown())
             qFatal("the program is not at rest");
         const QImage desktop = screen().grabAtRest();
         if (capture == Capture::fullScreen) {
-            pressFullScreenKey();
+            pressHotKey(kFullScreenKey);
             return desktop;
         }
-        pressAreaKey();
-        if (!awaitSession())
+        if (!openArea())
             qFatal("no session opens");
         const QRect area = capture == Capture::smallArea ? kSmallArea : kArea;
         select(area);

@@ -1,10 +1,9 @@
+#include "desktop/support/CaptureTest.h"
 #include "desktop/support/ClipboardManager.h"
-#include "desktop/support/FaultTest.h"
 #include "desktop/support/Launchers.h"
 
 #include <QDir>
 #include <QFile>
-#include <QRandomGenerator>
 
 #include <array>
 #include <csignal>
@@ -15,22 +14,10 @@ namespace {
 
 enum class Runtime { missing, unset, locked, file, tooLong };
 
-/// Takes an encoder its time.
-QImage noise(QSize pixels)
-{
-    QRandomGenerator random(1);
-    QImage picture(pixels, QImage::Format_RGB32);
-    for (int y = 0; y < pixels.height(); ++y) {
-        for (int x = 0; x < pixels.width(); ++x)
-            picture.setPixel(x, y, random.generate() | 0xff000000);
-    }
-    return picture;
-}
-
 } // namespace
 
 /// Runs of the program that begin at once, end in the middle, or have nowhere to meet.
-class TestFaultsRuns final : public FaultTest {
+class TestFaultsRuns final : public CaptureTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -39,22 +26,22 @@ private Q_SLOTS:
         useSmallDesktop();
         program().writeSettings({});
         for (int round = 0; round < 3; ++round) {
-            const qsizetype before = taken();
+            const qsizetype before = history().size();
             std::array<std::unique_ptr<Process>, 2> copies;
             for (auto& copy : copies)
                 copy = program().another({QStringLiteral("fullScreen")});
-            QVERIFY(waitUntil([&] { return taken() == before + 2; }));
+            QVERIFY(waitUntil([&] { return history().size() == before + 2; }));
             QVERIFY(waitUntil([&] { return copies[0]->isRunning() != copies[1]->isRunning(); }));
             Process& stayed = copies[0]->isRunning() ? *copies[0] : *copies[1];
             const Process& left = copies[0]->isRunning() ? *copies[1] : *copies[0];
             QCOMPARE(left.exitCode(), 0);
-            QCOMPARE(taken(), before + 2);
+            QCOMPARE(history().size(), before + 2);
             const CommandResult third = program().command({QStringLiteral("fullScreen")});
             QVERIFY2(third.exitCode == 0, qPrintable(third.error));
-            QVERIFY(waitUntil([&] { return taken() == before + 3; }));
+            QVERIFY(waitUntil([&] { return history().size() == before + 3; }));
             QVERIFY(stayed.end());
             QCOMPARE(stayed.exitCode(), 0);
-            QCOMPARE(history().size(), before + 3); // and nothing else
+            QCOMPARE(filesIn(program().folders().history()).size(), before + 3); // and nothing else
         }
     }
 
@@ -74,12 +61,10 @@ private Q_SLOTS:
         useDesktop({.screen = {.pixels = {640, 480}}, .windowManager = windowManager});
         const auto window = desktop().open({.pixels = QRect(100, 100, 300, 200)});
         window->takeFocus();
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
         const QPoint inWindow = window->pixels().center();
         input().moveTo(inWindow);
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        QVERIFY(openArea());
         if (inADrag) {
             input().press(Button::left);
             input().glideTo(inWindow + QPoint(40, 30));
@@ -90,13 +75,10 @@ private Q_SLOTS:
         if (inADrag)
             input().release(Button::left);
         const auto rival = desktop().rival();
-        QVERIFY(waitUntil(
-            [&] { return std::ranges::count(windows().all(), pid, &SeenWindow::pid) == 0; }));
-        for (const auto& [key, modifiers] :
-             {std::pair(Qt::Key_Escape, Qt::KeyboardModifiers()), std::pair(Qt::Key_9, kHotKey),
-              std::pair(Qt::Key_8, kHotKey)}) {
-            QVERIFY(!rival->isHotKeyTaken(key, modifiers));
-        }
+        QVERIFY(waitUntil([&] { return windows().shown(pid).empty(); }));
+        QVERIFY(!rival->isHotKeyTaken(Qt::Key_Escape, {}));
+        for (const Qt::Key key : {kAreaKey, kFullScreenKey})
+            QVERIFY(!rival->isHotKeyTaken(key, kHotKeyModifiers));
         window->forget();
         input().click(inWindow);
         QVERIFY(waitUntil([&] { return window->clicks().size() == 1; }));
@@ -106,12 +88,11 @@ private Q_SLOTS:
         input().tap(Qt::Key_A);
         QVERIFY(waitUntil([&] { return window->keys().size() == 1; }));
 
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
-        QVERIFY(awaitSession());
+        QVERIFY(sessionIsReady());
         input().tap(Qt::Key_Escape);
-        QVERIFY(awaitSessionEnd());
+        QVERIFY(sessionIsOver());
     }
 
     void quittingDuringAnEncodeLosesNothing_data()
@@ -130,15 +111,13 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return screen().grab() == picture; }));
         // Nothing of the picture is made before Return.
         program().writeSettings({{QStringLiteral("autoCopy"), false}});
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
         const auto manager = desktop().startClipboardManager(KeepsBy::handing);
         if (area) {
-            pressAreaKey();
-            QVERIFY(awaitSession());
+            QVERIFY(openArea());
             select(QRect({}, size));
             input().tap(Qt::Key_Return);
-            QVERIFY(waitUntil([this] { return overlays().empty(); }));
+            QVERIFY(sessionIsOver());
         } else {
             QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
         }
@@ -164,16 +143,14 @@ private Q_SLOTS:
     void quittingInASessionKeepsTheLiveCopyInTheHistory()
     {
         useSmallDesktop();
-        const auto window = showSample(QRect(100, 100, 300, 200));
-        program().start();
-        QVERIFY(awaitHotKeys());
+        const auto window = openSample(QRect(100, 100, 300, 200));
+        startProgram();
         const auto manager = desktop().startClipboardManager(KeepsBy::handing);
         const QRect area(120, 120, 200, 100);
         const QImage before = screen().grab(area);
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        QVERIFY(openArea());
         select(area);
-        QVERIFY(waitUntil([&] { return samePixels(pastedPicture(), before); }));
+        QVERIFY(isPasted(before));
         QCOMPARE(program().quit(), 0);
         const auto kept = manager->handedOver();
         QVERIFY(kept.has_value());
@@ -200,11 +177,11 @@ private Q_SLOTS:
         program().environment().insert(QStringLiteral("TMPDIR"), temporary);
         spoil(runtime);
         program().launch();
-        QVERIFY(awaitHotKeys());
+        QVERIFY(hotKeysAreTaken());
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
-        QVERIFY(awaitSession());
+        QVERIFY(sessionIsReady());
         input().tap(Qt::Key_Escape);
-        QVERIFY(awaitSessionEnd());
+        QVERIFY(sessionIsOver());
         QVERIFY(program().isRunning());
         // Qt may complain; we have nothing to.
         QVERIFY(!program().log().contains(QLatin1String("Brindlecam")));
@@ -217,17 +194,15 @@ private Q_SLOTS:
         program().environment().insert(QStringLiteral("XDG_RUNTIME_DIR"), nowhere);
         program().environment().insert(QStringLiteral("TMPDIR"), nowhere);
         program().launch();
-        QVERIFY(awaitHotKeys());
-        pressFullScreenKey();
-        QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
+        QVERIFY(hotKeysAreTaken());
+        pressHotKey(kFullScreenKey);
+        QVERIFY(toastSays(QStringLiteral("Pantalla completa copiada y guardada")));
         QVERIFY(program().log().contains(
             QStringLiteral("Brindlecam funciona, pero no puede recibir órdenes: no hay dónde abrir "
                            "su socket.\n")));
     }
 
 private:
-    static constexpr Qt::KeyboardModifiers kHotKey = Qt::MetaModifier | Qt::ShiftModifier;
-
     void useSmallDesktop()
     {
         useDesktop({.screen = {.pixels = {640, 480}}, .windowManager = WindowManager::none});

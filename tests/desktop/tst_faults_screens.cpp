@@ -1,4 +1,4 @@
-#include "desktop/support/FaultTest.h"
+#include "desktop/support/CaptureTest.h"
 
 #include <QFile>
 
@@ -22,7 +22,7 @@ Monitor right(const QRect& pixels = kRight)
 } // namespace
 
 /// Screens that come, go and change while a session is open, and screens of an unusual kind.
-class TestFaultsScreens final : public FaultTest {
+class TestFaultsScreens final : public CaptureTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -39,18 +39,17 @@ private Q_SLOTS:
         const QRect area(100, 100, 300, 200);
         const QImage before = screen().grab(area);
         input().moveTo(pointerOnIt ? kRight.center() : kLeft.center());
-        pressAreaKey();
-        QVERIFY(awaitSession(2));
+        QVERIFY(openArea(2));
         if (!pointerOnIt)
             select(area);
         desktop().removeMonitor(QStringLiteral("RIGHT"));
-        QVERIFY(awaitSession(1));
+        QVERIFY(sessionIsReady());
         QCOMPARE(overlays().front().pixels, kLeft);
         if (pointerOnIt)
             select(area);
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QVERIFY(samePixels(pastedPicture(), before));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QVERIFY(samePixels(pasted(), before));
         verifyCaptureOn({kLeft});
     }
 
@@ -67,17 +66,15 @@ private Q_SLOTS:
         useTwoScreens();
         const QRect area(900, 100, 300, 200);
         const QImage before = screen().grab(area);
-        pressAreaKey();
-        QVERIFY(awaitSession(2));
+        QVERIFY(openArea(2));
         select(area);
-        QVERIFY(waitUntil([&] { return samePixels(pastedPicture(), before); }));
+        QVERIFY(isPasted(before));
         change(becomes);
-        QVERIFY(awaitSessionEnd());
+        QVERIFY(sessionIsOver());
         // Like Escape: what is on the clipboard stays there and in the history, no file is made.
-        QVERIFY(waitUntil(
-            [&] { return samePixels(onlyPictureIn(program().folders().history()), before); }));
-        QVERIFY(samePixels(pastedPicture(), before));
-        QCOMPARE(captures(), QStringList());
+        QVERIFY(isOnlyInHistory(before));
+        QVERIFY(samePixels(pasted(), before));
+        QCOMPARE(filesIn(program().folders().captures()), QStringList());
         if (becomes.isNull())
             verifyCaptureOn({kLeft});
         else
@@ -89,36 +86,32 @@ private Q_SLOTS:
         useTwoScreens();
         const QRect area(100, 100, 300, 200);
         const QImage before = screen().grab(area);
-        pressAreaKey();
-        QVERIFY(awaitSession(2));
+        QVERIFY(openArea(2));
         select(area);
         const QRect becomes = kRight.adjusted(0, 0, -160, -120);
         change(becomes);
-        QVERIFY(awaitSession(1));
+        QVERIFY(sessionIsReady());
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QVERIFY(samePixels(pastedPicture(), before));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QVERIFY(samePixels(pasted(), before));
         verifyCaptureOn({kLeft, becomes});
     }
 
     void onlyScreenThatChangesItsModeEndsTheSession()
     {
         useDesktop({.screen = {.pixels = {1600, 640}}});
-        program().start();
-        QVERIFY(awaitHotKeys());
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        startProgram();
+        QVERIFY(openArea());
         desktop().setMode({800, 600});
-        QVERIFY(awaitSessionEnd());
+        QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return screen().pixels().size() == QSize(800, 600); }));
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        QVERIFY(openArea());
         QCOMPARE(overlays().front().pixels, kLeft);
         const QRect area(600, 400, 150, 120);
         select(area);
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QCOMPARE(pastedPicture().size(), area.size());
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QCOMPARE(pasted().size(), area.size());
     }
 
     void screenAddedInASessionStaysLive()
@@ -126,8 +119,7 @@ private Q_SLOTS:
         useScreens({left()});
         const QRect area(100, 100, 300, 200);
         const QImage before = screen().grab(area);
-        pressAreaKey();
-        QVERIFY(awaitSession(1));
+        QVERIFY(openArea());
         desktop().setMonitor(right());
         // What lies on the new screen takes clicks as ever.
         m_onRight->forget();
@@ -136,8 +128,8 @@ private Q_SLOTS:
         QCOMPARE(overlays().size(), std::size_t(1));
         select(area);
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QVERIFY(samePixels(pastedPicture(), before));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QVERIFY(samePixels(pasted(), before));
         verifyCaptureOn({kLeft, kRight});
     }
 
@@ -160,26 +152,24 @@ private Q_SLOTS:
         program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scales);
         program().environment().insert(QStringLiteral("QT_SCALE_FACTOR_ROUNDING_POLICY"),
                                        QStringLiteral("PassThrough"));
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
         for (const QRect& display : {kLeft, kRight}) {
             // Whole points at each of these scales: 60 pixels are 60, 48, 40 and 30 points.
             const QRect area(display.topLeft() + QPoint(120, 60), QSize(300, 240));
-            pressAreaKey();
-            QVERIFY(awaitSession(2));
+            QVERIFY(openArea(2));
             select(area);
             const QRect inner = area.adjusted(30, 30, -30, -30);
             QVERIFY(waitUntil([&] { return samePixels(screen().grab(inner), board.copy(inner)); }));
             input().tap(Qt::Key_Return);
-            QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-            QVERIFY(samePixels(pastedPicture(), board.copy(area)));
-            QVERIFY(awaitNothingShown());
+            QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+            QVERIFY(samePixels(pasted(), board.copy(area)));
+            QVERIFY(nothingIsShown());
 
             input().moveTo(display.center());
-            pressFullScreenKey();
-            QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
-            QVERIFY(samePixels(pastedPicture(), board.copy(display)));
-            QVERIFY(awaitNothingShown());
+            pressHotKey(kFullScreenKey);
+            QVERIFY(toastSays(QStringLiteral("Pantalla completa copiada y guardada")));
+            QVERIFY(samePixels(pasted(), board.copy(display)));
+            QVERIFY(nothingIsShown());
         }
     }
 
@@ -188,17 +178,16 @@ private Q_SLOTS:
         useTwoScreens();
         const QRect area(100, 100, 300, 200);
         const QImage before = screen().grab(area);
-        pressAreaKey();
-        QVERIFY(awaitSession(2));
+        QVERIFY(openArea(2));
         select(area);
-        QVERIFY(waitUntil([&] { return samePixels(pastedPicture(), before); }));
+        QVERIFY(isPasted(before));
         for (const SeenWindow& overlay : overlays()) {
             if (overlay.pixels == kRight)
                 desktop().pager().focus(overlay.id);
         }
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QVERIFY(samePixels(pastedPicture(), before));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QVERIFY(samePixels(pasted(), before));
     }
 
     void sixteenBitsAreEnough_data()
@@ -211,13 +200,11 @@ private Q_SLOTS:
     {
         QFETCH(Compositor, compositor);
         useDesktop({.screen = {.pixels = {640, 480}, .depth = 16}, .compositor = compositor});
-        const auto window = showSample(QRect(50, 50, 400, 300));
-        program().start();
-        QVERIFY(awaitHotKeys());
+        const auto window = openSample(QRect(50, 50, 400, 300));
+        startProgram();
         const QRect area(window->pixels().topLeft() + QPoint(30, 20), QSize(250, 200));
         const QImage before = screen().grabAtRest();
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        QVERIFY(openArea());
         select(area);
         const QRect inner = area.adjusted(20, 20, -20, -20);
         QVERIFY(waitUntil([&] { return samePixels(screen().grab(inner), before.copy(inner)); }));
@@ -229,13 +216,13 @@ private Q_SLOTS:
             return shown > 0 && shown < full;
         }));
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QVERIFY(samePixels(pastedPicture(), before.copy(area)));
-        QVERIFY(awaitNothingShown());
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QVERIFY(samePixels(pasted(), before.copy(area)));
+        QVERIFY(nothingIsShown());
         const QImage after = screen().grabAtRest();
-        pressFullScreenKey();
-        QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
-        QVERIFY(samePixels(pastedPicture(), after));
+        pressHotKey(kFullScreenKey);
+        QVERIFY(toastSays(QStringLiteral("Pantalla completa copiada y guardada")));
+        QVERIFY(samePixels(pasted(), after));
     }
 
 private:
@@ -243,11 +230,10 @@ private:
     {
         useDesktop({.screen = {.pixels = {1600, 640}, .monitors = monitors},
                     .windowManager = WindowManager::none});
-        m_onLeft = showSample(QRect(50, 50, 400, 300), WindowKind::unmanaged);
-        m_onRight = showSample(QRect(850, 50, 400, 300), WindowKind::unmanaged);
+        m_onLeft = openSample(QRect(50, 50, 400, 300), WindowKind::unmanaged);
+        m_onRight = openSample(QRect(850, 50, 400, 300), WindowKind::unmanaged);
         input().moveTo(kLeft.center());
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
     }
     void useTwoScreens() { useScreens({left(), right()}); }
 
@@ -263,18 +249,17 @@ private:
     /// The next capture knows exactly these screens.
     void verifyCaptureOn(const std::vector<QRect>& screens)
     {
-        QVERIFY(awaitNothingShown());
+        QVERIFY(nothingIsShown());
         input().moveTo(kLeft.center());
         const QRect area(60, 60, 90, 70);
         const QImage before = screen().grab(area);
-        pressAreaKey();
-        QVERIFY(awaitSession(screens.size()));
+        QVERIFY(openArea(screens.size()));
         for (const SeenWindow& overlay : overlays())
             QVERIFY(std::ranges::count(screens, overlay.pixels) == 1);
         select(area);
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QVERIFY(samePixels(pastedPicture(), before));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QVERIFY(samePixels(pasted(), before));
     }
 
     std::unique_ptr<ClientWindow> m_onLeft;

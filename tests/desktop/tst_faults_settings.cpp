@@ -1,4 +1,4 @@
-#include "desktop/support/FaultTest.h"
+#include "desktop/support/CaptureTest.h"
 #include "desktop/support/Launchers.h"
 
 #include <QDir>
@@ -8,7 +8,7 @@
 namespace brindlecam::desktop {
 
 /// Settings the program cannot use: what is wrong reads as if it were not there.
-class TestFaultsSettings final : public FaultTest {
+class TestFaultsSettings final : public CaptureTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -25,7 +25,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, content);
         useSettings(content);
-        program().start();
+        startProgram();
         QVERIFY(capturesWithDefaults());
         QCOMPARE(contentOf(settingsFile() + QStringLiteral(".damaged")), content);
         // The first run's message counts as shown now: that is all there is to save.
@@ -37,7 +37,7 @@ private Q_SLOTS:
         useSettings("{\"autoSaveArea\": false}");
         QFile::setPermissions(settingsFile(), {});
         program().setLauncher(Launchers::withoutPrivileges());
-        program().start();
+        startProgram();
         QVERIFY(capturesWithDefaults());
         QFile::setPermissions(settingsFile(), QFile::ReadOwner);
         QCOMPARE(contentOf(settingsFile()), QByteArray("{\"autoSaveArea\": false}"));
@@ -48,7 +48,7 @@ private Q_SLOTS:
     {
         useSmallDesktop();
         QDir().mkpath(settingsFile());
-        program().start();
+        startProgram();
         QVERIFY(capturesWithDefaults());
         QVERIFY(QFileInfo(settingsFile()).isDir());
     }
@@ -60,7 +60,7 @@ private Q_SLOTS:
                         "markerOpacity": "x", "size.pen": true, "saveFolder": 5,
                         "hotkey.area": 7, "hotkey.fullScreen": {"base64": 3},
                         "didShowWelcome": "yes", "unknown": [[]]})");
-        program().start();
+        startProgram();
         QVERIFY(capturesWithDefaults());
         QVERIFY(!QFileInfo::exists(settingsFile() + QStringLiteral(".damaged")));
     }
@@ -71,11 +71,10 @@ private Q_SLOTS:
         useSettings(R"({"hotkey.area": {"base64": "e30="}, "didShowWelcome": true})");
         program().start();
         const auto rival = desktop().rival();
-        QVERIFY(waitUntil(
-            [&] { return rival->isHotKeyTaken(Qt::Key_8, Qt::MetaModifier | Qt::ShiftModifier); }));
-        QVERIFY(!rival->isHotKeyTaken(Qt::Key_9, Qt::MetaModifier | Qt::ShiftModifier));
-        pressFullScreenKey();
-        QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
+        QVERIFY(waitUntil([&] { return rival->isHotKeyTaken(kFullScreenKey, kHotKeyModifiers); }));
+        QVERIFY(!rival->isHotKeyTaken(kAreaKey, kHotKeyModifiers));
+        pressHotKey(kFullScreenKey);
+        QVERIFY(toastSays(QStringLiteral("Pantalla completa copiada y guardada")));
     }
 
 private:
@@ -102,16 +101,13 @@ private:
     bool capturesWithDefaults()
     {
         const QSize size(120, 90);
-        if (!awaitHotKeys())
-            return false;
-        pressAreaKey();
-        if (!awaitSession())
+        if (!openArea())
             return false;
         select(QRect(QPoint(10, 10), size));
-        if (!waitUntil([&] { return pastedPicture().size() == size; }))
+        if (!waitUntil([&] { return pasted().size() == size; }))
             return false;
         input().tap(Qt::Key_Return);
-        return awaitToast(QStringLiteral("Copiado y guardado")) &&
+        return toastSays(QStringLiteral("Copiado y guardado")) &&
                onlyPictureIn(program().folders().captures()).size() == size &&
                onlyPictureIn(program().folders().history()).size() == size;
     }

@@ -1,4 +1,4 @@
-#include "desktop/support/FaultTest.h"
+#include "desktop/support/CaptureTest.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -38,7 +38,7 @@ private:
 } // namespace
 
 /// Parts of a desktop that are not there, or that are in the way: everything but that part works.
-class TestFaultsSurroundings final : public FaultTest {
+class TestFaultsSurroundings final : public CaptureTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -69,12 +69,11 @@ private Q_SLOTS:
         QFETCH(Tray, tray);
         useDesktop(
             {.windowManager = windowManager, .compositor = compositor, .bus = bus, .tray = tray});
-        const auto window = showSample(QRect(200, 150, 500, 400));
+        const auto window = openSample(QRect(200, 150, 500, 400));
         window->takeFocus();
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
 
-        pressAreaKey();
+        pressHotKey(kAreaKey);
         verifyAreaCapture(*window, QRect(40, 30, 300, 200));
         if (QTest::currentTestFailed())
             return;
@@ -83,7 +82,7 @@ private Q_SLOTS:
         if (QTest::currentTestFailed())
             return;
 
-        pressFullScreenKey();
+        pressHotKey(kFullScreenKey);
         verifyFullScreenCapture(*window);
         if (QTest::currentTestFailed())
             return;
@@ -104,10 +103,9 @@ private Q_SLOTS:
                            folder.path() + QLatin1Char(':') + qEnvironmentVariable("PATH"));
         // Whatever asks for the bus, also what only the desktop's own helpers would.
         environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
-        const auto window = showSample(QRect(200, 150, 500, 400));
-        program().start();
-        QVERIFY(awaitHotKeys());
-        pressFullScreenKey();
+        const auto window = openSample(QRect(200, 150, 500, 400));
+        startProgram();
+        pressHotKey(kFullScreenKey);
         verifyFullScreenCapture(*window);
         QCOMPARE(program().quit(), 0);
         QVERIFY(!QFileInfo::exists(trace));
@@ -119,14 +117,13 @@ private Q_SLOTS:
     {
         useDesktop({.windowManager = WindowManager::none});
         const auto other = desktop().rival();
-        QVERIFY(other->takeHotKey(Qt::Key_9, Qt::MetaModifier | Qt::ShiftModifier));
-        const auto window = showSample(QRect(200, 150, 500, 400));
+        QVERIFY(other->takeHotKey(kAreaKey, kHotKeyModifiers));
+        const auto window = openSample(QRect(200, 150, 500, 400));
         window->takeFocus();
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
 
-        pressAreaKey();
-        pressFullScreenKey();
+        pressHotKey(kAreaKey);
+        pressHotKey(kFullScreenKey);
         verifyFullScreenCapture(*window);
         QVERIFY(overlays().empty());
         // Only the key is lost, not what it stands for.
@@ -137,20 +134,19 @@ private Q_SLOTS:
     void clipboardSurvivesTheLossOfItsConnection()
     {
         useDesktop({});
-        const auto window = showSample(QRect(200, 150, 500, 400));
+        const auto window = openSample(QRect(200, 150, 500, 400));
         window->takeFocus();
-        program().start();
-        QVERIFY(awaitHotKeys());
-        pressFullScreenKey();
+        startProgram();
+        pressHotKey(kFullScreenKey);
         verifyFullScreenCapture(*window);
         if (QTest::currentTestFailed())
             return;
-        const QImage before = pastedPicture();
+        const QImage before = pasted();
         desktop().clipboard().cutOwnersConnection();
         // The server may give the new window the number of the old one.
-        QVERIFY(waitUntil([this] { return desktop().clipboard().isTaken(); }));
-        QVERIFY(samePixels(pastedPicture(), before));
-        pressAreaKey();
+        QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
+        QVERIFY(samePixels(pasted(), before));
+        pressHotKey(kAreaKey);
         verifyAreaCapture(*window, QRect(7, 9, 123, 45));
     }
 
@@ -168,32 +164,28 @@ private Q_SLOTS:
         const auto window = desktop().open({.pixels = place, .kind = WindowKind::unmanaged});
         const RestlessPainter painter(*window);
         QVERIFY(waitUntil([&] { return screen().pixel(place.center()) != QColor(Qt::blue); }));
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
 
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        QVERIFY(openArea());
         select(place);
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        const QImage pasted = pastedPicture();
-        QCOMPARE(pasted.size(), place.size());
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QCOMPARE(pasted().size(), place.size());
 
         // The desktop is frozen: the painter goes on below and is not seen.
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        QVERIFY(openArea());
         select(place);
         // Handles and frame lie on the edges.
         const QRect inner = place.adjusted(20, 20, -20, -20);
         const auto shownAsPasted = [&] {
-            const QImage live = pastedPicture().copy(inner.translated(-place.topLeft()));
+            const QImage live = pasted().copy(inner.translated(-place.topLeft()));
             return samePixels(screen().grab(inner), live);
         };
         QVERIFY(waitUntil(shownAsPasted));
         for (int look = 0; look < 5; ++look)
             QVERIFY(shownAsPasted());
         input().tap(Qt::Key_Escape);
-        QVERIFY(awaitSessionEnd());
+        QVERIFY(sessionIsOver());
     }
 
 private:
@@ -209,22 +201,22 @@ private:
     void verifyAreaCapture(const ClientWindow& window, const QRect& part)
     {
         const QRect pixels = part.translated(window.pixels().topLeft());
-        QVERIFY(awaitSession());
+        QVERIFY(sessionIsReady());
         select(pixels);
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QVERIFY(awaitSessionEnd());
-        QVERIFY(samePixels(pastedPicture(), screen().grab(pixels)));
-        QVERIFY(waitUntil([&] { return window.hasFocus(); }));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QVERIFY(sessionIsOver());
+        QVERIFY(samePixels(pasted(), screen().grab(pixels)));
+        QVERIFY(getsFocus(window));
     }
 
     void verifyFullScreenCapture(const ClientWindow& window)
     {
-        QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
-        const QImage pasted = pastedPicture();
-        QCOMPARE(pasted.size(), screen().pixels().size());
+        QVERIFY(toastSays(QStringLiteral("Pantalla completa copiada y guardada")));
+        const QImage taken = pasted();
+        QCOMPARE(taken.size(), screen().pixels().size());
         const QRect pixels = window.pixels();
-        QVERIFY(samePixels(pasted.copy(pixels), screen().grab(pixels)));
+        QVERIFY(samePixels(taken.copy(pixels), screen().grab(pixels)));
     }
 };
 

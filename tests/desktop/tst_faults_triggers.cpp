@@ -1,4 +1,4 @@
-#include "desktop/support/FaultTest.h"
+#include "desktop/support/CaptureTest.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@ constexpr int kTriggers = 8;
 } // namespace
 
 /// Too many triggers, too small drags.
-class TestFaultsTriggers final : public FaultTest {
+class TestFaultsTriggers final : public CaptureTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -30,9 +30,9 @@ private Q_SLOTS:
             if (byCommand)
                 copies.push_back(program().another({QStringLiteral("area")}));
             else
-                pressAreaKey();
+                pressHotKeyAtOnce(kAreaKey);
         }
-        QVERIFY(awaitSession(1));
+        QVERIFY(sessionIsReady());
         int opened = 0;
         for (const auto& copy : copies) {
             constexpr int kBusy = 4;
@@ -44,12 +44,12 @@ private Q_SLOTS:
         }
         QCOMPARE(opened, byCommand ? 1 : 0);
         input().tap(Qt::Key_Escape);
-        QVERIFY(awaitSessionEnd());
+        QVERIFY(sessionIsOver());
         // Whatever was still on its way would open before this capture, and refuse it.
-        pressFullScreenKey();
-        QVERIFY(awaitToast(QStringLiteral("Pantalla completa copiada y guardada")));
+        pressHotKey(kFullScreenKey);
+        QVERIFY(toastSays(QStringLiteral("Pantalla completa copiada y guardada")));
         QVERIFY(overlays().empty());
-        QCOMPARE(history().size(), 1);
+        QCOMPARE(filesIn(program().folders().history()).size(), 1);
     }
 
     void manyFullScreenTriggersLoseNothingThatWasTaken_data()
@@ -69,18 +69,19 @@ private Q_SLOTS:
             windows.push_back(desktop().open({.pixels = QRect(100, 100, 200, 200),
                                               .kind = WindowKind::unmanaged,
                                               .colour = colour(i)}));
-            pressFullScreenKey();
+            pressHotKeyAtOnce(kFullScreenKey);
             // The pace is what is tested.
             QTest::qWait(pauseMilliseconds);
-            mostToasts = std::max(mostToasts, toasts());
+            mostToasts = std::max(mostToasts, toasts().size());
         }
-        QVERIFY(waitUntil([this] { return toasts() == 1; }));
+        QVERIFY(toastSays(QStringLiteral("Pantalla completa copiada y guardada")));
+        QVERIFY(waitUntil([this] { return toasts().size() == 1; }));
         QVERIFY(mostToasts <= 1);
-        QVERIFY(awaitNothingShown());
+        QVERIFY(nothingIsShown());
         // The last of them is on the clipboard.
         const auto newestIsPasted = [this] {
             const std::vector<int> taken = numbersIn(program().folders().history());
-            return !taken.empty() && std::ranges::max(taken) == numberIn(pastedPicture());
+            return !taken.empty() && std::ranges::max(taken) == numberIn(pasted());
         };
         QVERIFY(waitUntil(newestIsPasted));
         // What is being written beside them is no picture yet.
@@ -109,41 +110,38 @@ private Q_SLOTS:
         QFETCH(QSize, drag);
         QFETCH(QSize, taken);
         useSmallDesktop();
-        const auto window = showSample(QRect(100, 100, 300, 200));
+        const auto window = openSample(QRect(100, 100, 300, 200));
         const QRect expected = drag == taken ? QRect(QPoint(200, 180), drag) : window->pixels();
         const QImage before = screen().grab(expected);
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        QVERIFY(openArea());
         select(QRect(QPoint(200, 180), drag));
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QCOMPARE(pastedPicture().size(), taken);
-        QVERIFY(samePixels(pastedPicture(), before));
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QCOMPARE(pasted().size(), taken);
+        QVERIFY(samePixels(pasted(), before));
     }
 
     void clickOnTheBareDesktopSelectsNothing()
     {
         useSmallDesktop();
-        pressAreaKey();
-        QVERIFY(awaitSession());
+        QVERIFY(openArea());
         select(QRect(200, 180, 2, 2));
         input().tap(Qt::Key_Return);
         // The session goes on: nothing was there to end it with.
         const QRect area(50, 50, 40, 30);
         select(area);
-        QVERIFY(awaitSession());
+        QVERIFY(sessionIsReady());
         input().tap(Qt::Key_Return);
-        QVERIFY(awaitToast(QStringLiteral("Copiado y guardado")));
-        QCOMPARE(pastedPicture().size(), area.size());
-        QCOMPARE(history().size(), 1);
+        QVERIFY(toastSays(QStringLiteral("Copiado y guardado")));
+        QCOMPARE(pasted().size(), area.size());
+        QCOMPARE(filesIn(program().folders().history()).size(), 1);
     }
 
 private:
     void useSmallDesktop()
     {
         useDesktop({.screen = {.pixels = {640, 480}}, .windowManager = WindowManager::none});
-        program().start();
-        QVERIFY(awaitHotKeys());
+        startProgram();
     }
 
     static QColor colour(int number) { return QColor(20 * number + 40, 200, 20); }
@@ -164,17 +162,10 @@ private:
     static std::vector<int> numbersIn(const QString& folder)
     {
         std::vector<int> numbers;
-        for (const QString& name : namesIn(folder))
+        for (const QString& name : filesIn(folder))
             numbers.push_back(numberIn(QImage(folder + QLatin1Char('/') + name)));
         std::ranges::sort(numbers);
         return numbers;
-    }
-
-    std::size_t toasts()
-    {
-        return static_cast<std::size_t>(std::ranges::count(
-            windows().all(), QStringLiteral("Pantalla completa copiada y guardada"),
-            &SeenWindow::title));
     }
 };
 

@@ -6,26 +6,6 @@
 
 namespace brindlecam::desktop {
 
-namespace {
-
-constexpr Qt::KeyboardModifiers kShiftSuper = Qt::ShiftModifier | Qt::MetaModifier;
-
-QStringList picturesIn(const QString& folder)
-{
-    QStringList paths;
-    for (const QFileInfo& file :
-         QDir(folder).entryInfoList({QStringLiteral("*.png")}, QDir::Files, QDir::Name))
-        paths << file.filePath();
-    return paths;
-}
-
-bool isOnly(const QStringList& paths, const QImage& expected)
-{
-    return paths.size() == 1 && samePixels(QImage(paths.front()), expected);
-}
-
-} // namespace
-
 void CaptureTest::usePatternedDesktop(const DesktopOptions& options)
 {
     DesktopOptions patterned = options;
@@ -33,18 +13,54 @@ void CaptureTest::usePatternedDesktop(const DesktopOptions& options)
     useDesktop(patterned);
 }
 
+std::unique_ptr<ClientWindow> CaptureTest::openSample(const QRect& pixels, WindowKind kind)
+{
+    const QImage picture = coarsePattern(pixels.size());
+    auto window = desktop().open({.pixels = pixels, .kind = kind, .picture = picture});
+    // Seen, not only mapped: a compositor takes its time.
+    const auto isSeen = [&] {
+        const QImage seen = screen().grab(window->pixels());
+        return samePixels(seen, picture.convertToFormat(seen.format()));
+    };
+    if (!waitUntil(isSeen))
+        qFatal("the sample window does not show its picture");
+    return window;
+}
+
+bool CaptureTest::becomesActive(const ClientWindow& window)
+{
+    return waitUntil([&] { return windows().active() == window.id(); });
+}
+
+bool CaptureTest::getsFocus(const ClientWindow& window)
+{
+    return waitUntil([&] { return window.hasFocus(); });
+}
+
+bool CaptureTest::worksIn(ClientWindow& window)
+{
+    if (!desktop().hasWindowManager())
+        window.takeFocus();
+    else if (!becomesActive(window))
+        return false;
+    return getsFocus(window);
+}
+
 void CaptureTest::startProgram(const QStringList& arguments)
 {
     program().start(arguments);
-    // The overlays are made ready after the hot keys. Looking at the keys before would mean to take
-    // them for a moment, and the program could find them taken.
+    if (!hotKeysAreTaken())
+        qFatal("the hot keys are not taken:\n%s", qPrintable(program().log()));
+}
+
+bool CaptureTest::hotKeysAreTaken()
+{
+    // The overlays come after the hot keys.
     const auto ready = [this] {
         return windows().exists(program().pid(), QRect(10, 10, 300, 200));
     };
     const auto rival = desktop().rival();
-    const auto owned = [&](Qt::Key key) { return rival->isHotKeyTaken(key, kShiftSuper); };
-    if (!waitUntil(ready) || !owned(kAreaKey) || !owned(kFullScreenKey))
-        qFatal("the hot keys are not taken:\n%s", qPrintable(program().log()));
+    return waitUntil(ready) && waitUntil([&] { return areHotKeysTaken(*rival); });
 }
 
 void CaptureTest::pressHotKey(Qt::Key key)
@@ -52,22 +68,29 @@ void CaptureTest::pressHotKey(Qt::Key key)
     const auto rival = desktop().rival();
     if (!waitUntil([&] { return !rival->isKeyboardTaken(); }))
         qWarning("somebody keeps the keyboard");
-    input().chord({Qt::Key_Shift, Qt::Key_Super_L, key});
+    pressHotKeyAtOnce(key);
 }
 
-bool CaptureTest::openArea()
+bool CaptureTest::openArea(std::size_t overlayCount)
 {
     pressHotKey(kAreaKey);
-    return sessionIsReady();
+    return sessionIsReady(overlayCount);
 }
 
 bool CaptureTest::sessionIsReady(std::size_t overlayCount)
+{
+    const auto rival = desktop().rival();
+    return overlaysAreUp(overlayCount) &&
+           waitUntil([&] { return rival->isHotKeyTaken(Qt::Key_Escape, {}); });
+}
+
+bool CaptureTest::overlaysAreUp(std::size_t overlayCount)
 {
     const auto ready = [&] {
         const auto all = overlays();
         // A pin or a dialog may have had the keyboard before.
         return all.size() == overlayCount &&
-               std::ranges::find(all, windows().focused(), &SeenWindow::id) != all.end();
+               std::ranges::count(all, windows().focused(), &SeenWindow::id) == 1;
     };
     if (!waitUntil(ready))
         return false;
@@ -76,12 +99,24 @@ bool CaptureTest::sessionIsReady(std::size_t overlayCount)
     const auto painted = [&] {
         const QImage now = screen().grab();
         const auto all = overlays();
-        return std::all_of(all.begin(), all.end(), [&](const SeenWindow& overlay) {
+        return std::ranges::all_of(all, [&](const SeenWindow& overlay) {
             const QPoint corner = overlay.pixels.bottomLeft();
             return now.pixelColor(corner) != beneath.pixelColor(corner);
         });
     };
     return waitUntil(painted);
+}
+
+void CaptureTest::select(const QRect& area)
+{
+    input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
+}
+
+bool CaptureTest::sessionIsOver()
+{
+    const auto rival = desktop().rival();
+    return waitUntil(
+        [&] { return overlays().empty() && !rival->isHotKeyTaken(Qt::Key_Escape, {}); });
 }
 
 QRect CaptureTest::placeOf(const char* name, std::optional<ControlKind> kind)
@@ -100,34 +135,56 @@ bool CaptureTest::press(const char* name)
     return true;
 }
 
-bool CaptureTest::sessionIsOver()
+bool CaptureTest::programHasKeyboard()
 {
-    return waitUntil([this] { return overlays().empty(); });
+    return waitUntil([this] { return windows().hasKeyboard(program().pid()); });
 }
 
-std::vector<SeenWindow> CaptureTest::overlays()
+bool CaptureTest::nothingIsShown()
 {
-    return windows().shown(program().pid(), Role::overlay);
+    return waitUntil([this] { return windows().shown(program().pid()).empty(); });
 }
 
-std::vector<SeenWindow> CaptureTest::toasts()
+bool CaptureTest::toastComes()
 {
-    return windows().shown(program().pid(), Role::toast);
-}
-
-std::vector<SeenWindow> CaptureTest::dialogs()
-{
-    return windows().shown(program().pid(), Role::dialog);
+    return waitUntil([this] { return !toasts().empty(); });
 }
 
 bool CaptureTest::toastIsGone()
 {
-    return waitUntil([this] { return !toastIsShown(); });
+    return waitUntil([this] { return toasts().empty(); });
 }
 
-bool CaptureTest::becomesActive(const ClientWindow& window)
+bool CaptureTest::toastSays(const QString& message)
 {
-    return waitUntil([&] { return windows().active() == window.id(); });
+    return waitUntil([&] {
+        for (const SeenWindow& window : toasts()) {
+            const std::pair toast(window.pid, window.id);
+            if (window.title == message && toast != m_lastToast) {
+                m_lastToast = toast;
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
+bool CaptureTest::dialogOpens()
+{
+    return waitUntil([this] { return dialogs().size() == 1; });
+}
+
+bool CaptureTest::dialogsAreGone()
+{
+    return waitUntil([this] { return dialogs().empty(); });
+}
+
+bool CaptureTest::dialogHasKeyboard()
+{
+    return waitUntil([this] {
+        const auto all = dialogs();
+        return std::ranges::count(all, windows().focused(), &SeenWindow::id) == 1;
+    });
 }
 
 QImage CaptureTest::pasted()
@@ -155,14 +212,34 @@ QStringList CaptureTest::history()
     return picturesIn(program().folders().history());
 }
 
+QStringList CaptureTest::filesIn(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
+
+QImage CaptureTest::onlyPictureIn(const QString& folder)
+{
+    // What is whole already but not yet in its place is no picture, either.
+    const QStringList pictures = picturesIn(folder);
+    return pictures.size() == 1 && filesIn(folder).size() == 1 ? QImage(pictures.front())
+                                                               : QImage();
+}
+
 bool CaptureTest::isOnlyCapture(const QImage& expected)
 {
-    return waitUntil([&] { return isOnly(captures(), expected); });
+    return waitUntil(
+        [&] { return samePixels(onlyPictureIn(program().folders().captures()), expected); });
 }
 
 bool CaptureTest::isOnlyInHistory(const QImage& expected)
 {
-    return waitUntil([&] { return isOnly(history(), expected); });
+    return waitUntil(
+        [&] { return samePixels(onlyPictureIn(program().folders().history()), expected); });
+}
+
+std::vector<SeenWindow> CaptureTest::shown(Role role)
+{
+    return windows().shown(program().pid(), role);
 }
 
 } // namespace brindlecam::desktop

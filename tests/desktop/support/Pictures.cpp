@@ -1,5 +1,8 @@
 #include "desktop/support/Pictures.h"
 
+#include <QDir>
+#include <QRandomGenerator>
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -24,6 +27,27 @@ QImage pattern(QSize pixels)
             line[x] = qRgb((x * 37 + y) % 256, (y * 41 + x / 256) % 256, ((x ^ y) * 3 + 40) % 256);
     }
     return image;
+}
+
+QImage coarsePattern(QSize pixels)
+{
+    QImage picture(pixels, QImage::Format_RGB32);
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x)
+            picture.setPixel(x, y, qRgb(x % 32 * 8, y % 32 * 8, (x / 32 + y / 32 * 5) % 32 * 8));
+    }
+    return picture;
+}
+
+QImage noise(QSize pixels)
+{
+    QRandomGenerator random(1);
+    QImage picture(pixels, QImage::Format_RGB32);
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x)
+            picture.setPixel(x, y, random.generate() | 0xff000000);
+    }
+    return picture;
 }
 
 int difference(const QImage& one, const QImage& other, const QRegion& where)
@@ -64,6 +88,15 @@ QImage dimmed(const QImage& picture)
                            qRound(qBlue(line[x]) * kKept));
     }
     return dark;
+}
+
+QStringList picturesIn(const QString& folder)
+{
+    QStringList paths;
+    for (const QFileInfo& file :
+         QDir(folder).entryInfoList({QStringLiteral("*.png")}, QDir::Files, QDir::Name))
+        paths << file.filePath();
+    return paths;
 }
 
 } // namespace brindlecam::desktop
