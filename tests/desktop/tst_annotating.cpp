@@ -65,7 +65,7 @@ private Q_SLOTS:
         QVERIFY(history().isEmpty());
         QVERIFY(captures().isEmpty());
         QVERIFY(returnTakes(marks));
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
     }
 
     void screenShowsWhatIsCopied()

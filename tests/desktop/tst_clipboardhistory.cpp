@@ -1,4 +1,5 @@
 #include "desktop/AnnotatingTest.h"
+#include "desktop/support/Buttons.h"
 #include "desktop/support/ClipboardManager.h"
 
 #include <functional>
@@ -41,8 +42,7 @@ private Q_SLOTS:
         QTest::newRow("save") << End([](auto& test) {
             test.input().chord({Qt::Key_Control, Qt::Key_S});
         });
-        QTest::newRow("pin") << End(
-            [](auto& test) { QVERIFY(test.press("Fijar flotando en pantalla")); });
+        QTest::newRow("pin") << End([](auto& test) { QVERIFY(test.press(Buttons::kPin)); });
         QTest::newRow("quit") << End([](auto& test) { QCOMPARE(test.program().quit(), 0); });
     }
     void managerKeepsOnlyWhatTheSessionEndsWith()

@@ -1,7 +1,6 @@
 #include "desktop/support/CaptureTest.h"
 #include "desktop/support/ClipboardManager.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 
@@ -152,11 +151,11 @@ private Q_SLOTS:
         QVERIFY(dialogs().empty());
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(dialogOpens());
+        QVERIFY(dialogHasKeyboard());
         QVERIFY(program().settings().value(QLatin1String("didShowWelcome")).toBool());
         input().tap(Qt::Key_Return);
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(dialogsAreGone());
         // The last window is closed; the program is not.
         QVERIFY(openArea());
     }
@@ -168,18 +167,19 @@ private Q_SLOTS:
         program().writeSettings({{QStringLiteral("didShowWelcome"), false}});
         const QImage empty = screen().grabAtRest();
         startProgram();
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         QVERIFY(waitUntil([&] { return !samePixels(screen().grab(), empty); }));
         QVERIFY(openArea());
         QVERIFY(dialogs().empty());
-        input().drag({400, 200}, {900, 600});
-        QVERIFY(isPasted(empty.copy(400, 200, 500, 400)));
+        const QRect area(400, 200, 500, 400);
+        select(area);
+        QVERIFY(isPasted(empty.copy(area)));
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         pressHotKey(kFullScreenKey);
         QVERIFY(isPasted(empty));
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
     }
 
     void failedStartLeavesNothingBehind()
@@ -217,7 +217,7 @@ private Q_SLOTS:
         usePatternedDesktop();
         startProgram();
         QVERIFY(openArea());
-        input().drag({300, 200}, {500, 400});
+        select({300, 200, 200, 200});
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
         QCOMPARE(::kill(static_cast<pid_t>(program().pid()), signal), 0);
         QVERIFY(program().waitForEnd());
@@ -258,16 +258,14 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         pressHotKey(kFullScreenKey);
         // While its message stands, the next capture waits until that is off the screen.
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         const qsizetype earlier = 1;
         QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
         QCOMPARE(program().quit(), 0);
-        const QStringList kept = QDir(program().folders().history()).entryList(QDir::Files);
-        QCOMPARE(kept.size(), earlier + 1);
-        for (const QString& name : kept) {
-            const QImage picture(program().folders().history() + QLatin1Char('/') + name);
-            QVERIFY(samePixels(picture, before));
-        }
+        QCOMPARE(history().size(), earlier + 1);
+        QCOMPARE(filesIn(program().folders().history()).size(), earlier + 1);
+        for (const QString& picture : history())
+            QVERIFY(samePixels(QImage(picture), before));
     }
 
     void captureUnderWayIsFinishedBeforeQuitting()

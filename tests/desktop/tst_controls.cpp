@@ -1,3 +1,4 @@
+#include "desktop/support/Buttons.h"
 #include "desktop/support/CaptureTest.h"
 
 #include <functional>
@@ -31,9 +32,8 @@ private:
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
         input().moveTo(session.selected.topLeft());
-        pressHotKey(kAreaKey);
-        QVERIFY(sessionIsReady(session.overlays));
-        input().drag(session.selected.topLeft(), session.selected.bottomRight() + QPoint(1, 1));
+        QVERIFY(openArea(session.overlays));
+        select(session.selected);
     }
 
     [[nodiscard]] std::optional<Control> find(const char* name, ControlKind kind)
@@ -158,7 +158,7 @@ private Q_SLOTS:
     void itemsOfAMenuAreFound()
     {
         selects({});
-        QVERIFY(press("Fijar flotando en pantalla"));
+        QVERIFY(press(Buttons::kPin));
         QVERIFY(sessionIsOver());
         const auto pin = find("Captura fijada", ControlKind::other);
         QVERIFY(pin);
@@ -172,7 +172,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return is("Copiar", &Control::focused); }));
         input().click(copy->pixels.center());
         QVERIFY(waitUntil([this] { return !look("Copiar"); }));
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
     }
 
     void buttonsOfDialogsAreFound_data()
@@ -186,10 +186,10 @@ private Q_SLOTS:
         QFETCH(QString, scale);
         selects({.desktop = {.screen = {.pixels = {1280, 1000}}}, .scales = scale});
         QVERIFY(press("Guardar"));
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         QVERIFY(sessionIsOver());
         QVERIFY(press("Cancelar"));
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(dialogsAreGone());
         QVERIFY(captures().isEmpty());
     }
 
@@ -198,11 +198,11 @@ private Q_SLOTS:
         const QRect first(300, 100, 300, 200);
         const QRect second(300, 450, 300, 200);
         selects({.selected = first});
-        QVERIFY(press("Fijar flotando en pantalla"));
+        QVERIFY(press(Buttons::kPin));
         QVERIFY(sessionIsOver());
         QVERIFY(openArea());
-        input().drag(second.topLeft(), second.bottomRight() + QPoint(1, 1));
-        QVERIFY(press("Fijar flotando en pantalla"));
+        select(second);
+        QVERIFY(press(Buttons::kPin));
         QVERIFY(sessionIsOver());
         for (const QRect& pin : {first, second, first}) {
             QVERIFY(isAnswered([&] { input().click(pin.center()); },
@@ -222,7 +222,7 @@ private Q_SLOTS:
         startProgram();
         QVERIFY(openArea());
         QVERIFY(!look("Copiar"));
-        input().drag({300, 250}, {700, 550});
+        select(Session().selected);
         QVERIFY(press("Copiar"));
         QVERIFY(sessionIsOver());
     }
@@ -240,7 +240,7 @@ private Q_SLOTS:
         program().environment().insert(bus, desktop().environment().value(bus));
         startProgram();
         QVERIFY(openArea());
-        input().drag({300, 250}, {700, 550});
+        select(Session().selected);
         QVERIFY(press("Copiar"));
         QVERIFY(sessionIsOver());
     }

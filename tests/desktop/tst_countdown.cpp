@@ -45,9 +45,9 @@ private Q_SLOTS:
         // Three different digits, one after the other, and never the desktop again in between.
         QList<QImage> digits;
         const auto watched = [&] {
-            const bool shown = toastIsShown();
+            const bool shown = !toasts().empty();
             const QImage now = screen().grab(panel);
-            if (shown && toastIsShown() && now != before.copy(panel) && !digits.contains(now))
+            if (shown && !toasts().empty() && now != before.copy(panel) && !digits.contains(now))
                 digits.append(now);
             return !shown;
         };

@@ -1,5 +1,6 @@
 // Covers ClickSink.
 #include "desktop/AnnotatingTest.h"
+#include "desktop/support/Buttons.h"
 #include "look/InterfaceFont.h"
 
 #include <QPainter>
@@ -13,7 +14,7 @@ class TestDoubleClicks final : public AnnotatingTest {
 
 private:
     static constexpr QRect kWindow{100, 40, 500, 400}; ///< holds selection and bars
-    static constexpr int kBetween = 80;                ///< ms, as fast as a hand can
+    static constexpr int kBetween = 80;                ///< ms, before a third click
     static constexpr int kNoDoubleClick = 600;         ///< ms, more than Qt waits for a second one
 
     static QImage page()
@@ -26,20 +27,6 @@ private:
         return picture;
     }
 
-    [[nodiscard]] std::vector<SeenWindow> pins()
-    {
-        return windows().shown(program().pid(), Role::pin);
-    }
-
-    /// Gives the window the focus, as the desktop can.
-    [[nodiscard]] bool worksIn(ClientWindow& window, WindowManager windowManager)
-    {
-        if (windowManager == WindowManager::openbox)
-            return becomesActive(window);
-        window.takeFocus();
-        return waitUntil([&] { return window.hasFocus(); });
-    }
-
     enum class End { close, copy, text, save, pin };
     static const char* buttonOf(End end)
     {
@@ -49,11 +36,11 @@ private:
         case End::copy:
             return "Copiar";
         case End::text:
-            return "Copiar el texto de la selección";
+            return Buttons::kReadText;
         case End::save:
             return "Guardar";
         case End::pin:
-            return "Fijar flotando en pantalla";
+            return Buttons::kPin;
         }
         return "";
     }
@@ -63,24 +50,18 @@ private:
     {
         return placeOf(buttonOf(end), ControlKind::button).center();
     }
-    void doubleClick(QPoint place)
-    {
-        input().click(place);
-        QTest::qWait(kBetween); // the time is the point
-        input().click(place);
-    }
 
     /// What is there when the session has ended with this.
     [[nodiscard]] bool isCarriedOut(End end)
     {
         switch (end) {
         case End::copy:
-            return waitUntil([this] { return toastIsShown(); });
+            return toastComes();
         case End::text:
             return waitUntil(
                 [this] { return desktop().clipboard().text() == QLatin1String("Una nota"); });
         case End::save:
-            return waitUntil([this] { return dialogs().size() == 1; });
+            return dialogOpens();
         case End::pin:
             return waitUntil([this] { return pins().size() == 1; });
         case End::close:
@@ -101,13 +82,13 @@ private Q_SLOTS:
         QFETCH(WindowManager, windowManager);
         useProgram({}, 1, {.windowManager = windowManager});
         const auto below = desktop().open({.pixels = kWindow, .picture = page()});
-        QVERIFY(worksIn(*below, windowManager));
+        QVERIFY(worksIn(*below));
         QPoint place;
         for (const End end : {End::close, End::copy, End::text, End::save, End::pin}) {
             QVERIFY(selects());
             place = placeOfButton(end);
             below->forget();
-            doubleClick(place);
+            input().doubleClick(place);
             if (end == End::copy) { // some click three times
                 QTest::qWait(kBetween);
                 input().click(place);
@@ -122,11 +103,11 @@ private Q_SLOTS:
                 QVERIFY(waitUntil([&] { return !below->clicks().empty(); }));
             QCOMPARE(below->clicks().size(), goesOn ? 1U : 0U);
             if (end == End::save) {
-                QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+                QVERIFY(dialogHasKeyboard());
                 input().tap(Qt::Key_Escape);
-                QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+                QVERIFY(dialogsAreGone());
             }
-            QVERIFY(waitUntil([&] { return below->hasFocus(); }));
+            QVERIFY(getsFocus(*below));
             QCOMPARE(below->clicks().size(), goesOn ? 1U : 0U);
         }
         // Nor the pin; and after that the place is like any other.
@@ -135,9 +116,7 @@ private Q_SLOTS:
         QVERIFY(below->clicks().empty());
         input().click(place);
         QVERIFY(waitUntil([&] { return below->clicks().size() == 1; }));
-        input().click(kSelected.center().toPoint());
-        QTest::qWait(kBetween);
-        input().click(kSelected.center().toPoint());
+        input().doubleClick(kSelected.center().toPoint());
         QVERIFY(waitUntil([this] { return pins().empty(); }));
     }
 
@@ -147,13 +126,13 @@ private Q_SLOTS:
         QFETCH(WindowManager, windowManager);
         useProgram({}, 1, {.windowManager = windowManager});
         const auto below = desktop().open({.pixels = kWindow});
-        QVERIFY(worksIn(*below, windowManager));
+        QVERIFY(worksIn(*below));
         // So large that the bar lies inside, where the pin will be.
         const QRectF all(QPointF(2, 2), canvas() - QSizeF(4, 4));
         QVERIFY(openArea());
         drag(all.topLeft(), all.bottomRight());
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
-        doubleClick(placeOfButton(End::pin));
+        input().doubleClick(placeOfButton(End::pin));
         QVERIFY(sessionIsOver());
         QVERIFY(isCarriedOut(End::pin));
         QTest::qWait(kNoDoubleClick);

@@ -143,8 +143,7 @@ private Q_SLOTS:
         startProgram();
         input().moveTo({1500, 1100});
         const QImage before = screen().grabAtRest();
-        pressHotKey(kAreaKey);
-        QVERIFY(sessionIsReady(3));
+        QVERIFY(openArea(3));
         const QImage dark = dimmed(before);
         const QRegion belowTheHints =
             QRegion(wide.adjusted(0, 200, 0, 0)) | QRegion(dense.adjusted(0, 200, 0, 0));

@@ -176,7 +176,7 @@ private Q_SLOTS:
         QVERIFY(!pointerIsTaken());
         // Begins where an entry was.
         const QRect area(menu.topLeft() + QPoint(15, 15), QSize(200, 150));
-        input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
+        select(area);
         QVERIFY(isPasted(before.copy(area)));
         input().moveTo(kAside);
         input().tap(Qt::Key_Escape);
@@ -202,7 +202,7 @@ private Q_SLOTS:
         input().moveTo(window->pixels().center());
         input().press(Button::left);
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QVERIFY(overlays().empty());
         QVERIFY(toastIsGone());
         QVERIFY(pointerIsTaken());
@@ -219,7 +219,7 @@ private Q_SLOTS:
         QVERIFY(owner->takeKeyboard());
         QVERIFY(owner->takePointer());
         QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QVERIFY(overlays().empty());
         QVERIFY(toastIsGone());
         QVERIFY(!owner->gotKeys());

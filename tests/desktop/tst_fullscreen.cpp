@@ -117,7 +117,7 @@ private Q_SLOTS:
         QElapsedTimer sinceTrigger;
         sinceTrigger.start();
         pressHotKey(kFullScreenKey);
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         const QRect place = toasts().front().pixels;
         QVERIFY(!toasts().front().managed);
         QVERIFY(qAbs(place.center().x() - before.width() / 2) <= 1);
@@ -141,14 +141,14 @@ private Q_SLOTS:
         usePatternedDesktop();
         const auto below = desktop().open({.pixels = QRect(0, 400, 1280, 400)});
         startProgram();
-        QVERIFY(waitUntil([&] { return below->hasFocus(); }));
+        QVERIFY(getsFocus(*below));
         if (fullScreen) {
             desktop().pager().setFullScreen(below->id(), true);
             QVERIFY(waitUntil([&] { return below->pixels() == screen().pixels(); }));
         }
         const QImage before = screen().grabAtRest();
         pressHotKey(kFullScreenKey);
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         const QRect toast = toasts().front().pixels;
         QVERIFY(waitUntil([&] { return screen().grab(toast) != before.copy(toast); }));
         const QPoint place = toast.center();
@@ -167,7 +167,7 @@ private Q_SLOTS:
         startProgram();
         const QImage before = screen().grabAtRest();
         pressHotKey(kFullScreenKey);
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         const auto first = desktop().clipboard().read("image/png");
         QVERIFY(first.has_value());
         pressHotKey(kFullScreenKey);
@@ -200,7 +200,7 @@ private Q_SLOTS:
         pressHotKey(kFullScreenKey);
         QVERIFY(isPasted(before.copy(monitor)));
         QVERIFY(isOnlyCapture(before.copy(monitor)));
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QVERIFY(monitor.contains(toasts().front().pixels));
     }
 
@@ -217,7 +217,7 @@ private Q_SLOTS:
         pressHotKey(kFullScreenKey);
         QVERIFY(isPasted(before));
         QVERIFY(isOnlyInHistory(before));
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QVERIFY(QFileInfo(inTheWay).isFile());
     }
 
@@ -241,7 +241,7 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         pressHotKey(kFullScreenKey);
         // The toast is the last step.
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QVERIFY(samePixels(pasted(), before));
         QCOMPARE(history().size(), keepHistory ? 1 : 0);
         const QStringList files = QDir(folder).entryList(QDir::Files);

@@ -19,12 +19,8 @@ private:
         usePatternedDesktop(
             {.windowManager = windowManager ? WindowManager::openbox : WindowManager::none});
         m_below = desktop().open({.pixels = QRect(200, 200, 500, 400)});
-        if (!windowManager)
-            m_below->takeFocus();
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(worksIn(*m_below));
     }
-
-    void dragged() { input().drag(kDragged.topLeft(), kDragged.topLeft() + QPoint(200, 150)); }
 
     /// Types into the window below until something arrives, and tells whether it got nothing else.
     bool onlyNowKeysReachTheWindow()
@@ -85,7 +81,7 @@ private Q_SLOTS:
         useDesktopWith(windowManager);
         startProgram();
         QVERIFY(openArea());
-        dragged();
+        select(kDragged);
         QVERIFY(waitUntil([this] { return pasted().size() == kDragged.size(); }));
         m_below->forget();
         input().press(key);
@@ -93,7 +89,7 @@ private Q_SLOTS:
         QTest::qWait(kHeldMilliseconds);
         QVERIFY(m_below->keys().empty());
         input().release(key);
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(getsFocus(*m_below));
         QVERIFY(onlyNowKeysReachTheWindow());
         QCOMPARE(history().size(), 1);
         QVERIFY(overlays().empty());
@@ -111,18 +107,17 @@ private Q_SLOTS:
         useDesktopWith(windowManager);
         startProgram();
         m_below->forget();
-        for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Super_L, Qt::Key_9})
+        for (const Qt::Key key : hotKey(kAreaKey))
             input().press(key);
         QVERIFY(sessionIsReady());
         QTest::qWait(kHeldMilliseconds);
         QCOMPARE(overlays().size(), std::size_t(1));
-        dragged();
-        for (const Qt::Key key : {Qt::Key_9, Qt::Key_Super_L, Qt::Key_Shift})
-            input().release(key);
+        select(kDragged);
+        input().letGo();
         QCOMPARE(overlays().size(), std::size_t(1));
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(getsFocus(*m_below));
         for (const KeyPress& press : m_below->keys())
             QVERIFY(press.key == Qt::Key_Shift || press.key == Qt::Key_Super_L); // pressed before
         m_below->forget();
@@ -133,12 +128,12 @@ private Q_SLOTS:
     {
         useDesktopWith(true);
         startProgram();
-        for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Super_L, Qt::Key_8})
+        // Super first, as some hands do.
+        for (const Qt::Key key : {Qt::Key_Super_L, Qt::Key_Shift, kFullScreenKey})
             input().press(key);
         QVERIFY(waitUntil([this] { return history().size() == 1; }));
         QTest::qWait(kHeldMilliseconds);
-        for (const Qt::Key key : {Qt::Key_8, Qt::Key_Super_L, Qt::Key_Shift})
-            input().release(key);
+        input().letGo();
         QVERIFY(toastIsGone());
         QCOMPARE(history().size(), 1);
     }
@@ -159,15 +154,15 @@ private Q_SLOTS:
         useDesktopWith(windowManager);
         const auto other = desktop().open({.pixels = QRect(750, 100, 300, 300)});
         m_below->takeFocus();
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(getsFocus(*m_below));
         startProgram();
         for (int round = 0; round < 2; ++round) {
             QVERIFY(openArea());
             QVERIFY(!m_below->hasFocus());
-            dragged();
+            select(kDragged);
             input().tap(key);
             QVERIFY(sessionIsOver());
-            QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+            QVERIFY(getsFocus(*m_below));
         }
         m_below->forget();
         QVERIFY(onlyNowKeysReachTheWindow());
@@ -183,7 +178,7 @@ private Q_SLOTS:
         input().click({450, 400});
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(getsFocus(*m_below));
         QVERIFY(onlyNowKeysReachTheWindow());
         QVERIFY(m_below->clicks().empty());
     }
@@ -202,7 +197,7 @@ private Q_SLOTS:
         QVERIFY(openArea());
         QTest::qWait(kInsistsMilliseconds);
         m_below->takeFocus();
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(getsFocus(*m_below));
         m_below->forget();
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
@@ -218,7 +213,7 @@ private Q_SLOTS:
         usePatternedDesktop();
         program().writeSettings({{QStringLiteral("didShowWelcome"), false}});
         startProgram();
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         const auto active = [this] { return windows().active(); };
         const WindowId dialog = dialogs().front().id;
         QVERIFY(waitUntil([&] { return active() == dialog; }));
@@ -231,8 +226,8 @@ private Q_SLOTS:
         // A window that comes now is dealt with after all that.
         const auto last = desktop().open({.pixels = QRect(900, 100, 200, 100)});
         QVERIFY(waitUntil([&] { return last->isFramed(); }));
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
-        dragged();
+        QVERIFY(programHasKeyboard());
+        select(kDragged);
         input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([this] { return history().size() == 1; }));
@@ -242,14 +237,14 @@ private Q_SLOTS:
     {
         useDesktopWith(true);
         const auto other = desktop().rival();
-        QVERIFY(other->takeHotKey(Qt::Key_8, Qt::MetaModifier | Qt::ShiftModifier));
+        QVERIFY(other->takeHotKey(kFullScreenKey, kHotKeyModifiers));
         startProgram();
         pressHotKey(kFullScreenKey);
         QVERIFY(openArea());
-        dragged();
+        select(kDragged);
         input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QCOMPARE(history().size(), 1);
         QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
         QVERIFY(waitUntil([this] { return history().size() == 2; }));
@@ -268,7 +263,7 @@ private Q_SLOTS:
         startProgram();
         input().tap(lock);
         QVERIFY(openArea());
-        dragged();
+        select(kDragged);
         input().chord({Qt::Key_Control, Qt::Key_C});
         QVERIFY(sessionIsOver());
         QVERIFY(openArea());
@@ -311,7 +306,7 @@ private Q_SLOTS:
         startProgram();
         const auto menu = desktop().rival();
         QVERIFY(menu->takeKeyboard());
-        input().chord({Qt::Key_Shift, Qt::Key_Super_L, kFullScreenKey});
+        pressHotKeyAtOnce(kFullScreenKey);
         // A command needs no key.
         QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 0);
         QVERIFY(waitUntil([this] { return history().size() == 1; }));

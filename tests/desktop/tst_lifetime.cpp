@@ -63,9 +63,9 @@ private Q_SLOTS:
         QVERIFY(
             host.choose(host.items().front(), {QStringLiteral("Capturar con retraso"),
                                                QStringLiteral("Pantalla completa en 3 segundos")}));
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QCOMPARE(program().quit(), 0);
-        QVERIFY(!toastIsShown());
+        QVERIFY(toasts().empty());
         QVERIFY(history().isEmpty());
         QVERIFY(captures().isEmpty());
         QVERIFY(!clipboardIsTaken());

@@ -29,7 +29,7 @@ private Q_SLOTS:
         QVERIFY(isPasted(captured()));
         QVERIFY(isOnlyInHistory(captured()));
         QVERIFY(captures().empty());
-        QVERIFY(!toastIsShown());
+        QVERIFY(toasts().empty());
     }
 
     void dragMovesItByTheSameWay_data() { addSurroundings(); }
@@ -121,7 +121,7 @@ private Q_SLOTS:
         const Clipboard& reader = desktop().clipboard();
         const std::uint64_t owner = reader.owner();
         input().click({500, 400});
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(programHasKeyboard());
         QTest::qWait(600); // the time is the point: two slow clicks are no double click
         input().click({500, 400});
         QVERIFY(isOnlyPin(kDragged));
@@ -129,7 +129,7 @@ private Q_SLOTS:
         QVERIFY(isPasted(captured()));
         QVERIFY(isOnlyInHistory(captured()));
         QVERIFY(isOnlyPin(kDragged));
-        doubleClickPin({600, 450}); // not the third click in one place
+        input().doubleClick({600, 450}); // not the third click in one place
         QVERIFY(pinsAreGone());
         QVERIFY(program().isRunning());
     }
@@ -139,7 +139,7 @@ private Q_SLOTS:
         usePins();
         QVERIFY(pinArea());
         input().click({500, 400});
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(programHasKeyboard());
         input().tap(Qt::Key_Escape);
         input().tap(Qt::Key_Delete);
         input().tap(Qt::Key_Return);
@@ -156,10 +156,10 @@ private Q_SLOTS:
         const QRect other(800, 100, 300, 200);
         QVERIFY(pinArea());
         QVERIFY(pinArea(other));
-        doubleClickPin({500, 400});
+        input().doubleClick({500, 400});
         QVERIFY(isOnlyPin(other));
         QVERIFY(shows(other, before().copy(other)));
-        doubleClickPin({900, 200});
+        input().doubleClick({900, 200});
         QVERIFY(pinsAreGone());
     }
 
@@ -177,10 +177,11 @@ private Q_SLOTS:
         const QImage now = screen().grabAtRest();
         QVERIFY(!samePixels(now, before()));
         QVERIFY(openArea());
-        input().drag({250, 200}, {1200, 700});
+        const QRect area(250, 200, 950, 500);
+        select(area);
         input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
-        QVERIFY(isPasted(now.copy(250, 200, 950, 500)));
+        QVERIFY(isPasted(now.copy(area)));
         QVERIFY(isOnlyPin(moved));
     }
 

@@ -17,8 +17,7 @@ private:
     [[nodiscard]] bool pinOnTheRight()
     {
         const QRect area(900, 50, 800, 480);
-        pressHotKey(kAreaKey);
-        if (!sessionIsReady(2) || !pressPinButton(area))
+        if (!openArea(2) || !pressPinButton(area))
             return false;
         input().moveTo({20, 580});
         return sessionIsOver() && isOnlyPin(area);
@@ -64,11 +63,6 @@ private:
                    waitUntil([this] { return dialogs().size() == 1; }, kPanelOpens);
         });
     }
-    [[nodiscard]] bool dialogHasKeyboard()
-    {
-        const auto all = dialogs();
-        return all.size() == 1 && all.front().id == windows().focused();
-    }
 
     enum class Managed { no, yes };
     /// Whether there is one pin now, and whose it is to place.
@@ -102,7 +96,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return isPinned(Managed::yes); }));
         QVERIFY(isOnlyPin(moved));
         QVERIFY(shows(moved, captured()));
-        doubleClickPin({600, 430});
+        input().doubleClick({600, 430});
         QVERIFY(pinsAreGone());
     }
 
@@ -152,7 +146,7 @@ private Q_SLOTS:
         }));
         // Where the pin is, the session is dragged on and not the pin.
         const QRect area(320, 270, 300, 200);
-        input().drag(area.topLeft(), {620, 470});
+        select(area);
         QVERIFY(isPasted(before().copy(area)));
         QVERIFY(isPinned(Managed::yes));
         input().click({620, 470}, Button::right); // for the keyboard, wherever it is by now
@@ -215,11 +209,11 @@ private Q_SLOTS:
         QVERIFY(activate(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(openSavePanel({500, 400}));
-        QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
+        QVERIFY(dialogHasKeyboard());
         QVERIFY(waitUntil([this] { return dialogLiesAboveThePin(); }));
         QVERIFY(isOnlyPin(kDragged));
         input().tap(Qt::Key_Return);
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(dialogsAreGone());
         QVERIFY(isOnlyCapture(captured()));
         QVERIFY(activate(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
@@ -242,12 +236,12 @@ private Q_SLOTS:
         QVERIFY(activate(*window));
         QVERIFY(waitUntil([this] { return isPinned(Managed::no); }));
         QVERIFY(openSavePanel(right.center()));
-        QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
+        QVERIFY(dialogHasKeyboard());
         QVERIFY(right.intersects(dialogs().front().pixels));
         QVERIFY(waitUntil([this] { return dialogLiesAboveThePin(); }));
         QVERIFY(isPinned(Managed::no)); // over the other screen it would be needed
         input().tap(Qt::Key_Escape);
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(dialogsAreGone());
     }
 };
 

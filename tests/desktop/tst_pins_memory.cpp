@@ -46,7 +46,7 @@ private:
         }
         while (!pins().empty()) {
             const std::size_t left = pins().size() - 1;
-            doubleClickPin({500, 400});
+            input().doubleClick({500, 400});
             if (!waitUntil([&] { return pins().size() == left; }))
                 return false;
         }

@@ -24,7 +24,7 @@ private:
     void take(Way way)
     {
         if (way == Way::hotKey)
-            input().chord({Qt::Key_Shift, Qt::Key_Super_L, kAreaKey});
+            pressHotKeyAtOnce(kAreaKey);
         else
             QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
     }
@@ -33,18 +33,11 @@ private:
     [[nodiscard]] bool saveAs(std::string_view name)
     {
         const std::size_t open = dialogs().size();
-        if (!waitUntil([this] { return dialogHasKeyboard(); }))
+        if (!dialogHasKeyboard())
             return false;
         input().type(name);
         input().tap(Qt::Key_Return);
         return waitUntil([&] { return dialogs().size() + 1 == open; });
-    }
-    [[nodiscard]] bool dialogHasKeyboard()
-    {
-        const auto all = dialogs();
-        return std::ranges::any_of(all, [focused = windows().focused()](const SeenWindow& dialog) {
-            return dialog.id == focused;
-        });
     }
     [[nodiscard]] QImage saved(const char* name)
     {
@@ -64,7 +57,7 @@ private Q_SLOTS:
         const int files = captures().size();
         QVERIFY(openMenu({500, 400}));
         choose("Copiar");
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QVERIFY(isPasted(captured()));
         QVERIFY(menus().empty());
         QCOMPARE(history().size(), 2);
@@ -78,7 +71,7 @@ private Q_SLOTS:
         useSurroundings();
         QVERIFY(openMenu({500, 400}));
         choose("Guardar…");
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         // The pin has the keyboard until the panel takes it.
         QVERIFY(waitUntil([this] {
             input().tap(Qt::Key_Return);
@@ -123,7 +116,7 @@ private Q_SLOTS:
     {
         useSurroundings();
         input().click({500, 400});
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(programHasKeyboard());
         input().tap(Qt::Key_Menu);
         QVERIFY(waitUntil([this] { return menus().size() == 1; }));
         input().tap(Qt::Key_Escape);
@@ -156,7 +149,7 @@ private Q_SLOTS:
         QVERIFY(menus().empty());
         // Mouse and keys are the session's, and the menu is not in the picture.
         const QRect area(kDragged.right() + 2, menu.top() - 20, 200, menu.height() + 40);
-        input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
+        select(area);
         input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isPasted(before().copy(area)));
@@ -176,7 +169,7 @@ private Q_SLOTS:
         QVERIFY(sessionIsReady());
         QVERIFY(menus().empty());
         const QRect area(800, 100, 200, 100);
-        input().drag(area.topLeft(), {1000, 200});
+        select(area);
         input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
         QVERIFY(isPasted(before().copy(area)));
@@ -193,7 +186,7 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         QVERIFY(openMenuAcrossTheEdge());
         const QRect menu = menus().front().pixels;
-        input().chord({Qt::Key_Shift, Qt::Key_Super_L, kFullScreenKey});
+        pressHotKeyAtOnce(kFullScreenKey);
         QVERIFY(waitUntil([this] { return pasted().size() == before().size(); }));
         const QRect beside(kDragged.right() + 2, menu.top(), 200, menu.height());
         QCOMPARE(pasted().copy(beside), before().copy(beside));
@@ -206,14 +199,15 @@ private Q_SLOTS:
         QVERIFY(pinArea());
         QVERIFY(openMenu({500, 400}));
         choose("Guardar…");
-        QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
+        QVERIFY(dialogHasKeyboard());
         QVERIFY(openArea());
         QVERIFY(dialogs().empty());
-        input().drag({800, 100}, {900, 200});
-        QVERIFY(isPasted(before().copy(800, 100, 100, 100)));
+        const QRect area(800, 100, 100, 100);
+        select(area);
+        QVERIFY(isPasted(before().copy(area)));
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         QVERIFY(saveAs("fijada"));
         QVERIFY(waitUntil([this] { return samePixels(saved("fijada"), captured()); }));
         QVERIFY(isOnlyPin(kDragged));
@@ -226,10 +220,10 @@ private Q_SLOTS:
         const QRect other(800, 100, 300, 200);
         QVERIFY(pinArea(own));
         QVERIFY(openArea());
-        input().drag(other.topLeft(), {1100, 300});
+        select(other);
         QVERIFY(isPasted(before().copy(other)));
         input().chord({Qt::Key_Control, Qt::Key_S});
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1 && dialogHasKeyboard(); }));
+        QVERIFY(dialogOpens() && dialogHasKeyboard());
         const WindowId panel = dialogs().front().id;
         // By clicks: a key that comes before the menu has the keyboard would be the panel's.
         QVERIFY(openMenu(own.center()));
@@ -247,7 +241,7 @@ private Q_SLOTS:
         }));
         QVERIFY(saveAs("fijada"));
         // A panel that is left before Qt has read its folder does not keep its name selected.
-        QVERIFY(waitUntil([this] { return dialogHasKeyboard(); }));
+        QVERIFY(dialogHasKeyboard());
         input().chord({Qt::Key_Control, Qt::Key_A});
         QVERIFY(saveAs("otra"));
         QVERIFY(waitUntil([&] { return samePixels(saved("fijada"), before().copy(own)); }));

@@ -33,8 +33,7 @@ private:
     /// Takes an area of the right screen, at 1.5 pixels per point.
     [[nodiscard]] bool pinOnTheRight()
     {
-        pressHotKey(kAreaKey);
-        if (!sessionIsReady(2) || !pressPinButton(kOnRight))
+        if (!openArea(2) || !pressPinButton(kOnRight))
             return false;
         input().moveTo({20, 580});
         return sessionIsOver() && isOnlyPin(kOnRight);
@@ -107,9 +106,9 @@ private Q_SLOTS:
         QVERIFY(activate(*window));
         QVERIFY(pinArea());
         QVERIFY(becomesActive(*window));
-        QVERIFY(waitUntil([&] { return window->hasFocus(); }));
+        QVERIFY(getsFocus(*window));
         input().click({500, 400});
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(programHasKeyboard());
     }
 
     void pinStaysOnEveryDesktop()
@@ -213,7 +212,7 @@ private Q_SLOTS:
             [this] { return pins().size() == 1 && kLeft.contains(pins().front().pixels); }));
         QCOMPARE(pins().front().pixels.size(), QSize(300, 200));
         QVERIFY(isSharp(pins().front().pixels, picture));
-        doubleClickPin(pins().front().pixels.center());
+        input().doubleClick(pins().front().pixels.center());
         QVERIFY(pinsAreGone());
     }
 

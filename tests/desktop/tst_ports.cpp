@@ -131,9 +131,9 @@ private Q_SLOTS:
         QVERIFY(isPasted(before));
         const auto rival = desktop().rival();
         for (const Qt::Key key : {kAreaKey, kFullScreenKey})
-            QVERIFY(!rival->isHotKeyTaken(key, Qt::ShiftModifier | Qt::MetaModifier));
+            QVERIFY(!rival->isHotKeyTaken(key, kHotKeyModifiers));
         QCOMPARE(program().command({kArea}).exitCode, 0);
-        QVERIFY(sessionIsReady());
+        QVERIFY(overlaysAreUp());
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
     }
@@ -153,10 +153,11 @@ private Q_SLOTS:
         const QImage before = screen().grabAtRest();
         program().start();
         QCOMPARE(program().command({kArea}).exitCode, 0);
-        QVERIFY(sessionIsReady());
-        input().drag({400, 200}, {900, 600});
+        QVERIFY(overlaysAreUp());
+        const QRect area(400, 200, 500, 400);
+        select(area);
         input().tap(Qt::Key_Return);
-        QVERIFY(isPasted(before.copy(400, 200, 500, 400)));
+        QVERIFY(isPasted(before.copy(area)));
         QVERIFY(sessionIsOver());
         QCOMPARE(program().log(), QString());
     }
@@ -174,11 +175,11 @@ private Q_SLOTS:
         force(port, "null");
         program().start();
         QCOMPARE(program().command({kArea}).exitCode, 0);
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         // The alert goes and comes again, and nothing is left half done.
         for (const QString& word : {QStringLiteral("fullScreen"), kArea})
             QVERIFY(waitUntil([&] { return program().command({word}).exitCode == 0; }));
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         QVERIFY(overlays().empty());
         QCOMPARE(program().log(), QString());
     }

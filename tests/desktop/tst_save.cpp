@@ -1,10 +1,5 @@
 #include "desktop/support/CaptureTest.h"
 
-#include <QDir>
-
-#include <algorithm>
-#include <array>
-
 namespace brindlecam::desktop {
 
 /// Saving a selection under a name: the panel, the keyboard, and what follows.
@@ -20,24 +15,17 @@ private:
         usePatternedDesktop(
             {.windowManager = windowManager ? WindowManager::openbox : WindowManager::none});
         m_below = desktop().open({.pixels = QRect(100, 100, 300, 300)});
-        if (!windowManager)
-            m_below->takeFocus();
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(worksIn(*m_below));
         program().writeSettings({{QStringLiteral("autoCopy"), false}});
         startProgram();
         m_picture = screen().grabAtRest().copy(kDragged);
         QVERIFY(openArea());
-        input().drag(kDragged.topLeft(), kDragged.topLeft() + QPoint(200, 150));
+        select(kDragged);
         input().chord({Qt::Key_Control, Qt::Key_S});
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         QVERIFY(overlays().empty());
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(dialogHasKeyboard());
         m_below->forget();
-    }
-
-    static QStringList filesIn(const QString& folder)
-    {
-        return QDir(folder).entryList(QDir::Files | QDir::NoDotAndDotDot);
     }
 
     std::unique_ptr<ClientWindow> m_below;
@@ -56,14 +44,14 @@ private Q_SLOTS:
         openPanel(windowManager);
         input().type("mi captura");
         input().tap(Qt::Key_Return);
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(dialogsAreGone());
         QVERIFY(isOnlyCapture(m_picture));
         QCOMPARE(filesIn(program().folders().captures()),
                  QStringList(QStringLiteral("mi captura.png")));
         QVERIFY(isOnlyInHistory(m_picture));
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(getsFocus(*m_below));
         QVERIFY(!clipboardIsTaken());
-        QVERIFY(!toastIsShown());
+        QVERIFY(toasts().empty());
         QVERIFY(m_below->keys().empty());
         QVERIFY(openArea());
     }
@@ -89,8 +77,8 @@ private Q_SLOTS:
         QFETCH(bool, windowManager);
         openPanel(windowManager);
         input().tap(Qt::Key_Escape);
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(dialogsAreGone());
+        QVERIFY(getsFocus(*m_below));
         QVERIFY(isOnlyInHistory(m_picture));
         QVERIFY(filesIn(program().folders().captures()).isEmpty());
         QVERIFY(!clipboardIsTaken());
@@ -106,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(program().command({QStringLiteral("fullScreen")}).exitCode, 4);
         QCOMPARE(dialogs().size(), std::size_t(1));
         input().tap(Qt::Key_Escape);
-        QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
+        QVERIFY(dialogsAreGone() && getsFocus(*m_below));
         QVERIFY(openArea());
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
@@ -118,18 +106,15 @@ private Q_SLOTS:
     {
         openPanel(true);
         const WindowId panel = dialogs().front().id;
-        const auto isBack = [this] {
-            return dialogs().size() == 1 && windows().hasKeyboard(program().pid());
-        };
         desktop().pager().iconify(panel);
-        QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
+        QVERIFY(dialogsAreGone() && getsFocus(*m_below));
         pressHotKey(kAreaKey);
-        QVERIFY(waitUntil(isBack));
+        QVERIFY(dialogOpens() && dialogHasKeyboard());
 
         desktop().pager().sendToDesktop(panel, 1);
-        QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
+        QVERIFY(dialogsAreGone() && getsFocus(*m_below));
         pressHotKey(kFullScreenKey);
-        QVERIFY(waitUntil(isBack));
+        QVERIFY(dialogOpens() && dialogHasKeyboard());
         QCOMPARE(desktop().pager().currentDesktop(), 0);
 
         input().type("vuelta");
@@ -143,21 +128,21 @@ private Q_SLOTS:
     {
         usePatternedDesktop();
         m_below = desktop().open({});
-        QVERIFY(waitUntil([this] { return m_below->hasFocus(); }));
+        QVERIFY(worksIn(*m_below));
         startProgram();
         QVERIFY(openArea());
-        input().drag(kDragged.topLeft(), kDragged.topLeft() + QPoint(200, 150));
+        select(kDragged);
         m_below->forget();
         input().press(Qt::Key_Control);
         input().press(Qt::Key_S);
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
+        QVERIFY(dialogOpens());
         QTest::qWait(1500); // the server repeats after 0.66 s
         input().release(Qt::Key_S);
         input().release(Qt::Key_Control);
         QCOMPARE(dialogs().size(), std::size_t(1));
         QVERIFY(m_below->keys().empty());
         input().tap(Qt::Key_Escape);
-        QVERIFY(waitUntil([this] { return dialogs().empty() && m_below->hasFocus(); }));
+        QVERIFY(dialogsAreGone() && getsFocus(*m_below));
     }
 };
 

@@ -27,12 +27,6 @@ private:
         m_before = screen().grabAtRest();
     }
 
-    bool openBoth()
-    {
-        pressHotKey(kAreaKey);
-        return sessionIsReady(2);
-    }
-
     /// The focused window's screen, null when the program has not got the keyboard.
     QRect screenWithKeyboard()
     {
@@ -91,7 +85,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil(sharp));
         input().tap(Qt::Key_Return);
         QVERIFY(sessionIsOver());
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         const QImage picture = pasted();
         // Whole points: at most a point more than was dragged.
         const QRect taken(QPoint(size.width() - picture.width(), size.height() - picture.height()),
@@ -105,7 +99,7 @@ private Q_SLOTS:
     void overlaysCoverBothScreens()
     {
         useTwoScreens();
-        QVERIFY(openBoth());
+        QVERIFY(openArea(2));
         const auto all = overlays();
         QVERIFY(std::any_of(all.begin(), all.end(),
                             [](const SeenWindow& overlay) { return overlay.pixels == kLeft; }));
@@ -130,22 +124,22 @@ private Q_SLOTS:
         QFETCH(QRect, native);
         useTwoScreens();
         input().moveTo(pointer);
-        QVERIFY(openBoth());
+        QVERIFY(openArea(2));
         QVERIFY(waitUntil([&] { return screenWithKeyboard() == native; }));
     }
 
     void selectionOnOneScreenClearsTheOthers()
     {
         useTwoScreens();
-        QVERIFY(openBoth());
-        input().drag({100, 200}, {400, 500});
+        QVERIFY(openArea(2));
         const QRect onLeft(100, 200, 300, 300);
+        select(onLeft);
         QVERIFY(isBright(onLeft.adjusted(6, 6, -6, -6)));
         QVERIFY(isPasted(m_before.copy(onLeft)));
 
         // At 1.5 these are whole points.
         const QRect onRight(800 + 300, 300, 600, 330);
-        input().drag(onRight.topLeft(), onRight.topLeft() + QPoint(600, 330));
+        select(onRight);
         QVERIFY(isPasted(m_before.copy(onRight)));
         QVERIFY(isBright(onRight.adjusted(9, 9, -9, -9)));
         const QImage dark = dimmed(m_before);
@@ -157,16 +151,16 @@ private Q_SLOTS:
         QVERIFY(sessionIsOver());
         QVERIFY(isPasted(m_before.copy(onRight)));
         QVERIFY(isOnlyCapture(m_before.copy(onRight)));
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         QVERIFY(kRight.contains(toasts().front().pixels));
     }
 
     void keysActOnTheSelectionFromEitherOverlay()
     {
         useTwoScreens();
-        QVERIFY(openBoth());
+        QVERIFY(openArea(2));
         const QRect onRight(800 + 300, 300, 600, 330);
-        input().drag(onRight.topLeft(), onRight.topLeft() + QPoint(600, 330));
+        select(onRight);
         QVERIFY(isPasted(m_before.copy(onRight)));
         // Another overlay takes the keyboard without any press, as a window manager may do.
         for (const SeenWindow& overlay : overlays()) {
@@ -189,8 +183,8 @@ private Q_SLOTS:
     {
         QFETCH(QPoint, press);
         useTwoScreens();
-        QVERIFY(openBoth());
-        input().drag(press, press + QPoint(60, 60));
+        QVERIFY(openArea(2));
+        select({press, QSize(60, 60)});
         QVERIFY(waitUntil([&] { return screenWithKeyboard().contains(press); }));
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
@@ -205,7 +199,7 @@ private Q_SLOTS:
         QVERIFY(becomesActive(*window));
         const QRect frame = window->framePixels();
         m_before = screen().grabAtRest();
-        QVERIFY(openBoth());
+        QVERIFY(openArea(2));
         input().click({700, 300});
         QVERIFY(isPasted(m_before.copy(frame & kLeft)));
         input().click({1000, 300});
@@ -256,19 +250,19 @@ private Q_SLOTS:
         QFETCH(QPoint, press);
         QFETCH(std::size_t, left);
         useTwoScreens();
-        QVERIFY(openBoth());
-        input().drag(press, press + QPoint(90, 90));
+        QVERIFY(openArea(2));
+        const QRect area(press, QSize(90, 90));
+        select(area);
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
         desktop().removeMonitor(QStringLiteral("RIGHT"));
         QTRY_COMPARE(overlays().size(), left);
         if (left > 0) {
             input().tap(Qt::Key_Return);
             QVERIFY(sessionIsOver());
-            QVERIFY(isOnlyCapture(m_before.copy(QRect(press, QSize(90, 90)))));
+            QVERIFY(isOnlyCapture(m_before.copy(area)));
         }
         input().moveTo({400, 400});
-        pressHotKey(kAreaKey);
-        QVERIFY(sessionIsReady(1));
+        QVERIFY(openArea());
         QCOMPARE(overlays().front().pixels, kLeft);
     }
 
@@ -279,12 +273,12 @@ private Q_SLOTS:
         startProgram();
         QVERIFY(openArea());
         desktop().setMonitor({QStringLiteral("RIGHT"), kRight});
-        input().drag({100, 200}, {400, 500});
+        select({100, 200, 300, 300});
         QVERIFY(waitUntil([this] { return clipboardIsTaken(); }));
         QCOMPARE(overlays().size(), std::size_t(1));
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
-        QVERIFY(openBoth());
+        QVERIFY(openArea(2));
     }
 };
 

@@ -1,5 +1,6 @@
 #include "canvas/Hud.h"
 #include "desktop/AnnotatingTest.h"
+#include "desktop/support/Buttons.h"
 #include "look/InterfaceFont.h"
 
 #include <QFile>
@@ -15,8 +16,7 @@ class TestText final : public AnnotatingTest {
 
 private:
     static constexpr const char* kDataFolder = "TESSDATA_PREFIX"; // of the engine
-    static constexpr auto kTextButton = "Copiar el texto de la selección";
-    static constexpr QRect kWindow{100, 40, 280, 240}; // holds the whole selection
+    static constexpr QRect kWindow{100, 40, 280, 240};            // holds the whole selection
     static constexpr QRect kFullWindow{40, 40, 1100, 600};
     static constexpr QRectF kFullSelected{50, 50, 1080, 580};
 
@@ -107,18 +107,16 @@ private Q_SLOTS:
         useProgram({}, 1,
                    {.windowManager = managed ? WindowManager::openbox : WindowManager::none});
         const auto front = desktop().open({.pixels = QRect(600, 400, 300, 200)});
-        if (!managed)
-            front->takeFocus();
-        QVERIFY(managed ? becomesActive(*front) : waitUntil([&] { return front->hasFocus(); }));
+        QVERIFY(worksIn(*front));
         show(page(lines, ground, ink));
         QVERIFY(selects());
         QVERIFY(!front->hasFocus());
-        QVERIFY(press(kTextButton));
+        QVERIFY(press(Buttons::kReadText));
         QVERIFY(sessionIsOver());
         QVERIFY(waitUntil([&] { return copiedText() == lines.join(QLatin1Char('\n')); }));
-        QVERIFY(waitUntil([this] { return toastIsShown(); }));
+        QVERIFY(toastComes());
         // Who had the focus before gets the next key.
-        QVERIFY(waitUntil([&] { return front->hasFocus(); }));
+        QVERIFY(getsFocus(*front));
         front->forget();
         input().tap(Qt::Key_A);
         QVERIFY(waitUntil([&] { return front->keys().size() == 1; }));
@@ -143,7 +141,7 @@ private Q_SLOTS:
         }
         const QImage before = screen().grabAtRest();
         QCOMPARE(!samePixels(before.copy(pixels(kSelected)), empty), typed);
-        QVERIFY(press(kTextButton));
+        QVERIFY(press(Buttons::kReadText));
         QVERIFY(says(QStringLiteral("No se encontró texto en la selección"), before));
         QVERIFY(
             waitUntil([&] { return samePixels(seen(kSelected), before.copy(pixels(kSelected))); }));
@@ -159,7 +157,7 @@ private Q_SLOTS:
         const auto restored = qScopeGuard([] { qunsetenv(kDataFolder); });
         QVERIFY(selectsOver(page({QStringLiteral("Hola")}, Qt::white, Qt::black)));
         const QImage before = screen().grabAtRest();
-        QVERIFY(press(kTextButton));
+        QVERIFY(press(Buttons::kReadText));
         QVERIFY(says(QStringLiteral("No se pudo leer el texto: faltan los datos de idioma "
                                     "(tesseract-ocr-spa o tesseract-ocr-eng)"),
                      before));
@@ -179,7 +177,7 @@ private Q_SLOTS:
         drag(kFullSelected.topLeft(), kFullSelected.bottomRight());
         QVERIFY(waitUntil([&] { return samePixels(seen(inside), undimmed); }));
         const QImage before = screen().grabAtRest();
-        QVERIFY(press(kTextButton));
+        QVERIFY(press(Buttons::kReadText));
         QVERIFY(says(reading, before, kFullSelected));
         input().tap(Qt::Key_Escape);
         QVERIFY(sessionIsOver());
@@ -190,7 +188,7 @@ private Q_SLOTS:
         show(page({}, Qt::white, Qt::black));
         QVERIFY(selects());
         const QImage empty = screen().grabAtRest();
-        QVERIFY(press(kTextButton));
+        QVERIFY(press(Buttons::kReadText));
         QVERIFY(says(QStringLiteral("No se encontró texto en la selección"), empty));
         QCOMPARE(copiedText(), QString());
         input().tap(Qt::Key_Escape);
@@ -199,7 +197,7 @@ private Q_SLOTS:
         const auto line = QStringLiteral("La acción rápida");
         show(page({line}, Qt::white, Qt::black));
         QVERIFY(selects());
-        QVERIFY(press(kTextButton));
+        QVERIFY(press(Buttons::kReadText));
         QVERIFY(waitUntil([&] { return !copiedText().isEmpty(); }));
         QCOMPARE(copiedText(), line);
     }

@@ -98,15 +98,11 @@ private Q_SLOTS:
         // The first entry is the area capture; it waits until the menu is gone.
         input().tap(Qt::Key_Down);
         input().tap(Qt::Key_Return);
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
-        QVERIFY(waitUntil([this] {
-            const auto all = overlays();
-            return std::any_of(all.begin(), all.end(), [this](const SeenWindow& window) {
-                return window.pixels == screen().pixels();
-            });
-        }));
-        input().drag({300, 200}, {500, 400});
-        QVERIFY(isPasted(pattern({1280, 800}).copy(300, 200, 200, 200)));
+        QVERIFY(sessionIsReady());
+        QCOMPARE(overlays().front().pixels, screen().pixels());
+        const QRect area(300, 200, 200, 200);
+        select(area);
+        QVERIFY(isPasted(pattern({1280, 800}).copy(area)));
     }
 
     void menuIsReadByAHostOnTheBus()
@@ -167,14 +163,14 @@ private Q_SLOTS:
         QVERIFY(toastIsGone());
 
         QVERIFY(choose("Abrir carpeta de capturas"));
-        QVERIFY(waitUntil([this] { return toastIsShown(); })); // nothing here opens folders
+        QVERIFY(toastComes()); // nothing here opens folders
         QVERIFY(toastIsGone());
 
         QVERIFY(choose("Acerca de Brindlecam"));
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(dialogOpens());
+        QVERIFY(dialogHasKeyboard());
         input().tap(Qt::Key_Escape);
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(dialogsAreGone());
 
         QVERIFY(choose("Capturar área"));
         QVERIFY(sessionIsReady());
@@ -191,10 +187,10 @@ private Q_SLOTS:
         usePatternedDesktop();
         program().writeSettings({{QStringLiteral("didShowWelcome"), false}});
         startProgram();
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(dialogOpens());
+        QVERIFY(dialogHasKeyboard());
         input().tap(Qt::Key_Escape);
-        QVERIFY(waitUntil([this] { return dialogs().empty(); }));
+        QVERIFY(dialogsAreGone());
         QVERIFY(openArea());
     }
 };

@@ -135,8 +135,8 @@ private Q_SLOTS:
         QVERIFY(types());
         input().type("uno");
         input().chord({Qt::Key_Control, Qt::Key_S});
-        QVERIFY(waitUntil([this] { return dialogs().size() == 1; }));
-        QVERIFY(waitUntil([this] { return windows().hasKeyboard(program().pid()); }));
+        QVERIFY(dialogOpens());
+        QVERIFY(dialogHasKeyboard());
         input().tap(Qt::Key_Return);
         QVERIFY(isOnlyCapture(picture({at("uno")})));
         QVERIFY(isOnlyInHistory(picture({at("uno")})));

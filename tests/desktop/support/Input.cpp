@@ -1,6 +1,14 @@
 #include "desktop/support/Input.h"
 
+#include <QThread>
+
 namespace brindlecam::desktop {
+
+namespace {
+
+constexpr unsigned long kBetweenClicks = 80; // milliseconds
+
+} // namespace
 
 void Input::chord(const QList<Qt::Key>& keys)
 {
@@ -28,6 +36,7 @@ void Input::click(QPoint pixel, Button button)
 void Input::doubleClick(QPoint pixel)
 {
     click(pixel);
+    QThread::msleep(kBetweenClicks);
     click(pixel);
 }
 
@@ -35,13 +44,17 @@ void Input::drag(QPoint from, QPoint to, int steps)
 {
     moveTo(from);
     press(Button::left);
-    glideTo(to, steps);
+    glide(from, to, steps);
     release(Button::left);
 }
 
 void Input::glideTo(QPoint to, int steps)
 {
-    const QPoint from = pointer();
+    glide(pointer(), to, steps);
+}
+
+void Input::glide(QPoint from, QPoint to, int steps)
+{
     for (int step = 1; step <= steps; ++step)
         moveTo(from + (to - from) * step / steps);
 }

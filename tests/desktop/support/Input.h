@@ -35,6 +35,8 @@ public:
     virtual void press(Button button) = 0;
     virtual void release(Button button) = 0;
     void click(QPoint pixel, Button button = Button::left);
+    /// As fast as a hand can. A window manager looks at every click on a managed window first, and
+    /// two in the same moment are one too many for it.
     void doubleClick(QPoint pixel);
     /// Presses at `from`, goes to `to` in `steps` moves and lets go.
     void drag(QPoint from, QPoint to, int steps = 12);
@@ -51,6 +53,9 @@ public:
     virtual void awaitTaken() = 0;
     /// The moment just before the last event was sent.
     [[nodiscard]] virtual std::chrono::steady_clock::time_point lastSent() const = 0;
+
+private:
+    void glide(QPoint from, QPoint to, int steps);
 };
 
 } // namespace brindlecam::desktop

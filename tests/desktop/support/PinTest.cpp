@@ -1,5 +1,7 @@
 #include "desktop/support/PinTest.h"
 
+#include "desktop/support/Buttons.h"
+
 #include <algorithm>
 #include <array>
 
@@ -10,10 +12,9 @@ namespace brindlecam::desktop {
 
 namespace {
 
-constexpr int kMenuOpens = 3000;   // ms
-constexpr int kMenuAnswer = 1000;  // ms in which a menu with the keyboard has followed a key
-constexpr int kMargin = 2;         // pixels from the edge of an item, where it has no letters
-constexpr int kBetweenClicks = 80; // ms
+constexpr int kMenuOpens = 3000;  // ms
+constexpr int kMenuAnswer = 1000; // ms in which a menu with the keyboard has followed a key
+constexpr int kMargin = 2;        // pixels from the edge of an item, where it has no letters
 
 constexpr int kBorder = 2;
 constexpr int kRadius = 7; // of the border's outer edge
@@ -72,13 +73,8 @@ bool PinTest::pinArea(const QRect& area)
 
 bool PinTest::pressPinButton(const QRect& area)
 {
-    input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
-    return press("Fijar flotando en pantalla");
-}
-
-std::vector<SeenWindow> PinTest::pins()
-{
-    return windows().shown(program().pid(), Role::pin);
+    select(area);
+    return press(Buttons::kPin);
 }
 
 bool PinTest::isOnlyPin(const QRect& place)
@@ -132,13 +128,6 @@ QRegion PinTest::inside(QSize pin)
             region -= QRect(x, y, kRadius, kRadius);
     }
     return region;
-}
-
-void PinTest::doubleClickPin(QPoint place)
-{
-    input().click(place);
-    QTest::qWait(kBetweenClicks);
-    input().click(place);
 }
 
 bool PinTest::openMenu(QPoint place)
@@ -204,11 +193,6 @@ void PinTest::choose(const char* item)
     };
     if (waitUntil(reached))
         input().tap(Qt::Key_Return);
-}
-
-std::vector<SeenWindow> PinTest::menus()
-{
-    return windows().shown(program().pid(), Role::menu);
 }
 
 bool PinTest::activate(const ClientWindow& window)

@@ -38,11 +38,10 @@ protected:
     [[nodiscard]] QImage captured() const { return before().copy(kDragged); }
 
     /// Takes an area by real drags and presses the bar's button; the pointer goes aside. False when
-    /// no pin covers the area afterwards.
+    /// there is not one pin more, which covers the area.
     [[nodiscard]] bool pinArea(const QRect& area = kDragged);
     /// The same in a session that is open already: drags over the area and presses the button.
     [[nodiscard]] bool pressPinButton(const QRect& area);
-    [[nodiscard]] std::vector<SeenWindow> pins();
     /// Waits until there is exactly one pin, in this place.
     [[nodiscard]] bool isOnlyPin(const QRect& place);
     [[nodiscard]] bool pinsAreGone();
@@ -56,10 +55,6 @@ protected:
     /// What lies inside the border of a pin as large as this, which has round corners.
     [[nodiscard]] static QRegion inside(QSize pin);
 
-    /// Double-clicks there as fast as a hand can. A window manager looks at every click on a
-    /// managed window first, and two in the same moment are one too many for it.
-    void doubleClickPin(QPoint place);
-
     /// Opens the menu there with the right button and waits for it.
     [[nodiscard]] bool openMenu(QPoint place);
     /// Chooses the item of this name with the mouse; false when the menu does not close.
@@ -68,7 +63,6 @@ protected:
     void choose(const char* item);
     /// The name of the menu's item that is told to be the one, and is seen to be lit; or none.
     [[nodiscard]] QString litItem();
-    [[nodiscard]] std::vector<SeenWindow> menus();
 
     /// Gives another program's window the focus through the window manager and waits for it.
     [[nodiscard]] bool activate(const ClientWindow& window);
