@@ -50,9 +50,7 @@ void forget(World& world)
 
 void openTray(World& world)
 {
-    const QString address =
-        world.person.desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
-    world.tray = std::make_unique<desktop::TrayHost>(address);
+    world.tray = std::make_unique<desktop::TrayHost>(world.person.desktop());
 }
 
 void chooseInTray(World& world, const char* title)

@@ -56,8 +56,7 @@ void AnnotatingTest::useProgram(const QJsonObject& settings, qreal scale,
     named.accessibility = Accessibility::on;
     usePatternedDesktop(named);
     if (scale != 1)
-        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
-                                       QString::number(scale));
+        program().setScales(QString::number(scale));
     QJsonObject all = settings;
     all.insert(QStringLiteral("showLoupe"), false);
     program().writeSettings(all);

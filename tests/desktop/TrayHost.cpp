@@ -1,5 +1,8 @@
 #include "desktop/TrayHost.h"
 
+#include "desktop/support/Desktop.h"
+#include "desktop/support/Patience.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVariant>
@@ -38,8 +41,9 @@ MenuEntry readEntry(const QDBusArgument& argument)
 
 } // namespace
 
-TrayHost::TrayHost(const QString& busAddress)
-    : m_bus(QDBusConnection::connectToBus(busAddress, kConnection))
+TrayHost::TrayHost(const Desktop& desktop)
+    : m_bus(QDBusConnection::connectToBus(
+          desktop.environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")), kConnection))
 {
     if (!m_bus.isConnected() ||
         !m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
@@ -52,6 +56,11 @@ TrayHost::~TrayHost()
 {
     m_bus.unregisterService(kWatcher);
     QDBusConnection::disconnectFromBus(kConnection);
+}
+
+bool TrayHost::itemComes() const
+{
+    return waitUntil([this] { return m_items.size() == 1; });
 }
 
 void TrayHost::RegisterStatusNotifierItem(const QString& service)

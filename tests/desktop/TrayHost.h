@@ -10,6 +10,8 @@
 
 namespace brindlecam::desktop {
 
+class Desktop;
+
 /// One entry of a menu that the program shows through the bus.
 struct MenuEntry {
     int id = 0;
@@ -29,12 +31,14 @@ class TrayHost final : public QObject, protected QDBusContext {
     Q_PROPERTY(int ProtocolVersion READ protocolVersion)
 
 public:
-    /// Takes the watcher's name on the bus at this address.
-    explicit TrayHost(const QString& busAddress);
+    /// Takes the watcher's name on the desktop's message bus.
+    explicit TrayHost(const Desktop& desktop);
     ~TrayHost() override;
 
     /// Bus names of the registered items, oldest first.
     [[nodiscard]] QStringList items() const { return m_items; }
+    /// Waits until there is one item.
+    [[nodiscard]] bool itemComes() const;
     /// A property of an item, as in "Title".
     [[nodiscard]] QVariant itemProperty(const QString& item, const QString& name) const;
     /// The whole menu of an item.

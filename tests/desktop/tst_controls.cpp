@@ -27,8 +27,7 @@ private:
         options.accessibility = Accessibility::on;
         usePatternedDesktop(options);
         if (!session.scales.isEmpty())
-            program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
-                                           session.scales);
+            program().setScales(session.scales);
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
         input().moveTo(session.selected.topLeft());

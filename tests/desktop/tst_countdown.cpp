@@ -16,10 +16,9 @@ private:
     {
         usePatternedDesktop({.bus = MessageBus::session});
         m_host.reset(); // its name on the bus is one for all
-        m_host = std::make_unique<TrayHost>(
-            desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")));
+        m_host = std::make_unique<TrayHost>(desktop());
         startProgram();
-        QVERIFY(waitUntil([this] { return m_host->items().size() == 1; }));
+        QVERIFY(m_host->itemComes());
     }
 
     /// Chooses from the submenu of delayed captures.

@@ -149,7 +149,7 @@ private Q_SLOTS:
         const auto window = desktop().open(
             {.pixels = QRect(0, 0, 1600, 600), .kind = WindowKind::unmanaged, .picture = board});
         QVERIFY(waitUntil([&] { return samePixels(screen().grab(), board); }));
-        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scales);
+        program().setScales(scales);
         program().environment().insert(QStringLiteral("QT_SCALE_FACTOR_ROUNDING_POLICY"),
                                        QStringLiteral("PassThrough"));
         startProgram();

@@ -83,7 +83,7 @@ private Q_SLOTS:
         QFETCH(QString, scale);
         QFETCH(int, dotsPerInch);
         usePatternedDesktop({.screen = {.pixels = {600, 400}}});
-        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
+        program().setScales(scale);
         startProgram();
         const QImage before = screen().grabAtRest();
         capture();

@@ -9,17 +9,6 @@ namespace brindlecam::desktop {
 class TestLifetime final : public CaptureTest {
     Q_OBJECT
 
-private:
-    /// Waits for the status item on this desktop's bus.
-    bool itemComes(const TrayHost& host)
-    {
-        return waitUntil([&] { return host.items().size() == 1; });
-    }
-    QString busAddress()
-    {
-        return desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
-    }
-
 private Q_SLOTS:
     void copyForAnActionThatIsNotThereLeavesNoTrace()
     {
@@ -41,9 +30,9 @@ private Q_SLOTS:
     void itIsReachableInEveryWayOnceItHasBegun()
     {
         usePatternedDesktop({.bus = MessageBus::session});
-        TrayHost host(busAddress());
+        TrayHost host(desktop());
         startProgram();
-        QVERIFY(itemComes(host));
+        QVERIFY(host.itemComes());
         QVERIFY(host.choose(host.items().front(), {QStringLiteral("Capturar pantalla completa")}));
         QVERIFY(waitUntil([this] { return history().size() == 1; }));
         QVERIFY(toastIsGone());
@@ -57,9 +46,9 @@ private Q_SLOTS:
     void quittingDropsACountdownAndItsCapture()
     {
         usePatternedDesktop({.bus = MessageBus::session});
-        TrayHost host(busAddress());
+        TrayHost host(desktop());
         startProgram();
-        QVERIFY(itemComes(host));
+        QVERIFY(host.itemComes());
         QVERIFY(
             host.choose(host.items().front(), {QStringLiteral("Capturar con retraso"),
                                                QStringLiteral("Pantalla completa en 3 segundos")}));

@@ -160,8 +160,8 @@ private Q_SLOTS:
     void delayedCaptureClosesAnOpenMenu()
     {
         usePins({.bus = MessageBus::session});
-        TrayHost host(desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")));
-        QVERIFY(waitUntil([&] { return host.items().size() == 1; }));
+        TrayHost host(desktop());
+        QVERIFY(host.itemComes());
         QVERIFY(pinArea());
         QVERIFY(host.choose(host.items().front(), {QStringLiteral("Capturar con retraso"),
                                                    QStringLiteral("Área en 3 segundos")}));

@@ -24,8 +24,7 @@ private:
                                         .monitors = {{QStringLiteral("LEFT"), kLeft},
                                                      {QStringLiteral("RIGHT"), kRight}}},
                              .accessibility = Accessibility::on});
-        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"),
-                                       QString::fromLatin1(scales));
+        program().setScales(QString::fromLatin1(scales));
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
     }
@@ -137,7 +136,7 @@ private Q_SLOTS:
         QFETCH(QString, scale);
         usePatternedDesktop(
             {.screen = {.pixels = {1920, 1080}}, .accessibility = Accessibility::on});
-        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
+        program().setScales(scale);
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
         input().moveTo({10, 1060});

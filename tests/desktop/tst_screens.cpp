@@ -61,7 +61,7 @@ private Q_SLOTS:
         QFETCH(QSize, size);
         QFETCH(QString, scale);
         usePatternedDesktop({.screen = {.pixels = size}});
-        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
+        program().setScales(scale);
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
         const QImage board = checkerboard(size, 1, QColor(40, 40, 40), QColor(220, 220, 220));
@@ -216,7 +216,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, scale);
         usePatternedDesktop();
-        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scale);
+        program().setScales(scale);
         program().writeSettings({{QStringLiteral("showLoupe"), false}});
         startProgram();
         const auto window = desktop().open({.pixels = QRect(303, 211, 301, 203)});

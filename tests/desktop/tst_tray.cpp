@@ -30,11 +30,6 @@ private:
         return waitUntil([this] { return itemInTray().isEmpty(); });
     }
 
-    QString busAddress()
-    {
-        return desktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
-    }
-
     static QStringList titles(const MenuEntry& menu)
     {
         QStringList all;
@@ -108,9 +103,9 @@ private Q_SLOTS:
     void menuIsReadByAHostOnTheBus()
     {
         usePatternedDesktop({.bus = MessageBus::session});
-        const TrayHost host(busAddress());
+        const TrayHost host(desktop());
         startProgram();
-        QVERIFY(waitUntil([&] { return host.items().size() == 1; }));
+        QVERIFY(host.itemComes());
         const QString item = host.items().front();
         QCOMPARE(host.itemProperty(item, QStringLiteral("Category")).toString(),
                  QStringLiteral("ApplicationStatus"));
@@ -138,10 +133,10 @@ private Q_SLOTS:
         usePatternedDesktop({.bus = MessageBus::session});
         startProgram();
         {
-            const TrayHost late(busAddress());
+            const TrayHost late(desktop());
             QVERIFY(waitUntil([&] { return !late.items().isEmpty(); }));
         }
-        const TrayHost again(busAddress());
+        const TrayHost again(desktop());
         QVERIFY(waitUntil([&] { return !again.items().isEmpty(); }));
         QCOMPARE(titles(again.menu(again.items().back())).size(), 12);
     }
@@ -149,10 +144,10 @@ private Q_SLOTS:
     void entriesOfTheMenuAct()
     {
         usePatternedDesktop({.bus = MessageBus::session});
-        TrayHost host(busAddress());
+        TrayHost host(desktop());
         program().environment().insert(QStringLiteral("PATH"), QStringLiteral("/nowhere"));
         startProgram();
-        QVERIFY(waitUntil([&] { return host.items().size() == 1; }));
+        QVERIFY(host.itemComes());
         const QString item = host.items().front();
         const auto choose = [&](const char* title) {
             return host.choose(item, {QString::fromUtf8(title)});

@@ -11,6 +11,8 @@ namespace brindlecam::desktop {
 
 namespace {
 
+const auto kScales = QStringLiteral("QT_SCREEN_SCALE_FACTORS");
+
 QString binary()
 {
     QString path = qEnvironmentVariable("BRINDLECAM_PROGRAM");
@@ -49,7 +51,12 @@ ProgramUnderTest::ProgramUnderTest(const Desktop& desktop, const QString& home)
     m_folders.addTo(m_environment);
     m_environment.insert(QStringLiteral("QT_FONT_DPI"), QStringLiteral("96"));
     m_environment.remove(QStringLiteral("QT_SCALE_FACTOR"));
-    m_environment.remove(QStringLiteral("QT_SCREEN_SCALE_FACTORS"));
+    m_environment.remove(kScales);
+}
+
+void ProgramUnderTest::setScales(const QString& scales)
+{
+    m_environment.insert(kScales, scales);
 }
 
 void ProgramUnderTest::writeSettings(QJsonObject settings)

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] const PrivateFolders& folders() const { return m_folders; }
     /// For variables and settings to add before the start.
     [[nodiscard]] QProcessEnvironment& environment() { return m_environment; }
+    /// How many pixels a point has, as in "1.5", or on each monitor, as in "LEFT=1;RIGHT=1.5".
+    void setScales(const QString& scales);
     /// Replaces settings.json. Unless the keys are given, the welcome counts as seen and nobody
     /// asks for updates; start() writes that much by itself.
     void writeSettings(QJsonObject settings);
