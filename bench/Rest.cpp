@@ -1,5 +1,6 @@
 #include "Rest.h"
 
+#include "desktop/support/ProcessMemory.h"
 #include "desktop/support/x11/X11Holdings.h"
 
 #include <QDir>
@@ -67,13 +68,10 @@ qint64 Rest::between(const Switches& before, const Switches& after)
 
 Rest::Memory Rest::memory() const
 {
+    const auto told = desktop::ProcessMemory::of(m_pid);
     Memory memory;
-    for (const QByteArray& line : linesOf(QStringLiteral("/proc/%1/status").arg(m_pid))) {
-        if (const auto kib = value(line, "RssAnon"))
-            memory.anonymous = double(*kib) / kKibibytes;
-        if (const auto kib = value(line, "RssShmem"))
-            memory.shared = double(*kib) / kKibibytes;
-    }
+    memory.anonymous = double(told.own) / kKibibytes;
+    memory.shared = double(told.shared) / kKibibytes;
     memory.segments = untouchedSegmentMebibytes();
     memory.pixmaps = pixmapMebibytes();
     return memory;

@@ -1,9 +1,9 @@
 #include "Footprint.h"
 
 #include "desktop/support/Desktop.h"
+#include "desktop/support/ProcessMemory.h"
 
 #include <QDir>
-#include <QFile>
 
 namespace brindlecam::soak {
 
@@ -11,13 +11,11 @@ namespace {
 
 constexpr qint64 kKibi = 1024;
 
-/// The number after a name in the kernel's words about a process, as in "Threads:  3".
-qint64 number(const QByteArray& status, const char* name)
+/// How many entries a folder of /proc has, links to nowhere included.
+int entries(const QString& folder, QDir::Filters kind)
 {
-    const qsizetype at = status.indexOf(QByteArray(name) + ':');
-    const QByteArray line = status.mid(at, status.indexOf('\n', at) - at);
-    return at < 0 ? 0
-                  : line.mid(line.indexOf(':') + 1).simplified().split(' ').first().toLongLong();
+    return static_cast<int>(
+        QDir(folder).entryList(kind | QDir::System | QDir::NoDotAndDotDot).size());
 }
 
 } // namespace
@@ -25,14 +23,12 @@ qint64 number(const QByteArray& status, const char* name)
 Footprint Footprint::of(const desktop::Desktop& desktop, qint64 pid)
 {
     const QString folder = QStringLiteral("/proc/%1").arg(pid);
-    QFile file(folder + QStringLiteral("/status"));
-    const QByteArray status = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const auto memory = desktop::ProcessMemory::of(pid);
     Footprint now;
-    now.own = number(status, "RssAnon");
-    now.shared = number(status, "RssShmem");
-    now.threads = static_cast<int>(number(status, "Threads"));
-    now.descriptors = static_cast<int>(
-        QDir(folder + QStringLiteral("/fd")).entryList(QDir::Files | QDir::System).size());
+    now.own = memory.own;
+    now.shared = memory.shared;
+    now.threads = entries(folder + QStringLiteral("/task"), QDir::Dirs);
+    now.descriptors = entries(folder + QStringLiteral("/fd"), QDir::Files);
     now.held = desktop.holdings(pid);
     return now;
 }

@@ -1,9 +1,8 @@
 // Covers FreedMemory.
 #include "desktop/support/PinTest.h"
+#include "desktop/support/ProcessMemory.h"
 
 #include <QElapsedTimer>
-#include <QFile>
-#include <QRegularExpression>
 
 namespace brindlecam::desktop {
 
@@ -12,15 +11,8 @@ class TestPinsMemory final : public PinTest {
     Q_OBJECT
 
 private:
-    /// RssAnon in kB.
-    [[nodiscard]] qint64 memory()
-    {
-        QFile status(QStringLiteral("/proc/%1/status").arg(program().pid()));
-        if (!status.open(QIODevice::ReadOnly))
-            return 0;
-        static const QRegularExpression size(QStringLiteral("RssAnon:\\s*(\\d+) kB"));
-        return size.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
-    }
+    /// In KiB.
+    [[nodiscard]] qint64 memory() { return ProcessMemory::of(program().pid()).own; }
     /// Once the buffers of the last session are given back.
     [[nodiscard]] qint64 memoryAtRest()
     {
@@ -61,6 +53,7 @@ private Q_SLOTS:
             QVERIFY(openAndClose(1));
         QVERIFY(waitUntil([this] { return history().size() == 3; }));
         const qint64 before = memoryAtRest();
+        QVERIFY(before > 0);
         QVERIFY(openAndClose(50));
         const qint64 after = memoryAtRest();
         QVERIFY2(after <= before * 1.1,

@@ -1,7 +1,5 @@
 #include "desktop/AnnotatingTest.h"
-
-#include <QFile>
-#include <QRegularExpression>
+#include "desktop/support/ProcessMemory.h"
 
 namespace brindlecam::desktop {
 
@@ -10,22 +8,7 @@ class TestSessionMemory final : public AnnotatingTest {
     Q_OBJECT
 
 private:
-    /// In kB: the program's own, and what it shares with the server.
-    struct Memory {
-        qint64 own = 0;
-        qint64 shared = 0;
-    };
-    [[nodiscard]] Memory memory()
-    {
-        QFile status(QStringLiteral("/proc/%1/status").arg(program().pid()));
-        if (!status.open(QIODevice::ReadOnly))
-            return {};
-        const QString text = QString::fromLatin1(status.readAll());
-        static const QRegularExpression own(QStringLiteral("RssAnon:\\s*(\\d+) kB"));
-        static const QRegularExpression shared(QStringLiteral("RssShmem:\\s*(\\d+) kB"));
-        return {own.match(text).captured(1).toLongLong(),
-                shared.match(text).captured(1).toLongLong()};
-    }
+    [[nodiscard]] ProcessMemory memory() { return ProcessMemory::of(program().pid()); }
 
 private Q_SLOTS:
     void sessionHoldsOnePictureOfTheScreenUntilSomethingIsDrawn()
@@ -39,10 +22,10 @@ private Q_SLOTS:
         QVERIFY(sessionIsOver());
         // The picture goes with the ring.
         QVERIFY(waitUntil([&] { return memory().shared < 2048; }));
-        const Memory rest = memory();
+        const ProcessMemory rest = memory();
         QVERIFY(openArea());
         (void)screen().grabAtRest(); // nothing more is painted
-        const Memory session = memory();
+        const ProcessMemory session = memory();
         const qint64 more = session.own - rest.own + session.shared - rest.shared;
         QVERIFY2(more > picture / 2 && more <= picture + most,
                  qPrintable(QStringLiteral("%1 kB for a picture of %2").arg(more).arg(picture)));
