@@ -9,11 +9,6 @@ class Person;
 /// The bars beside a selected area.
 namespace Bars {
 
-// What the buttons that are no tools are called.
-constexpr auto kReadText = "Copiar el texto de la selección";
-constexpr auto kPin = "Fijar flotando en pantalla";
-constexpr auto kCopy = "Copiar";
-
 /// Throws Failure when there is no such button.
 void press(Person& person, const char* button);
 

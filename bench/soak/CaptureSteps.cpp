@@ -3,6 +3,8 @@
 #include "Failure.h"
 #include "Steps.h"
 
+#include "desktop/support/Buttons.h"
+
 #include <algorithm>
 #include <array>
 
@@ -82,7 +84,7 @@ void dragCorner(World& world)
 void pressCopy(World& world)
 {
     const Picture picture = Captures::selected(world);
-    Bars::press(world.person, Bars::kCopy);
+    Bars::press(world.person, desktop::Buttons::kCopy);
     require(world.person.sessionIsOver(), QStringLiteral("the session does not end"));
     Captures::booksTaken(world, picture);
 }
@@ -92,7 +94,7 @@ void readText(World& world)
     constexpr int kEdge = 6;
     const QRect page = world.scene->page();
     Captures::drag(world, page.adjusted(kEdge, kEdge, -kEdge, -kEdge));
-    Bars::press(world.person, Bars::kReadText);
+    Bars::press(world.person, desktop::Buttons::kReadText);
     require(world.person.sessionIsOver(), QStringLiteral("no text is read"));
     world.session.reset();
     world.ledger->copiesText(Scene::sentence());

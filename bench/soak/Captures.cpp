@@ -4,6 +4,8 @@
 #include "Failure.h"
 #include "Runs.h"
 
+#include "desktop/support/Buttons.h"
+
 #include <algorithm>
 
 namespace brindlecam::soak::Captures {
@@ -68,7 +70,7 @@ void open(World& world, Trigger trigger)
 {
     const QRect monitor = world.chance.oneOf(world.monitors);
     Session session{.frozen = world.freeze(monitor)};
-    pull(world, trigger, Person::kArea, "area", "Capturar área");
+    pull(world, trigger, desktop::kAreaKey, "area", "Capturar área");
     const bool isReady = world.person.sessionIsReady(world.monitors.size());
     require(isReady,
             QStringLiteral("no session opens: %1 overlays").arg(world.person.overlays().size()));
@@ -77,7 +79,7 @@ void open(World& world, Trigger trigger)
 
 void drag(World& world, const QRect& area)
 {
-    world.person.input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
+    world.person.select(area);
     areaIs(world, area);
 }
 
@@ -183,7 +185,7 @@ void pin(World& world)
 {
     const QRect area = world.session->area;
     const Picture picture = selected(world);
-    Bars::press(world.person, Bars::kPin);
+    Bars::press(world.person, desktop::Buttons::kPin);
     awaitEnd(world);
     books(world, picture, {.history = true});
     world.person.input().moveTo(world.monitors.front().bottomLeft() + QPoint(20, -20));
@@ -199,7 +201,7 @@ void openPanel(World& world)
 {
     const Picture picture = selected(world);
     world.person.input().chord({Qt::Key_Control, Qt::Key_S});
-    require(world.person.dialogTakesKeys(), QStringLiteral("no panel comes"));
+    require(world.person.dialogHasKeyboard(), QStringLiteral("no panel comes"));
     books(world, picture, {.clipboard = false, .history = true});
     world.session = Session{.stage = Situation::panel, .frozen = picture};
 }
@@ -208,8 +210,7 @@ void saveUnderAName(World& world)
 {
     world.person.input().type("captura " + std::to_string(world.step));
     world.person.input().tap(Qt::Key_Return);
-    require(desktop::waitUntil([&] { return world.person.dialogs().empty(); }),
-            QStringLiteral("the panel stays"));
+    require(world.person.dialogsAreGone(), QStringLiteral("the panel stays"));
     world.ledger->takes(world.session->frozen, {.clipboard = false, .file = true});
     world.session.reset();
 }
@@ -217,8 +218,7 @@ void saveUnderAName(World& world)
 void closePanel(World& world)
 {
     world.person.input().tap(Qt::Key_Escape);
-    require(desktop::waitUntil([&] { return world.person.dialogs().empty(); }),
-            QStringLiteral("the panel stays"));
+    require(world.person.dialogsAreGone(), QStringLiteral("the panel stays"));
     world.session.reset();
 }
 
@@ -226,7 +226,7 @@ void fullScreen(World& world, Trigger trigger)
 {
     const QRect monitor = world.chance.oneOf(world.monitors);
     const Picture frozen = world.freeze(monitor);
-    pull(world, trigger, Person::kFullScreen, "fullScreen", "Capturar pantalla completa");
+    pull(world, trigger, desktop::kFullScreenKey, "fullScreen", "Capturar pantalla completa");
     books(world, frozen.part(monitor),
           {.file = world.settings.autoSaveFullScreen, .history = true});
 }

@@ -53,7 +53,7 @@ void takeUnsaved(World& world)
     Captures::open(world, Trigger::key);
     Captures::dragRoomy(world);
     Captures::take(world);
-    require(!world.settings.autoSaveArea || world.person.reads(kNotSaved),
+    require(!world.settings.autoSaveArea || world.person.toastSays(kNotSaved),
             QStringLiteral("nobody is told that nothing was saved"));
 }
 

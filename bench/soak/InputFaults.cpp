@@ -11,8 +11,6 @@ namespace {
 
 using Captures::Trigger;
 
-constexpr Qt::KeyboardModifiers kHotKey = Qt::MetaModifier | Qt::ShiftModifier;
-
 void inputIsTaken(World& world)
 {
     const auto rival = world.person.desktop().rival();
@@ -20,7 +18,7 @@ void inputIsTaken(World& world)
             QStringLiteral("somebody keeps keyboard or pointer"));
     const auto refused = world.person.program().command({QStringLiteral("area")});
     require(refused.exitCode == 0, QStringLiteral("the command for an area is refused"));
-    require(world.person.reads(
+    require(world.person.toastSays(
                 QStringLiteral("Captura cancelada: otro programa retiene el ratón o el teclado")),
             QStringLiteral("nobody is told why no session opens"));
     require(world.person.overlays().empty(), QStringLiteral("an overlay that nobody can use"));
@@ -45,12 +43,12 @@ void hotKeyIsTaken(World& world)
 {
     Runs::quit(world);
     auto rival = world.person.desktop().rival();
-    require(rival->takeHotKey(Person::kArea, kHotKey),
+    require(rival->takeHotKey(desktop::kAreaKey, desktop::kHotKeyModifiers),
             QStringLiteral("somebody keeps the hot key"));
     Runs::startWithoutKeys(world);
     Captures::open(world, Trigger::command);
     Captures::escape(world);
-    world.person.pressHotKey(Person::kArea);
+    world.person.pressHotKey(desktop::kAreaKey);
     require(desktop::waitUntil([&] { return rival->gotKeys(); }),
             QStringLiteral("the hot key comes to nobody"));
     require(world.person.overlays().empty(), QStringLiteral("two have the same hot key"));
@@ -63,7 +61,7 @@ void programIsStopped(World& world)
 {
     const Picture frozen = world.freeze(world.monitors.front());
     world.person.signalProgram(SIGSTOP);
-    world.person.input().chord({Qt::Key_Shift, Qt::Key_Super_L, Person::kArea});
+    world.person.pressHotKeyAtOnce(desktop::kAreaKey);
     world.person.signalProgram(SIGCONT);
     require(world.person.sessionIsReady(world.monitors.size()),
             QStringLiteral("a hot key pressed meanwhile is lost"));

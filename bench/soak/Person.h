@@ -7,18 +7,22 @@ namespace brindlecam::soak {
 /// Who uses the program: a desktop and the verbs that its tests have, for whoever wants to play.
 class Person final : public desktop::PinTest {
 public:
-    static constexpr Qt::Key kArea = kAreaKey;
-    static constexpr Qt::Key kFullScreen = kFullScreenKey;
-
+    using CaptureTest::dialogHasKeyboard;
     using CaptureTest::dialogs;
+    using CaptureTest::dialogsAreGone;
+    using CaptureTest::menus;
     using CaptureTest::overlays;
+    using CaptureTest::pins;
     using CaptureTest::press;
     using CaptureTest::pressHotKey;
+    using CaptureTest::pressHotKeyAtOnce;
+    using CaptureTest::select;
     using CaptureTest::sessionIsOver;
     using CaptureTest::sessionIsReady;
     using CaptureTest::startProgram;
     using CaptureTest::toastIsGone;
     using CaptureTest::toasts;
+    using CaptureTest::toastSays;
     using CaptureTest::usePatternedDesktop;
     using DesktopTest::desktop;
     using DesktopTest::input;
@@ -26,16 +30,9 @@ public:
     using DesktopTest::screen;
     using DesktopTest::windows;
     using PinTest::choose;
-    using PinTest::doubleClickPin;
     using PinTest::inside;
-    using PinTest::menus;
     using PinTest::openMenu;
-    using PinTest::pins;
 
-    /// Waits until a toast says this.
-    [[nodiscard]] bool reads(const QString& message);
-    /// Waits until a dialog has the keyboard.
-    [[nodiscard]] bool dialogTakesKeys();
     /// Sends the program a signal, as the kernel or another program would.
     void signalProgram(int number);
 };

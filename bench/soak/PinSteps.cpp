@@ -113,7 +113,7 @@ void turnWheel(World& world)
 void close(World& world)
 {
     const Pin& pin = anyOf(world);
-    world.person.doubleClickPin(pin.place.center());
+    world.person.input().doubleClick(pin.place.center());
     forget(world, pin);
     lookAway(world);
 }
@@ -150,7 +150,7 @@ void saveByMenu(World& world)
 {
     const Pin& pin = anyOf(world);
     chooseInMenu(world, pin, "Guardar…", [&] { return !world.person.dialogs().empty(); });
-    require(world.person.dialogTakesKeys(), QStringLiteral("no panel comes"));
+    require(world.person.dialogHasKeyboard(), QStringLiteral("no panel comes"));
     world.person.input().type("pin " + std::to_string(world.step));
     world.person.input().tap(Qt::Key_Return);
     world.ledger->takes(pin.picture, {.clipboard = false, .file = true});

@@ -34,7 +34,7 @@ void mistype(World& world)
 void beginAnother(World& world)
 {
     constexpr int kBusy = 4;
-    world.person.input().chord({Qt::Key_Shift, Qt::Key_Super_L, Person::kFullScreen});
+    world.person.pressHotKeyAtOnce(desktop::kFullScreenKey);
     commandIsAnswered(world, {QStringLiteral("area")}, kBusy);
 }
 
@@ -50,7 +50,7 @@ void startAgain(World& world)
 void lookAbout(World& world)
 {
     Runs::chooseInTray(world, "Acerca de Brindlecam");
-    require(world.person.dialogTakesKeys(), QStringLiteral("nothing about the program comes"));
+    require(world.person.dialogHasKeyboard(), QStringLiteral("nothing about the program comes"));
     world.person.input().tap(Qt::Key_Escape);
 }
 

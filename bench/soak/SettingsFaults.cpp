@@ -42,7 +42,7 @@ void areDamaged(World& world)
     write(path, torn);
     world.settings = {.showLoupe = true};
     Runs::start(world);
-    require(world.person.dialogTakesKeys(), QStringLiteral("nobody is welcomed anew"));
+    require(world.person.dialogHasKeyboard(), QStringLiteral("nobody is welcomed anew"));
     world.person.input().tap(Qt::Key_Escape);
     Captures::open(world, Captures::Trigger::key);
     Captures::dragRoomy(world);
