@@ -16,8 +16,7 @@ constexpr int kLargeWidth = 3840;
 constexpr int kAreaRounds = 12;
 constexpr int kFullScreenRounds = 8;
 constexpr QRect kArea(300, 200, 800, 600);
-constexpr unsigned long kUnhurried = 400;   // milliseconds
-constexpr unsigned long kNextSecond = 1100; // files are named by the second
+constexpr unsigned long kNextSecond = 1100; // milliseconds; files are named by the second
 
 } // namespace
 
@@ -38,32 +37,24 @@ ClipboardRows::Times ClipboardRows::areas(bool automaticCopy)
     m_stage.start({{QStringLiteral("autoCopy"), automaticCopy}});
     Times times;
     for (int round = 0; round < kAreaRounds; ++round) {
-        m_stage.strikeArea();
-        m_stage.awaitOverlay();
-        QThread::msleep(kUnhurried);
-        desktop::Input& input = m_stage.input();
-        input.letGo();
+        m_stage.openSession();
         m_pastes.forget();
-        input.moveTo(kArea.topLeft());
-        input.press(desktop::Button::left);
-        input.moveTo(kArea.center());
-        input.moveTo(kArea.topLeft() + QPoint(kArea.width(), kArea.height()));
-        input.release(desktop::Button::left);
+        m_stage.select(kArea);
         if (automaticCopy && !m_pastes.awaitPng())
             qFatal("nothing is copied automatically");
         QThread::msleep(kUnhurried);
         m_pastes.forget();
 
-        const auto struck = m_stage.strike({}, Qt::Key_Return);
+        const auto struck = m_stage.strike({Qt::Key_Return});
         const auto offered = m_pastes.awaitPng();
         const QByteArray png = m_pastes.readPng();
         const auto read = Clock::now();
-        input.letGo();
+        m_stage.input().letGo();
         if (offered && pngSize(png) == kArea.size()) {
             times.offered.push_back(millisecondsBetween(struck, *offered));
             times.read.push_back(millisecondsBetween(struck, read));
         }
-        input.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+        m_stage.input().moveTo(m_stage.aside());
         // The toast comes, and the keyboard is everybody's again.
         QThread::msleep(kUnhurried);
         m_stage.awaitPage();

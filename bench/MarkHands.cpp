@@ -12,7 +12,6 @@ namespace brindlecam::bench {
 
 namespace {
 
-constexpr unsigned long kUnhurried = 400;    // milliseconds
 constexpr QMargins kEdges(140, 30, 120, 80); // the strip, the bars and the handles
 constexpr std::array kDrawn{Tool::pen,    Tool::line,   Tool::arrow,   Tool::rect,
                             Tool::marker, Tool::number, Tool::pixelate};
@@ -34,14 +33,10 @@ void MarkHands::selectScreen()
 
 void MarkHands::select(const QRect& area)
 {
-    desktop::Input& input = m_stage.input();
     QThread::msleep(kUnhurried); // the session before has let go of the keyboard
-    m_stage.strikeArea();
-    m_stage.awaitOverlay();
-    QThread::msleep(kUnhurried);
-    input.letGo();
-    drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()));
-    input.moveTo(freeStrip().center());
+    m_stage.openSession();
+    m_stage.select(area);
+    m_stage.input().moveTo(freeStrip().center());
     m_taken.reset();
     rest();
 }
@@ -67,19 +62,14 @@ Clock::time_point MarkHands::choose(Action action)
     for (int i = 0; i <= before + static_cast<int>(action); ++i)
         m_stage.input().tap(Qt::Key_Tab);
     rest();
-    const auto struck = m_stage.strike({}, Qt::Key_Space);
+    const auto struck = m_stage.strike({Qt::Key_Space});
     m_stage.input().letGo(); // a button acts when the key is let go
     return struck;
 }
 
 void MarkHands::drag(QPoint from, QPoint to)
 {
-    desktop::Input& input = m_stage.input();
-    input.moveTo(from);
-    input.press(desktop::Button::left);
-    input.moveTo((from + to) / 2);
-    input.moveTo(to);
-    input.release(desktop::Button::left);
+    m_stage.input().drag(from, to, kDragMoves);
 }
 
 void MarkHands::drawMany(int count)
@@ -109,14 +99,14 @@ void MarkHands::drawMany(int count)
 
 void MarkHands::undo()
 {
-    m_stage.strike({Qt::Key_Control}, Qt::Key_Z);
-    m_stage.input().letGo();
+    m_stage.input().chord({Qt::Key_Control, Qt::Key_Z});
+    m_stage.input().awaitTaken();
 }
 
 void MarkHands::redo()
 {
-    m_stage.strike({Qt::Key_Control, Qt::Key_Shift}, Qt::Key_Z);
-    m_stage.input().letGo();
+    m_stage.input().chord({Qt::Key_Control, Qt::Key_Shift, Qt::Key_Z});
+    m_stage.input().awaitTaken();
 }
 
 // Drawing what came in a rush may take longer than nothing is drawn between two of its steps.

@@ -35,7 +35,7 @@ void MarkRestRows::session(int marks, int steps)
         m_user.redo();
     m_user.rest();
     m_stage.endSession();
-    m_stage.input().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+    m_stage.input().moveTo(m_stage.aside());
 }
 
 double MarkRestRows::atRest()

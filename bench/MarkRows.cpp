@@ -14,8 +14,7 @@ constexpr int kMarks = 200;
 constexpr int kMoves = 24;
 constexpr int kYardstickRounds = 25;
 constexpr unsigned long kBetweenMoves = 30; // milliseconds
-constexpr unsigned long kUnhurried = 400;
-constexpr int kGrid = 5; // pixels between places looked at
+constexpr int kGrid = 5;                    // pixels between places looked at
 constexpr std::size_t kMostSamples = 40;
 
 constexpr QRect kArea(300, 200, 800, 600);
@@ -139,10 +138,7 @@ void MarkRows::bars()
 {
     desktop::Input& input = m_stage.input();
     const auto beginSelection = [&] {
-        m_stage.strikeArea();
-        m_stage.awaitOverlay();
-        QThread::msleep(kUnhurried);
-        input.letGo();
+        m_stage.openSession();
         input.moveTo(kArea.topLeft());
         input.press(desktop::Button::left);
         input.moveTo(kArea.center());
@@ -150,7 +146,7 @@ void MarkRows::bars()
         return m_user.rest();
     };
     const auto endSession = [&] {
-        input.moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+        input.moveTo(m_stage.aside());
         m_stage.endSession();
         QThread::msleep(kUnhurried);
     };
@@ -239,7 +235,7 @@ void MarkRows::measureUndo(const QString& what)
                   .yardstickSamples = {},
                   .ratioLimit = {}};
     for (const auto& samples : changed) {
-        const auto struck = m_stage.strike({Qt::Key_Control}, Qt::Key_Z);
+        const auto struck = m_stage.strike({Qt::Key_Control, Qt::Key_Z});
         const auto seen = m_stage.eyes().await(samples);
         m_stage.input().letGo();
         if (seen && !samples.empty())

@@ -77,10 +77,9 @@ void OverlayRows::rehearse()
     m_stage.endSession();
 
     const QRect all({}, m_stage.pixels());
-    const QPoint pointer(all.width() / 2, all.height() * 3 / 4);
     std::vector<Sample> dimmed;
     for (const Sample& sample : changes(m_stage.page(), overlay, all, kGrid)) {
-        if ((sample.place - pointer).manhattanLength() > 2 * kAroundPointer)
+        if ((sample.place - m_stage.aside()).manhattanLength() > 2 * kAroundPointer)
             dimmed.push_back(sample);
     }
     const QRect hint(
@@ -206,10 +205,7 @@ void OverlayRows::pointerMoves()
                       m_stage.pixels().height() / 4 + 7 * step);
     };
     const auto beginDrag = [&] {
-        m_stage.strikeArea();
-        m_stage.awaitOverlay();
-        pause(std::chrono::milliseconds(500));
-        m_stage.input().letGo();
+        m_stage.openSession();
         m_stage.input().moveTo(place(-20));
         m_stage.input().press(desktop::Button::left);
         m_stage.input().moveTo(place(0));
@@ -217,7 +213,7 @@ void OverlayRows::pointerMoves()
     const auto endDrag = [&] {
         m_stage.input().release(desktop::Button::left);
         m_stage.endSession();
-        m_stage.input().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+        m_stage.input().moveTo(m_stage.aside());
     };
 
     // The same drag at leisure first: what each move changes around the pointer, all of it.

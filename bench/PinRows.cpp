@@ -10,11 +10,9 @@ namespace brindlecam::bench {
 namespace {
 
 constexpr QSize kPin(1920, 1080);
-constexpr int kSteps = 6;                    // larger, then twice as many smaller, then back
-constexpr unsigned long kBetweenTurns = 60;  // milliseconds
-constexpr unsigned long kBetweenClicks = 80; // the window manager looks at each
-constexpr unsigned long kUnhurried = 400;
-constexpr int kGrid = 5; // pixels between places looked at
+constexpr int kSteps = 6;                   // larger, then twice as many smaller, then back
+constexpr unsigned long kBetweenTurns = 60; // milliseconds
+constexpr int kGrid = 5;                    // pixels between places looked at
 constexpr std::size_t kMostSamples = 40;
 constexpr double kMost = 8; // milliseconds
 
@@ -48,9 +46,7 @@ void PinRows::open()
 
 void PinRows::close()
 {
-    m_stage.input().click(area().center());
-    QThread::msleep(kBetweenClicks);
-    m_stage.input().click(area().center());
+    m_stage.input().doubleClick(area().center());
     m_user.rest();
 }
 

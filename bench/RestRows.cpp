@@ -46,19 +46,12 @@ void RestRows::run()
 
 void RestRows::capture()
 {
-    m_stage.strikeArea();
-    m_stage.awaitOverlay();
-    QThread::msleep(400);
-    m_stage.input().letGo();
-    m_stage.input().moveTo({300, 250});
-    m_stage.input().press(desktop::Button::left);
-    m_stage.input().moveTo({700, 550});
-    m_stage.input().moveTo({1100, 850});
-    m_stage.input().release(desktop::Button::left);
+    m_stage.openSession();
+    m_stage.select({300, 250, 800, 600});
     QThread::msleep(100);
     m_stage.input().tap(Qt::Key_Return);
     QThread::msleep(300);
-    m_stage.input().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+    m_stage.input().moveTo(m_stage.aside());
 }
 
 void RestRows::measure(const QString& when, double mostMebibytes)

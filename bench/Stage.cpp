@@ -4,13 +4,12 @@
 
 #include "desktop/support/Patience.h"
 
+#include <QThread>
+
 namespace brindlecam::bench {
 
 namespace {
 
-constexpr Qt::Key kAreaKey = Qt::Key_9;
-constexpr Qt::Key kFullScreenKey = Qt::Key_8;
-constexpr Qt::KeyboardModifiers kHotKeyModifiers = Qt::MetaModifier | Qt::ShiftModifier;
 constexpr int kPageStep = 97; // pixels between places looked at
 
 QImage painted(QSize pixels, Page page)
@@ -52,8 +51,7 @@ Stage::Stage(QSize pixels, Page page)
     m_windows.push_back(m_desktop->open(
         {.pixels = QRect({}, pixels), .kind = desktop::WindowKind::unmanaged, .picture = m_page}));
     m_frameCopy = std::make_unique<FrameCopy>(m_desktop->name(), pixels, m_windows.back()->id());
-    // Away from the hint and the corners.
-    input().moveTo({pixels.width() / 2, pixels.height() * 3 / 4});
+    input().moveTo(aside());
     awaitPage();
 }
 
@@ -64,11 +62,7 @@ void Stage::start(const QJsonObject& settings)
     m_program->writeSettings(settings);
     m_program->start();
     const auto rival = m_desktop->rival();
-    const bool grabbed = desktop::waitUntil([&rival] {
-        return rival->isHotKeyTaken(kAreaKey, kHotKeyModifiers) &&
-               rival->isHotKeyTaken(kFullScreenKey, kHotKeyModifiers);
-    });
-    if (!grabbed)
+    if (!desktop::waitUntil([&rival] { return desktop::areHotKeysTaken(*rival); }))
         qFatal("the hot keys are not taken:\n%s", qPrintable(m_program->log()));
 }
 
@@ -79,23 +73,13 @@ void Stage::quit()
     m_program.reset();
 }
 
-Clock::time_point Stage::strike(const QList<Qt::Key>& modifiers, Qt::Key key)
+Clock::time_point Stage::strike(const QList<Qt::Key>& keys)
 {
-    for (const Qt::Key modifier : modifiers)
-        input().press(modifier);
+    for (const Qt::Key key : keys.first(keys.size() - 1))
+        input().press(key);
     input().awaitTaken();
-    input().press(key);
+    input().press(keys.back());
     return input().lastSent();
-}
-
-Clock::time_point Stage::strikeArea()
-{
-    return strike({Qt::Key_Super_L, Qt::Key_Shift}, kAreaKey);
-}
-
-Clock::time_point Stage::strikeFullScreen()
-{
-    return strike({Qt::Key_Super_L, Qt::Key_Shift}, kFullScreenKey);
 }
 
 void Stage::awaitOverlay()
@@ -108,6 +92,19 @@ void Stage::awaitOverlay()
     }
     if (!m_eyes.awaitOther({place, m_page.pixel(place)}))
         qFatal("no overlay comes:\n%s", qPrintable(m_program->log()));
+}
+
+void Stage::openSession()
+{
+    strikeArea();
+    awaitOverlay();
+    QThread::msleep(kUnhurried);
+    input().letGo();
+}
+
+void Stage::select(const QRect& area)
+{
+    input().drag(area.topLeft(), area.topLeft() + QPoint(area.width(), area.height()), kDragMoves);
 }
 
 void Stage::endSession()
@@ -126,6 +123,11 @@ void Stage::awaitPage()
     }
     if (!m_eyes.await(samples))
         qFatal("the page does not come back");
+}
+
+QPoint Stage::aside() const
+{
+    return {m_pixels.width() / 2, m_pixels.height() * 3 / 4};
 }
 
 void Stage::lowerPage()

@@ -4,6 +4,7 @@
 #include "FrameCopy.h"
 
 #include "desktop/support/Desktop.h"
+#include "desktop/support/HotKeys.h"
 #include "desktop/support/ProgramUnderTest.h"
 
 #include <QJsonObject>
@@ -11,6 +12,11 @@
 #include <memory>
 
 namespace brindlecam::bench {
+
+/// So long does a person wait before going on.
+constexpr unsigned long kUnhurried = 400; // milliseconds
+/// So many moves make a drag that is not measured itself.
+constexpr int kDragMoves = 2;
 
 enum class Page { interface, photo };
 
@@ -37,17 +43,26 @@ public:
     void quit();
     [[nodiscard]] desktop::ProgramUnderTest& program() { return *m_program; }
 
-    /// Presses the modifiers, waits until they are down and strikes the key; all stays down until
-    /// the hands let go. Returns the moment just before the key's press was sent.
-    Clock::time_point strike(const QList<Qt::Key>& modifiers, Qt::Key key);
-    Clock::time_point strikeArea();
-    Clock::time_point strikeFullScreen();
+    /// Presses the keys, the last of them once the others are down; all stay down until the hands
+    /// let go. Returns the moment just before the last one's press was sent.
+    Clock::time_point strike(const QList<Qt::Key>& keys);
+    Clock::time_point strikeArea() { return strike(desktop::hotKey(desktop::kAreaKey)); }
+    Clock::time_point strikeFullScreen()
+    {
+        return strike(desktop::hotKey(desktop::kFullScreenKey));
+    }
     /// Waits until the overlay hides the page.
     void awaitOverlay();
+    /// Opens a session at leisure; nothing is down afterwards.
+    void openSession();
+    /// Selects this area of it, in a few moves.
+    void select(const QRect& area);
     /// Ends the session by Esc and waits until the page is back.
     void endSession();
     /// Waits until the page is back, all toasts gone.
     void awaitPage();
+    /// Where the pointer is in nobody's way: neither on the hint nor in a corner.
+    [[nodiscard]] QPoint aside() const;
     /// Puts the page below the ordinary windows, for surfaces that lie among these; from then on
     /// the page is never whole again.
     void lowerPage();

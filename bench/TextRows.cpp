@@ -23,7 +23,6 @@ constexpr int kRounds = 10;
 constexpr int kColdRounds = 2;
 constexpr std::chrono::seconds kWarmedUp{2};
 constexpr std::chrono::seconds kUnused{130}; // the engine is kept for two minutes
-constexpr unsigned long kUnhurried = 400;    // milliseconds
 
 constexpr double kMostWarm = 150; // milliseconds
 constexpr double kMostCold = 350;
@@ -76,7 +75,7 @@ std::optional<double> TextRows::read(std::chrono::seconds before)
     const auto struck = m_user.choose(MarkHands::Action::text);
     const auto offered = m_pastes.awaitText();
     const QString text = m_pastes.readText();
-    m_stage.input().moveTo({m_stage.pixels().width() / 2, m_stage.pixels().height() * 3 / 4});
+    m_stage.input().moveTo(m_stage.aside());
     m_user.rest();
     QThread::msleep(kUnhurried);
     if (!offered || text != paragraph().join(QLatin1Char('\n')))

@@ -2,7 +2,9 @@
 
 #include "Decoders.h"
 
+#include "desktop/support/HotKeys.h"
 #include "desktop/support/Patience.h"
+#include "desktop/support/Pictures.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -16,6 +18,7 @@ namespace brindlecam::demo {
 
 using desktop::Desktop;
 using desktop::Input;
+using desktop::picturesIn;
 
 namespace {
 
@@ -50,15 +53,6 @@ void listen(QtMsgType type, const QMessageLogContext& /*context*/, const QString
     print(stderr, message);
     if (type == QtFatalMsg)
         std::_Exit(EXIT_FAILURE);
-}
-
-QStringList picturesIn(const QString& folder)
-{
-    QStringList paths;
-    for (const QFileInfo& file :
-         QDir(folder).entryInfoList({QStringLiteral("*.png")}, QDir::Files, QDir::Name))
-        paths << file.filePath();
-    return paths;
 }
 
 } // namespace
@@ -130,7 +124,7 @@ bool Demo::openArea()
 {
     // The message about the first capture covers nothing that is looked at or dragged over.
     const QColor before = m_desktop->screen().pixel(kStill);
-    m_desktop->input().chord({Qt::Key_Super_L, Qt::Key_Shift, Qt::Key_9});
+    m_desktop->input().chord(desktop::hotKey(desktop::kAreaKey));
     if (!await(QStringLiteral("Mayús+Super+9 no abre la captura de área"),
                [&] { return m_desktop->screen().pixel(kStill) != before; }))
         return false;
