@@ -1,8 +1,6 @@
 #include "canvas/TextField.h"
 #include "desktop/AnnotatingTest.h"
 
-#include <QProcess>
-
 namespace brindlecam::desktop {
 
 /// Typing a text on the canvas: which keys are the field's, what ends it, and that nothing typed is
@@ -42,21 +40,6 @@ private:
         const QRegion where = withoutCaret(text);
         return waitUntil([&] { return difference(seen(kInside), expected, where) == 0; });
     }
-
-    /// Another program puts a text on the clipboard.
-    [[nodiscard]] bool otherOffers(const QByteArray& text)
-    {
-        m_other = std::make_unique<QProcess>();
-        m_other->setProcessEnvironment(desktop().environment());
-        m_other->start(QStringLiteral("xclip"),
-                       {QStringLiteral("-quiet"), QStringLiteral("-selection"),
-                        QStringLiteral("clipboard"), QStringLiteral("-in")});
-        m_other->write(text);
-        m_other->closeWriteChannel();
-        return waitUntil([this] { return clipboardIsTaken(); });
-    }
-
-    std::unique_ptr<QProcess> m_other;
 
 private Q_SLOTS:
     void fieldLooksLikeTheFinishedMark_data()
@@ -249,8 +232,8 @@ private Q_SLOTS:
     void longPastedTextScrollsInTheFieldAndIsCutOffByThePicture()
     {
         QVERIFY(annotates({{QStringLiteral("autoCopy"), false}}));
-        const QByteArray longText = QByteArray("abcdefghi ").repeated(1000);
-        QVERIFY(otherOffers(longText));
+        const QString longText = QStringLiteral("abcdefghi ").repeated(1000);
+        desktop().copyElsewhere(longText);
         QVERIFY(choose(Tool::text));
         click(kAt);
         input().chord({Qt::Key_Control, Qt::Key_V});
@@ -260,7 +243,7 @@ private Q_SLOTS:
         QVERIFY(shows({}, {128, field.top(), field.left() - 128, field.height()}));
         input().type("fin");
         input().tap(Qt::Key_Return);
-        const QString whole = QString::fromLatin1(longText + "fin");
+        const QString whole = longText + QStringLiteral("fin");
         QVERIFY(shows({typed(kAt, whole)}, kInside));
         QVERIFY(returnTakes({typed(kAt, whole)}));
     }
@@ -282,7 +265,7 @@ private Q_SLOTS:
         QFETCH(QString, pasted);
         QFETCH(QString, drawn);
         QVERIFY(annotates({{QStringLiteral("autoCopy"), false}}));
-        QVERIFY(otherOffers(pasted.toUtf8()));
+        desktop().copyElsewhere(pasted);
         QVERIFY(choose(Tool::text));
         click(kAt);
         input().chord({Qt::Key_Control, Qt::Key_V});

@@ -24,9 +24,16 @@ QImage pattern(QSize pixels)
     for (int y = 0; y < pixels.height(); ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < pixels.width(); ++x)
-            line[x] = qRgb((x * 37 + y) % 256, (y * 41 + x / 256) % 256, ((x ^ y) * 3 + 40) % 256);
+            line[x] = patternAt({x, y});
     }
     return image;
+}
+
+QRgb patternAt(QPoint pixel)
+{
+    const int x = pixel.x();
+    const int y = pixel.y();
+    return qRgb((x * 37 + y) % 256, (y * 41 + x / 256) % 256, ((x ^ y) * 3 + 40) % 256);
 }
 
 QImage coarsePattern(QSize pixels)

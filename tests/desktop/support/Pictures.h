@@ -13,6 +13,8 @@ namespace brindlecam::desktop {
 
 /// A picture without two equal neighbours and without repetition: a shift by one pixel shows.
 [[nodiscard]] QImage pattern(QSize pixels);
+/// What such a picture shows in one place.
+[[nodiscard]] QRgb patternAt(QPoint pixel);
 /// Every pixel's colour tells its place among 32 × 32, and which of these it is in; the channels
 /// keep their high bits for depth 16.
 [[nodiscard]] QImage coarsePattern(QSize pixels);
