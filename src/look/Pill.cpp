@@ -1,29 +1,55 @@
 #include "look/Pill.h"
 
 #include "look/DevicePixels.h"
+#include "look/InterfaceFont.h"
 #include "look/TextLine.h"
+#include "look/TextWrapping.h"
 #include "preferences/Config.h"
 
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace brindlecam {
 
 namespace {
 
-TextLine lineOf(const Pill& pill)
+// Points.
+constexpr qreal kBetweenLines = 2;
+constexpr qreal kWidestToolTip = 300; // of its text
+
+std::vector<TextLine> linesOf(const Pill& pill)
 {
-    return {.text = pill.text, .font = pill.font, .evenDigits = pill.evenDigits};
+    std::vector<TextLine> lines;
+    for (const QString& text : pill.text.split(QLatin1Char('\n')))
+        lines.push_back({.text = text, .font = pill.font, .evenDigits = pill.evenDigits});
+    return lines;
 }
 
 } // namespace
 
+Pill Pill::toolTip(const QString& text)
+{
+    const QFont font = InterfaceFont::medium(12);
+    return {.text = wrapped(text, font, kWidestToolTip),
+            .font = font,
+            .paddingX = 10,
+            .paddingY = 5,
+            .alpha = 0.92,
+            .radius = 7};
+}
+
 QSizeF Pill::size() const
 {
-    const TextLine line = lineOf(*this);
-    return {std::ceil(line.width()) + 2 * paddingX, std::ceil(line.height()) + 2 * paddingY};
+    qreal width = 0;
+    qreal height = -kBetweenLines;
+    for (const TextLine& line : linesOf(*this)) {
+        width = std::max(width, std::ceil(line.width()));
+        height += std::ceil(line.height()) + kBetweenLines;
+    }
+    return {width + 2 * paddingX, height + 2 * paddingY};
 }
 
 qreal Pill::cornerRadius() const
@@ -46,9 +72,12 @@ void Pill::paint(QPainter& painter, QPointF topLeft) const
         painter.drawRoundedRect(ground, round, round);
         origin = pixels.corner(ground.topLeft());
     }
-    const TextLine line = lineOf(*this);
     painter.setPen(Qt::white);
-    line.draw(painter, origin + QPointF(paddingX, paddingY + line.ascent()));
+    QPointF place = origin + QPointF(paddingX, paddingY);
+    for (const TextLine& line : linesOf(*this)) {
+        line.draw(painter, place + QPointF(0, line.ascent()));
+        place.ry() += std::ceil(line.height()) + kBetweenLines;
+    }
     painter.restore();
 }
 

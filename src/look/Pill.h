@@ -10,16 +10,19 @@ class QPainter;
 
 namespace brindlecam {
 
-/// A short white text on a dark rounded panel: the one look of toasts, hints, size labels and
-/// transient messages. Layout in points; painting only paints what layout found.
+/// A short white text on a dark rounded panel: the one look of toasts, hints, size labels, tool
+/// tips and transient messages. Layout in points; painting only paints what layout found.
 struct Pill {
-    QString text;
+    QString text; ///< line feeds part its lines
     QFont font;
     qreal paddingX = 0;      ///< on each side
     qreal paddingY = 0;      ///< above and below
     qreal alpha = 0.9;       ///< of the dark panel
     qreal radius = -1;       ///< negative: half the height, a capsule
     bool evenDigits = false; ///< digits of one width, so that a counting text does not jump
+
+    /// That of a tool tip, wherever it stands; a long text has several lines. Main thread.
+    [[nodiscard]] static Pill toolTip(const QString& text);
 
     /// Text size in whole points (rounded up) plus padding.
     [[nodiscard]] QSizeF size() const;

@@ -85,6 +85,44 @@ private Q_SLOTS:
         QCOMPARE(wide.size().height(), narrow.size().height());
     }
 
+    void linesStandOneBelowTheOther()
+    {
+        const Pill one{.text = QStringLiteral("████"),
+                       .font = InterfaceFont::regular(20),
+                       .paddingX = 10,
+                       .paddingY = 10,
+                       .alpha = 1,
+                       .radius = 4};
+        Pill two = one;
+        two.text += QStringLiteral("\n█");
+        const qreal line = one.size().height() - 20;
+        QCOMPARE(two.size(), one.size() + QSizeF(0, line + 2));
+
+        QImage image(two.size().toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        two.paint(painter, {});
+        painter.end();
+        const int first = qRound(10 + line / 2);
+        const int second = qRound(10 + line * 3 / 2 + 2);
+        QCOMPARE(image.pixelColor(14, first), QColor(Qt::white));
+        QCOMPARE(image.pixelColor(14, second), QColor(Qt::white));
+        QCOMPARE(image.pixelColor(image.width() - 14, first), QColor(Qt::white));
+        QCOMPARE(image.pixelColor(image.width() - 14, second), QColor(26, 26, 26));
+    }
+
+    void longToolTipsHaveSeveralLines()
+    {
+        const Pill brief = Pill::toolTip(QStringLiteral("Texto"));
+        const Pill lengthy = Pill::toolTip(QStringLiteral(
+            "una explicación tan larga que en un solo renglón no cabría junto a ninguna barra, y "
+            "que por eso se parte"));
+        QVERIFY(!brief.text.contains(QLatin1Char('\n')));
+        QVERIFY(lengthy.text.contains(QLatin1Char('\n')));
+        QVERIFY(lengthy.size().width() <= 320);
+        QVERIFY(lengthy.size().height() > brief.size().height());
+    }
+
     void capsuleHasRoundEndsAndADarkMiddle()
     {
         const Pill pill{.text = QString(),
