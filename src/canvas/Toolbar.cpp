@@ -4,9 +4,11 @@
 #include "base/Text.h"
 #include "canvas/BarButton.h"
 #include "canvas/BarPlacement.h"
+#include "canvas/BarTip.h"
 #include "canvas/BarView.h"
 #include "canvas/PaletteView.h"
 #include "canvas/SliderTrack.h"
+#include "canvas/TipPlacement.h"
 #include "preferences/Config.h"
 #include "preferences/Prefs.h"
 
@@ -73,6 +75,7 @@ Toolbar::Toolbar(QWidget& canvas, const Prefs& prefs)
             buildSizePopup(tool);
     }
     chainFocus();
+    serveTips();
     setTool(std::nullopt);
     setColor(Config::palette.front());
     hide();
@@ -182,6 +185,35 @@ void Toolbar::chainFocus()
         chain(each);
 }
 
+void Toolbar::serveTips()
+{
+    m_tip = std::make_unique<BarTip>(
+        m_canvas, [this](const QWidget& control, QSize tip) { return tipPlace(control, tip); });
+    for (const BarView* bar : {m_tools.get(), m_actions.get()}) {
+        for (BarButton* each : bar->buttons())
+            m_tip->serve(*each);
+    }
+    for (const Popup* popup : popups()) {
+        for (QWidget* each : popup->view->controls())
+            m_tip->serve(*each);
+    }
+}
+
+std::optional<QRect> Toolbar::tipPlace(const QWidget& control, QSize tip) const
+{
+    const QRect bar = control.parentWidget()->geometry();
+    TipPlacement::Surroundings around{.control = control.geometry().translated(bar.topLeft()),
+                                      .bar = bar,
+                                      .shown = {},
+                                      .selection = m_selection,
+                                      .canvas = m_canvasSize};
+    for (const QWidget* each : bars()) {
+        if (!each->isHidden())
+            around.shown.push_back(each->geometry());
+    }
+    return TipPlacement::place(tip, around);
+}
+
 void Toolbar::setTool(std::optional<Tool> tool)
 {
     m_pointerButton->setOn(!tool);
@@ -204,6 +236,7 @@ void Toolbar::setAvailable(Action action, Availability availability)
 
 void Toolbar::layOut(const QRectF& selection, QSizeF canvasSize)
 {
+    m_selection = selection;
     m_canvasSize = canvasSize;
     m_tools->setGeometry(BarPlacement::toolsBar(selection, canvasSize, m_tools->size()));
     m_actions->setGeometry(BarPlacement::actionsBar(selection, canvasSize, m_actions->size()));

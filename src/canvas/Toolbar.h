@@ -4,7 +4,9 @@
 
 #include <QColor>
 #include <QPointF>
+#include <QRect>
 #include <QRectF>
+#include <QSize>
 #include <QSizeF>
 
 #include <array>
@@ -19,14 +21,16 @@ class QWidget;
 namespace brindlecam {
 
 class BarButton;
+class BarTip;
 class BarView;
 class PaletteView;
 class Prefs;
 
 /// The bars around a finished selection: tools beside it, actions under it, and the popups that
-/// hang off the tools: the colour palette and one size popup per tool with sizes. Builds, places
-/// and shows them as children of the canvas; what a press does is the canvas's business. Main
-/// thread; points of the canvas. It borrows canvas and settings, and must go before the canvas.
+/// hang off the tools: the colour palette and one size popup per tool with sizes; and the tool tips
+/// of all of these. Builds, places and shows them as children of the canvas; what a press does is
+/// the canvas's business. Main thread; points of the canvas. It borrows canvas and settings, and
+/// must go before the canvas.
 /// A press on a bar leaves the keyboard focus alone only if the canvas doesn't take it by click
 /// focus (Qt asks the parents of what is pressed): it has Qt::TabFocus and takes it when pressed.
 class Toolbar final {
@@ -100,7 +104,9 @@ private:
     void buildPalette();
     void buildSizePopup(Tool tool);
     void chainFocus();
+    void serveTips();
     void placePopups();
+    [[nodiscard]] std::optional<QRect> tipPlace(const QWidget& control, QSize tip) const;
     void showOnly(const Popup* popup);
     [[nodiscard]] std::vector<const Popup*> popups() const;
     [[nodiscard]] const Popup* sizePopup(Tool tool) const;
@@ -109,6 +115,7 @@ private:
 
     QWidget& m_canvas;
     const Prefs& m_prefs;
+    QRectF m_selection;
     QSizeF m_canvasSize;
     std::unique_ptr<BarView> m_tools;
     std::unique_ptr<BarView> m_actions;
@@ -116,6 +123,7 @@ private:
     std::array<BarButton*, kAllTools.size()> m_toolButtons{};
     Popup m_palette;
     std::array<Popup, kAllTools.size()> m_sizes; ///< no view: a tool without sizes
+    std::unique_ptr<BarTip> m_tip;
 };
 
 } // namespace brindlecam
