@@ -29,6 +29,7 @@ public:
     void takePlaces();
     void takePopups();
     void takeStates();
+    void takeTips();
     void takeMessages();
     void takeTextMessages();
 
@@ -156,12 +157,41 @@ void BarScenes::takeStates()
     focus("focus-on-button", Tool::arrow, tooltip(Tool::arrow));
     focus("focus-slider", Tool::arrow, sizeLabel(Tool::arrow).value());
     focus("focus-swatch", Tool::arrow, text("Color"));
-    take(QStringLiteral("tooltip"), kMiddle, [](Hand& hand, CanvasView&) {
-        QWidget& button = hand.control(tooltip(Tool::number));
-        const QPoint at = button.rect().center();
-        QHelpEvent event(QEvent::ToolTip, at, button.mapToGlobal(at));
-        QCoreApplication::sendEvent(&button, &event);
-    });
+}
+
+void BarScenes::takeTips()
+{
+    const auto rest = [](QWidget& control) {
+        const QPoint at = control.rect().center();
+        QHelpEvent event(QEvent::ToolTip, at, control.mapToGlobal(at));
+        QCoreApplication::sendEvent(&control, &event);
+    };
+    const auto over = [&rest](const QString& control) {
+        return [=](Hand& hand, CanvasView&) { rest(hand.control(control)); };
+    };
+    const auto inPopup = [&rest](const QString& button, const QString& control) {
+        return [=](Hand& hand, CanvasView&) {
+            hand.pressControl(button);
+            rest(hand.control(control));
+        };
+    };
+    const QString color = text("Color");
+    const QString copy = text("Copiar (⌘C o Enter)");
+    const QString scroll = text("Captura con desplazamiento (páginas largas)");
+    constexpr QRectF kWhole(0, 0, 1, 1);
+    take(QStringLiteral("tip-tool"), kMiddle, over(tooltip(Tool::line)));
+    take(QStringLiteral("tip-of-two-lines"), kMiddle, over(tooltip(Tool::number)));
+    take(QStringLiteral("tip-tool-at-left"), kAtRight, over(tooltip(Tool::line)));
+    take(QStringLiteral("tip-tool-whole-screen"), kWhole, over(tooltip(Tool::number)));
+    take(QStringLiteral("tip-action"), kMiddle, over(copy));
+    take(QStringLiteral("tip-action-above"), {0.2, 0.5, 0.4, 0.5}, over(scroll));
+    take(QStringLiteral("tip-action-whole-screen"), kWhole, over(text("Cerrar (Esc)")));
+    take(QStringLiteral("tip-beside-palette"), kMiddle, inPopup(color, color));
+    take(QStringLiteral("tip-near-palette"), kMiddle, inPopup(color, tooltip(Tool::pixelate)));
+    take(QStringLiteral("tip-in-palette"), kMiddle, inPopup(color, text("Opacidad del marcador")));
+    take(QStringLiteral("tip-in-sizes"), kMiddle,
+         inPopup(tooltip(Tool::pen), text("Más fino / pequeño")));
+    take(QStringLiteral("tip-small-area"), kSmall, over(scroll));
 }
 
 void BarScenes::takeMessages()
@@ -236,6 +266,7 @@ void takeBarPictures(Photographer& photographer, Prefs& prefs)
     scenes.takePlaces();
     scenes.takePopups();
     scenes.takeStates();
+    scenes.takeTips();
     scenes.takeMessages();
     scenes.takeTextMessages();
 }
