@@ -1,4 +1,7 @@
 #include "desktop/AnnotatingTest.h"
+#include "look/Pill.h"
+
+#include <algorithm>
 
 namespace brindlecam::desktop {
 
@@ -25,6 +28,58 @@ private:
             return true;
         qWarning() << name << "is at" << placeOf(name);
         return false;
+    }
+
+    /// What has changed on the screen, but for one control: a tight rectangle.
+    [[nodiscard]] QRect changedBeside(const QRect& control, const QImage& before)
+    {
+        const QImage now = screen().grab();
+        QRect changed;
+        for (int y = 0; y < now.height(); ++y) {
+            for (int x = 0; x < now.width(); ++x) {
+                if (now.pixel(x, y) != before.pixel(x, y) && !control.contains(x, y))
+                    changed |= QRect(x, y, 1, 1);
+            }
+        }
+        return changed;
+    }
+
+    /// Rests the pointer on a control and waits until just its tool tip has come, a dark pill as
+    /// large as its text. Empty when it never does. `before` is the screen without any.
+    [[nodiscard]] QRect tipOf(const QString& name, const QImage& before, qreal scale = 1)
+    {
+        const auto control = controls().find(name);
+        if (!control)
+            return {};
+        const QSizeF size = Pill::toolTip(control->name).size() * scale;
+        const auto isLike = [](int seen, qreal wanted) { return qAbs(seen - wanted) <= 4; };
+        input().moveTo(control->pixels.center());
+        QRect tip;
+        const bool isShown = waitUntil([&] {
+            tip = changedBeside(control->pixels, before);
+            return isLike(tip.width(), size.width()) && isLike(tip.height(), size.height());
+        });
+        const QColor ground = screen().pixel({tip.left() + 4, tip.center().y()});
+        if (isShown && ground.lightness() < 60)
+            return tip;
+        qWarning() << name << "has a tip at" << tip << ground << "instead of" << size;
+        return {};
+    }
+
+    /// Whether every button and slider but this one looks as before.
+    [[nodiscard]] bool othersAreSeen(const QString& name, const QImage& before)
+    {
+        const auto control = controls().look(name);
+        const QImage now = screen().grab();
+        const auto all = controls().shown();
+        return control && std::ranges::all_of(all, [&](const Control& other) {
+                   const bool same = other.kind == ControlKind::other ||
+                                     other.name == control->name ||
+                                     samePixels(now.copy(other.pixels), before.copy(other.pixels));
+                   if (!same)
+                       qWarning() << other.name << "is not as before";
+                   return same;
+               });
     }
 
 private Q_SLOTS:
@@ -143,6 +198,74 @@ private Q_SLOTS:
         input().moveTo({1200, 700});
         QVERIFY(
             waitUntil([&] { return samePixels(screen().grab(palette), closed.copy(palette)); }));
+        QVERIFY(returnTakes({}));
+    }
+
+    void toolTipsStandBesideTheBars_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<bool>("palette");
+        QTest::addColumn<QStringList>("names");
+        const QStringList inBars{QStringLiteral("Línea"),  QStringLiteral("Números de paso ① ② ③"),
+                                 QStringLiteral("Color"),  QStringLiteral("Rehacer"),
+                                 QStringLiteral("Copiar"), QStringLiteral("Cerrar")};
+        const QStringList withPopup =
+            inBars + QStringList{QStringLiteral("Opacidad del marcador"),
+                                 QStringLiteral("Más opacidad del marcador")};
+        QTest::newRow("at 1") << 1.0 << false << inBars;
+        QTest::newRow("at 1, with the palette") << 1.0 << true << withPopup;
+        QTest::newRow("at 2") << 2.0 << false << inBars;
+        QTest::newRow("at 2, with the palette") << 2.0 << true << withPopup;
+    }
+    void toolTipsStandBesideTheBars()
+    {
+        QFETCH(qreal, scale);
+        QFETCH(bool, palette);
+        QFETCH(QStringList, names);
+        QVERIFY(annotates({}, scale));
+        if (palette)
+            QVERIFY(openPalette());
+        moveTo({240, 240});
+        const QImage before = screen().grabAtRest();
+        const std::size_t windowsBefore = windows().all().size();
+        for (const QString& name : names) {
+            QVERIFY2(!tipOf(name, before, scale).isEmpty(), qPrintable(name));
+            QVERIFY2(othersAreSeen(name, before), qPrintable(name));
+            QCOMPARE(windows().all().size(), windowsBefore);
+            QCOMPARE(windows().shown(program().pid()).size(), std::size_t(1));
+        }
+        moveTo({240, 240});
+        QVERIFY(waitUntil([&] { return samePixels(screen().grab(), before); }));
+        QVERIFY(returnTakes({}));
+    }
+
+    void toolTipGoesWithWheelAndKeys()
+    {
+        QVERIFY(annotates());
+        moveTo({240, 240});
+        const QImage before = screen().grabAtRest();
+        const QString name = QStringLiteral("Guardar");
+        const auto isGone = [&] {
+            return waitUntil([&] { return changedBeside(placeOf("Guardar"), before).isEmpty(); });
+        };
+        QVERIFY(!tipOf(name, before).isEmpty());
+        input().tap(Qt::Key_Shift);
+        QVERIFY(isGone());
+        moveTo({240, 240});
+        QVERIFY(!tipOf(name, before).isEmpty());
+        input().click(placeOf("Guardar").center(), Button::wheelUp);
+        QVERIFY(isGone());
+        QVERIFY(returnTakes({}));
+    }
+
+    void toolTipOverTheSelectionIsNotInThePicture()
+    {
+        QVERIFY(annotates());
+        QVERIFY(choose(Tool::line)); // its sizes are on the other side of the bar
+        moveTo({240, 240});
+        const QRect tip = tipOf(QStringLiteral("Línea"), screen().grabAtRest());
+        QVERIFY(!tip.isEmpty());
+        QVERIFY(pixels(kSelected).contains(tip.center()));
         QVERIFY(returnTakes({}));
     }
 
