@@ -45,7 +45,8 @@ private:
     }
 
     /// Rests the pointer on a control and waits until just its tool tip has come, a dark pill as
-    /// large as its text. Empty when it never does. `before` is the screen without any.
+    /// large as its text. Empty when it never does, or comes with a window. `before` is the screen
+    /// without any.
     [[nodiscard]] QRect tipOf(const QString& name, const QImage& before, qreal scale = 1)
     {
         const auto control = controls().find(name);
@@ -53,16 +54,21 @@ private:
             return {};
         const QSizeF size = Pill::toolTip(control->name).size() * scale;
         const auto isLike = [](int seen, qreal wanted) { return qAbs(seen - wanted) <= 4; };
-        input().moveTo(control->pixels.center());
+        const std::size_t windowsBefore = windows().all().size();
+        bool isAWindow = false;
         QRect tip;
+        input().moveTo(control->pixels.center());
         const bool isShown = waitUntil([&] {
+            isAWindow = windows().all().size() != windowsBefore;
             tip = changedBeside(control->pixels, before);
-            return isLike(tip.width(), size.width()) && isLike(tip.height(), size.height());
+            return isAWindow ||
+                   (isLike(tip.width(), size.width()) && isLike(tip.height(), size.height()));
         });
         const QColor ground = screen().pixel({tip.left() + 4, tip.center().y()});
-        if (isShown && ground.lightness() < 60)
+        if (isShown && !isAWindow && ground.lightness() < 60)
             return tip;
-        qWarning() << name << "has a tip at" << tip << ground << "instead of" << size;
+        qWarning() << name << "has a tip at" << tip << ground << "instead of" << size
+                   << (isAWindow ? "and a window" : "");
         return {};
     }
 
