@@ -1,5 +1,6 @@
 #include "look/FloatingPanel.h"
 
+#include "look/Pill.h"
 #include "platform/Compositing.h"
 
 #include <QAccessible>
@@ -28,6 +29,14 @@ QRegion shapeFor(const FloatingContent& content)
 }
 
 } // namespace
+
+FloatingContent FloatingContent::of(const Pill& pill)
+{
+    return {.size = pill.size(),
+            .radius = pill.cornerRadius(),
+            .paint = [pill](QPainter& painter) { pill.paint(painter, {}); },
+            .spoken = QString(pill.text).replace(QLatin1Char('\n'), QLatin1Char(' '))};
+}
 
 FloatingPanel::FloatingPanel(Panels& panels, Compositing& compositing, PanelRole role,
                              FloatingContent content)

@@ -13,6 +13,7 @@ class QPainter;
 namespace brindlecam {
 
 class Compositing;
+struct Pill;
 
 /// What a floating panel shows: a rounded shape that paints itself from (0, 0), in points.
 struct FloatingContent {
@@ -20,9 +21,11 @@ struct FloatingContent {
     qreal radius = 0;
     std::function<void(QPainter&)> paint;
     QString spoken; ///< what assistive technology reads out
+
+    [[nodiscard]] static FloatingContent of(const Pill& pill);
 };
 
-/// A small translucent panel above the windows that takes neither focus nor mouse: toast,
+/// A small translucent panel above the windows that takes neither focus nor mouse: toast, tool tip,
 /// countdown. Where nothing blends windows together it is shaped, and blends itself with what lay
 /// beneath it when it was shown. Main thread; borrows the ports.
 class FloatingPanel final : public QWidget {

@@ -47,14 +47,6 @@ std::optional<ScreenInfo> asItIsNow(const std::optional<ScreenInfo>& screen,
     return found == screens.end() ? screen : *found;
 }
 
-FloatingContent contentOf(const Pill& pill)
-{
-    return {.size = pill.size(),
-            .radius = pill.cornerRadius(),
-            .paint = [pill](QPainter& painter) { pill.paint(painter, {}); },
-            .spoken = pill.text};
-}
-
 } // namespace
 
 /// One toast from its appearance to the end of its fade.
@@ -63,7 +55,7 @@ public:
     /// `replaced` is still on the screen; null when none is.
     ToastPanel(Panels& panels, Compositing& compositing, const Pill& pill, const ScreenInfo& screen,
                const ToastPanel* replaced, std::function<void()> done)
-        : m_panel(panels, compositing, PanelRole::toast, contentOf(pill))
+        : m_panel(panels, compositing, PanelRole::toast, FloatingContent::of(pill))
         , m_done(std::move(done))
     {
         m_panel.showAt(placeOn(screen, pill.size()), screen.scale,
