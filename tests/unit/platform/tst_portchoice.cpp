@@ -287,8 +287,8 @@ private Q_SLOTS:
             << "x11"
             << QStringLiteral("BRINDLECAM_PORT_GRABER: no hay ningún puerto que se llame así. Hay: "
                               "DISPLAYS, GRABBER, WINDOWLIST, CAPTUREACCESS, HOTKEYS, INPUTGRABS, "
-                              "PANELS, PASTEBOARD, FRONTAPPLICATION, FILEOPENER, TEXTRECOGNIZER, "
-                              "TRAYHOSTS, QUITSIGNALS.");
+                              "PANELS, PINS, COMPOSITING, PASTEBOARD, FRONTAPPLICATION, "
+                              "FILEOPENER, TEXTRECOGNIZER, TRAYHOSTS, QUITSIGNALS.");
     }
     void whatCantBeForcedIsRefusedWithWhatThereIs()
     {
