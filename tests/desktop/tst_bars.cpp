@@ -229,10 +229,18 @@ private Q_SLOTS:
         QFETCH(bool, palette);
         QFETCH(QStringList, names);
         QVERIFY(annotates({}, scale));
-        if (palette)
-            QVERIFY(openPalette());
         moveTo({240, 240});
-        const QImage before = screen().grabAtRest();
+        QImage before = screen().grabAtRest();
+        if (palette) {
+            const QImage without = before;
+            QVERIFY(openPalette());
+            moveTo({240, 240});
+            const QRect place = placeOf("Colores");
+            QVERIFY(waitUntil([&] {
+                before = screen().grabAtRest();
+                return !samePixels(before.copy(place), without.copy(place));
+            }));
+        }
         const std::size_t windowsBefore = windows().all().size();
         for (const QString& name : names) {
             QVERIFY2(!tipOf(name, before, scale).isEmpty(), qPrintable(name));

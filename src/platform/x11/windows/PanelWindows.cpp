@@ -34,4 +34,17 @@ std::vector<PanelWindow*> PanelWindows::shown(PanelRole role) const
     return windows;
 }
 
+void PanelWindows::swallowPresses(std::chrono::milliseconds left,
+                                  std::chrono::milliseconds interval)
+{
+    m_clickSink =
+        std::make_unique<ClickSink>(m_events, left, interval, [this] { m_clickSink.reset(); });
+}
+
+void PanelWindows::keepPressesAway()
+{
+    if (m_clickSink)
+        m_clickSink->raise();
+}
+
 } // namespace brindlecam

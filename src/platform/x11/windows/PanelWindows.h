@@ -2,18 +2,21 @@
 
 #include "platform/Panels.h"
 #include "platform/x11/connection/ServerClock.h"
+#include "platform/x11/windows/ClickSink.h"
 #include "platform/x11/windows/PanelWindow.h"
 
 #include <QObject>
 #include <QWidget>
 
+#include <chrono>
 #include <memory>
 #include <unordered_map>
 #include <vector>
 
 namespace brindlecam {
 
-/// The windows of the widgets that took a role, each as long as its widget lives. Main thread.
+/// The windows of the widgets that took a role, each as long as its widget lives, and what has to
+/// lie above them and the pins right after a session. Main thread.
 class PanelWindows final {
 public:
     explicit PanelWindows(std::shared_ptr<X11Events> events);
@@ -28,6 +31,14 @@ public:
     /// Those in this role that are shown now.
     [[nodiscard]] std::vector<PanelWindow*> shown(PanelRole role) const;
 
+    /// More presses in the place of the last one reach nobody, for so long; and after each of them
+    /// for another `interval`.
+    void swallowPresses(std::chrono::milliseconds left, std::chrono::milliseconds interval);
+    void letPressesThrough() { m_clickSink.reset(); }
+    /// A window has just been shown, panel or pin: presses that are to reach nobody do not reach it
+    /// either. One that a window manager maps later is noticed without this.
+    void keepPressesAway();
+
 private:
     struct Entry {
         PanelRole role;
@@ -37,7 +48,8 @@ private:
     const std::shared_ptr<X11Events> m_events;
     x11::ServerClock m_clock;
     std::unordered_map<const QObject*, Entry> m_entries;
-    QObject m_context; ///< ends the connections to widgets that outlive this
+    std::unique_ptr<ClickSink> m_clickSink; ///< right after a session
+    QObject m_context;                      ///< ends the connections to widgets that outlive this
 };
 
 } // namespace brindlecam

@@ -36,10 +36,9 @@ void X11Panels::show(QWidget& widget, const QRect& native)
         return;
     }
     if (window->isOverlay())
-        m_clickSink.reset(); // a new session: every press is its own
+        m_windows->letPressesThrough(); // a new session: every press is its own
     window->show(native);
-    if (m_clickSink)
-        m_clickSink->raise(); // a window manager maps it later, which the sink sees by itself
+    m_windows->keepPressesAway();
 }
 
 void X11Panels::showAtOnce(QWidget& widget, const QRect& native, const FirstFrame& frame,
@@ -76,10 +75,8 @@ void X11Panels::swallowDoubleClick()
     const std::chrono::milliseconds interval(
         QGuiApplication::styleHints()->mouseDoubleClickInterval());
     const auto since = m_windows->events()->sinceClick();
-    if (since && *since < interval) {
-        m_clickSink = std::make_unique<ClickSink>(m_windows->events(), interval - *since, interval,
-                                                  [this] { m_clickSink.reset(); });
-    }
+    if (since && *since < interval)
+        m_windows->swallowPresses(interval - *since, interval);
 }
 
 // Qt's own menus are windows that the window manager has no part in, which is what they should be.

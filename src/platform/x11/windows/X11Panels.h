@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Panels.h"
-#include "platform/x11/windows/ClickSink.h"
 
 #include <functional>
 #include <memory>
@@ -33,7 +32,6 @@ public:
 private:
     const std::shared_ptr<PanelWindows> m_windows;
     const std::shared_ptr<ServerPixels> m_pixels;
-    std::unique_ptr<ClickSink> m_clickSink; ///< right after a session
 };
 
 } // namespace brindlecam

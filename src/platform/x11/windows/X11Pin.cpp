@@ -3,6 +3,7 @@
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/windows/CompositorWatch.h"
+#include "platform/x11/windows/PanelWindows.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -33,14 +34,16 @@ QPoint roundedPlace(const QMouseEvent& event)
 // Without a compositor the server itself composes windows that could blend, at each change: a large
 // pin would take twice as long to resize. Its corners stay cut if one comes later.
 X11Pin::X11Pin(QWidget& widget, qreal radius, std::function<void()> changed,
-               std::shared_ptr<X11Events> events, x11::ServerClock& clock,
-               std::shared_ptr<CompositorWatch> compositor, std::function<void(const X11Pin&)> gone)
+               std::shared_ptr<PanelWindows> panels, std::shared_ptr<CompositorWatch> compositor,
+               std::function<void(const X11Pin&)> gone)
     : m_widget(widget)
     , m_radius(radius)
     , m_changed(std::move(changed))
     , m_gone(std::move(gone))
+    , m_panels(std::move(panels))
     , m_compositor(std::move(compositor))
-    , m_window(widget, x11::PanelTraits::ofPin(m_compositor->runs()), events, clock)
+    , m_window(widget, x11::PanelTraits::ofPin(m_compositor->runs()), m_panels->events(),
+               m_panels->clock())
     , m_room(widget)
 {
     widget.installEventFilter(this);
@@ -48,7 +51,8 @@ X11Pin::X11Pin(QWidget& widget, qreal radius, std::function<void()> changed,
         cutForWidget();
         m_changed();
     });
-    m_subscription = events->listen([this](const auto& event) { return handle(event); });
+    m_subscription =
+        m_panels->events()->listen([this](const auto& event) { return handle(event); });
 }
 
 X11Pin::~X11Pin()
@@ -61,6 +65,7 @@ void X11Pin::show(const PinPlace& place)
     m_place = place;
     m_shape.open(place.native.size());
     m_window.show(place.native);
+    m_panels->keepPressesAway();
     cutForWidget();
 }
 
@@ -113,8 +118,10 @@ bool X11Pin::setOverFullScreen(bool over)
     m_room.forget();
     if (m_cut)
         cut(*std::exchange(m_cut, std::nullopt)); // the new window is whole
-    if (shown)
+    if (shown) {
         m_window.show(native);
+        m_panels->keepPressesAway();
+    }
     return shown;
 }
 

@@ -14,6 +14,7 @@
 namespace brindlecam {
 
 class CompositorWatch;
+class PanelWindows;
 
 /// A pin's window on X11: placed by the pixel, cut where nothing blends its corners, and taken from
 /// the window manager while a full-screen window is there, which that would put above it. Main
@@ -24,8 +25,8 @@ class X11Pin final : public QObject, public PinSurface {
 public:
     /// `gone` runs when it ends.
     X11Pin(QWidget& widget, qreal radius, std::function<void()> changed,
-           std::shared_ptr<X11Events> events, x11::ServerClock& clock,
-           std::shared_ptr<CompositorWatch> compositor, std::function<void(const X11Pin&)> gone);
+           std::shared_ptr<PanelWindows> panels, std::shared_ptr<CompositorWatch> compositor,
+           std::function<void(const X11Pin&)> gone);
     ~X11Pin() override;
 
     void show(const PinPlace& place) override;
@@ -55,6 +56,7 @@ private:
     const qreal m_radius; ///< points
     const std::function<void()> m_changed;
     const std::function<void(const X11Pin&)> m_gone;
+    const std::shared_ptr<PanelWindows> m_panels;
     const std::shared_ptr<CompositorWatch> m_compositor;
     PanelWindow m_window;
     BackingRoom m_room;

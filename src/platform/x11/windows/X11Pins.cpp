@@ -21,8 +21,7 @@ X11Pins::~X11Pins() = default;
 std::unique_ptr<PinSurface> X11Pins::make(QWidget& widget, qreal radius,
                                           std::function<void()> changed)
 {
-    auto pin = std::make_unique<X11Pin>(widget, radius, std::move(changed), m_panels->events(),
-                                        m_panels->clock(), m_compositor,
+    auto pin = std::make_unique<X11Pin>(widget, radius, std::move(changed), m_panels, m_compositor,
                                         [this](const X11Pin& gone) { forget(gone); });
     m_pins.push_back(pin.get());
     watchFullScreen();
