@@ -18,7 +18,7 @@ namespace {
 
 // Points.
 constexpr qreal kBetweenLines = 2;
-constexpr qreal kWidestToolTip = 300; // of its text
+constexpr qreal kWidestToolTip = 320; // of its text
 
 std::vector<TextLine> linesOf(const Pill& pill)
 {

@@ -13,7 +13,7 @@ using TipPlacement::Surroundings;
 constexpr QSizeF kScreen(1000, 700);
 constexpr QSize kTip(80, 25);
 constexpr QSize kLongTip(280, 25);
-constexpr QSize kTallTip(300, 55);
+constexpr QSize kTallTip(340, 59);
 constexpr int kMargin = 4;
 constexpr int kGap = 6;
 

@@ -119,7 +119,7 @@ private Q_SLOTS:
             "que por eso se parte"));
         QVERIFY(!brief.text.contains(QLatin1Char('\n')));
         QVERIFY(lengthy.text.contains(QLatin1Char('\n')));
-        QVERIFY(lengthy.size().width() <= 320);
+        QVERIFY(lengthy.size().width() <= 340);
         QVERIFY(lengthy.size().height() > brief.size().height());
     }
 
