@@ -32,8 +32,9 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
     , m_captureFailure(*platform.captureAccess, m_alerts, m_defaults, voice)
     , m_captureResults(m_prefs, m_output, m_toast, m_alerts)
     , m_countdown(*platform.displays, *platform.panels, *platform.compositing)
-    , m_pinnedCaptures({*platform.panels, *platform.pins, *platform.displays}, m_toast, m_activity,
-                       m_captureResults)
+    , m_pinnedCaptures(
+          {*platform.panels, *platform.pins, *platform.displays, *platform.compositing}, m_toast,
+          m_activity, m_captureResults)
     , m_captureController({platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity,
                            m_captureFailure, m_countdown, m_pinnedCaptures, m_longCaptures})
     , m_delegate({platform, m_prefs, m_alerts, m_toast, m_activity, m_history, m_output,

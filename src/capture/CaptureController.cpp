@@ -71,8 +71,9 @@ void CaptureController::start(Kind kind, std::vector<ScreenInfo> screens)
     QObject* const context = std::get<Grabbing>(m_state).context.get();
     const bool menuWasOpen = OpenMenus::close();
     const bool counted = m_services.countdown.cancel();
-    const bool covered =
-        menuWasOpen || counted || m_services.toast.visible() || m_services.alerts.visible();
+    const bool tipWasShown = m_services.pins.hideTip();
+    const bool covered = menuWasOpen || counted || tipWasShown || m_services.toast.visible() ||
+                         m_services.alerts.visible();
     m_services.toast.suspend();
     m_services.alerts.suspend();
     if (covered)

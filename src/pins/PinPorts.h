@@ -2,6 +2,7 @@
 
 namespace brindlecam {
 
+class Compositing;
 class Displays;
 class Panels;
 class Pins;
@@ -11,6 +12,7 @@ struct PinPorts {
     Panels& panels;
     Pins& pins;
     Displays& displays;
+    Compositing& compositing;
 };
 
 } // namespace brindlecam

@@ -131,6 +131,11 @@ void PinnedCapture::stayReachable()
         moveTo(m_frame);
 }
 
+QPoint PinnedCapture::onDesktop(QPointF place) const
+{
+    return m_surface->rect().topLeft() + (place * devicePixelRatioF()).toPoint();
+}
+
 // A window that grows is ahead of what the widget has heard of, and Qt finds no child for a pointer
 // out there: it looks within the widget's own size, not the window's.
 bool PinnedCapture::event(QEvent* event)

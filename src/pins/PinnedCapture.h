@@ -62,6 +62,8 @@ public:
     void stayReachable();
     /// What it was made of, at its full size.
     [[nodiscard]] const Rendered& rendered() const { return m_rendered; }
+    /// Where a place on it, in points from its own top-left corner, is on the desktop.
+    [[nodiscard]] QPoint onDesktop(QPointF place) const;
     /// The screen it is on; none when there are no screens.
     [[nodiscard]] const std::optional<ScreenInfo>& onScreen() const { return m_screen; }
 

@@ -2,6 +2,7 @@
 
 #include "pictures/Rendered.h"
 #include "pins/PinPorts.h"
+#include "pins/PinTip.h"
 
 #include <QObject>
 #include <QRect>
@@ -28,6 +29,9 @@ public:
     /// picture that could not be made opens none.
     void pin(const Rendered& picture, const QRect& native);
 
+    /// Takes a pin's tool tip off the screen; false when there is none.
+    bool hideTip() { return m_tip.dismiss(); }
+
     /// The open pins in the order of their creation.
     [[nodiscard]] const std::vector<std::unique_ptr<PinnedCapture>>& open() const { return m_open; }
 
@@ -44,6 +48,7 @@ private:
     const Activity& m_activity;
     PinDelivery& m_delivery;
     std::vector<std::unique_ptr<PinnedCapture>> m_open;
+    PinTip m_tip;
     QObject m_context; ///< ends our listening
 };
 

@@ -94,7 +94,7 @@ struct CaptureFixture {
     static constexpr std::chrono::milliseconds kLastPatience{200};
     Countdown countdown{
         displays, panels, compositing, {.tick = std::chrono::milliseconds(30), .handOff = {}}};
-    PinnedCaptures pins{{panels, pinWindows, displays}, toast, activity, results};
+    PinnedCaptures pins{{panels, pinWindows, displays, compositing}, toast, activity, results};
     NotedLongCaptures longCaptures;
     CaptureController controller{{platform, prefs, results, toast, alerts, activity, failure,
                                   countdown, pins, longCaptures, kLastPatience}};

@@ -2,6 +2,7 @@
 #include "capture/CaptureFixture.h"
 #include "pins/PinnedCapture.h"
 #include "support/TestCase.h"
+#include "support/ToolTips.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
@@ -352,6 +353,25 @@ private Q_SLOTS:
         f.controller.captureFullScreen();
         QTRY_COMPARE(f.grabber.calls, 1);
         QTRY_COMPARE(f.kept(), 1);
+    }
+
+    void aPinsToolTipIsTakenAwayBeforeTheGrab()
+    {
+        Fixture f;
+        f.pins.pin(Rendered(QImage(60, 40, QImage::Format_RGB32), QSizeF(60, 40)),
+                   QRect(100, 100, 60, 40));
+        const auto& pin = *f.pins.open().front();
+        QVERIFY(test::restOn(*pin.focusProxy()));
+        const QPointer<QWidget> tip = f.panels.shown.back().widget;
+        QVERIFY(tip && tip->isVisible());
+        f.grabber.onGrab = [&tip] { QVERIFY(!tip); };
+        f.controller.captureFullScreen();
+        QVERIFY(!tip);
+        QCOMPARE(f.grabber.calls, 0); // the desktop repaints first
+        const std::size_t shown = f.panels.shown.size();
+        QVERIFY(test::restOn(*pin.focusProxy()));
+        QCOMPARE(f.panels.shown.size(), shown);
+        QTRY_COMPARE(f.grabber.calls, 1);
     }
 };
 

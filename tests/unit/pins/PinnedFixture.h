@@ -89,7 +89,7 @@ struct PinnedFixture {
     Toast toast{displays, panels, compositing};
     Activity activity;
     NotedDelivery delivery;
-    PinnedCaptures pins{{panels, windows, displays}, toast, activity, delivery};
+    PinnedCaptures pins{{panels, windows, displays, compositing}, toast, activity, delivery};
 };
 
 } // namespace brindlecam::test

@@ -1,0 +1,113 @@
+#include "pins/PinTip.h"
+
+#include "look/FloatingPanel.h"
+#include "look/Pill.h"
+#include "notices/Activity.h"
+#include "pins/PinGeometry.h"
+#include "pins/PinnedCapture.h"
+#include "platform/Displays.h"
+#include "platform/Panels.h"
+
+#include <QHelpEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace brindlecam {
+
+namespace {
+
+// Points.
+constexpr qreal kBelowPointer = 22; // its picture hangs down from its place
+constexpr qreal kAbovePointer = 8;
+constexpr qreal kMargin = 4; // from the edges of the screen and from docks
+
+/// Whether the user turns to something else by it, or the pin is no longer where it was.
+bool endsTips(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::Leave:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::ContextMenu:
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::Hide:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+PinTip::PinTip(const PinPorts& ports, const Activity& activity)
+    : m_ports(ports)
+    , m_activity(activity)
+{
+}
+
+PinTip::~PinTip() = default;
+
+void PinTip::serve(PinnedCapture& pin)
+{
+    pin.installEventFilter(this);
+    for (QWidget* part : pin.findChildren<QWidget*>())
+        part->installEventFilter(this);
+}
+
+bool PinTip::eventFilter(QObject* watched, QEvent* event)
+{
+    if (endsTips(event->type()))
+        dismiss();
+    if (event->type() != QEvent::ToolTip)
+        return false;
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    const auto* pin = widget ? qobject_cast<PinnedCapture*>(widget->window()) : nullptr;
+    if (!pin || widget->toolTip().isEmpty())
+        return false;
+    const QPoint place = static_cast<QHelpEvent*>(event)->pos();
+    if (!m_panel && !m_activity.capture)
+        present(widget->toolTip(), pin->onDesktop(widget->mapTo(pin, place)));
+    return true; // or QWidget would open Qt's window
+}
+
+void PinTip::present(const QString& text, QPoint pointer)
+{
+    const QRectF underPointer(pointer, QSizeF());
+    const auto screen = PinGeometry::screenOf(underPointer, m_ports.displays.screens());
+    if (!screen)
+        return;
+    const Pill pill = Pill::toolTip(text);
+    m_panel = std::make_unique<FloatingPanel>(m_ports.panels, m_ports.compositing, PanelRole::toast,
+                                              FloatingContent::of(pill));
+    m_panel->showAt(place(pill.size(), pointer, *screen), screen->scale);
+}
+
+bool PinTip::dismiss()
+{
+    const bool wasShown = m_panel != nullptr;
+    m_panel.reset();
+    return wasShown;
+}
+
+QRect PinTip::place(QSizeF tip, QPoint pointer, const ScreenInfo& screen)
+{
+    const auto pixels = [&](qreal points) {
+        return static_cast<int>(std::ceil(points * screen.scale));
+    };
+    const QSize size(pixels(tip.width()), pixels(tip.height()));
+    const int margin = pixels(kMargin);
+    const QRect free = screen.visibleFrame.adjusted(margin, margin, -margin, -margin);
+    const int left = std::min(pointer.x() - size.width() / 2, free.right() + 1 - size.width());
+    int top = pointer.y() + pixels(kBelowPointer);
+    if (top + size.height() > free.bottom() + 1)
+        top = pointer.y() - pixels(kAbovePointer) - size.height();
+    // Over a dock the pointer may be outside of what is free.
+    top = std::min(top, free.bottom() + 1 - size.height());
+    return {QPoint(std::max(left, free.left()), std::max(top, free.top())), size};
+}
+
+} // namespace brindlecam
