@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QEnterEvent>
+#include <QHelpEvent>
 
 namespace brindlecam::pictures {
 
@@ -35,6 +36,12 @@ void takePinPictures(Photographer& photographer, PinnedCaptures& pins)
     QEnterEvent enter({}, {}, {});
     QCoreApplication::sendEvent(pin.findChild<PinnedView*>(), &enter);
     photographer.take(QStringLiteral("pin-hovered"));
+    auto& view = *pin.findChild<PinnedView*>();
+    const QPoint at = view.rect().center();
+    QHelpEvent rest(QEvent::ToolTip, at, view.mapToGlobal(at));
+    QCoreApplication::sendEvent(&view, &rest);
+    photographer.take(QStringLiteral("pin-tip"));
+    pins.hideTip();
     zoomToTheLimit(pin, 0.8);
     photographer.take(QStringLiteral("pin-smallest"));
     zoomToTheLimit(pin, 1.2);
