@@ -57,8 +57,7 @@ private:
         const std::size_t windowsBefore = windows().all().size();
         bool isAWindow = false;
         QRect tip;
-        input().moveTo(control->pixels.center());
-        const bool isShown = waitUntil([&] {
+        const bool isShown = restUntil(control->pixels.center(), [&] {
             isAWindow = windows().all().size() != windowsBefore;
             tip = changedBeside(control->pixels, before);
             return isAWindow ||
@@ -70,6 +69,21 @@ private:
         qWarning() << name << "has a tip at" << tip << ground << "instead of" << size
                    << (isAWindow ? "and a window" : "");
         return {};
+    }
+
+    /// The screen at rest with this popup, the pointer aside; `without` is what it was before.
+    [[nodiscard]] QImage seenWith(const char* popup, const QImage& without)
+    {
+        moveTo({240, 240});
+        const QRect place = placeOf(popup);
+        QImage seen = without;
+        const bool isThere = waitUntil([&] {
+            seen = screen().grabAtRest();
+            return !samePixels(seen.copy(place), without.copy(place));
+        });
+        if (!isThere)
+            qWarning() << popup << "is not seen";
+        return seen;
     }
 
     /// Whether every button and slider but this one looks as before.
@@ -232,14 +246,8 @@ private Q_SLOTS:
         moveTo({240, 240});
         QImage before = screen().grabAtRest();
         if (palette) {
-            const QImage without = before;
             QVERIFY(openPalette());
-            moveTo({240, 240});
-            const QRect place = placeOf("Colores");
-            QVERIFY(waitUntil([&] {
-                before = screen().grabAtRest();
-                return !samePixels(before.copy(place), without.copy(place));
-            }));
+            before = seenWith("Colores", before);
         }
         const std::size_t windowsBefore = windows().all().size();
         for (const QString& name : names) {
@@ -275,9 +283,10 @@ private Q_SLOTS:
     void toolTipOverTheSelectionIsNotInThePicture()
     {
         QVERIFY(annotates());
-        QVERIFY(choose(Tool::line)); // its sizes are on the other side of the bar
         moveTo({240, 240});
-        const QRect tip = tipOf(QStringLiteral("Línea"), screen().grabAtRest());
+        const QImage bare = screen().grabAtRest();
+        QVERIFY(choose(Tool::line)); // its sizes are on the other side of the bar
+        const QRect tip = tipOf(QStringLiteral("Línea"), seenWith("Tamaños", bare));
         QVERIFY(!tip.isEmpty());
         QVERIFY(pixels(kSelected).contains(tip.center()));
         QVERIFY(returnTakes({}));

@@ -32,6 +32,20 @@ protected:
     [[nodiscard]] Controls& controls();
     [[nodiscard]] Windows& windows() { return m_desktop->windows(); }
 
+    /// Rests the pointer here until the condition holds. As a person would, it moves the pointer a
+    /// little when nothing comes: a change of the focus meanwhile, for one, counts as no rest.
+    template <typename Condition>
+    [[nodiscard]] bool restUntil(QPoint place, Condition condition)
+    {
+        constexpr int kRests = 10;
+        for (int rest = 0; rest < kRests; ++rest) {
+            input().moveTo(place - QPoint(0, rest % 2));
+            if (waitUntil(condition, kPatience / kRests))
+                return true;
+        }
+        return false;
+    }
+
 private Q_SLOTS:
     void cleanup();
 
