@@ -13,7 +13,7 @@ using TipPlacement::Surroundings;
 constexpr QSizeF kScreen(1000, 700);
 constexpr QSize kTip(80, 25);
 constexpr QSize kLongTip(280, 25);
-constexpr QSize kTallTip(340, 59);
+constexpr QSize kTallTip(305, 42);
 constexpr int kMargin = 4;
 constexpr int kGap = 6;
 
@@ -69,6 +69,7 @@ struct Bars {
     [[nodiscard]] std::vector<Surroundings> all() const
     {
         std::vector<Surroundings> each;
+        each.reserve(kTools + kActions + 3);
         for (int i = 0; i < kTools; ++i)
             each.push_back(tool(i));
         for (int i = 0; i < kActions; ++i)
