@@ -65,6 +65,23 @@ QRect placeOf(const QWidget& widget)
     return x11::rectOnRoot(idOf(widget)).value_or(QRect());
 }
 
+/// Whether it comes to rest there. A window manager may place a window that was just mapped once
+/// more, as it likes, so it is asked again, as a hand would.
+bool comesTo(const Pinned& pin, const QRect& place)
+{
+    return QTest::qWaitFor(
+        [&] {
+            if (placeOf(pin) == place) {
+                QTest::qWait(200);
+                if (placeOf(pin) == place)
+                    return true;
+            }
+            pin.surface->place({place, kScale});
+            return false;
+        },
+        kPatience);
+}
+
 std::vector<std::uint32_t> atoms(const QWidget& widget, const char* property)
 {
     return x11::property32(idOf(widget), x11::atom(property), XCB_ATOM_ATOM);
@@ -117,7 +134,7 @@ private Q_SLOTS:
             // Openbox says it this way and takes the sticky state away.
             QCOMPARE(x11::property32(idOf(pin), x11::atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL),
                      std::vector<std::uint32_t>{0xffffffff});
-            QTRY_COMPARE_WITH_TIMEOUT(placeOf(pin), place, kPatience);
+            QVERIFY(comesTo(pin, place));
             QCOMPARE(pin.surface->rect(), place);
             QVERIFY(!pin.isActiveWindow());
             pin.hide();
@@ -129,11 +146,11 @@ private Q_SLOTS:
     {
         Pinned pin(m_pins);
         pin.surface->show({kPlace, kScale});
-        QTRY_COMPARE_WITH_TIMEOUT(placeOf(pin), kPlace, kPatience);
+        QVERIFY(comesTo(pin, kPlace));
         const QRect next(57, 33, 401, 281);
         pin.surface->place({next, kScale});
         QCOMPARE(pin.surface->rect(), next); // before a window manager has agreed
-        QTRY_COMPARE_WITH_TIMEOUT(placeOf(pin), next, kPatience);
+        QVERIFY(comesTo(pin, next));
         QTRY_COMPARE(pin.surface->pixels(), next.size()); // which are no whole points
     }
 
@@ -157,7 +174,7 @@ private Q_SLOTS:
         settle();
         Pinned pin(m_pins);
         pin.surface->show({kPlace, kScale});
-        QTRY_COMPARE_WITH_TIMEOUT(placeOf(pin), kPlace, kPatience);
+        QVERIFY(comesTo(pin, kPlace));
         QVERIFY(pin.surface->blends());
         QVERIFY(!cutOf(pin).is);
         compositor.reset();
@@ -183,7 +200,7 @@ private Q_SLOTS:
     {
         Pinned pin(m_pins);
         pin.surface->show({kPlace, kScale});
-        QTRY_COMPARE_WITH_TIMEOUT(placeOf(pin), kPlace, kPatience);
+        QVERIFY(comesTo(pin, kPlace));
         QTRY_VERIFY(pin.windowHandle()->isExposed());
         const QPoint from(150, 161);
         m_hands.moveTo(from);
@@ -225,12 +242,12 @@ private Q_SLOTS:
         second->surface->show({QRect(60, 30, 100, 50), kScale});
         first.reset();
         settle();
-        QTRY_COMPARE_WITH_TIMEOUT(placeOf(*second), QRect(60, 30, 100, 50), kPatience);
+        QVERIFY(comesTo(*second, QRect(60, 30, 100, 50)));
         second.reset();
         settle();
         Pinned third(m_pins);
         third.surface->show({QRect(10, 10, 100, 50), kScale});
-        QTRY_COMPARE_WITH_TIMEOUT(placeOf(third), QRect(10, 10, 100, 50), kPatience);
+        QVERIFY(comesTo(third, QRect(10, 10, 100, 50)));
     }
 };
 
