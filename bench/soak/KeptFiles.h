@@ -52,6 +52,8 @@ private:
     [[nodiscard]] Files present() const;
     /// Names of files that were not there or are others now, the oldest first.
     [[nodiscard]] QStringList news(const Files& now) const;
+    /// So many may be there, `m_most` given.
+    [[nodiscard]] qsizetype mostNow() const;
     void verifyNews(const QStringList& names) const;
     void verifyGone(const Files& now, const QStringList& news) const;
 
