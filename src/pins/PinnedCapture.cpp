@@ -74,7 +74,8 @@ void PinnedCapture::zoomBy(qreal factor)
 void PinnedCapture::grip(QPointF place)
 {
     noticeForeignMoves();
-    const QPoint from = m_surface->grip(place);
+    m_surface->grip();
+    const QPoint from = onDesktop(place);
     m_drag = Drag{.from = from, .last = from, .frame = m_frame};
 }
 
@@ -133,7 +134,7 @@ void PinnedCapture::stayReachable()
 
 QPoint PinnedCapture::onDesktop(QPointF place) const
 {
-    return m_surface->rect().topLeft() + (place * devicePixelRatioF()).toPoint();
+    return m_surface->onDesktop(place);
 }
 
 // A window that grows is ahead of what the widget has heard of, and Qt finds no child for a pointer

@@ -60,6 +60,7 @@ public:
 
     /// Puts it where it can be seen when the displays have changed.
     void stayReachable();
+
     /// What it was made of, at its full size.
     [[nodiscard]] const Rendered& rendered() const { return m_rendered; }
     /// Where a place on it, in points from its own top-left corner, is on the desktop.

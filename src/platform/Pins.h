@@ -39,9 +39,11 @@ public:
     /// Whether the widget paints its corners transparent; else the system cuts them off.
     [[nodiscard]] virtual bool blends() const = 0;
 
-    /// A hand takes it at this place, in points from its top-left corner; it has the keyboard then.
-    /// Until letGo() a likeness of it may be what moves. Says where on the desktop that is.
-    virtual QPoint grip(QPointF place) = 0;
+    /// Where on the desktop a place on the widget is, in points from its top-left corner.
+    [[nodiscard]] virtual QPoint onDesktop(QPointF place) = 0;
+
+    /// A hand takes it; it has the keyboard then. Until letGo() a likeness of it may be what moves.
+    virtual void grip() = 0;
     /// Where the hand that holds it was at this event of the widget, as exactly as the system knows
     /// it. Not where the pointer is by now: a hand that has let go moves on.
     [[nodiscard]] virtual QPoint hand(const QMouseEvent& event) = 0;

@@ -102,7 +102,11 @@ public:
     [[nodiscard]] QRect rect() override { return m_widget.geometry(); }
     [[nodiscard]] QSize pixels() const override { return m_widget.size(); }
     [[nodiscard]] bool blends() const override { return true; }
-    QPoint grip(QPointF place) override { return m_widget.mapToGlobal(place).toPoint(); }
+    [[nodiscard]] QPoint onDesktop(QPointF place) override
+    {
+        return m_widget.mapToGlobal(place).toPoint();
+    }
+    void grip() override {}
     [[nodiscard]] QPoint hand(const QMouseEvent& event) override
     {
         return event.globalPosition().toPoint();

@@ -7,6 +7,7 @@
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/grab/ServerPixels.h"
 #include "platform/x11/windows/PanelWindows.h"
+#include "platform/x11/windows/QtOnX11.h"
 #include "platform/x11/windows/X11Panels.h"
 #include "support/TestCase.h"
 #include "x11/RootImage.h"
@@ -31,15 +32,11 @@ using test::activate;
 using test::display;
 using test::rootImage;
 using test::settle;
+using x11::idOf;
 
 namespace {
 
 constexpr QRect kScreen(0, 0, 1366, 768);
-
-xcb_window_t idOf(const QWidget& widget)
-{
-    return static_cast<xcb_window_t>(widget.internalWinId());
-}
 
 /// Whether the window has come to rest there: a window manager places it once more after the map.
 bool restsAt(const QWidget& widget, const QRect& rect)

@@ -1,4 +1,4 @@
-// Covers BackingRoom, WindowHints, X11Pin, X11Windows.
+// Covers BackingRoom, QtOnX11, WindowHints, X11Pin, X11Windows.
 #include "desktop/support/x11/SelectionReader.h"
 #include "desktop/support/x11/X11Input.h"
 #include "platform/x11/connection/X11.h"
@@ -7,6 +7,7 @@
 #include "platform/x11/grab/ServerPixels.h"
 #include "platform/x11/windows/CompositorWatch.h"
 #include "platform/x11/windows/PanelWindows.h"
+#include "platform/x11/windows/QtOnX11.h"
 #include "platform/x11/windows/X11Panels.h"
 #include "platform/x11/windows/X11Pins.h"
 #include "support/TestCase.h"
@@ -24,6 +25,7 @@ namespace brindlecam {
 
 using test::display;
 using test::settle;
+using x11::idOf;
 
 namespace {
 
@@ -50,15 +52,11 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override
     {
-        gripped = surface->grip(event->scenePosition());
+        surface->grip();
+        gripped = surface->onDesktop(event->scenePosition());
     }
     void mouseMoveEvent(QMouseEvent* event) override { hand = surface->hand(*event); }
 };
-
-xcb_window_t idOf(const QWidget& widget)
-{
-    return static_cast<xcb_window_t>(widget.internalWinId());
-}
 
 QRect placeOf(const QWidget& widget)
 {

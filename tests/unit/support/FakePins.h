@@ -79,11 +79,14 @@ private:
         }
         [[nodiscard]] QSize pixels() const override { return m_pin->widget->size(); }
         [[nodiscard]] bool blends() const override { return m_pins.blends; }
-        QPoint grip(QPointF place) override
+        [[nodiscard]] QPoint onDesktop(QPointF place) override
+        {
+            return rect().topLeft() + place.toPoint();
+        }
+        void grip() override
         {
             ++m_pin->grips;
             m_pin->held = true;
-            return rect().topLeft() + place.toPoint();
         }
         [[nodiscard]] QPoint hand(const QMouseEvent& event) override
         {

@@ -8,17 +8,31 @@
 
 namespace brindlecam::x11 {
 
+namespace {
+
+xcb_map_state_t mapState(xcb_window_t window)
+{
+    const Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+        connection(), xcb_get_window_attributes(connection(), window), nullptr));
+    return reply ? static_cast<xcb_map_state_t>(reply->map_state) : XCB_MAP_STATE_UNMAPPED;
+}
+
+} // namespace
+
 bool isOurs(xcb_window_t window)
 {
     const xcb_setup_t& setup = *xcb_get_setup(connection());
     return (window & ~setup.resource_id_mask) == setup.resource_id_base;
 }
 
+bool isMapped(xcb_window_t window)
+{
+    return mapState(window) != XCB_MAP_STATE_UNMAPPED;
+}
+
 bool isViewable(xcb_window_t window)
 {
-    const Owned<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
-        connection(), xcb_get_window_attributes(connection(), window), nullptr));
-    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+    return mapState(window) == XCB_MAP_STATE_VIEWABLE;
 }
 
 std::optional<QRect> rectOnRoot(xcb_window_t window)

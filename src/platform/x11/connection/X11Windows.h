@@ -16,6 +16,8 @@ namespace brindlecam::x11 {
 
 /// Whether a client of this connection made the window.
 [[nodiscard]] bool isOurs(xcb_window_t window);
+/// Whether the window itself is mapped now, its parents or not; false when it is gone.
+[[nodiscard]] bool isMapped(xcb_window_t window);
 /// Whether the window and all its parents are mapped now; false when it is gone.
 [[nodiscard]] bool isViewable(xcb_window_t window);
 /// Where the window lies on the root window now, without its border; none when it is gone.

@@ -1,6 +1,7 @@
 #include "platform/x11/windows/Exposures.h"
 
 #include "base/RepaintArea.h"
+#include "platform/x11/windows/QtOnX11.h"
 
 #include <utility>
 
@@ -13,7 +14,7 @@ Exposures::Exposures(QWidget& widget)
 
 xcb_window_t Exposures::id() const
 {
-    return static_cast<xcb_window_t>(m_widget.internalWinId());
+    return x11::idOf(m_widget);
 }
 
 void Exposures::holdPainting(std::function<void()> mayPaint)

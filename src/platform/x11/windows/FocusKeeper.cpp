@@ -4,6 +4,7 @@
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/connection/X11Windows.h"
+#include "platform/x11/windows/QtOnX11.h"
 #include "platform/x11/windows/WindowHints.h"
 
 #include <QEvent>
@@ -32,7 +33,7 @@ FocusKeeper::FocusKeeper(QWidget& widget, const x11::PanelTraits& traits, x11::S
 
 xcb_window_t FocusKeeper::id() const
 {
-    return static_cast<xcb_window_t>(m_widget.internalWinId());
+    return x11::idOf(m_widget);
 }
 
 void FocusKeeper::watchPresses()

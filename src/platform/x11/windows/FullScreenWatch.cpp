@@ -2,6 +2,7 @@
 
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Windows.h"
+#include "platform/x11/windows/QtOnX11.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -35,9 +36,7 @@ bool fillsAScreen(xcb_window_t window)
 {
     const auto rect = x11::rectOnRoot(window);
     return rect && std::ranges::any_of(QGuiApplication::screens(), [&](const QScreen* screen) {
-               const QSizeF size = QSizeF(screen->geometry().size()) * screen->devicePixelRatio();
-               return rect->topLeft() == screen->geometry().topLeft() &&
-                      rect->size() == size.toSize();
+               return x11::pixelsOf(*screen) == rect;
            });
 }
 

@@ -3,6 +3,7 @@
 #include "platform/x11/connection/ServerClock.h"
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Windows.h"
+#include "platform/x11/windows/QtOnX11.h"
 #include "platform/x11/windows/WindowHints.h"
 
 #include <QWindow>
@@ -29,7 +30,7 @@ PanelWindow::PanelWindow(QWidget& widget, const x11::PanelTraits& traits,
 
 xcb_window_t PanelWindow::id() const
 {
-    return static_cast<xcb_window_t>(m_widget.internalWinId());
+    return x11::idOf(m_widget);
 }
 
 void PanelWindow::show(const QRect& native)

@@ -4,6 +4,7 @@
 #include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/windows/CompositorWatch.h"
 #include "platform/x11/windows/PanelWindows.h"
+#include "platform/x11/windows/QtOnX11.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -24,9 +25,7 @@ QPoint roundedPlace(const QMouseEvent& event)
     const QScreen* screen = QGuiApplication::screenAt(place.toPoint());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    // Qt keeps a screen's origin in pixels and divides the rest only.
-    const QPointF origin(screen->geometry().topLeft());
-    return (origin + (place - origin) * screen->devicePixelRatio()).toPoint();
+    return x11::pixelAt(place, *screen);
 }
 
 } // namespace
@@ -62,7 +61,7 @@ X11Pin::~X11Pin()
 
 void X11Pin::show(const PinPlace& place)
 {
-    m_place = place;
+    m_scale = place.scale;
     m_shape.open(place.native.size());
     m_window.show(place.native);
     m_panels->keepPressesAway();
@@ -71,7 +70,7 @@ void X11Pin::show(const PinPlace& place)
 
 void X11Pin::place(const PinPlace& place)
 {
-    m_place = place;
+    m_scale = place.scale;
     const QSize shown = pixels();
     cut(m_shape.ask(place.native.size(), shown));
     m_window.moveTo(place.native);
@@ -89,11 +88,15 @@ bool X11Pin::blends() const
     return m_compositor->runs() && m_window.canBlend();
 }
 
-QPoint X11Pin::grip(QPointF place)
+QPoint X11Pin::onDesktop(QPointF place)
+{
+    return rect().topLeft() + (place * m_widget.devicePixelRatioF()).toPoint();
+}
+
+void X11Pin::grip()
 {
     if (!m_widget.isActiveWindow())
         m_window.focus();
-    return rect().topLeft() + (place * m_widget.devicePixelRatioF()).toPoint();
 }
 
 // The pixel that was rounded to a point, as long as the pointer is still there.
@@ -104,8 +107,7 @@ QPoint X11Pin::hand(const QMouseEvent& event)
     if (!now)
         return rounded;
     const QPoint off = *now - rounded;
-    return std::abs(off.x()) <= m_place.scale && std::abs(off.y()) <= m_place.scale ? *now
-                                                                                    : rounded;
+    return std::abs(off.x()) <= m_scale && std::abs(off.y()) <= m_scale ? *now : rounded;
 }
 
 bool X11Pin::setOverFullScreen(bool over)
@@ -140,7 +142,7 @@ void X11Pin::cut(QSize pixels)
     m_cut = wanted;
     if (isWhole && wanted.isEmpty())
         return;
-    x11::setShape(m_window.id(), x11::PinShape::rounded(wanted, m_radius * m_place.scale));
+    x11::setShape(m_window.id(), x11::PinShape::rounded(wanted, m_radius * m_scale));
     xcb_flush(x11::connection());
 }
 

@@ -34,7 +34,8 @@ public:
     [[nodiscard]] QRect rect() override { return m_window.nativeRect(); }
     [[nodiscard]] QSize pixels() const override;
     [[nodiscard]] bool blends() const override;
-    QPoint grip(QPointF place) override;
+    [[nodiscard]] QPoint onDesktop(QPointF place) override;
+    void grip() override;
     [[nodiscard]] QPoint hand(const QMouseEvent& event) override;
     void letGo() override {}
 
@@ -62,7 +63,7 @@ private:
     BackingRoom m_room;
     x11::PinShape m_shape;
     std::optional<QSize> m_cut; ///< what the window was cut for, in pixels; empty: for nothing
-    PinPlace m_place;           ///< where it was put last
+    qreal m_scale = 1;          ///< of the screen it was put on last
     X11Events::Subscription m_subscription;
 };
 
