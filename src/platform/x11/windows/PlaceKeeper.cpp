@@ -3,6 +3,7 @@
 #include "platform/x11/connection/X11.h"
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/connection/X11Windows.h"
+#include "platform/x11/windows/QtOnX11.h"
 #include "platform/x11/windows/WindowHints.h"
 
 #include <QGuiApplication>
@@ -14,29 +15,13 @@ namespace {
 
 constexpr int kMostCorrections = 8; ///< per settle(); more means somebody disagrees
 
-QRect nativeGeometry(const QScreen& screen)
-{
-    // Qt keeps a screen's origin in pixels and divides its size only.
-    return {screen.geometry().topLeft(),
-            (QSizeF(screen.geometry().size()) * screen.devicePixelRatio()).toSize()};
-}
-
 QScreen* screenOf(const QRect& native)
 {
     for (QScreen* screen : QGuiApplication::screens()) {
-        if (nativeGeometry(*screen).contains(native.center()))
+        if (x11::pixelsOf(*screen).contains(native.center()))
             return screen;
     }
     return QGuiApplication::primaryScreen();
-}
-
-/// The nearest rectangle that Qt can express on that screen.
-QRect roundedPoints(const QRect& native, const QScreen& screen)
-{
-    const QPointF origin(screen.geometry().topLeft());
-    const qreal scale = screen.devicePixelRatio();
-    return {(origin + (QPointF(native.topLeft()) - origin) / scale).toPoint(),
-            (QSizeF(native.size()) / scale).toSize()};
 }
 
 } // namespace
@@ -49,7 +34,7 @@ PlaceKeeper::PlaceKeeper(QWidget& widget, const x11::PanelTraits& traits)
 
 xcb_window_t PlaceKeeper::id() const
 {
-    return static_cast<xcb_window_t>(m_widget.internalWinId());
+    return x11::idOf(m_widget);
 }
 
 void PlaceKeeper::settle(const QRect& native)
@@ -61,7 +46,7 @@ void PlaceKeeper::settle(const QRect& native)
         return;
     QScreen* screen = screenOf(native);
     m_widget.setScreen(screen);
-    m_widget.setGeometry(roundedPoints(native, *screen));
+    m_widget.setGeometry(x11::roundedPoints(native, *screen));
 }
 
 void PlaceKeeper::move(const QRect& native)
@@ -107,9 +92,12 @@ void PlaceKeeper::correct(const QRect& actual)
     }
 }
 
-// A window in a window manager's frame is told its place in that.
+// A window in a window manager's frame is told its place in that. Before it is mapped it may be
+// right and yet come into the frame only then, wherever that is.
 void PlaceKeeper::correctOnRoot()
 {
+    if (!x11::isMapped(id()))
+        return;
     if (const auto actual = x11::rectOnRoot(id()))
         correct(*actual);
 }
