@@ -11,6 +11,7 @@
 #include "platform/x11/windows/X11Panels.h"
 #include "platform/x11/windows/X11Pins.h"
 #include "support/TestCase.h"
+#include "x11/ManagerByHand.h"
 #include "x11/ThisDesktop.h"
 
 #include <QMouseEvent>
@@ -63,21 +64,13 @@ QRect placeOf(const QWidget& widget)
     return x11::rectOnRoot(idOf(widget)).value_or(QRect());
 }
 
-/// Whether it comes to rest there. A window manager may place a window that was just mapped once
-/// more, as it likes, so it is asked again, as a hand would.
+/// Whether it comes there, and stays.
 bool comesTo(const Pinned& pin, const QRect& place)
 {
-    return QTest::qWaitFor(
-        [&] {
-            if (placeOf(pin) == place) {
-                QTest::qWait(200);
-                if (placeOf(pin) == place)
-                    return true;
-            }
-            pin.surface->place({place, kScale});
-            return false;
-        },
-        kPatience);
+    if (!QTest::qWaitFor([&] { return placeOf(pin) == place; }, kPatience))
+        return false;
+    settle();
+    return placeOf(pin) == place;
 }
 
 std::vector<std::uint32_t> atoms(const QWidget& widget, const char* property)
@@ -138,6 +131,30 @@ private Q_SLOTS:
             pin.hide();
             settle();
         }
+    }
+
+    // Where it belongs it may be before it is mapped, which is when it comes into the frame.
+    void pinGoesWhereItBelongsAfterItsFrameCameElsewhere()
+    {
+        if (x11::hasWindowManager())
+            QSKIP("another window manager is there");
+        test::ManagerByHand manager;
+        QVERIFY(manager.manages());
+        Pinned pin(m_pins);
+        pin.surface->show({kPlace, kScale});
+        const auto isPlaced = [&] {
+            manager.placeAsAsked();
+            return placeOf(pin) == kPlace;
+        };
+        QTRY_VERIFY(isPlaced());
+        QTRY_VERIFY(manager.isAskedToMap());
+        settle();
+        manager.frame(QRect(QPoint(), kPlace.size() + QSize(1, 1)));
+        QCOMPARE(pin.surface->rect(), kPlace); // nobody has moved it, it has not arrived yet
+        QTRY_VERIFY(isPlaced());
+        settle();
+        QVERIFY(isPlaced());
+        QCOMPARE(pin.surface->rect(), kPlace);
     }
 
     void pinIsMovedAndResizedByThePixel()
