@@ -321,7 +321,8 @@ void CaptureController::startLater(LongCapture kind, const QRect& nativeRect)
     if (screen == screens.end() || !m_services.longCaptures.available(kind))
         return;
     QTimer::singleShot(kLongCaptureDelay, this, [this, kind, nativeRect, screen = *screen] {
-        m_services.longCaptures.start(kind, nativeRect, screen);
+        if (mayStart() && !m_services.activity.quitting()) // something may have come in between
+            m_services.longCaptures.start(kind, nativeRect, screen);
     });
 }
 

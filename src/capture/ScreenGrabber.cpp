@@ -4,7 +4,8 @@
 
 namespace brindlecam::ScreenGrabber {
 
-void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens, QObject* context,
+// NOLINTNEXTLINE(performance-unnecessary-value-param): see the header
+void capture(Grabber& grabber, std::vector<ScreenInfo> screens, QObject* context,
              std::function<void(Result<std::vector<Shot>>)> done)
 {
     grabber.grabScreens(screens, context,

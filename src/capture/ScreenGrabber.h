@@ -14,8 +14,9 @@ using Shot = GrabbedScreen;
 namespace ScreenGrabber {
 
 /// Pictures of these screens in this order; screens that are gone are left out. A list without a
-/// picture is a failure like any other. Called off when `context` goes.
-void capture(Grabber& grabber, const std::vector<ScreenInfo>& screens, QObject* context,
+/// picture is a failure like any other. Called off when `context` goes. By value: an answer within
+/// the call may end whoever has the list.
+void capture(Grabber& grabber, std::vector<ScreenInfo> screens, QObject* context,
              std::function<void(Result<std::vector<Shot>>)> done);
 
 } // namespace ScreenGrabber

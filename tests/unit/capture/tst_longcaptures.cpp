@@ -26,6 +26,17 @@ private Q_SLOTS:
         QCOMPARE(f.pasteboard.changes, 0);
     }
 
+    void theyDoNotBeginOverAnotherCapture()
+    {
+        Fixture f;
+        f.longCaptures.kinds = {LongCapture::scroll};
+        f.controller.begin();
+        f.controller.finish(outcome::Scroll{QRect(450, 20, 100, 150)});
+        f.controller.begin();
+        QVERIFY(f.controller.busy());
+        QVERIFY(!QTest::qWaitFor([&] { return !f.longCaptures.begun.empty(); }, 400));
+    }
+
     void thoseThatNobodyTakesJustEndTheSession()
     {
         Fixture f;
