@@ -32,12 +32,15 @@ bool endsTips(QEvent::Type type)
 
 } // namespace
 
-BarTip::BarTip(QWidget& canvas, Placing placing)
+BarTip::BarTip(QWidget& canvas, Placing placing, std::chrono::milliseconds stay)
     : QWidget(&canvas)
     , m_placing(std::move(placing))
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
+    m_end.setSingleShot(true);
+    m_end.setInterval(stay);
+    m_end.callOnTimeout([this] { dismiss(); });
 }
 
 void BarTip::serve(QWidget& control)
@@ -76,6 +79,7 @@ void BarTip::present(const QWidget& control)
     raise();
     show();
     update();
+    m_end.start();
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -83,6 +87,7 @@ void BarTip::dismiss()
 {
     QCoreApplication::instance()->removeEventFilter(this);
     m_control = nullptr;
+    m_end.stop();
     hide();
 }
 

@@ -3,8 +3,10 @@
 #include "look/Pill.h"
 
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -13,8 +15,8 @@ namespace brindlecam {
 
 /// The tool tip of the control under the pointer, in the look of our messages, where Qt would open
 /// a window of its own: one that covers the next button, and that some desktops put anywhere. Qt
-/// still says when; pointer, keys and wheel end it. A child of the canvas, through which the mouse
-/// goes. Main thread; points of the canvas.
+/// still says when; pointer, keys and wheel end it, or its time. A child of the canvas, through
+/// which the mouse goes. Main thread; points of the canvas.
 class BarTip final : public QWidget {
     Q_OBJECT
 
@@ -22,7 +24,7 @@ public:
     /// Where a tip of this size stands for a control; none where it has no room.
     using Placing = std::function<std::optional<QRect>(const QWidget& control, QSize tip)>;
 
-    BarTip(QWidget& canvas, Placing placing);
+    BarTip(QWidget& canvas, Placing placing, std::chrono::milliseconds stay = kToolTipStay);
 
     /// Shows this control's tool tip from now on. The control outlives this.
     void serve(QWidget& control);
@@ -39,6 +41,7 @@ private:
     std::vector<const QWidget*> m_served;
     QPointer<const QWidget> m_control; ///< whose tip is shown
     Pill m_pill;
+    QTimer m_end;
 };
 
 } // namespace brindlecam

@@ -6,9 +6,14 @@
 #include <QSizeF>
 #include <QString>
 
+#include <chrono>
+
 class QPainter;
 
 namespace brindlecam {
+
+/// How long a tool tip stays where nothing ends it: as long as Qt's own.
+constexpr std::chrono::seconds kToolTipStay{10};
 
 /// A short white text on a dark rounded panel: the one look of toasts, hints, size labels, tool
 /// tips and transient messages. Layout in points; painting only paints what layout found.

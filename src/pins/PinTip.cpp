@@ -1,7 +1,6 @@
 #include "pins/PinTip.h"
 
 #include "look/FloatingPanel.h"
-#include "look/Pill.h"
 #include "notices/Activity.h"
 #include "pins/PinGeometry.h"
 #include "pins/PinnedCapture.h"
@@ -43,10 +42,13 @@ bool endsTips(QEvent::Type type)
 
 } // namespace
 
-PinTip::PinTip(const PinPorts& ports, const Activity& activity)
+PinTip::PinTip(const PinPorts& ports, const Activity& activity, std::chrono::milliseconds stay)
     : m_ports(ports)
     , m_activity(activity)
 {
+    m_end.setSingleShot(true);
+    m_end.setInterval(stay);
+    m_end.callOnTimeout([this] { dismiss(); });
 }
 
 PinTip::~PinTip() = default;
@@ -84,11 +86,13 @@ void PinTip::present(const QString& text, QPoint pointer)
     m_panel = std::make_unique<FloatingPanel>(m_ports.panels, m_ports.compositing, PanelRole::toast,
                                               FloatingContent::of(pill));
     m_panel->showAt(place(pill.size(), pointer, *screen), screen->scale);
+    m_end.start();
 }
 
 bool PinTip::dismiss()
 {
     const bool wasShown = m_panel != nullptr;
+    m_end.stop();
     m_panel.reset();
     return wasShown;
 }

@@ -174,6 +174,29 @@ private Q_SLOTS:
         QVERIFY(f.shows());
     }
 
+    void goesByItselfInTheEnd()
+    {
+        QWidget canvas;
+        canvas.resize(400, 300);
+        QWidget control(&canvas);
+        control.setToolTip(QStringLiteral("a tip"));
+        const auto placing = [](const QWidget&, QSize size) { return QRect({50, 50}, size); };
+        BarTip tip(canvas, placing, std::chrono::milliseconds(1));
+        BarTip lasting(canvas, placing);
+        QWidget other(&canvas);
+        other.setToolTip(QStringLiteral("another tip"));
+        tip.serve(control);
+        lasting.serve(other);
+        canvas.show();
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY(restOn(control));
+            QVERIFY(tip.isVisible());
+            QTRY_VERIFY(tip.isHidden());
+        }
+        QVERIFY(restOn(other));
+        QVERIFY(!QTest::qWaitFor([&] { return lasting.isHidden(); }, 50));
+    }
+
     void aTipOfAPopupGoesWithIt()
     {
         TipFixture f;

@@ -100,6 +100,26 @@ private Q_SLOTS:
         QVERIFY(kPinnedDenseScreen.native.contains(f.panels.shown.back().native));
     }
 
+    void goesByItselfInTheEnd()
+    {
+        TipFixture f;
+        PinTip brief({f.panels, f.windows, f.displays, f.compositing}, f.activity,
+                     std::chrono::milliseconds(1));
+        brief.serve(f.pin()); // asked before the one that is there already
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY(restOn(f.view()));
+            QVERIFY(f.tip());
+            QTRY_VERIFY(!f.tip());
+        }
+    }
+
+    void staysForAWhile()
+    {
+        TipFixture f;
+        QVERIFY(restOn(f.view()));
+        QVERIFY(!QTest::qWaitFor([&] { return !f.tip(); }, 50));
+    }
+
     void keepsClearOfDocks()
     {
         TipFixture f;
