@@ -32,6 +32,22 @@ private Q_SLOTS:
         QCOMPARE(f.grabber.calls, 1);
     }
 
+    void escapeIsTheSessionsAlsoWhereItIsAHotKey()
+    {
+        Fixture f;
+        QStringList heard;
+        QObject context;
+        f.hotKeys.bind(
+            {{.name = QStringLiteral("area"), .keyCode = KeyCodes::kEscape}}, &context,
+            [&heard](const QString& name) { heard << name; }, [](const QStringList&) {});
+        f.controller.begin();
+        f.pressEscape();
+        QVERIFY(!f.controller.busy());
+        QVERIFY(heard.isEmpty());
+        f.pressEscape();
+        QCOMPARE(heard, QStringList(QStringLiteral("area")));
+    }
+
     void sessionWithoutInputEndsWithAMessage()
     {
         Fixture f;

@@ -60,6 +60,19 @@ private Q_SLOTS:
         QCOMPARE(desk.center.bound(), everyAction());
     }
 
+    void ofTwoActionsWithOneKeyTheLastIsPerformed()
+    {
+        KeyDesk desk;
+        desk.prefs.setCombo(KeyCombo{105, 0, QStringLiteral("F13")}, CaptureAction::fullScreen);
+        desk.prefs.setCombo(KeyCombo{105, 0, QStringLiteral("F13")}, CaptureAction::recents);
+        desk.center.reload();
+        QVERIFY(desk.center.failed().empty());
+        QCOMPARE(desk.center.bound(), everyAction());
+        desk.keyboard.press(105, 0);
+        QCOMPARE(desk.run.size(), 1);
+        QCOMPARE(desk.run.front(), rawValue(kAllCaptureActions.back()));
+    }
+
     void reloadingTwiceLeavesThreeRegistrations()
     {
         KeyDesk desk;

@@ -9,22 +9,24 @@
 #include <algorithm>
 #include <deque>
 #include <map>
+#include <memory>
 #include <set>
 #include <utility>
 #include <vector>
 
 namespace brindlecam::test {
 
-/// A keyboard of the test's own: refuses what other programs hold, and a combination twice. Answers
-/// at once or when the test says so, also to sets that were replaced meanwhile.
+/// A keyboard of the test's own: refuses what other programs hold. Answers at once or when the test
+/// says so, also to sets that were replaced meanwhile.
 class FakeHotKeys final : public HotKeys {
 public:
     using Combination = std::pair<int, int>; ///< key code, modifiers
 
     std::set<Combination> heldByOthers;
-    bool waits = false;                                      ///< hold answers back until answer()
-    std::vector<HotKeyWish> wishes;                          ///< the set bound last
-    std::map<Combination, std::function<void()>> registered; ///< bound, or taken
+    bool waits = false;             ///< hold answers back until answer()
+    std::vector<HotKeyWish> wishes; ///< the set bound last
+    /// Bound, or taken; of those for one combination the last hears.
+    std::map<Combination, std::vector<std::shared_ptr<std::function<void()>>>> registered;
     int duplicates = 0; ///< registrations of a combination that was registered already
     std::function<void(int keyCode)> onTaken;     ///< runs inside every registration
     std::function<void(int keyCode)> onGivenBack; ///< runs at the end of each
@@ -76,8 +78,8 @@ public:
         const auto found = registered.find({keyCode, modifiers});
         if (found == registered.end())
             return;
-        const auto pressed = found->second; // it may unregister itself
-        pressed();
+        const auto pressed = found->second.back(); // it may unregister itself
+        (*pressed)();
     }
 
 private:
@@ -88,14 +90,19 @@ private:
 
     class Registration final : public TakenKey {
     public:
-        Registration(FakeHotKeys& keys, Combination combination)
+        Registration(FakeHotKeys& keys, Combination combination, std::function<void()> pressed)
             : m_keys(keys)
             , m_combination(std::move(combination))
+            , m_pressed(std::make_shared<std::function<void()>>(std::move(pressed)))
         {
+            m_keys.registered[m_combination].push_back(m_pressed);
         }
         ~Registration() override
         {
-            m_keys.registered.erase(m_combination);
+            auto& all = m_keys.registered[m_combination];
+            std::erase(all, m_pressed);
+            if (all.empty())
+                m_keys.registered.erase(m_combination);
             if (m_keys.onGivenBack)
                 m_keys.onGivenBack(m_combination.first);
         }
@@ -103,6 +110,7 @@ private:
     private:
         FakeHotKeys& m_keys;
         Combination m_combination;
+        std::shared_ptr<std::function<void()>> m_pressed;
     };
 
     [[nodiscard]] std::unique_ptr<TakenKey> take(const Combination& combination,
@@ -110,13 +118,12 @@ private:
     {
         if (heldByOthers.contains(combination))
             return nullptr;
-        if (!registered.emplace(combination, std::move(pressed)).second) {
+        if (registered.contains(combination))
             ++duplicates;
-            return nullptr;
-        }
+        auto registration = std::make_unique<Registration>(*this, combination, std::move(pressed));
         if (onTaken)
             onTaken(combination.first);
-        return std::make_unique<Registration>(*this, combination);
+        return registration;
     }
 
     std::deque<Answer> m_pending; ///< oldest first
