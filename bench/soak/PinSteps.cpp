@@ -140,6 +140,7 @@ void chooseInMenu(World& world, const Pin& pin, const char* entry,
 void copyByMenu(World& world)
 {
     const Pin& pin = anyOf(world);
+    world.person.desktop().copyElsewhere(QStringLiteral("not the pin's picture"));
     chooseInMenu(world, pin, "Copiar", [&] {
         return pin.picture.isShownBy(world.person.desktop().clipboard().picture());
     });

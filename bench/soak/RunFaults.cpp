@@ -3,6 +3,8 @@
 #include "Faults.h"
 #include "Runs.h"
 
+#include "desktop/support/HotKeys.h"
+
 #include <memory>
 #include <utility>
 
@@ -22,6 +24,8 @@ void killAndLook(World& world)
     const auto rival = world.person.desktop().rival();
     require(!rival->isHotKeyTaken(Qt::Key_Escape, {}),
             QStringLiteral("Escape belongs to a killed program"));
+    require(!desktop::areHotKeysTaken(*rival),
+            QStringLiteral("the hot keys belong to a killed program"));
     Runs::start(world);
 }
 
