@@ -8,6 +8,7 @@
 
 #include <errno.h>
 #include <limits.h>
+#include <signal.h>
 #include <sys/time.h>
 #include <time.h>
 
@@ -82,7 +83,7 @@ static int connect_to_running_copy(long long deadline, int* busy)
     address.sun_family = AF_UNIX;
     if (!brindlecam_meeting_path(brindlecam_display(), BRINDLECAM_SOCKET_ENDING, address.sun_path))
         return -1;
-    const int connection = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int connection = socket(AF_UNIX, SOCK_STREAM, 0);
     if (connection < 0)
         return -1;
     set_patience(connection, SO_SNDTIMEO, deadline);
@@ -96,16 +97,19 @@ static int connect_to_running_copy(long long deadline, int* busy)
 /* How much of it was written. */
 static size_t say(int connection, const struct text* request, long long deadline)
 {
+    /* A copy that ends while it is spoken to does not end us. */
+    void (*const before)(int) = signal(SIGPIPE, SIG_IGN);
     size_t written = 0;
     while (written < request->length && now_in_ms() < deadline) {
         set_patience(connection, SO_SNDTIMEO, deadline);
         const ssize_t more =
-            send(connection, request->bytes + written, request->length - written, MSG_NOSIGNAL);
+            send(connection, request->bytes + written, request->length - written, 0);
         if (more >= 0)
             written += (size_t)more;
         else if (errno != EINTR)
             break;
     }
+    signal(SIGPIPE, before);
     return written;
 }
 
