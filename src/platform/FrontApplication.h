@@ -12,9 +12,9 @@ public:
     virtual void remember() = 0;
 
     /// Gives the focus back to what was remembered and forgets it; nothing when nothing was. Call
-    /// it before the session's windows are hidden: keys that were pressed since remember() and are
-    /// still held stay with us until they are up, so that the key which ended the session never
-    /// reaches the window below.
+    /// it before the session's windows are hidden: the key which ended the session never reaches
+    /// the window below, not even its release. Where the system gives a key's release to whatever
+    /// has the focus by then, keys that are still held stay with us until they are up.
     virtual void giveBack() = 0;
 };
 

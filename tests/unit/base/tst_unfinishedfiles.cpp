@@ -110,8 +110,9 @@ private Q_SLOTS:
 
     void aFolderThatIsNotThereIsNoTrouble()
     {
-        UnfinishedFiles::removeAbandoned(m_place->filePath(QStringLiteral("nowhere")),
-                                         QDateTime::currentDateTime());
+        const QString nowhere = m_place->filePath(QStringLiteral("nowhere"));
+        UnfinishedFiles::removeAbandoned(nowhere, QDateTime::currentDateTime());
+        QVERIFY(!QFile::exists(nowhere));
     }
 
 private:
