@@ -5,10 +5,6 @@
 #include "platform/Grabber.h"
 #include "platform/Panels.h"
 
-#include <QBackingStore>
-#include <QGuiApplication>
-#include <QScreen>
-
 namespace brindlecam {
 
 OverlayWindow::OverlayWindow(Panels& panels, Prefs& prefs, TextRecognizer& recognizer,
@@ -22,13 +18,7 @@ OverlayWindow::OverlayWindow(Panels& panels, Prefs& prefs, TextRecognizer& recog
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
     setWindowTitle(QStringLiteral("Brindlecam"));
-    for (QScreen* candidate : QGuiApplication::screens()) {
-        if (candidate->name() == screen.id) {
-            setScreen(candidate);
-            setGeometry(candidate->geometry());
-        }
-    }
-    m_panels.assume(*this, PanelRole::overlay);
+    m_panels.assume(*this, PanelRole::overlay, screen.native);
 }
 
 CanvasView& OverlayWindow::makeContent(const GrabbedScreen& shot)
@@ -55,16 +45,13 @@ void OverlayWindow::cover()
 
 void OverlayWindow::uncover()
 {
-    hide();
+    m_panels.putAway(*this);
     // The canvas may be the one that is reporting its outcome right now.
     if (m_canvas) {
         m_canvas->hide();
         m_canvas->deleteLater();
         m_canvas = nullptr;
     }
-    // What was painted goes back to the system.
-    if (QBackingStore* store = backingStore())
-        store->resize(QSize(1, 1));
 }
 
 void OverlayWindow::resizeEvent(QResizeEvent*)

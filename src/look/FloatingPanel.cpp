@@ -51,7 +51,7 @@ FloatingPanel::FloatingPanel(Panels& panels, Compositing& compositing, PanelRole
     setAttribute(m_blends ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
     setAccessibleName(m_content.spoken);
     setWindowTitle(m_content.spoken);
-    m_panels.assume(*this, role);
+    m_panels.assume(*this, role, {});
 }
 
 void FloatingPanel::showAt(const QRect& native, qreal scale, const FloatingPanel* replaced)

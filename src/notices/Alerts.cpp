@@ -117,7 +117,7 @@ void Alerts::show(QDialog* dialog)
     // One over another dialog blocks that alone, never a session.
     dialog->setWindowModality(dialog->parentWidget() ? Qt::WindowModal : Qt::NonModal);
     dialog->setWindowFlags(kDialogFlags);
-    m_panels.assume(*dialog, PanelRole::dialog);
+    m_panels.assume(*dialog, PanelRole::dialog, {});
     m_open.emplace_back(dialog);
     // Not when it is deleted: that is a turn of the loop later, and it must not come back till
     // then.

@@ -39,8 +39,9 @@ public:
     virtual ~Panels() = default;
 
     /// Gives a widget its role. Once, before it is first shown; it may create the native window, so
-    /// that a later show() only maps it.
-    virtual void assume(QWidget& widget, PanelRole role) = 0;
+    /// that a later show() only maps it. `native` is where that will be, so that the widget has its
+    /// size by then; empty: nobody knows yet.
+    virtual void assume(QWidget& widget, PanelRole role, const QRect& native) = 0;
 
     /// Shows the widget so that it covers exactly this rectangle (dialogs: the window manager
     /// places them; pass an empty rectangle).
@@ -51,6 +52,10 @@ public:
     /// frame. Where frames can't be shown, the widget has been told to paint all of itself by then.
     virtual void showAtOnce(QWidget& widget, const QRect& native, const FirstFrame& frame,
                             std::function<void()> mayPaint) = 0;
+
+    /// Takes the widget off the screen until it is shown again. What it was painted into goes back
+    /// to the system.
+    virtual void putAway(QWidget& widget) = 0;
 
     /// Moves and resizes a panel that was shown. The widget hears of its new size later, when the
     /// window manager has agreed.

@@ -28,7 +28,7 @@ public:
     }
     void openRegion(const QRect&, const RegionOptions&, QObject*, Opened opened) override
     {
-        opened(Error{});
+        opened(Error{text("No hay ninguna pantalla que capturar.")});
     }
 };
 
@@ -66,7 +66,11 @@ public:
 
 class NullPanels final : public Panels {
 public:
-    void assume(QWidget&, PanelRole) override {}
+    void assume(QWidget& widget, PanelRole, const QRect& native) override
+    {
+        if (!native.isEmpty())
+            widget.setGeometry(native);
+    }
     void show(QWidget& widget, const QRect& native) override
     {
         if (!native.isEmpty())
@@ -79,6 +83,7 @@ public:
         show(widget, native);
         QMetaObject::invokeMethod(&widget, std::move(mayPaint), Qt::QueuedConnection);
     }
+    void putAway(QWidget& widget) override { widget.hide(); }
     void place(QWidget& widget, const QRect& native) override { widget.setGeometry(native); }
     void focus(QWidget& widget) override { widget.activateWindow(); }
     void swallowDoubleClick() override {}

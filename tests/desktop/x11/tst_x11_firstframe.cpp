@@ -157,7 +157,7 @@ private Q_SLOTS:
     void frameIsOnTheScreenBeforeTheWidgetPaints()
     {
         Sheet sheet(m_later);
-        m_panels.assume(sheet, PanelRole::overlay);
+        m_panels.assume(sheet, PanelRole::overlay, {});
         for (const QImage& first : {m_first, numbered(kAll.size(), 90)}) {
             m_mayPaint = 0;
             showAtOnce(sheet, first);
@@ -175,7 +175,7 @@ private Q_SLOTS:
     void onlyWhatIsAskedForIsPainted()
     {
         Sheet sheet(m_later);
-        m_panels.assume(sheet, PanelRole::overlay);
+        m_panels.assume(sheet, PanelRole::overlay, {});
         showAtOnce(sheet, m_first);
         QTRY_COMPARE(m_mayPaint, 1);
         const QRect points(20, 40, 100, 60);
@@ -188,7 +188,7 @@ private Q_SLOTS:
     void whatWasCoveredBeforeItMayPaintIsPaintedThen()
     {
         CoveredSheet sheet(m_first);
-        m_panels.assume(sheet.below, PanelRole::overlay);
+        m_panels.assume(sheet.below, PanelRole::overlay, {});
         showAtOnce(sheet.below, m_first);
         {
             const Cover cover;
@@ -203,7 +203,7 @@ private Q_SLOTS:
     void whatIsCoveredLaterIsPaintedAgain()
     {
         CoveredSheet sheet(m_first);
-        m_panels.assume(sheet.below, PanelRole::overlay);
+        m_panels.assume(sheet.below, PanelRole::overlay, {});
         showAtOnce(sheet.below, m_first);
         QTRY_COMPARE(m_mayPaint, 1);
         settle();
@@ -220,7 +220,7 @@ private Q_SLOTS:
     void frameOfAnotherSizeIsNotShown()
     {
         CoveredSheet sheet(m_later);
-        m_panels.assume(sheet.below, PanelRole::overlay);
+        m_panels.assume(sheet.below, PanelRole::overlay, {});
         showAtOnce(sheet.below, numbered({1365, 768}, 10));
         QTRY_COMPARE(rootImage(kAll), m_later);
         QCOMPARE(m_mayPaint, 1);
@@ -229,14 +229,14 @@ private Q_SLOTS:
     void widgetPaintsItselfWhereMemoryIsRefused()
     {
         CoveredSheet sheet(m_later);
-        m_panels.assume(sheet.below, PanelRole::overlay);
+        m_panels.assume(sheet.below, PanelRole::overlay, {});
         m_panels.show(sheet.below, kAll); // Qt has its own memory by then
         QTRY_COMPARE(rootImage(kAll), m_later);
         sheet.below.hide();
         settle();
         m_pixels = std::make_shared<ServerPixels>();
         X11Panels panels(std::make_shared<PanelWindows>(std::make_shared<X11Events>()), m_pixels);
-        panels.assume(sheet.below, PanelRole::overlay);
+        panels.assume(sheet.below, PanelRole::overlay, {});
         {
             const test::NoMoreFiles refused;
             panels.showAtOnce(sheet.below, kAll, PictureFrame(m_first), [this] { ++m_mayPaint; });
@@ -248,7 +248,7 @@ private Q_SLOTS:
     void widgetShownAsUsualAfterwardsPaintsItself()
     {
         Sheet sheet(m_later);
-        m_panels.assume(sheet, PanelRole::overlay);
+        m_panels.assume(sheet, PanelRole::overlay, {});
         showAtOnce(sheet, m_first);
         QTRY_COMPARE(m_mayPaint, 1);
         sheet.hide();
@@ -260,7 +260,7 @@ private Q_SLOTS:
     void widgetHiddenAtOnceNeedNotPaint()
     {
         Sheet sheet(m_later);
-        m_panels.assume(sheet, PanelRole::overlay);
+        m_panels.assume(sheet, PanelRole::overlay, {});
         showAtOnce(sheet, m_first);
         sheet.hide();
         settle();
@@ -273,7 +273,7 @@ private Q_SLOTS:
     void childThatCameMeanwhilePaintsItself()
     {
         Sheet sheet(m_later);
-        m_panels.assume(sheet, PanelRole::overlay);
+        m_panels.assume(sheet, PanelRole::overlay, {});
         showAtOnce(sheet, m_first);
         Sheet child(numbered({300, 150}, 120));
         child.setParent(&sheet);
@@ -288,7 +288,7 @@ private Q_SLOTS:
     void widgetMayGoBeforeItMayPaint()
     {
         auto sheet = std::make_unique<Sheet>(m_later);
-        m_panels.assume(*sheet, PanelRole::overlay);
+        m_panels.assume(*sheet, PanelRole::overlay, {});
         showAtOnce(*sheet, m_first);
         sheet.reset();
         settle();
@@ -298,7 +298,7 @@ private Q_SLOTS:
     void grabOfTheOverlayIsItsFrame()
     {
         Sheet sheet(m_later);
-        m_panels.assume(sheet, PanelRole::overlay);
+        m_panels.assume(sheet, PanelRole::overlay, {});
         showAtOnce(sheet, m_first);
         const auto grabbed = m_reader.read(kAll);
         QVERIFY(grabbed.ok());

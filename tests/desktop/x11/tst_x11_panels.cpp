@@ -100,7 +100,7 @@ private Q_SLOTS:
     void overlayCoversExactlyItsRectanglePixelForPixel()
     {
         Checkerboard overlay;
-        m_panels.assume(overlay, PanelRole::overlay);
+        m_panels.assume(overlay, PanelRole::overlay, {});
         for (int round = 0; round < 2; ++round) {
             m_panels.show(overlay, kScreen);
             QTRY_COMPARE(rootImage(kScreen), overlay.image);
@@ -115,7 +115,7 @@ private Q_SLOTS:
     void overlayIsWholeAgainWhereAnotherWindowWas()
     {
         Checkerboard overlay;
-        m_panels.assume(overlay, PanelRole::overlay);
+        m_panels.assume(overlay, PanelRole::overlay, {});
         m_panels.show(overlay, kScreen);
         QTRY_COMPARE(rootImage(kScreen), overlay.image);
         const xcb_window_t other = xcb_generate_id(x11::connection());
@@ -132,7 +132,7 @@ private Q_SLOTS:
     void overlayStaysExactWhenQtPlacesItByPoints()
     {
         QWidget overlay;
-        m_panels.assume(overlay, PanelRole::overlay);
+        m_panels.assume(overlay, PanelRole::overlay, {});
         m_panels.show(overlay, kScreen);
         settle();
         overlay.resize(overlay.width() + 3, overlay.height() - 2);
@@ -158,7 +158,7 @@ private Q_SLOTS:
         activate(below);
         QTRY_VERIFY(below.hasFocus());
         QWidget widget;
-        m_panels.assume(widget, role);
+        m_panels.assume(widget, role, {});
         const QRect rect(101, 203, 307, 211);
         m_panels.show(widget, rect);
         QTRY_VERIFY(restsAt(widget, rect));
@@ -184,7 +184,7 @@ private Q_SLOTS:
         QVBoxLayout layout(&overlay);
         QLineEdit field;
         layout.addWidget(&field);
-        m_panels.assume(overlay, PanelRole::overlay);
+        m_panels.assume(overlay, PanelRole::overlay, {});
         m_panels.show(overlay, kScreen);
         m_panels.focus(overlay);
         field.setFocus();
@@ -201,7 +201,7 @@ private Q_SLOTS:
     void focusAskedForBeforeTheMapComesWithIt()
     {
         QWidget panel;
-        m_panels.assume(panel, PanelRole::sessionPanel);
+        m_panels.assume(panel, PanelRole::sessionPanel, {});
         m_panels.focus(panel);
         settle();
         QVERIFY(!panel.isActiveWindow());
@@ -216,8 +216,8 @@ private Q_SLOTS:
         QVBoxLayout layout(&right);
         QWidget child;
         layout.addWidget(&child);
-        m_panels.assume(left, PanelRole::overlay);
-        m_panels.assume(right, PanelRole::overlay);
+        m_panels.assume(left, PanelRole::overlay, {});
+        m_panels.assume(right, PanelRole::overlay, {});
         m_panels.show(left, QRect(0, 0, 683, 768));
         m_panels.show(right, QRect(683, 0, 683, 768));
         m_panels.focus(left);
@@ -241,7 +241,7 @@ private Q_SLOTS:
         X11ClientWindow below(display(), {.pixels = QRect(300, 300, 300, 300),
                                           .kind = desktop::WindowKind::unmanaged});
         QWidget toast;
-        m_panels.assume(toast, role);
+        m_panels.assume(toast, role, {});
         m_panels.show(toast, QRect(350, 350, 200, 100));
         QVERIFY(QTest::qWaitForWindowExposed(&toast));
         m_hands.click({400, 400});
@@ -255,7 +255,7 @@ private Q_SLOTS:
         activate(below);
         QTRY_VERIFY(below.hasFocus());
         QMessageBox alert(QMessageBox::Warning, QStringLiteral("Title"), QStringLiteral("Text"));
-        m_panels.assume(alert, PanelRole::dialog);
+        m_panels.assume(alert, PanelRole::dialog, {});
         m_panels.show(alert, {});
         QTRY_VERIFY(alert.isActiveWindow());
         QVERIFY(!overridesRedirect(alert));
@@ -273,7 +273,7 @@ private Q_SLOTS:
     void opacityIsToldToTheCompositor()
     {
         QWidget toast;
-        m_panels.assume(toast, PanelRole::toast);
+        m_panels.assume(toast, PanelRole::toast, {});
         m_panels.show(toast, QRect(10, 10, 100, 50));
         QVERIFY(m_panels.fade(toast, 0.5));
         const auto opacity =
@@ -285,7 +285,7 @@ private Q_SLOTS:
     void movedPanelIsThereExactly()
     {
         QWidget panel;
-        m_panels.assume(panel, PanelRole::drawer);
+        m_panels.assume(panel, PanelRole::drawer, {});
         m_panels.show(panel, QRect(10, 20, 101, 53));
         QTRY_COMPARE(x11::rectOnRoot(idOf(panel)), QRect(10, 20, 101, 53));
         m_panels.place(panel, QRect(11, 33, 103, 57));
@@ -295,7 +295,7 @@ private Q_SLOTS:
     void menuOpensOnceAndGoesWithTheChoice()
     {
         QWidget panel;
-        m_panels.assume(panel, PanelRole::drawer);
+        m_panels.assume(panel, PanelRole::drawer, {});
         m_panels.show(panel, QRect(150, 150, 300, 300));
         QTRY_COMPARE(x11::rectOnRoot(idOf(panel)), QRect(150, 150, 300, 300));
         QStringList chosen;
@@ -322,12 +322,12 @@ private Q_SLOTS:
     void widgetMayDieBeforeThePanels()
     {
         auto widget = std::make_unique<QWidget>();
-        m_panels.assume(*widget, PanelRole::toast);
+        m_panels.assume(*widget, PanelRole::toast, {});
         m_panels.show(*widget, QRect(10, 10, 100, 50));
         widget.reset();
         settle();
         QWidget next;
-        m_panels.assume(next, PanelRole::toast);
+        m_panels.assume(next, PanelRole::toast, {});
         m_panels.show(next, QRect(10, 10, 100, 50));
         QTRY_COMPARE(x11::rectOnRoot(idOf(next)), QRect(10, 10, 100, 50));
     }

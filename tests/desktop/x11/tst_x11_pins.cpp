@@ -142,9 +142,9 @@ private Q_SLOTS:
         QVERIFY(manager.manages());
         Pinned pin(m_pins);
         pin.surface->show({kPlace, kScale});
-        const auto isPlaced = [&] {
+        const auto isPlaced = [&manager, window = idOf(pin)] {
             manager.placeAsAsked();
-            return placeOf(pin) == kPlace;
+            return x11::rectOnRoot(window) == kPlace;
         };
         QTRY_VERIFY(isPlaced());
         QTRY_VERIFY(manager.isAskedToMap());
@@ -232,7 +232,7 @@ private Q_SLOTS:
     void pinComesUnderTheHandWithoutASecondPressReachingIt()
     {
         QWidget panel;
-        m_panels.assume(panel, PanelRole::sessionPanel);
+        m_panels.assume(panel, PanelRole::sessionPanel, {});
         m_panels.show(panel, QRect(100, 100, 300, 200));
         QTRY_VERIFY(panel.windowHandle()->isExposed());
         m_hands.click({200, 200});

@@ -64,7 +64,7 @@ private Q_SLOTS:
     {
         const Platform null = makeNullPlatform();
         QWidget panel;
-        null.panels->assume(panel, PanelRole::toast);
+        null.panels->assume(panel, PanelRole::toast, {});
         null.panels->show(panel, {10, 20, 300, 200});
         QVERIFY(panel.isVisible());
         QVERIFY(null.compositing->blends());

@@ -35,9 +35,11 @@ public:
     std::function<void()> onSwallow;         ///< a session ends
     std::function<void(PanelRole)> onAssume; ///< a panel is made
 
-    void assume(QWidget&, PanelRole role) override
+    void assume(QWidget& widget, PanelRole role, const QRect& native) override
     {
         roles.push_back(role);
+        if (!native.isEmpty())
+            widget.setGeometry(QRect(QPoint(), native.size()));
         if (onAssume)
             onAssume(role);
     }
@@ -52,8 +54,9 @@ public:
                     std::function<void()> mayPaint) override
     {
         show(widget, native);
-        mayPaint();
+        QMetaObject::invokeMethod(&widget, std::move(mayPaint), Qt::QueuedConnection);
     }
+    void putAway(QWidget& widget) override { widget.hide(); }
     void place(QWidget& widget, const QRect& native) override { widget.resize(native.size()); }
     void focus(QWidget& widget) override { focused.push_back(&widget); }
     void swallowDoubleClick() override

@@ -11,7 +11,8 @@
 namespace brindlecam {
 
 PanelWindow::PanelWindow(QWidget& widget, const x11::PanelTraits& traits,
-                         std::shared_ptr<X11Events> events, x11::ServerClock& clock)
+                         std::shared_ptr<X11Events> events, x11::ServerClock& clock,
+                         const QRect& native)
     : m_widget(widget)
     , m_traits(traits)
     , m_clock(clock)
@@ -23,6 +24,7 @@ PanelWindow::PanelWindow(QWidget& widget, const x11::PanelTraits& traits,
                                             : m_traits.flags);
     m_widget.setAttribute(Qt::WA_ShowWithoutActivating, !m_traits.activates);
     m_widget.setAttribute(Qt::WA_TranslucentBackground, m_traits.blends);
+    m_place.settle(native);
     if (!m_traits.framed)
         m_widget.winId();
     m_subscription = events->listen([this](const auto& event) { return handle(event); });

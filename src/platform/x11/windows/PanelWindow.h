@@ -25,8 +25,9 @@ class ServerClock;
 /// rectangles are native pixels. Lives as long as its widget.
 class PanelWindow final {
 public:
+    /// `native` is where it will be shown first; empty: nobody knows yet.
     PanelWindow(QWidget& widget, const x11::PanelTraits& traits, std::shared_ptr<X11Events> events,
-                x11::ServerClock& clock);
+                x11::ServerClock& clock, const QRect& native = {});
 
     /// Empty: wherever the window manager wants it.
     void show(const QRect& native);

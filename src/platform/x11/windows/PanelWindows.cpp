@@ -9,10 +9,10 @@ PanelWindows::PanelWindows(std::shared_ptr<X11Events> events)
 {
 }
 
-void PanelWindows::add(QWidget& widget, PanelRole role)
+void PanelWindows::add(QWidget& widget, PanelRole role, const QRect& native)
 {
-    auto window =
-        std::make_unique<PanelWindow>(widget, x11::PanelTraits::of(role), m_events, m_clock);
+    auto window = std::make_unique<PanelWindow>(widget, x11::PanelTraits::of(role), m_events,
+                                                m_clock, native);
     m_entries.insert_or_assign(&widget, Entry{role, std::move(window)});
     QObject::connect(&widget, &QObject::destroyed, &m_context,
                      [this](const QObject* gone) { m_entries.erase(gone); });

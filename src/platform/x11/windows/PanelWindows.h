@@ -25,7 +25,7 @@ public:
     [[nodiscard]] x11::ServerClock& clock() { return m_clock; }
 
     /// Gives the widget its role, once.
-    void add(QWidget& widget, PanelRole role);
+    void add(QWidget& widget, PanelRole role, const QRect& native);
     /// Null for a widget that never took a role.
     [[nodiscard]] PanelWindow* of(const QWidget& widget) const;
     /// Those in this role that are shown now.

@@ -5,6 +5,7 @@
 #include "platform/x11/grab/ServerPixels.h"
 #include "platform/x11/windows/PanelWindows.h"
 
+#include <QBackingStore>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QStyleHints>
@@ -23,9 +24,9 @@ X11Panels::X11Panels(std::shared_ptr<PanelWindows> windows, std::shared_ptr<Serv
 
 X11Panels::~X11Panels() = default;
 
-void X11Panels::assume(QWidget& widget, PanelRole role)
+void X11Panels::assume(QWidget& widget, PanelRole role, const QRect& native)
 {
-    m_windows->add(widget, role);
+    m_windows->add(widget, role, native);
 }
 
 void X11Panels::show(QWidget& widget, const QRect& native)
@@ -54,6 +55,14 @@ void X11Panels::showAtOnce(QWidget& widget, const QRect& native, const FirstFram
     show(widget, native);
     if (frame.size() != native.size() || !m_pixels->write(window->id(), frame))
         window->paintAll();
+}
+
+// Qt keeps a hidden window's buffer as large as the window was.
+void X11Panels::putAway(QWidget& widget)
+{
+    widget.hide();
+    if (QBackingStore* store = widget.backingStore())
+        store->resize(QSize(1, 1));
 }
 
 void X11Panels::place(QWidget& widget, const QRect& native)

@@ -19,10 +19,11 @@ public:
     X11Panels(std::shared_ptr<PanelWindows> windows, std::shared_ptr<ServerPixels> pixels);
     ~X11Panels() override;
 
-    void assume(QWidget& widget, PanelRole role) override;
+    void assume(QWidget& widget, PanelRole role, const QRect& native) override;
     void show(QWidget& widget, const QRect& native) override;
     void showAtOnce(QWidget& widget, const QRect& native, const FirstFrame& frame,
                     std::function<void()> mayPaint) override;
+    void putAway(QWidget& widget) override;
     void place(QWidget& widget, const QRect& native) override;
     void focus(QWidget& widget) override;
     void swallowDoubleClick() override;
