@@ -37,9 +37,10 @@ private Q_SLOTS:
         Fixture f;
         QStringList heard;
         QObject context;
+        const HotKeyWish wish{QStringLiteral("area"), {}, KeyCodes::kEscape, 0};
         f.hotKeys.bind(
-            {{.name = QStringLiteral("area"), .keyCode = KeyCodes::kEscape}}, &context,
-            [&heard](const QString& name) { heard << name; }, [](const QStringList&) {});
+            {wish}, &context, [&heard](const QString& name) { heard << name; },
+            [](const QStringList&) {});
         f.controller.begin();
         f.pressEscape();
         QVERIFY(!f.controller.busy());
