@@ -137,17 +137,18 @@ private Q_SLOTS:
         QTest::addColumn<Session>("session");
         QTest::addColumn<QString>("serves");
         QTest::addColumn<QString>("answers");
-        QTest::newRow("no desktop") << Session() << "NullGrabber" << QString();
+        const QString nobody = QStringLiteral("No hay ninguna pantalla que capturar.");
+        QTest::newRow("no desktop") << Session() << "NullGrabber" << nobody;
         QTest::newRow("X11") << x11Session() << "ServerGrabber"
                              << "x11";
         QTest::newRow("a guest of Wayland that may ask") << guestSession(true) << "AskingGrabber"
                                                          << "asking";
         QTest::newRow("a guest of Wayland that nobody answers")
-            << guestSession(false) << "NullGrabber" << QString();
+            << guestSession(false) << "NullGrabber" << nobody;
         QTest::newRow("Wayland") << waylandSession("copy") << "CopyGrabber"
                                  << "copy";
         QTest::newRow("Wayland with something else")
-            << waylandSession("paste") << "NullGrabber" << QString();
+            << waylandSession("paste") << "NullGrabber" << nobody;
     }
     void theFirstThatIsOfferedServes()
     {
