@@ -30,6 +30,30 @@ private Q_SLOTS:
         QVERIFY2(more > picture / 2 && more <= picture + most,
                  qPrintable(QStringLiteral("%1 kB for a picture of %2").arg(more).arg(picture)));
     }
+
+    void whatWasPaintedGoesWithTheSession()
+    {
+        const QSize pixels(2560, 1600);
+        const qint64 picture = qint64(pixels.width()) * pixels.height() * 4 / 1024;
+        const qint64 most = 4 * 1024; // kB that stay
+        useProgram({}, 1, {.screen = {.pixels = pixels}});
+        const auto leave = [this] {
+            input().tap(Qt::Key_Escape); // the selection, then the session
+            input().tap(Qt::Key_Escape);
+            return sessionIsOver();
+        };
+        const auto paint = [this] {
+            return openArea() && (select({100, 100, 2200, 1300}), !screen().grabAtRest().isNull());
+        };
+        QVERIFY(paint() && leave());
+        QVERIFY(waitUntil([&] { return memory().shared < 2048; }));
+        const qint64 rest = memory().own;
+        QVERIFY(paint());
+        QVERIFY2(memory().own > rest + picture / 2, qPrintable(QString::number(memory().own)));
+        QVERIFY(leave());
+        const bool gone = waitUntil([&] { return memory().own <= rest + most; });
+        QVERIFY2(gone, qPrintable(QStringLiteral("%1 kB, %2 before").arg(memory().own).arg(rest)));
+    }
 };
 
 } // namespace brindlecam::desktop
