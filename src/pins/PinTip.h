@@ -20,8 +20,8 @@ class PinnedCapture;
 struct ScreenInfo;
 
 /// The tool tip of the pin under the pointer, as a panel in the look of our messages instead of
-/// Qt's own window. Qt says when; what the user does next ends it, or its time.
-/// Main thread; borrows the ports.
+/// Qt's own window. Qt says when; what the user does next ends it, or its time. Main thread;
+/// borrows the ports.
 class PinTip final : public QObject {
     Q_OBJECT
 

@@ -19,8 +19,8 @@ public:
     /// by its mask and paints itself over `backdrop`.
     [[nodiscard]] virtual bool blends() const = 0;
 
-    /// `changed` runs when blends() may have changed, for panels that are open then, as long as
-    /// `context` lives.
+    /// `changed` runs when blends() may have changed, as long as `context` lives: for panels that
+    /// stay on the screen. Messages are gone too soon to mind.
     virtual void whenChanged(QObject* context, std::function<void()> changed) = 0;
 
     /// What the screen shows in this rectangle now, for panels that must paint their own backdrop;
