@@ -8,7 +8,6 @@
 
 #include <errno.h>
 #include <limits.h>
-#include <signal.h>
 #include <sys/time.h>
 #include <time.h>
 
@@ -97,19 +96,16 @@ static int connect_to_running_copy(long long deadline, int* busy)
 /* How much of it was written. */
 static size_t say(int connection, const struct text* request, long long deadline)
 {
-    /* A copy that ends while it is spoken to does not end us. */
-    void (*const before)(int) = signal(SIGPIPE, SIG_IGN);
     size_t written = 0;
     while (written < request->length && now_in_ms() < deadline) {
         set_patience(connection, SO_SNDTIMEO, deadline);
         const ssize_t more =
-            send(connection, request->bytes + written, request->length - written, 0);
+            send(connection, request->bytes + written, request->length - written, MSG_NOSIGNAL);
         if (more >= 0)
             written += (size_t)more;
         else if (errno != EINTR)
             break;
     }
-    signal(SIGPIPE, before);
     return written;
 }
 
