@@ -37,6 +37,16 @@ private Q_SLOTS:
         QVERIFY(!QTest::qWaitFor([&] { return !f.longCaptures.begun.empty(); }, 400));
     }
 
+    void theyDoNotBeginWhileTheProgramEnds()
+    {
+        Fixture f;
+        f.longCaptures.kinds = {LongCapture::gif};
+        f.controller.begin();
+        f.controller.finish(outcome::Gif{QRect(450, 20, 100, 150)});
+        f.activity.stage = Activity::Stage::quitting;
+        QVERIFY(!QTest::qWaitFor([&] { return !f.longCaptures.begun.empty(); }, 400));
+    }
+
     void thoseThatNobodyTakesJustEndTheSession()
     {
         Fixture f;
