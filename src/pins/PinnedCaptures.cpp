@@ -21,7 +21,7 @@ PinnedCaptures::PinnedCaptures(const PinPorts& ports, Toast& toast, const Activi
     , m_toast(toast)
     , m_activity(activity)
     , m_delivery(delivery)
-    , m_tip(ports, activity)
+    , m_tip({ports.panels, ports.displays, ports.compositing}, activity)
 {
     m_ports.displays.whenChanged(&m_context, [this] { stayReachable(); });
 }
@@ -40,7 +40,7 @@ void PinnedCaptures::pin(const Rendered& picture, const QRect& native)
     pin.onCopy = [this, &pin] { copy(pin); };
     pin.onSave = [this, &pin] { save(pin); };
     pin.onDismiss = [this, &pin] { dismiss(pin); };
-    m_tip.serve(pin);
+    m_tip.serve(pin, [&pin](QPointF place) { return pin.onDesktop(place); });
     pin.open(native);
 }
 

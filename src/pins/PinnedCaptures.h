@@ -1,8 +1,8 @@
 #pragma once
 
+#include "notices/WindowTip.h"
 #include "pictures/Rendered.h"
 #include "pins/PinPorts.h"
-#include "pins/PinTip.h"
 
 #include <QObject>
 #include <QRect>
@@ -48,7 +48,7 @@ private:
     const Activity& m_activity;
     PinDelivery& m_delivery;
     std::vector<std::unique_ptr<PinnedCapture>> m_open;
-    PinTip m_tip;
+    WindowTip m_tip;
     QObject m_context; ///< ends our listening
 };
 

@@ -1,17 +1,32 @@
 #include "platform/Displays.h"
 
+#include <algorithm>
+
 namespace brindlecam {
+
+namespace {
+
+std::optional<ScreenInfo> screenOf(const std::vector<ScreenInfo>& screens,
+                                   const std::optional<QPoint>& place)
+{
+    const auto found = std::ranges::find_if(screens, [&place](const ScreenInfo& screen) {
+        return place && screen.native.contains(*place);
+    });
+    if (found != screens.end())
+        return *found;
+    return screens.empty() ? std::nullopt : std::optional(screens.front());
+}
+
+} // namespace
+
+std::optional<ScreenInfo> screenAt(const Displays& displays, QPoint place)
+{
+    return screenOf(displays.screens(), place);
+}
 
 std::optional<ScreenInfo> screenUnderPointer(const Displays& displays)
 {
-    const std::vector<ScreenInfo> screens = displays.screens();
-    if (const std::optional<QPoint> pointer = displays.pointer()) {
-        for (const ScreenInfo& screen : screens) {
-            if (screen.native.contains(*pointer))
-                return screen;
-        }
-    }
-    return screens.empty() ? std::nullopt : std::optional(screens.front());
+    return screenOf(displays.screens(), displays.pointer());
 }
 
 } // namespace brindlecam

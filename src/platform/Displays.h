@@ -32,6 +32,10 @@ public:
     virtual void whenChanged(QObject* context, std::function<void()> changed) = 0;
 };
 
+/// The screen that this place (native pixels of the global desktop) is on, else the primary one;
+/// none when there are no screens.
+[[nodiscard]] std::optional<ScreenInfo> screenAt(const Displays& displays, QPoint place);
+
 /// The screen with the pointer, else the primary one; none when there are no screens.
 [[nodiscard]] std::optional<ScreenInfo> screenUnderPointer(const Displays& displays);
 

@@ -1,16 +1,16 @@
-#include "pins/PinTip.h"
+#include "notices/WindowTip.h"
 
 #include "look/FloatingPanel.h"
 #include "notices/Activity.h"
-#include "pins/PinGeometry.h"
-#include "pins/PinnedCapture.h"
 #include "platform/Displays.h"
 #include "platform/Panels.h"
 
 #include <QHelpEvent>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace brindlecam {
 
@@ -21,7 +21,7 @@ constexpr qreal kBelowPointer = 22; // its picture hangs down from its place
 constexpr qreal kAbovePointer = 8;
 constexpr qreal kMargin = 4; // from the edges of the screen and from docks
 
-/// Whether the user turns to something else by it, or the pin is no longer where it was.
+/// Whether the user turns to something else by it, or the window is no longer where it was.
 bool endsTips(QEvent::Type type)
 {
     switch (type) {
@@ -42,7 +42,7 @@ bool endsTips(QEvent::Type type)
 
 } // namespace
 
-PinTip::PinTip(const PinPorts& ports, const Activity& activity, std::chrono::milliseconds stay)
+WindowTip::WindowTip(const Ports& ports, const Activity& activity, std::chrono::milliseconds stay)
     : m_ports(ports)
     , m_activity(activity)
 {
@@ -51,35 +51,36 @@ PinTip::PinTip(const PinPorts& ports, const Activity& activity, std::chrono::mil
     m_end.callOnTimeout([this] { dismiss(); });
 }
 
-PinTip::~PinTip() = default;
+WindowTip::~WindowTip() = default;
 
-void PinTip::serve(PinnedCapture& pin)
+void WindowTip::serve(QWidget& window, OnDesktop onDesktop)
 {
-    pin.installEventFilter(this);
-    for (QWidget* part : pin.findChildren<QWidget*>())
+    m_served[&window] = std::move(onDesktop);
+    connect(&window, &QObject::destroyed, this, [this, gone = &window] { m_served.erase(gone); });
+    window.installEventFilter(this);
+    for (QWidget* part : window.findChildren<QWidget*>())
         part->installEventFilter(this);
 }
 
-bool PinTip::eventFilter(QObject* watched, QEvent* event)
+bool WindowTip::eventFilter(QObject* watched, QEvent* event)
 {
     if (endsTips(event->type()))
         dismiss();
     if (event->type() != QEvent::ToolTip)
         return false;
     const auto* widget = qobject_cast<QWidget*>(watched);
-    const auto* pin = widget ? qobject_cast<PinnedCapture*>(widget->window()) : nullptr;
-    if (!pin || widget->toolTip().isEmpty())
+    const auto served = widget ? m_served.find(widget->window()) : m_served.end();
+    if (served == m_served.end() || widget->toolTip().isEmpty())
         return false;
     const QPoint place = static_cast<QHelpEvent*>(event)->pos();
     if (!m_panel && !m_activity.capture)
-        present(widget->toolTip(), pin->onDesktop(widget->mapTo(pin, place)));
+        present(widget->toolTip(), served->second(widget->mapTo(widget->window(), place)));
     return true; // or QWidget would open Qt's window
 }
 
-void PinTip::present(const QString& text, QPoint pointer)
+void WindowTip::present(const QString& text, QPoint pointer)
 {
-    const QRectF underPointer(pointer, QSizeF());
-    const auto screen = PinGeometry::screenOf(underPointer, m_ports.displays.screens());
+    const auto screen = screenAt(m_ports.displays, pointer);
     if (!screen)
         return;
     const Pill pill = Pill::toolTip(text);
@@ -89,7 +90,7 @@ void PinTip::present(const QString& text, QPoint pointer)
     m_end.start();
 }
 
-bool PinTip::dismiss()
+bool WindowTip::dismiss()
 {
     const bool wasShown = m_panel != nullptr;
     m_end.stop();
@@ -97,7 +98,7 @@ bool PinTip::dismiss()
     return wasShown;
 }
 
-QRect PinTip::place(QSizeF tip, QPoint pointer, const ScreenInfo& screen)
+QRect WindowTip::place(QSizeF tip, QPoint pointer, const ScreenInfo& screen)
 {
     const auto pixels = [&](qreal points) {
         return static_cast<int>(std::ceil(points * screen.scale));

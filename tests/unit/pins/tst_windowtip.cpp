@@ -1,6 +1,6 @@
 #include "PinnedFixture.h"
 #include "look/Pill.h"
-#include "pins/PinTip.h"
+#include "notices/WindowTip.h"
 #include "support/TestCase.h"
 #include "support/ToolTips.h"
 
@@ -35,7 +35,7 @@ struct TipFixture : PinnedFixture {
 
 } // namespace
 
-class TestPinTip final : public test::TestCase {
+class TestWindowTip final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -71,7 +71,7 @@ private Q_SLOTS:
         QFETCH(ScreenInfo, screen);
         QFETCH(QPoint, pointer);
         QFETCH(QRect, expected);
-        QCOMPARE(PinTip::place({100, 30}, pointer, screen), expected);
+        QCOMPARE(WindowTip::place({100, 30}, pointer, screen), expected);
     }
 
     void isAPanelThatReadsOutThePinsText()
@@ -85,8 +85,8 @@ private Q_SLOTS:
         QCOMPARE(f.tip()->accessibleName(), f.view().toolTip());
         const QSizeF size = Pill::toolTip(f.view().toolTip()).size();
         QCOMPARE(f.panels.shown.back().native,
-                 PinTip::place(size, kPinned.topLeft() + f.view().rect().center(),
-                               f.displays.all.front()));
+                 WindowTip::place(size, kPinned.topLeft() + f.view().rect().center(),
+                                  f.displays.all.front()));
         const QColor ground = f.tip()->grab().toImage().pixelColor(4, f.tip()->height() / 2);
         QVERIFY2(ground.lightness() < 60, qPrintable(ground.name()));
     }
@@ -103,9 +103,11 @@ private Q_SLOTS:
     void goesByItselfInTheEnd()
     {
         TipFixture f;
-        PinTip brief({f.panels, f.windows, f.displays, f.compositing}, f.activity,
-                     std::chrono::milliseconds(1));
-        brief.serve(f.pin()); // asked before the one that is there already
+        WindowTip brief({f.panels, f.displays, f.compositing}, f.activity,
+                        std::chrono::milliseconds(1));
+        brief.serve(f.pin(), [](QPointF place) {
+            return place.toPoint();
+        }); // asked before the one that is there already
         for (int round = 0; round < 2; ++round) {
             QVERIFY(restOn(f.view()));
             QVERIFY(f.tip());
@@ -205,8 +207,8 @@ private Q_SLOTS:
     }
 };
 
-BRINDLECAM_TEST(TestPinTip);
+BRINDLECAM_TEST(TestWindowTip);
 
 } // namespace brindlecam
 
-#include "tst_pintip.moc"
+#include "tst_windowtip.moc"
