@@ -27,7 +27,7 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
     , m_prefs(m_defaults)
     , m_alerts(*platform.panels)
     , m_toast(*platform.displays, *platform.panels, *platform.compositing)
-    , m_history(History::standardFolder())
+    , m_history({History::standardFolder(), ThumbnailCache::standardFolder()})
     , m_output(*platform.pasteboard, m_history, m_prefs, runInPool)
     , m_captureFailure(*platform.captureAccess, m_alerts, m_defaults, voice)
     , m_captureResults(m_prefs, m_output, m_toast, m_alerts)

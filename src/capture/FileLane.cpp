@@ -133,7 +133,8 @@ void FileLane::write(const Ticket& job)
         if (!places.path.isEmpty())
             job->fate.file = outcomeOf(!job->png.isEmpty() && writePicture(places.path, job->png));
         if (places.history && m_prefs.keepHistory())
-            job->fate.history = outcomeOf(m_history.add(job->png, QStringLiteral("png")));
+            job->fate.history =
+                outcomeOf(m_history.add(job->png, QStringLiteral("png"), job->picture.image()));
         onMainThread([this, job] { take(job, FileStep::Event::written); });
     });
 }

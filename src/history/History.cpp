@@ -3,6 +3,7 @@
 #include "base/UnfinishedFiles.h"
 #include "base/WholeFile.h"
 #include "history/HistoryNames.h"
+#include "pictures/TiffWriter.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,11 +18,13 @@ namespace brindlecam {
 namespace {
 
 constexpr std::chrono::milliseconds kLockPatience{2000};
+constexpr QSize kThumbnailSize(History::kThumbnailPixels, History::kThumbnailPixels);
 
 } // namespace
 
-History::History(QString folder, Clock clock)
-    : m_folder(std::move(folder))
+History::History(Folders folders, Clock clock)
+    : m_folder(std::move(folders.entries))
+    , m_thumbnails(std::move(folders.thumbnails))
     , m_clock(std::move(clock))
 {
 }
@@ -34,7 +37,7 @@ QString History::standardFolder()
     return parent + QStringLiteral("/Brindlecam/Recientes");
 }
 
-bool History::add(const QByteArray& data, const QString& fileExtension) const
+bool History::add(const QByteArray& data, const QString& fileExtension, const QImage& picture) const
 {
     if (data.isEmpty())
         return false;
@@ -47,11 +50,22 @@ bool History::add(const QByteArray& data, const QString& fileExtension) const
     const QString name =
         HistoryNames::nextName(m_clock(), HistoryNames::entries(fileNames()), fileExtension);
     const bool added = writeWhole(path(name), data, Readers::ownerOnly);
-    // Another copy of the program may be pruning too: removing what is gone already fails and harms
-    // nobody.
-    for (const QString& old : HistoryNames::surplus(HistoryNames::entries(fileNames()), name))
-        QFile::remove(path(old));
+    const auto stamp = added ? ThumbnailCache::stampOf(path(name)) : std::nullopt;
+    if (const auto small = stamp ? Thumbnail::of(picture, kThumbnailSize) : std::nullopt)
+        m_thumbnails.store(path(name), *stamp, *small);
+    prune(name);
     return added;
+}
+
+// Another copy of the program may be pruning too: removing what is gone already fails and harms
+// nobody.
+void History::prune(const QString& added) const
+{
+    const QStringList surplus = HistoryNames::surplus(HistoryNames::entries(fileNames()), added);
+    for (const QString& old : surplus)
+        QFile::remove(path(old));
+    if (!surplus.isEmpty())
+        m_thumbnails.prune(items());
 }
 
 void History::makeFolder() const
@@ -72,6 +86,8 @@ void History::tidy() const
     for (const QString& item : items())
         keepFromOthers(item);
     UnfinishedFiles::removeAbandoned(m_folder, m_clock());
+    m_thumbnails.prune(items());
+    UnfinishedFiles::removeAbandoned(m_thumbnails.folder(), m_clock());
 }
 
 QStringList History::items() const
@@ -93,7 +109,50 @@ int History::clear() const
         if (UnfinishedFiles::isName(name))
             QFile::remove(path(name));
     }
+    m_thumbnails.prune({});
     return static_cast<int>(listed.size());
+}
+
+void History::remove(const QString& item) const
+{
+    if (!items().contains(item))
+        return;
+    QFile::remove(item);
+    m_thumbnails.prune(items());
+}
+
+std::optional<Thumbnail> History::thumbnail(const QString& item, QSize most) const
+{
+    const QSize bounded = most.boundedTo(kThumbnailSize);
+    const auto stamp = ThumbnailCache::stampOf(item);
+    if (!stamp)
+        return std::nullopt;
+    if (auto kept = m_thumbnails.load(item, *stamp, bounded))
+        return kept;
+    const auto decoded = Thumbnail::ofFile(item, kThumbnailSize);
+    if (!decoded)
+        return std::nullopt;
+    m_thumbnails.store(item, *stamp, *decoded);
+    auto small = Thumbnail::of(decoded->image, bounded);
+    if (small)
+        small->pixels = decoded->pixels;
+    return small;
+}
+
+std::optional<ClipboardContent> History::clipboardContent(const QString& item)
+{
+    QFile file(item);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return std::nullopt;
+    const std::optional<QByteArray> bytes = readWhole(file);
+    if (!bytes || bytes->isEmpty())
+        return std::nullopt;
+    if (item.endsWith(QStringLiteral(".gif")))
+        return ClipboardContent::gif(*bytes, item);
+    return ClipboardContent::picture(*bytes, [png = *bytes] {
+        const QImage image = QImage::fromData(png, "PNG");
+        return TiffWriter::encode(image, image.dotsPerMeterX());
+    });
 }
 
 QStringList History::fileNames() const

@@ -55,7 +55,7 @@ void AppDelegate::start(std::optional<CaptureAction> action)
 void AppDelegate::tidyFolders() const
 {
     // A disk may take longer than this object lives: only values go along.
-    m_rooms.executor([history = m_rooms.history.folder(), captures = m_rooms.prefs.saveFolder(),
+    m_rooms.executor([history = m_rooms.history.folders(), captures = m_rooms.prefs.saveFolder(),
                       settings = m_rooms.prefs.defaults().folder()] {
         History(history).tidy();
         const QDateTime now = QDateTime::currentDateTime();

@@ -122,7 +122,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     fuzz::HistoryModel model(folder);
     furnish(input, model);
     QDateTime now = kNewYear;
-    const History history(folder, [&now] { return now; });
+    const History history({folder}, [&now] { return now; });
     model.check(history);
     enum class Step { add, clear, tidy };
     for (int left = kMostSteps; left > 0 && !input.isSpent(); --left) {

@@ -88,7 +88,7 @@ struct CaptureFixture {
     Activity activity;
     CaptureFailure failure{*platform.captureAccess, alerts, defaults,
                            CaptureFailure::Voice::alerts};
-    History history{folder.filePath(QStringLiteral("historia"))};
+    History history{{folder.filePath(QStringLiteral("historia"))}};
     Output output{pasteboard, history, prefs, [](const std::function<void()>& job) { job(); }};
     CaptureResults results{prefs, output, toast, alerts};
     static constexpr std::chrono::milliseconds kLastPatience{200};

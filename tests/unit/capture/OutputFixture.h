@@ -52,7 +52,7 @@ struct OutputFixture {
     Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
     Prefs prefs{defaults};
     FakePasteboard pasteboard;
-    History history{folder.filePath(QStringLiteral("historia"))};
+    History history{{folder.filePath(QStringLiteral("historia"))}};
     GatedExecutor gate;
     Output output{pasteboard, history, prefs, gate.executor()};
 

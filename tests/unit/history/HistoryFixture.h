@@ -27,9 +27,14 @@ struct HistoryFixture {
         return place->filePath(QStringLiteral("share/Brindlecam/Recientes"));
     }
 
+    [[nodiscard]] QString thumbnails() const
+    {
+        return place->filePath(QStringLiteral("cache/brindlecam/thumbnails"));
+    }
+
     [[nodiscard]] History history() const
     {
-        return History(folder(), [this] {
+        return History({folder(), thumbnails()}, [this] {
             return QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53)).addMSecs(milliseconds);
         });
     }

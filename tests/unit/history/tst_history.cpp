@@ -168,7 +168,7 @@ private Q_SLOTS:
         constexpr int kThreads = 4;
         constexpr int kAddsEach = 30;
         std::atomic<int> tick = 0;
-        const History shared(folder(), [&tick] {
+        const History shared({folder()}, [&tick] {
             return QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53)).addMSecs(tick++);
         });
         const QByteArray data(5000, 'x');

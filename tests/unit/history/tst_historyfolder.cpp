@@ -110,9 +110,9 @@ private Q_SLOTS:
         test::put(folder() + QStringLiteral("/20250101-000000-000.png.backup"));
         const QStringList before = test::filesIn(folder());
         const QDateTime now = QDateTime::currentDateTime();
-        History(folder(), [now] { return now; }).tidy();
+        History({folder()}, [now] { return now; }).tidy();
         QCOMPARE(test::filesIn(folder()), before);
-        History(folder(), [now] { return now.addSecs(3700); }).tidy();
+        History({folder()}, [now] { return now.addSecs(3700); }).tidy();
         QCOMPARE(test::filesIn(folder()).size(), before.size() - 1);
         QCOMPARE(names().size(), 2);
     }

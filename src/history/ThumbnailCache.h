@@ -1,0 +1,50 @@
+#pragma once
+
+#include "pictures/Thumbnail.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace brindlecam {
+
+/// Small copies of the history's pictures, one PNG file each in a folder that may go at any time.
+/// The name of a file tells of which entry it is, how large that picture really is, and what state
+/// of the entry's file it was made of: another one of that name makes it worthless. Files of other
+/// names are nobody's business. Safe from any thread, and from several copies of the program. What
+/// can't be read or written is not there.
+class ThumbnailCache final {
+public:
+    /// No folder: nothing is ever kept.
+    explicit ThumbnailCache(QString folder);
+
+    /// In the program's own cache folder; empty when there is none.
+    [[nodiscard]] static QString standardFolder();
+
+    [[nodiscard]] const QString& folder() const { return m_folder; }
+
+    /// Which state of an entry's file a thumbnail is of: ask before the file is read.
+    struct Stamp {
+        qint64 bytes = 0;
+        qint64 milliseconds = 0; ///< since 1970, when it was written
+    };
+    /// None when there is no such file.
+    [[nodiscard]] static std::optional<Stamp> stampOf(const QString& entry);
+
+    /// What is kept of the entry at `entry` (a path), if it is of this state, at most as large as
+    /// `most`.
+    [[nodiscard]] std::optional<Thumbnail> load(const QString& entry, const Stamp& stamp,
+                                                QSize most) const;
+    /// Keeps it in place of any earlier one.
+    void store(const QString& entry, const Stamp& stamp, const Thumbnail& thumbnail) const;
+    /// Removes those of all but these entries.
+    void prune(const QStringList& entries) const;
+
+private:
+    [[nodiscard]] QStringList fileNames() const;
+
+    QString m_folder;
+};
+
+} // namespace brindlecam
