@@ -16,10 +16,16 @@ struct WheelDelta {
     qreal amount = 0;
     Unit unit = Unit::notches;
 
+    /// Up and down.
     [[nodiscard]] static WheelDelta of(const QWheelEvent& event);
+    /// In whichever direction it was turned further: for what moves sideways only.
+    [[nodiscard]] static WheelDelta sideways(const QWheelEvent& event);
 
     /// The same in notches: twelve points count as one.
     [[nodiscard]] qreal notches() const;
+
+private:
+    [[nodiscard]] static WheelDelta along(const QWheelEvent& event, int angle, int pixels);
 };
 
 } // namespace brindlecam

@@ -6,6 +6,7 @@
 #include "platform/Compositing.h"
 #include "platform/Displays.h"
 #include "platform/FileOpener.h"
+#include "platform/ForeignPresses.h"
 #include "platform/FrontApplication.h"
 #include "platform/Grabber.h"
 #include "platform/HotKeys.h"
@@ -35,6 +36,7 @@ struct Platform {
     std::unique_ptr<CaptureAccess> captureAccess;
     std::unique_ptr<HotKeys> hotKeys;
     std::unique_ptr<InputGrabs> inputGrabs;
+    std::unique_ptr<ForeignPresses> foreignPresses;
     std::unique_ptr<Panels> panels;
     std::unique_ptr<Pins> pins;
     std::unique_ptr<Compositing> compositing;

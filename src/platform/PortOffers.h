@@ -42,6 +42,7 @@ struct PortOffers {
     PortList<CaptureAccess> captureAccess;
     PortList<HotKeys> hotKeys;
     PortList<InputGrabs> inputGrabs;
+    PortList<ForeignPresses> foreignPresses;
     PortList<Panels> panels;
     PortList<Pins> pins;
     PortList<Compositing> compositing;
@@ -62,6 +63,7 @@ struct PortOffers {
         visit(captureAccess);
         visit(hotKeys);
         visit(inputGrabs);
+        visit(foreignPresses);
         visit(panels);
         visit(pins);
         visit(compositing);

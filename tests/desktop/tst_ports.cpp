@@ -28,6 +28,7 @@ private Q_SLOTS:
                                                "captureAccess NullCaptureAccess\n"
                                                "hotKeys X11HotKeys\n"
                                                "inputGrabs X11InputGrabs\n"
+                                               "foreignPresses X11ForeignPresses\n"
                                                "panels X11Panels\n"
                                                "pins X11Pins\n"
                                                "compositing X11Compositing\n"
@@ -73,11 +74,11 @@ private Q_SLOTS:
             << QStringLiteral("BRINDLECAM_PORT_GRABBER: aquí no hay “portal”. Hay: x11, null.\n");
         QTest::newRow("no such port")
             << QByteArray("GRABER")
-            << QStringLiteral(
-                   "BRINDLECAM_PORT_GRABER: no hay ningún puerto que se llame así. Hay: "
-                   "DISPLAYS, GRABBER, WINDOWLIST, CAPTUREACCESS, HOTKEYS, INPUTGRABS, "
-                   "PANELS, PINS, COMPOSITING, PASTEBOARD, FRONTAPPLICATION, FILEOPENER, "
-                   "TEXTRECOGNIZER, TRAYHOSTS, QUITSIGNALS.\n");
+            << QStringLiteral("BRINDLECAM_PORT_GRABER: no hay ningún puerto que se llame así. Hay: "
+                              "DISPLAYS, GRABBER, WINDOWLIST, CAPTUREACCESS, HOTKEYS, INPUTGRABS, "
+                              "FOREIGNPRESSES, PANELS, PINS, COMPOSITING, PASTEBOARD, "
+                              "FRONTAPPLICATION, FILEOPENER, "
+                              "TEXTRECOGNIZER, TRAYHOSTS, QUITSIGNALS.\n");
     }
     void whatCantBeForcedIsRefused()
     {
@@ -118,7 +119,7 @@ private Q_SLOTS:
         const CommandResult offscreen =
             program().command({kPorts, QStringLiteral("-platform"), QStringLiteral("offscreen")});
         QCOMPARE(offscreen.exitCode, 0);
-        QCOMPARE(offscreen.output.count(QStringLiteral(" Null")), 15);
+        QCOMPARE(offscreen.output.count(QStringLiteral(" Null")), 16);
     }
 
     void withoutHotKeysItCapturesByCommand()

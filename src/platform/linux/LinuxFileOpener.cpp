@@ -38,6 +38,18 @@ public:
     ~LastingProcess() override { setProcessState(QProcess::NotRunning); }
 };
 
+QString urlOf(const QString& path)
+{
+    return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+}
+
+QDBusMessage previewerCall(const char* method)
+{
+    const QString previewer = QStringLiteral("org.gnome.NautilusPreviewer");
+    return QDBusMessage::createMethodCall(previewer, QStringLiteral("/org/gnome/NautilusPreviewer"),
+                                          previewer, QString::fromLatin1(method));
+}
+
 } // namespace
 
 LinuxFileOpener::LinuxFileOpener()
@@ -50,43 +62,95 @@ LinuxFileOpener::LinuxFileOpener(Timing timing)
 {
 }
 
-void LinuxFileOpener::openFolder(const QString& path, QObject* context, Done done)
+LinuxFileOpener::Answer LinuxFileOpener::answerOnce(QObject* context, Done done)
 {
     const auto pending = std::make_shared<Done>(std::move(done));
-    const Answer answer = [context = QPointer<QObject>(context), pending](bool opened) {
+    return [context = QPointer<QObject>(context), pending](bool opened) {
         const Done now = std::exchange(*pending, {});
         if (now && context)
             QMetaObject::invokeMethod(
                 context, [now, opened] { now(opened); }, Qt::QueuedConnection);
     };
+}
+
+void LinuxFileOpener::openFolder(const QString& path, QObject* context, Done done)
+{
+    const Answer answer = answerOnce(context, std::move(done));
     if (QFileInfo(path).isDir())
-        askFileManager(path, answer);
+        askFileManager(QStringLiteral("ShowFolders"), path, answer,
+                       [this, path, answer] { startOpener(path, answer); });
     else
         answer(false);
 }
 
-void LinuxFileOpener::askFileManager(const QString& path, const Answer& answer)
+void LinuxFileOpener::openFile(const QString& path, QObject* context, Done done)
+{
+    const Answer answer = answerOnce(context, std::move(done));
+    if (QFileInfo(path).isFile())
+        startOpener(path, answer);
+    else
+        answer(false);
+}
+
+void LinuxFileOpener::reveal(const QString& path, QObject* context, Done done)
+{
+    const Answer answer = answerOnce(context, std::move(done));
+    const QFileInfo file(path);
+    if (file.isFile())
+        askFileManager(QStringLiteral("ShowItems"), path, answer,
+                       [this, folder = file.path(), answer] { startOpener(folder, answer); });
+    else
+        answer(false);
+}
+
+void LinuxFileOpener::askFileManager(const QString& method, const QString& path,
+                                     const Answer& answer, const std::function<void()>& otherwise)
+{
+    const QString manager = QStringLiteral("org.freedesktop.FileManager1");
+    auto message = QDBusMessage::createMethodCall(
+        manager, QStringLiteral("/org/freedesktop/FileManager1"), manager, method);
+    message << QStringList(urlOf(path)) << QString();
+    call(message, [answer, otherwise](bool shown) {
+        if (shown)
+            answer(true);
+        else
+            otherwise();
+    });
+}
+
+void LinuxFileOpener::call(const QDBusMessage& message, const Answer& answer)
 {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
-        startOpener(path, answer);
+        answer(false);
         return;
     }
-    const QString manager = QStringLiteral("org.freedesktop.FileManager1");
-    auto call =
-        QDBusMessage::createMethodCall(manager, QStringLiteral("/org/freedesktop/FileManager1"),
-                                       manager, QStringLiteral("ShowFolders"));
-    const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
-    call << QStringList(url) << QString();
     auto* const reply = new QDBusPendingCallWatcher(
-        bus.asyncCall(call, static_cast<int>(m_timing.answer.count())), this);
-    connect(reply, &QDBusPendingCallWatcher::finished, this, [this, reply, path, answer] {
+        bus.asyncCall(message, static_cast<int>(m_timing.answer.count())), this);
+    connect(reply, &QDBusPendingCallWatcher::finished, this, [reply, answer] {
         reply->deleteLater();
-        if (reply->isError())
-            startOpener(path, answer);
-        else
-            answer(true);
+        answer(!reply->isError());
     });
+}
+
+void LinuxFileOpener::preview(const QString& path, QObject* context, Done done)
+{
+    // Neither the window that it would lie above, nor to close when the same is shown already.
+    constexpr int kNoParent = 0;
+    constexpr bool kStays = false;
+    QDBusMessage message = previewerCall("ShowFile");
+    message << urlOf(path) << kNoParent << kStays;
+    const Answer answer = answerOnce(context, std::move(done));
+    call(message, [this, answer](bool shown) {
+        m_previewed = m_previewed || shown;
+        answer(shown);
+    });
+}
+
+void LinuxFileOpener::endPreview()
+{
+    if (std::exchange(m_previewed, false))
+        call(previewerCall("Close"), [](bool) {});
 }
 
 void LinuxFileOpener::startOpener(const QString& path, const Answer& answer)

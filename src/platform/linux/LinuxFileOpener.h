@@ -6,10 +6,13 @@
 
 #include <chrono>
 
+class QDBusMessage;
+
 namespace brindlecam {
 
 /// Asks the file manager on the session bus first, which shows the folder in a window it has open
-/// already; where none answers, xdg-open knows what the desktop has.
+/// already; where none answers, xdg-open knows what the desktop has. Previews are those of GNOME's
+/// file manager, which others show, too.
 class LinuxFileOpener final : public QObject, public FileOpener {
     Q_OBJECT
 
@@ -23,15 +26,25 @@ public:
     explicit LinuxFileOpener(Timing timing);
 
     void openFolder(const QString& path, QObject* context, Done done) override;
+    void openFile(const QString& path, QObject* context, Done done) override;
+    void reveal(const QString& path, QObject* context, Done done) override;
+    void preview(const QString& path, QObject* context, Done done) override;
+    void endPreview() override;
 
 private:
     /// Answers at most once, and only as long as somebody wants to know.
     using Answer = std::function<void(bool opened)>;
 
-    void askFileManager(const QString& path, const Answer& answer);
+    [[nodiscard]] static Answer answerOnce(QObject* context, Done done);
+    /// Has the file manager show these by `method`; who can't reach one does `otherwise`.
+    void askFileManager(const QString& method, const QString& path, const Answer& answer,
+                        const std::function<void()>& otherwise);
+    /// Sends a call and tells whether it was carried out.
+    void call(const QDBusMessage& message, const Answer& answer);
     void startOpener(const QString& path, const Answer& answer);
 
     const Timing m_timing;
+    bool m_previewed = false; ///< something may be shown
 };
 
 } // namespace brindlecam

@@ -64,6 +64,14 @@ public:
     void clear(QObject*, Done done) override { done(Answer::free); }
 };
 
+class NullForeignPresses final : public ForeignPresses {
+public:
+    [[nodiscard]] std::unique_ptr<PressWatch> watch(std::function<void()>) override
+    {
+        return nullptr;
+    }
+};
+
 class NullPanels final : public Panels {
 public:
     void assume(QWidget& widget, PanelRole, const QRect& native) override
@@ -161,10 +169,17 @@ public:
 
 class NullFileOpener final : public FileOpener {
 public:
-    void openFolder(const QString&, QObject* context, Done done) override
+    void openFolder(const QString&, QObject* context, Done done) override { refuse(context, done); }
+    void openFile(const QString&, QObject* context, Done done) override { refuse(context, done); }
+    void reveal(const QString&, QObject* context, Done done) override { refuse(context, done); }
+    void preview(const QString&, QObject* context, Done done) override { refuse(context, done); }
+    void endPreview() override {}
+
+private:
+    static void refuse(QObject* context, const Done& done)
     {
         QMetaObject::invokeMethod(
-            context, [done = std::move(done)] { done(false); }, Qt::QueuedConnection);
+            context, [done] { done(false); }, Qt::QueuedConnection);
     }
 };
 
@@ -217,6 +232,8 @@ PortOffers nullOffers()
                                                    "NullCaptureAccess"),
         .hotKeys = listOf<NullHotKeys>("hotKeys", &Platform::hotKeys, "NullHotKeys"),
         .inputGrabs = listOf<NullInputGrabs>("inputGrabs", &Platform::inputGrabs, "NullInputGrabs"),
+        .foreignPresses = listOf<NullForeignPresses>("foreignPresses", &Platform::foreignPresses,
+                                                     "NullForeignPresses"),
         .panels = listOf<NullPanels>("panels", &Platform::panels, "NullPanels"),
         .pins = listOf<NullPins>("pins", &Platform::pins, "NullPins"),
         .compositing =

@@ -4,6 +4,7 @@
 #include "platform/x11/connection/ServerProbe.h"
 #include "platform/x11/connection/X11Events.h"
 #include "platform/x11/desktop/X11Displays.h"
+#include "platform/x11/desktop/X11ForeignPresses.h"
 #include "platform/x11/desktop/X11WindowList.h"
 #include "platform/x11/desktop/XEmbedTrayHosts.h"
 #include "platform/x11/grab/ServerPixels.h"
@@ -111,6 +112,8 @@ void offer(PortOffers& offers)
         {kName, "X11HotKeys", isTheDesktop, making<X11HotKeys>(events)});
     offers.inputGrabs.makers.push_back(
         {kName, "X11InputGrabs", hasOurWindows, making<X11InputGrabs>()});
+    offers.foreignPresses.makers.push_back(
+        {kName, "X11ForeignPresses", isTheDesktop, making<X11ForeignPresses>(events)});
     offers.panels.makers.push_back(
         {kName, "X11Panels", hasOurWindows, making<X11Panels>(windows, pixels)});
     offers.pins.makers.push_back(

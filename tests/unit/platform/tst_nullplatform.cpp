@@ -16,6 +16,7 @@ private Q_SLOTS:
         const Platform null = makeNullPlatform();
         QVERIFY(null.displays && null.grabber && null.windowList && null.captureAccess);
         QVERIFY(null.hotKeys && null.inputGrabs && null.panels && null.pins && null.compositing);
+        QVERIFY(null.foreignPresses);
         QVERIFY(null.pasteboard && null.frontApplication && null.fileOpener && null.textRecognizer);
         QVERIFY(null.trayHosts && null.quitSignals);
     }
@@ -31,6 +32,7 @@ private Q_SLOTS:
                                  [&opened](const auto& frames) { opened = frames.ok(); });
         QCOMPARE(opened, std::optional(false));
         QVERIFY(!null.hotKeys->takeEscape([] {}));
+        QVERIFY(!null.foreignPresses->watch([] {}));
         QVERIFY(!null.trayHosts->available());
     }
 

@@ -184,7 +184,7 @@ private Q_SLOTS:
         for (const ServedPort& port : ports.value().served)
             QCOMPARE(port.serves.startsWith(QLatin1String("Null")),
                      port.name != QLatin1String("grabber"));
-        QCOMPARE(ports.value().served.size(), std::size_t(15));
+        QCOMPARE(ports.value().served.size(), std::size_t(16));
     }
 
     void whatStandsSideBySideIsJoined_data()
@@ -288,7 +288,8 @@ private Q_SLOTS:
             << "x11"
             << QStringLiteral("BRINDLECAM_PORT_GRABER: no hay ningún puerto que se llame así. Hay: "
                               "DISPLAYS, GRABBER, WINDOWLIST, CAPTUREACCESS, HOTKEYS, INPUTGRABS, "
-                              "PANELS, PINS, COMPOSITING, PASTEBOARD, FRONTAPPLICATION, "
+                              "FOREIGNPRESSES, PANELS, PINS, COMPOSITING, PASTEBOARD, "
+                              "FRONTAPPLICATION, "
                               "FILEOPENER, TEXTRECOGNIZER, TRAYHOSTS, QUITSIGNALS.");
     }
     void whatCantBeForcedIsRefusedWithWhatThereIs()

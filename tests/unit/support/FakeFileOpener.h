@@ -12,15 +12,41 @@ namespace brindlecam::test {
 /// Notes what it should have opened, and answers what it is told to.
 class FakeFileOpener final : public FileOpener {
 public:
-    QStringList opened;
+    QStringList opened; ///< folders
+    QStringList files;
+    QStringList revealed;
+    QStringList previewed;
+    int previewsEnded = 0;
     bool succeeds = true;
+    bool previews = false; ///< whether the desktop has a way to show files large
 
     void openFolder(const QString& path, QObject* context, Done done) override
     {
         opened << path;
+        answer(context, std::move(done), succeeds);
+    }
+    void openFile(const QString& path, QObject* context, Done done) override
+    {
+        files << path;
+        answer(context, std::move(done), succeeds);
+    }
+    void reveal(const QString& path, QObject* context, Done done) override
+    {
+        revealed << path;
+        answer(context, std::move(done), succeeds);
+    }
+    void preview(const QString& path, QObject* context, Done done) override
+    {
+        previewed << path;
+        answer(context, std::move(done), previews);
+    }
+    void endPreview() override { ++previewsEnded; }
+
+private:
+    static void answer(QObject* context, Done done, bool outcome)
+    {
         QMetaObject::invokeMethod(
-            context, [done = std::move(done), opened = succeeds] { done(opened); },
-            Qt::QueuedConnection);
+            context, [done = std::move(done), outcome] { done(outcome); }, Qt::QueuedConnection);
     }
 };
 

@@ -27,7 +27,7 @@ private Q_SLOTS:
         QTest::newRow("inside of Wayland: windows only")
             << session
             << null + QStringList{QStringLiteral("grabber"), QStringLiteral("windowList"),
-                                  QStringLiteral("hotKeys")};
+                                  QStringLiteral("hotKeys"), QStringLiteral("foreignPresses")};
     }
     void whatTheServerServes()
     {

@@ -50,10 +50,47 @@ public Q_SLOTS:
             sendErrorReply(QDBusError::Failed, QStringLiteral("no window"));
         setDelayedReply(m_manner != Manner::opens);
     }
+    void ShowItems(const QStringList& uris, const QString&)
+    {
+        asked << QStringLiteral("selected") << uris;
+        if (m_manner == Manner::refuses)
+            sendErrorReply(QDBusError::Failed, QStringLiteral("no window"));
+        setDelayedReply(m_manner != Manner::opens);
+    }
 
 private:
     static inline const QString kConnection = QStringLiteral("fake file manager");
     const Manner m_manner;
+    QDBusConnection m_bus;
+};
+
+/// Another program that shows files large, as GNOME has it.
+class FakePreviewer final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.gnome.NautilusPreviewer")
+
+public:
+    FakePreviewer()
+        : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnection))
+    {
+        m_bus.registerObject(QStringLiteral("/org/gnome/NautilusPreviewer"), this,
+                             QDBusConnection::ExportAllSlots);
+        if (!m_bus.registerService(QStringLiteral("org.gnome.NautilusPreviewer")))
+            qWarning("the previewer's name is taken");
+    }
+    ~FakePreviewer() override { QDBusConnection::disconnectFromBus(kConnection); }
+
+    QStringList asked;
+
+public Q_SLOTS:
+    void ShowFile(const QString& uri, int, bool closeIfShown)
+    {
+        asked << uri << (closeIfShown ? QStringLiteral("or close") : QStringLiteral("stay"));
+    }
+    void Close() { asked << QStringLiteral("close"); }
+
+private:
+    static inline const QString kConnection = QStringLiteral("fake previewer");
     QDBusConnection m_bus;
 };
 
@@ -90,6 +127,22 @@ private:
         m_opened.reset();
         opener.openFolder(inside("mis capturas"), this, [this](bool answer) { m_opened = answer; });
         QVERIFY2(!m_opened, "later, not at once");
+    }
+    [[nodiscard]] QString picture() const { return inside("mis capturas/una foto.png"); }
+    void putPicture() const
+    {
+        QFile file(picture());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("PNG");
+    }
+    [[nodiscard]] static QString urlOf(const QString& path)
+    {
+        return QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
+    }
+    [[nodiscard]] FileOpener::Done noting()
+    {
+        m_opened.reset();
+        return [this](bool answer) { m_opened = answer; };
     }
     static bool hasBus() { return QDBusConnection::sessionBus().isConnected(); }
 
@@ -178,6 +231,76 @@ private Q_SLOTS:
         open(opener);
         QTRY_COMPARE(m_opened, std::optional(false));
         QVERIFY(given().isEmpty());
+    }
+
+    void filesAreOpenedByTheProgramForTheirKind()
+    {
+        installOpener("exit 0");
+        putPicture();
+        LinuxFileOpener opener;
+        opener.openFile(picture(), this, noting());
+        QVERIFY(!m_opened);
+        QTRY_COMPARE(m_opened, std::optional(true));
+        QCOMPARE(given(), picture().toLocal8Bit());
+        QVERIFY(QFile::remove(picture()));
+        opener.openFile(picture(), this, noting());
+        QTRY_COMPARE(m_opened, std::optional(false));
+    }
+
+    void filesAreShownSelectedInTheirFolder()
+    {
+        if (!hasBus())
+            QSKIP("no session bus");
+        installOpener("exit 0");
+        putPicture();
+        FakeFileManager manager(Manner::opens);
+        LinuxFileOpener opener;
+        opener.reveal(picture(), this, noting());
+        QTRY_COMPARE(m_opened, std::optional(true));
+        QCOMPARE(manager.asked, (QStringList{QStringLiteral("selected"), urlOf(picture())}));
+        QVERIFY(given().isEmpty());
+    }
+
+    void whereNobodySelectsThemTheirFolderIsOpened()
+    {
+        installOpener("exit 0");
+        putPicture();
+        LinuxFileOpener opener;
+        opener.reveal(picture(), this, noting());
+        QTRY_COMPARE(m_opened, std::optional(true));
+        QCOMPARE(given(), inside("mis capturas").toLocal8Bit());
+        opener.reveal(inside("none.png"), this, noting());
+        QTRY_COMPARE(m_opened, std::optional(false));
+    }
+
+    void previewsAreTheDesktopsWhereItHasAny()
+    {
+        if (!hasBus())
+            QSKIP("no session bus");
+        putPicture();
+        FakePreviewer previewer;
+        LinuxFileOpener opener;
+        opener.endPreview();
+        opener.preview(picture(), this, noting());
+        QTRY_COMPARE(m_opened, std::optional(true));
+        const QStringList shown{urlOf(picture()), QStringLiteral("stay")};
+        QCOMPARE(previewer.asked, shown);
+        opener.endPreview();
+        QTRY_COMPARE(previewer.asked, shown + QStringList{QStringLiteral("close")});
+        opener.endPreview();
+        opener.preview(picture(), this, noting());
+        QTRY_COMPARE(m_opened, std::optional(true));
+        QCOMPARE(previewer.asked.size(), 5); // closed once
+    }
+
+    void withoutAPreviewerItIsSaid()
+    {
+        putPicture();
+        LinuxFileOpener opener;
+        opener.preview(picture(), this, noting());
+        QVERIFY(!m_opened);
+        QTRY_COMPARE(m_opened, std::optional(false));
+        opener.endPreview();
     }
 
     void aProgramThatStaysOpenOutlivesUs()

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/ForeignPresses.h"
+#include "platform/x11/connection/X11Events.h"
+
+#include <memory>
+
+namespace brindlecam {
+
+/// Presses by the raw events of the input extension, which every client may hear whatever has the
+/// pointer: they are asked for as long as somebody watches. Main thread.
+class X11ForeignPresses final : public ForeignPresses {
+public:
+    explicit X11ForeignPresses(std::shared_ptr<X11Events> events);
+
+    [[nodiscard]] std::unique_ptr<PressWatch> watch(std::function<void()> pressed) override;
+
+private:
+    class Watch;
+
+    const std::shared_ptr<X11Events> m_events;
+};
+
+} // namespace brindlecam
