@@ -4,6 +4,7 @@
 #include "desktop/support/ClientWindow.h"
 #include "desktop/support/Clipboard.h"
 #include "desktop/support/ClipboardManager.h"
+#include "desktop/support/DropTarget.h"
 #include "desktop/support/Holdings.h"
 #include "desktop/support/Input.h"
 #include "desktop/support/Pager.h"
@@ -92,6 +93,9 @@ public:
     [[nodiscard]] virtual std::unique_ptr<Rival> rival() = 0;
     /// Returns once it serves.
     [[nodiscard]] virtual std::unique_ptr<ClipboardManager> startClipboardManager(KeepsBy way) = 0;
+
+    [[nodiscard]] virtual std::unique_ptr<DropTarget> openDropTarget(const QRect& pixels,
+                                                                     DropManners manners) = 0;
 
     /// Another program copies a text; returns once it is on the clipboard.
     virtual void copyElsewhere(const QString& text) = 0;

@@ -7,6 +7,14 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+
 namespace brindlecam::desktop {
 
 namespace {
@@ -118,6 +126,35 @@ bool ProgramUnderTest::isReady() const
     // The socket appears under its own name once it is listened to; a crashed run may have left
     // one.
     return isRunning() && QFileInfo::exists(socket()) && somebodyListensBelow(m_folders.runtime());
+}
+
+int ProgramUnderTest::answerTo(const QByteArray& line) const
+{
+    constexpr int kPatienceMilliseconds = 10000;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const QByteArray path = QFile::encodeName(socket());
+    if (path.size() >= static_cast<qsizetype>(sizeof address.sun_path))
+        return -1;
+    std::copy(path.begin(), path.end(), std::begin(address.sun_path));
+    const int client = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    QByteArray answer;
+    if (::connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+        ::send(client, line.constData(), static_cast<std::size_t>(line.size()), MSG_NOSIGNAL) ==
+            line.size()) {
+        std::array<char, 512> bytes{};
+        pollfd readable{client, POLLIN, 0};
+        while (!answer.contains('\n') && ::poll(&readable, 1, kPatienceMilliseconds) == 1) {
+            const ssize_t count = ::read(client, bytes.data(), bytes.size());
+            if (count <= 0)
+                break;
+            answer.append(bytes.data(), count);
+        }
+    }
+    ::close(client);
+    bool isNumber = false;
+    const int code = answer.left(answer.indexOf('\n')).toInt(&isNumber);
+    return isNumber ? code : -1;
 }
 
 CommandResult ProgramUnderTest::command(const QStringList& arguments) const

@@ -52,6 +52,10 @@ public:
     [[nodiscard]] bool isRunning() const { return m_process && m_process->isRunning(); }
     [[nodiscard]] qint64 pid() const { return m_process->pid(); }
 
+    /// Says a line to it as copies of the program do, and returns the exit code that it answers; -1
+    /// when no answer comes.
+    [[nodiscard]] int answerTo(const QByteArray& line) const;
+
     /// Runs a second copy with these arguments to its end, in the same folders.
     [[nodiscard]] CommandResult command(const QStringList& arguments) const;
     /// Starts a copy that nobody waits for.

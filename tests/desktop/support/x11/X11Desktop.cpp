@@ -4,6 +4,7 @@
 #include "desktop/support/Pictures.h"
 #include "desktop/support/x11/X11ClientWindow.h"
 #include "desktop/support/x11/X11ClipboardManager.h"
+#include "desktop/support/x11/X11DropTarget.h"
 #include "desktop/support/x11/X11Holdings.h"
 #include "desktop/support/x11/X11Pictures.h"
 #include "desktop/support/x11/X11Rival.h"
@@ -83,6 +84,11 @@ std::unique_ptr<Rival> X11Desktop::rival()
 std::unique_ptr<ClipboardManager> X11Desktop::startClipboardManager(KeepsBy way)
 {
     return std::make_unique<X11ClipboardManager>(name(), way);
+}
+
+std::unique_ptr<DropTarget> X11Desktop::openDropTarget(const QRect& pixels, DropManners manners)
+{
+    return std::make_unique<X11DropTarget>(name(), pixels, manners);
 }
 
 void X11Desktop::copyElsewhere(const QString& text)

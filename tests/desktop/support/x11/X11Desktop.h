@@ -37,6 +37,8 @@ public:
     [[nodiscard]] std::unique_ptr<ClientWindow> open(const ClientWindowOptions& options) override;
     [[nodiscard]] std::unique_ptr<Rival> rival() override;
     [[nodiscard]] std::unique_ptr<ClipboardManager> startClipboardManager(KeepsBy way) override;
+    [[nodiscard]] std::unique_ptr<DropTarget> openDropTarget(const QRect& pixels,
+                                                             DropManners manners) override;
     void copyElsewhere(const QString& text) override;
 
     void setMonitors(const std::vector<Monitor>& monitors) override
