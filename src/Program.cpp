@@ -35,10 +35,12 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
     , m_pinnedCaptures(
           {*platform.panels, *platform.pins, *platform.displays, *platform.compositing}, m_toast,
           m_activity, m_captureResults)
+    , m_drawer({platform, m_prefs, m_history, m_output, m_toast, m_alerts, m_activity, runInPool})
     , m_captureController({platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity,
-                           m_captureFailure, m_countdown, m_pinnedCaptures, m_longCaptures})
+                           m_captureFailure, m_countdown, m_pinnedCaptures, m_longCaptures,
+                           m_drawer})
     , m_delegate({platform, m_prefs, m_alerts, m_toast, m_activity, m_history, m_output,
-                  m_countdown, m_captureController, instance, runInPool})
+                  m_countdown, m_captureController, m_drawer, instance, runInPool})
 {
     QThreadPool::globalInstance()->setExpiryTimeout(static_cast<int>(kIdleThreadLife.count()));
 }

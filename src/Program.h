@@ -6,6 +6,7 @@
 #include "capture/Countdown.h"
 #include "capture/LongCaptures.h"
 #include "capture/Output.h"
+#include "drawer/RecentDrawer.h"
 #include "history/History.h"
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
@@ -31,6 +32,7 @@ public:
 
     [[nodiscard]] AppDelegate& delegate() { return m_delegate; }
     [[nodiscard]] CaptureController& captureController() { return m_captureController; }
+    [[nodiscard]] RecentDrawer& recentDrawer() { return m_drawer; }
     [[nodiscard]] PinnedCaptures& pinnedCaptures() { return m_pinnedCaptures; }
 
 private:
@@ -46,6 +48,7 @@ private:
     Countdown m_countdown;
     PinnedCaptures m_pinnedCaptures;
     NoLongCaptures m_longCaptures;
+    RecentDrawer m_drawer;
     CaptureController m_captureController;
     AppDelegate m_delegate;
 };

@@ -76,8 +76,6 @@ int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance&
     const auto voice =
         command.liveTest ? CaptureFailure::Voice::silent : CaptureFailure::Voice::alerts;
     Program program(platform, voice, instance);
-    if (command.action && !program.delegate().isAvailable(*command.action))
-        return print(Commands::notAvailableReply());
     if (!program.delegate().listen())
         warn(text("Brindlecam funciona, pero no puede recibir órdenes: no hay dónde abrir su "
                   "socket."));

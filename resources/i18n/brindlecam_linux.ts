@@ -21,6 +21,14 @@ Si tu escritorio pide permiso para capturar la pantalla, acéptalo.</translation
         <translation>Actívalo en los ajustes de privacidad de tu escritorio y después vuelve a abrir Brindlecam.</translation>
     </message>
     <message>
+        <source>Abrir con Vista Previa</source>
+        <translation>Abrir con el visor de imágenes</translation>
+    </message>
+    <message>
+        <source>Mostrar en Finder</source>
+        <translation>Mostrar en el gestor de archivos</translation>
+    </message>
+    <message>
         <source>Línea (⇧ para ángulos rectos)</source>
         <translation>Línea (Mayús para ángulos rectos)</translation>
     </message>

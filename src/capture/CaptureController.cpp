@@ -6,6 +6,7 @@
 #include "capture/CaptureResults.h"
 #include "capture/Countdown.h"
 #include "capture/SavePanel.h"
+#include "capture/ScreenCover.h"
 #include "capture/WindowFinder.h"
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
@@ -72,8 +73,10 @@ void CaptureController::start(Kind kind, std::vector<ScreenInfo> screens)
     const bool menuWasOpen = OpenMenus::close();
     const bool counted = m_services.countdown.cancel();
     const bool tipWasShown = m_services.pins.hideTip();
-    const bool covered = menuWasOpen || counted || tipWasShown || m_services.toast.visible() ||
-                         m_services.alerts.visible();
+    const bool coverLeft = m_services.cover.leave(
+        kind == Kind::area ? ScreenCover::Focus::isTaken : ScreenCover::Focus::goesBack);
+    const bool covered = menuWasOpen || counted || tipWasShown || coverLeft ||
+                         m_services.toast.visible() || m_services.alerts.visible();
     m_services.toast.suspend();
     m_services.alerts.suspend();
     if (covered)
@@ -208,7 +211,7 @@ void CaptureController::wire(OverlayWindow& window)
         if (CanvasView* used = m_overlays.canvasInUse())
             used->perform(command);
     };
-    canvas->setUnavailable(unavailableActions());
+    canvas->setUnavailable(unavailableActions(m_services.longCaptures));
     canvas->onFinish = [this](const Outcome& outcome) { finish(outcome); };
     canvas->onAutoCopy = [this](const Rendered& picture) {
         auto* overlay = std::get_if<Overlay>(&m_state);
@@ -217,17 +220,6 @@ void CaptureController::wire(OverlayWindow& window)
         overlay->lastAutoCopied = picture;
         m_services.results.live(picture);
     };
-}
-
-std::vector<Toolbar::Action> CaptureController::unavailableActions() const
-{
-    std::vector<Toolbar::Action> missing;
-    const LongCaptures& longCaptures = m_services.longCaptures;
-    if (!longCaptures.available(LongCapture::scroll))
-        missing.push_back(Toolbar::Action::scroll);
-    if (!longCaptures.available(LongCapture::gif))
-        missing.push_back(Toolbar::Action::gif);
-    return missing;
 }
 
 void CaptureController::finish(const Outcome& outcome)
@@ -353,24 +345,28 @@ void CaptureController::grabOne()
     waitForPictures();
 }
 
-void CaptureController::handleCaptureFailure(const Error& error)
+void CaptureController::fail(const std::function<void()>& tell)
 {
-    const bool ending = m_wrappedUp != nullptr; // nobody is there to read an alert
+    const bool ending = m_wrappedUp != nullptr; // nobody is there to read it
     end();
     if (!ending)
-        m_services.failure.handle(error);
+        tell();
+}
+
+void CaptureController::handleCaptureFailure(const Error& error)
+{
+    fail([&] { m_services.failure.handle(error); });
 }
 
 // A toast, because an alert could not be answered either.
 void CaptureController::handleTakenInput()
 {
-    const bool ending = m_wrappedUp != nullptr;
-    end();
-    if (!ending && m_services.failure.speaks()) {
-        m_services.toast.show(
-            text("Captura cancelada: otro programa retiene el ratón o el teclado"),
-            screenUnderPointer(*m_services.platform.displays));
-    }
+    fail([this] {
+        if (m_services.failure.speaks())
+            m_services.toast.show(
+                text("Captura cancelada: otro programa retiene el ratón o el teclado"),
+                screenUnderPointer(*m_services.platform.displays));
+    });
 }
 
 void CaptureController::screensChanged()

@@ -2,7 +2,6 @@
 
 #include "base/ScreenInfo.h"
 #include "canvas/Outcome.h"
-#include "canvas/Toolbar.h"
 #include "capture/CaptureFailure.h"
 #include "capture/LongCaptures.h"
 #include "capture/OverlaySet.h"
@@ -29,6 +28,7 @@ class Countdown;
 class PinnedCaptures;
 class Prefs;
 class SavePanel;
+class ScreenCover;
 class Toast;
 struct Platform;
 
@@ -50,6 +50,7 @@ public:
         Countdown& countdown;
         PinnedCaptures& pins;
         LongCaptures& longCaptures;
+        ScreenCover& cover;
         /// How long a screen that is being grabbed keeps the program from ending.
         std::chrono::milliseconds lastPatience{5000};
     };
@@ -113,14 +114,14 @@ private:
     void wire(OverlayWindow& window);
     void escapePressed();
     void screensChanged();
+    /// Ends it, and tells why unless the program ends.
+    void fail(const std::function<void()>& tell);
     void handleCaptureFailure(const Error& error);
     void handleTakenInput();
     void act(const Outcome& outcome, const std::optional<Rendered>& lastAutoCopied,
              const std::optional<ScreenInfo>& screen);
     void startLater(LongCapture kind, const QRect& nativeRect);
     void end();
-    /// Actions of the bars that nobody would take.
-    [[nodiscard]] std::vector<Toolbar::Action> unavailableActions() const;
 
     Services m_services;
     OverlaySet m_overlays;

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "canvas/Toolbar.h"
+
+#include <vector>
+
 class QRect;
 
 namespace brindlecam {
@@ -29,5 +33,8 @@ public:
     [[nodiscard]] bool available(LongCapture) const override { return false; }
     void start(LongCapture, const QRect&, const ScreenInfo&) override {}
 };
+
+/// Actions of the bars that nobody would take.
+[[nodiscard]] std::vector<Toolbar::Action> unavailableActions(const LongCaptures& longCaptures);
 
 } // namespace brindlecam

@@ -5,6 +5,7 @@
 #include "capture/CaptureController.h"
 #include "capture/Countdown.h"
 #include "capture/Output.h"
+#include "drawer/RecentDrawer.h"
 #include "history/History.h"
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
@@ -31,6 +32,8 @@ AppDelegate::AppDelegate(const Rooms& rooms)
     , m_hostedMenu(m_actions, rooms.platform.keyNaming)
     , m_ownMenu(m_actions, rooms.platform.keyNaming)
 {
+    for (StatusMenu* menu : {&m_hostedMenu, &m_ownMenu})
+        connect(&menu->menu(), &QMenu::aboutToShow, this, [this] { noteDrawer(); });
 }
 
 bool AppDelegate::listen()
@@ -74,6 +77,7 @@ void AppDelegate::quit()
     m_hotKeyCenter.releaseAll();
     m_rooms.countdown.cancel();
     m_statusItem.reset();
+    m_rooms.drawer.leave(ScreenCover::Focus::goesBack);
     m_rooms.captures.wrapUp([this] { leave(); });
 }
 
@@ -92,9 +96,8 @@ bool AppDelegate::isAvailable(CaptureAction action) const
     switch (action) {
     case CaptureAction::area:
     case CaptureAction::fullScreen:
-        return !m_rooms.activity.quitting();
     case CaptureAction::recents:
-        return false; // its room is not built
+        return !m_rooms.activity.quitting();
     }
     return false;
 }
@@ -102,7 +105,27 @@ bool AppDelegate::isAvailable(CaptureAction action) const
 void AppDelegate::capture(CaptureAction action)
 {
     QTimer::singleShot(Config::menuToCapture, Qt::PreciseTimer, this,
-                       [this, action] { perform(action); });
+                       [this, action, wasOpen = m_drawerWasOpen] {
+                           if (action == CaptureAction::recents)
+                               toggleDrawer(wasOpen);
+                           else
+                               perform(action);
+                       });
+}
+
+// The press that opens a menu which another program draws closes the drawer.
+void AppDelegate::noteDrawer()
+{
+    m_drawerWasOpen = m_rooms.drawer.isOpen() || m_rooms.drawer.wasJustPressedAway();
+}
+
+// Nothing of ours is to lie over a frozen screen, or in a recording.
+void AppDelegate::toggleDrawer(bool wasOpen)
+{
+    if (wasOpen)
+        m_rooms.drawer.hide();
+    else if (isAvailable(CaptureAction::recents) && !m_rooms.activity.any())
+        m_rooms.drawer.show();
 }
 
 void AppDelegate::perform(CaptureAction action)
@@ -117,6 +140,7 @@ void AppDelegate::perform(CaptureAction action)
         m_rooms.captures.captureFullScreen();
         return;
     case CaptureAction::recents:
+        toggleDrawer(m_rooms.drawer.isOpen());
         return;
     }
 }
@@ -142,7 +166,7 @@ InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
     if (!action.canRun())
         return {Commands::notAvailableReply()};
     // Refused by the room itself: only that one knows what to show instead.
-    if (id != CaptureAction::recents && m_rooms.activity.any())
+    if (m_rooms.activity.any())
         return {Commands::busyReply(), action.run};
     if (!command.action)
         return {{}, [this] { reopen(); }};

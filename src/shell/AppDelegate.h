@@ -24,6 +24,7 @@ class Countdown;
 class History;
 class Output;
 class Prefs;
+class RecentDrawer;
 class SingleInstance;
 class Toast;
 struct Platform;
@@ -46,6 +47,7 @@ public:
         Output& output;
         Countdown& countdown;
         CaptureController& captures;
+        RecentDrawer& drawer;
         SingleInstance& instance;
         Executor executor; ///< for what may wait for a disk
     };
@@ -64,7 +66,7 @@ public:
     /// Whether this action's room is there, and the program goes on.
     [[nodiscard]] bool isAvailable(CaptureAction action) const;
 
-    /// In 0.3 s, when the menu has closed.
+    /// Chosen in a menu: in 0.3 s, when that has closed.
     void capture(CaptureAction action);
     /// Now: hot keys, commands, the end of a countdown. Nothing when it is not available.
     void perform(CaptureAction action);
@@ -94,6 +96,8 @@ public:
 private:
     void tidyFolders() const;
     void leave();
+    void noteDrawer();
+    void toggleDrawer(bool wasOpen);
 
     Rooms m_rooms;
     const Actions m_actions;
@@ -102,6 +106,7 @@ private:
     StatusMenu m_ownMenu;    ///< what a plain click on the status item opens
     std::optional<StatusItem> m_statusItem;
     QPointer<AboutPanel> m_about;
+    bool m_drawerWasOpen = false; ///< when a menu was opened last
 };
 
 } // namespace brindlecam

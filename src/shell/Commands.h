@@ -38,7 +38,7 @@ enum ExitCode : int {
     success = 0,
     unanswered = 1,   ///< a running copy does not answer
     noDisplay = 2,    ///< no graphical environment we can run in, or not with the ports asked for
-    notAvailable = 3, ///< that action's room is not there
+    notAvailable = 3, ///< the program is about to end
     busy = 4,         ///< not carried out, because a capture runs
     otherVersion = 5, ///< the running copy speaks another version of the protocol
     wrongArguments = 64, ///< the usual number for it

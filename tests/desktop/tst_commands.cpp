@@ -72,16 +72,6 @@ private Q_SLOTS:
                  4);
     }
 
-    void actionThatIsNotThereIsRefused()
-    {
-        usePatternedDesktop();
-        startProgram();
-        const CommandResult result = program().command({QStringLiteral("recents")});
-        QCOMPARE(result.exitCode, 3);
-        QCOMPARE(result.error, QStringLiteral("Esa acción no está disponible.\n"));
-        QCOMPARE(result.output, QString());
-    }
-
     void wrongArgumentsAreNamed()
     {
         usePatternedDesktop();

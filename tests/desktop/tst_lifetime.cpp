@@ -10,23 +10,6 @@ class TestLifetime final : public CaptureTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void copyForAnActionThatIsNotThereLeavesNoTrace()
-    {
-        usePatternedDesktop();
-        program().writeSettings({{QStringLiteral("didShowWelcome"), false}});
-        const CommandResult result = program().command({QStringLiteral("recents")});
-        QCOMPARE(result.exitCode, 3);
-        QCOMPARE(result.error, QStringLiteral("Esa acción no está disponible.\n"));
-        QCOMPARE(result.output, QString());
-        QCOMPARE(program().settings().value(QLatin1String("didShowWelcome")).toBool(true), false);
-        QVERIFY(!QFileInfo::exists(program().socket()));
-        QVERIFY(!QFileInfo::exists(program().folders().history()));
-        QVERIFY(!QFileInfo::exists(program().folders().captures()));
-        // Nor does it keep the next one waiting.
-        startProgram();
-        QVERIFY(openArea());
-    }
-
     void itIsReachableInEveryWayOnceItHasBegun()
     {
         usePatternedDesktop({.bus = MessageBus::session});

@@ -7,6 +7,7 @@
 #include "capture/Countdown.h"
 #include "capture/LongCaptures.h"
 #include "capture/Output.h"
+#include "capture/ScreenCover.h"
 #include "history/History.h"
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
@@ -65,6 +66,19 @@ public:
     }
 };
 
+/// Notes when it had to leave, and says whether it was there.
+class NotedCover final : public ScreenCover {
+public:
+    bool there = false;
+    std::vector<Focus> left;
+
+    bool leave(Focus focus) override
+    {
+        left.push_back(focus);
+        return std::exchange(there, false);
+    }
+};
+
 /// The controller in a world of fakes in which all work is done at once.
 struct CaptureFixture {
     QTemporaryDir folder;
@@ -96,8 +110,9 @@ struct CaptureFixture {
         displays, panels, compositing, {.tick = std::chrono::milliseconds(30), .handOff = {}}};
     PinnedCaptures pins{{panels, pinWindows, displays, compositing}, toast, activity, results};
     NotedLongCaptures longCaptures;
+    NotedCover cover;
     CaptureController controller{{platform, prefs, results, toast, alerts, activity, failure,
-                                  countdown, pins, longCaptures, kLastPatience}};
+                                  countdown, pins, longCaptures, cover, kLastPatience}};
 
     CaptureFixture()
     {

@@ -74,7 +74,7 @@ private Q_SLOTS:
         CaptureFailure silent(*f.platform.captureAccess, f.alerts, f.defaults,
                               CaptureFailure::Voice::silent);
         CaptureController controller({f.platform, f.prefs, f.results, f.toast, f.alerts, f.activity,
-                                      silent, f.countdown, f.pins, f.longCaptures});
+                                      silent, f.countdown, f.pins, f.longCaptures, f.cover});
         f.inputGrabs.held = true;
         controller.begin();
         f.inputGrabs.answer(Answer::taken);

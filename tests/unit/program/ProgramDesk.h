@@ -56,7 +56,7 @@ struct ProgramDesk {
 
     explicit ProgramDesk(Run run = Run::later)
     {
-        for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
+        for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "HOME"})
             qputenv(variable, folder.path().toLocal8Bit());
         const QRect pixels(0, 0, 400, 300);
         displays.all = {{QStringLiteral("ONLY"), pixels, 1, pixels}};
@@ -94,6 +94,7 @@ struct ProgramDesk {
     }
     [[nodiscard]] QMenu& menu() { return program->delegate().menu().menu(); }
     [[nodiscard]] HotKeyCenter& hotKeys() { return program->delegate().hotKeyCenter(); }
+    [[nodiscard]] RecentDrawer& drawer() { return program->recentDrawer(); }
     [[nodiscard]] PinnedCaptures& pins() { return program->pinnedCaptures(); }
     [[nodiscard]] CaptureController& captures() { return program->captureController(); }
 

@@ -19,19 +19,20 @@ struct PromisedAction {
     const char* title;
     const char* shownKey;
     int keyCode;
-    bool built;
 };
 
 constexpr std::array kPromised{
-    PromisedAction{"area", "Capturar área", "Mayús+Super+9", 25, true},
-    PromisedAction{"fullScreen", "Capturar pantalla completa", "Mayús+Super+8", 28, true},
-    PromisedAction{"recents", "Capturas recientes", "Mayús+Super+0", 29, false},
+    PromisedAction{"area", "Capturar área", "Mayús+Super+9", 25},
+    PromisedAction{"fullScreen", "Capturar pantalla completa", "Mayús+Super+8", 28},
+    PromisedAction{"recents", "Capturas recientes", "Mayús+Super+0", 29},
 };
 
 /// The only one of these that was begun; empty for none, or for several.
-QString begun(const ProgramDesk& desk)
+QString begun(ProgramDesk& desk)
 {
     QStringList all;
+    if (desk.drawer().isOpen())
+        all << QStringLiteral("recents");
     if (desk.overlays() > 0)
         all << QStringLiteral("area");
     else if (desk.grabber.calls > 0)
@@ -41,7 +42,7 @@ QString begun(const ProgramDesk& desk)
 
 QString expectedOf(const PromisedAction& action)
 {
-    return action.built ? QString::fromLatin1(action.id) : QString();
+    return QString::fromLatin1(action.id);
 }
 
 } // namespace
@@ -71,8 +72,7 @@ private Q_SLOTS:
         const PromisedAction& action = promised();
         ProgramDesk desk;
         desk.start();
-        QCOMPARE(desk.keyboard.registered.contains({action.keyCode, ProgramDesk::kHotKey}),
-                 action.built);
+        QVERIFY(desk.keyboard.registered.contains({action.keyCode, ProgramDesk::kHotKey}));
         desk.keyboard.press(action.keyCode, ProgramDesk::kHotKey);
         QCOMPARE(begun(desk), expectedOf(action));
     }
@@ -104,11 +104,10 @@ private Q_SLOTS:
         ProgramDesk desk;
         desk.start();
         const InstanceAnswer answer = desk.ask({{action.id}, "/"});
-        QCOMPARE(answer.reply.exitCode, action.built ? 0 : 3);
-        QCOMPARE(bool(answer.carryOut), action.built);
+        QCOMPARE(answer.reply.exitCode, 0);
+        QVERIFY(answer.carryOut);
         QCOMPARE(begun(desk), QString());
-        if (answer.carryOut)
-            answer.carryOut();
+        answer.carryOut();
         QCOMPARE(begun(desk), expectedOf(action));
     }
 
@@ -121,7 +120,7 @@ private Q_SLOTS:
         QVERIFY(command.action);
         ProgramDesk desk;
         desk.make();
-        QCOMPARE(desk.canRun(*command.action), action.built);
+        QVERIFY(desk.canRun(*command.action));
         desk.start(command.action);
         QCOMPARE(begun(desk), expectedOf(action));
     }
@@ -133,7 +132,7 @@ private Q_SLOTS:
         ProgramDesk desk;
         desk.start();
         QAction& item = desk.item(QString::fromUtf8(action.title));
-        QCOMPARE(item.isEnabled(), action.built);
+        QVERIFY(item.isEnabled());
         QCOMPARE(ProgramDesk::keyOf(item), QString::fromUtf8(action.shownKey));
         item.trigger();
         QCOMPARE(begun(desk), QString());
@@ -172,7 +171,7 @@ private Q_SLOTS:
         QCOMPARE(lines.join(QLatin1Char('\n')),
                  QString::fromUtf8("Capturar área [Mayús+Super+9]\n"
                                    "Capturar pantalla completa [Mayús+Super+8]\n"
-                                   "Capturas recientes [Mayús+Super+0] off\n"
+                                   "Capturas recientes [Mayús+Super+0]\n"
                                    "-\n"
                                    "Capturar con retraso []\n"
                                    "Abrir carpeta de capturas []\n"

@@ -46,6 +46,30 @@ private Q_SLOTS:
         QVERIFY(!desk.captures().busy());
     }
 
+    void aCaptureTakesTheDrawerOffTheScreenFirst()
+    {
+        for (const CaptureAction action : {CaptureAction::fullScreen, CaptureAction::area}) {
+            test::ProgramDesk desk;
+            desk.start(CaptureAction::recents);
+            QTRY_VERIFY(desk.drawer().panel());
+            desk.program->delegate().perform(action);
+            QVERIFY(!desk.drawer().isOpen());
+            QCOMPARE(desk.panels.visibleNow(), 0);
+            QCOMPARE(desk.grabber.calls, 0); // the desktop repaints what lay beneath
+            QTRY_COMPARE(desk.grabber.calls, 1);
+        }
+    }
+
+    void theDrawerGoesWithTheProgram()
+    {
+        test::ProgramDesk desk;
+        desk.start(CaptureAction::recents);
+        QTRY_VERIFY(desk.drawer().panel());
+        desk.quit();
+        QCOMPARE(desk.panels.visibleNow(), 0);
+        QVERIFY(!desk.canRun(CaptureAction::recents));
+    }
+
     void theStartTidiesWhatKilledRunsAndEarlierVersionsLeft()
     {
         test::ProgramDesk desk(test::ProgramDesk::Run::first);

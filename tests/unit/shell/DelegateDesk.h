@@ -1,18 +1,23 @@
 #pragma once
 
 #include "capture/CaptureFixture.h"
+#include "drawer/RecentDrawer.h"
 #include "shell/AppDelegate.h"
 #include "shell/SingleInstance.h"
 #include "support/FakeFileOpener.h"
+#include "support/FakeForeignPresses.h"
 
 namespace brindlecam::test {
 
 /// The delegate above rooms in a world of fakes, of which no other copy hears.
 struct DelegateDesk : CaptureFixture {
     FakeFileOpener& opener = install<FakeFileOpener>(platform.fileOpener);
+    FakeForeignPresses& presses = install<FakeForeignPresses>(platform.foreignPresses);
     SingleInstance instance{InstancePlace()};
+    static void atOnce(const std::function<void()>& job) { job(); }
+    RecentDrawer drawer{{platform, prefs, history, output, toast, alerts, activity, atOnce}};
     AppDelegate delegate{{platform, prefs, alerts, toast, activity, history, output, countdown,
-                          controller, instance, [](const std::function<void()>& job) { job(); }}};
+                          controller, drawer, instance, atOnce}};
 
     /// The dialog that was shown last, if it is one of this kind.
     template <typename Dialog>

@@ -55,14 +55,53 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.grabber.calls, 1);
     }
 
-    void whatHasNoRoomIsRefused()
+    void recentCapturesOpenAndClose()
     {
         DelegateDesk desk;
-        QVERIFY(!desk.delegate.isAvailable(CaptureAction::recents));
         desk.delegate.perform(CaptureAction::recents);
-        desk.delegate.captureDelayed(CaptureAction::recents, 3);
-        QCOMPARE(desk.countdown.remaining(), 0);
-        verifyRefused(desk, {"recents"});
+        QVERIFY(desk.drawer.isOpen());
+        desk.delegate.perform(CaptureAction::recents);
+        QVERIFY(!desk.drawer.isOpen());
+    }
+
+    void recentCapturesOpenAndCloseFromTheMenu()
+    {
+        DelegateDesk desk;
+        QMenu& menu = desk.delegate.menu().menu();
+        Q_EMIT menu.aboutToShow();
+        desk.delegate.capture(CaptureAction::recents);
+        QVERIFY(!desk.drawer.isOpen());
+        QTRY_VERIFY(desk.drawer.isOpen());
+        QTRY_VERIFY(desk.drawer.panel());
+        Q_EMIT menu.aboutToShow();
+        desk.presses.press(); // the one that has opened the menu, which another program draws
+        QVERIFY(!desk.drawer.isOpen());
+        desk.delegate.capture(CaptureAction::recents);
+        QTest::qWait(400);
+        QVERIFY(!desk.drawer.isOpen());
+        // The press may also come before the menu, and mean nothing any more after a while.
+        desk.delegate.perform(CaptureAction::recents);
+        QTRY_VERIFY(desk.drawer.panel());
+        desk.presses.press();
+        Q_EMIT menu.aboutToShow();
+        desk.delegate.capture(CaptureAction::recents);
+        QTest::qWait(700);
+        QVERIFY(!desk.drawer.isOpen());
+        Q_EMIT menu.aboutToShow();
+        desk.delegate.capture(CaptureAction::recents);
+        QTRY_VERIFY(desk.drawer.isOpen());
+    }
+
+    void theDrawerDoesNotOpenOverACapture()
+    {
+        DelegateDesk desk;
+        desk.delegate.perform(CaptureAction::area);
+        desk.delegate.perform(CaptureAction::recents);
+        QVERIFY(!desk.drawer.isOpen());
+        const InstanceAnswer answer = desk.delegate.answer({{"recents"}, {}});
+        QCOMPARE(answer.reply.exitCode, 4);
+        answer.carryOut();
+        QVERIFY(!desk.drawer.isOpen());
     }
 
     void everythingIsRefusedWhileTheProgramEnds()

@@ -1,0 +1,85 @@
+#include "drawer/CapturePreview.h"
+
+#include "base/Text.h"
+#include "drawer/PreviewWindow.h"
+#include "notices/Activity.h"
+#include "notices/Toast.h"
+#include "platform/Platform.h"
+
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+constexpr qreal kShareOfScreen = 0.9; // the rest is the window's frame, and some air
+
+} // namespace
+
+CapturePreview::CapturePreview(Platform& platform, Toast& toast, const Activity& activity,
+                               Executor executor)
+    : m_platform(platform)
+    , m_toast(toast)
+    , m_activity(activity)
+    , m_executor(std::move(executor))
+{
+}
+
+CapturePreview::~CapturePreview() = default;
+
+void CapturePreview::show(const QString& path, const ScreenInfo& screen)
+{
+    discardWindow();
+    m_asked = std::make_unique<QObject>();
+    m_platform.fileOpener->preview(path, m_asked.get(), [this, path, screen](bool shown) {
+        m_elsewhere = shown;
+        if (!shown)
+            showHere(path, screen);
+    });
+}
+
+void CapturePreview::showHere(const QString& path, const ScreenInfo& screen)
+{
+    const QSizeF room = QSizeF(screen.visibleFrame.size()) / screen.scale * kShareOfScreen;
+    m_window = std::make_unique<PreviewWindow>(path, room, screen.scale, m_executor);
+    m_platform.panels->assume(*m_window, PanelRole::dialog, {});
+    m_window->onReady = [this] { m_platform.panels->show(*m_window, {}); };
+    m_window->onFailed = [this, screen] { failed(screen); };
+    m_window->onClosed = [this] { closed(); };
+    m_window->load();
+}
+
+void CapturePreview::failed(const ScreenInfo& screen)
+{
+    closed();
+    m_toast.show(text("No se pudo leer la captura"), screen);
+}
+
+void CapturePreview::closed()
+{
+    discardWindow();
+    if (!m_activity.any())
+        m_platform.frontApplication->giveBack();
+}
+
+// Later: it is the window itself that tells us.
+void CapturePreview::discardWindow()
+{
+    if (!m_window)
+        return;
+    m_window->onReady = m_window->onFailed = m_window->onClosed = [] {}; // nobody listens
+    m_window->hide();
+    m_window.release()->deleteLater();
+}
+
+bool CapturePreview::leave()
+{
+    const bool shown = (m_window && m_window->isVisible()) || m_elsewhere;
+    m_asked.reset();
+    if (std::exchange(m_elsewhere, false))
+        m_platform.fileOpener->endPreview();
+    discardWindow();
+    return shown;
+}
+
+} // namespace brindlecam

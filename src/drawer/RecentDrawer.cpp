@@ -1,0 +1,360 @@
+#include "drawer/RecentDrawer.h"
+
+#include "base/FreedMemory.h"
+#include "base/Text.h"
+#include "drawer/CaptureCaption.h"
+#include "drawer/CaptureTile.h"
+#include "drawer/DrawerPanel.h"
+#include "drawer/TileRow.h"
+#include "history/History.h"
+#include "notices/Activity.h"
+#include "notices/Alerts.h"
+#include "notices/Toast.h"
+#include "platform/Platform.h"
+#include "preferences/Prefs.h"
+
+#include <QApplication>
+#include <QDrag>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace brindlecam {
+
+namespace {
+
+/// How long thumbnails may keep the drawer from opening: as long as nobody notices. Those that have
+/// to be decoded take longer.
+constexpr std::chrono::milliseconds kThumbnailPatience{20};
+constexpr std::chrono::milliseconds kManagerAnswers{1000};
+/// From a press to the menu that it opens, where another program draws that.
+constexpr std::chrono::milliseconds kMenuOpens{500};
+
+} // namespace
+
+RecentDrawer::RecentDrawer(const Rooms& rooms)
+    : m_rooms(rooms)
+    , m_actions({*rooms.platform.fileOpener, rooms.prefs, rooms.history, rooms.output, rooms.toast,
+                 rooms.activity, rooms.executor})
+    , m_clearing(rooms.history, rooms.alerts, rooms.executor)
+    , m_preview(rooms.platform, rooms.toast, rooms.activity, rooms.executor)
+    , m_tip({*rooms.platform.panels, *rooms.platform.displays, *rooms.platform.compositing},
+            rooms.activity)
+    , m_slide(*rooms.platform.panels)
+{
+    m_patience.setSingleShot(true);
+    m_patience.callOnTimeout([this] { open(); });
+    m_rooms.platform.displays->whenChanged(this, [this] { screensChanged(); });
+    m_rooms.platform.compositing->whenChanged(this, [this] {
+        if (m_panel)
+            m_panel->setBlends(m_rooms.platform.compositing->blends());
+    });
+}
+
+RecentDrawer::~RecentDrawer() = default;
+
+// Opening.
+
+void RecentDrawer::show()
+{
+    const auto screen =
+        m_panel ? std::optional(m_screen) : screenUnderPointer(*m_rooms.platform.displays);
+    if (!screen)
+        return;
+    m_rooms.platform.frontApplication->remember();
+    m_opening = Opening{.screen = *screen};
+    m_loader = std::make_unique<TileLoader>(m_rooms.history.folders(), m_rooms.executor);
+    m_loader->list([this](std::vector<TileLoader::Entry> entries) { listed(std::move(entries)); });
+}
+
+void RecentDrawer::listed(std::vector<TileLoader::Entry> entries)
+{
+    const ScreenInfo& screen = m_opening->screen;
+    const int count = static_cast<int>(entries.size());
+    const qreal width =
+        DrawerGeometry::panelWidth(count, screen.visibleFrame.width() / screen.scale);
+    m_opening->awaited = DrawerGeometry::tilesInSight(count, width);
+    m_opening->thumbnails.resize(entries.size());
+    m_opening->entries = std::move(entries);
+    if (m_opening->awaited == 0) {
+        open();
+        return;
+    }
+    m_patience.start(kThumbnailPatience);
+    m_loader->load(m_opening->entries, CaptureTile::thumbnailPixels(screen.scale),
+                   [this](std::size_t index, std::optional<Thumbnail> thumbnail) {
+                       loaded(index, std::move(thumbnail));
+                   });
+}
+
+// Those in sight are read first, so that their number will do.
+void RecentDrawer::loaded(std::size_t index, std::optional<Thumbnail> thumbnail)
+{
+    if (!m_opening) {
+        if (thumbnail && m_panel)
+            m_panel->row().captureTiles().at(index)->setThumbnail(*thumbnail,
+                                                                  CaptureTile::Arrival::fadesIn);
+        return;
+    }
+    m_opening->thumbnails.at(index) = std::move(thumbnail);
+    if (--m_opening->awaited == 0)
+        open();
+}
+
+void RecentDrawer::open()
+{
+    const Opening opening = *std::exchange(m_opening, std::nullopt);
+    m_patience.stop();
+    const bool replaces = m_panel != nullptr;
+    discardPanel();
+    m_screen = opening.screen;
+    m_places = DrawerGeometry::places(static_cast<int>(opening.entries.size()), m_screen,
+                                      m_rooms.platform.displays->layout());
+    fill(opening);
+    wirePanel();
+    if (replaces)
+        m_rooms.platform.panels->show(*m_panel, m_places.open);
+    else
+        m_slide.in(*m_panel, m_places);
+    m_rooms.platform.panels->focus(*m_panel);
+    if (m_focusNext >= 0)
+        m_panel->row().focusTile(std::exchange(m_focusNext, -1));
+    watchForTheEnd();
+}
+
+void RecentDrawer::fill(const Opening& opening)
+{
+    using Entries = DrawerPanel::Entries;
+    const qreal free = m_screen.visibleFrame.width() / m_screen.scale;
+    const int count = static_cast<int>(opening.entries.size());
+    m_panel = std::make_unique<DrawerPanel>(
+        DrawerGeometry::panelWidth(count, free), count == 0 ? Entries::none : Entries::some,
+        m_rooms.prefs.keepHistory()
+            ? text("Aún no hay capturas. Haz una y aparecerá aquí.")
+            : text("El historial está apagado. Puedes activarlo en Configuración."));
+    const QDateTime now = QDateTime::currentDateTime();
+    const QLocale locale = CaptureCaption::locale();
+    for (std::size_t i = 0; i < opening.entries.size(); ++i) {
+        const TileLoader::Entry& entry = opening.entries[i];
+        auto* const tile = new CaptureTile(
+            entry.path, CaptureCaption::when(entry.written, now, locale), *m_rooms.platform.panels);
+        if (const auto& thumbnail = opening.thumbnails[i])
+            tile->setThumbnail(*thumbnail, CaptureTile::Arrival::atOnce);
+        wire(*tile);
+        m_panel->row().append(tile);
+    }
+}
+
+void RecentDrawer::wire(CaptureTile& tile)
+{
+    const QString path = tile.path();
+    tile.onCopy = [this, path] {
+        m_actions.copy(path, m_screen);
+        hide();
+    };
+    tile.onPreview = [this, path] { preview(path); };
+    tile.onOpenInPreview = [this, path] {
+        m_actions.openInPreview(path, m_screen);
+        hide();
+    };
+    tile.onReveal = [this, path] { m_actions.reveal(path, m_screen); };
+    tile.onSaveToFolder = [this, path] { m_actions.saveToFolder(path, m_screen); };
+    tile.onRemove = [this, path] { remove(path); };
+    tile.onDragBegins = [this] {
+        m_dragging = true;
+        m_slide.setDragging(true);
+    };
+    tile.onDragEnds = [this](CaptureTile::Drag end) {
+        dragEnds(end == CaptureTile::Drag::dropped);
+    };
+}
+
+void RecentDrawer::wirePanel()
+{
+    DrawerPanel& panel = *m_panel;
+    // Twenty pictures of some hundred kilobytes lay among everything else.
+    connect(&panel, &QObject::destroyed, this, [] { giveFreedMemoryBack(); });
+    panel.onEscape = [this] { hide(); };
+    panel.onSpace = [this] { previewBySpace(); };
+    panel.onDelete = [this](const CaptureTile& tile) { askToRemove(tile); };
+    panel.onClear = [this] { clearAll(); };
+    m_rooms.platform.panels->assume(panel, PanelRole::drawer,
+                                    m_places.slides ? m_places.below : m_places.open);
+    panel.setBlends(m_rooms.platform.compositing->blends());
+    m_tip.serve(panel, [this](QPointF place) {
+        return m_places.open.topLeft() + (place * m_screen.scale).toPoint();
+    });
+}
+
+void RecentDrawer::watchForTheEnd()
+{
+    takeEscape();
+    m_monitor = m_rooms.platform.foreignPresses->watch([this] { pressedElsewhere(); });
+    m_panel->onLeft = [this] { keyboardLost(); };
+}
+
+// A window manager that hears late of a question's end hands the keyboard to whoever had it before
+// that. Where nobody tells of presses elsewhere, its loss is the sign of one.
+void RecentDrawer::keyboardLost()
+{
+    if (m_answered.isValid() && !m_answered.hasExpired(kManagerAnswers.count())) {
+        m_answered.invalidate();
+        m_rooms.platform.panels->focus(*m_panel);
+    } else if (!m_monitor) {
+        pressedElsewhere();
+    }
+}
+
+// Its own hot key, because the keyboard may be somewhere else by now.
+void RecentDrawer::takeEscape()
+{
+    m_escapeKey = m_rooms.platform.hotKeys->takeEscape([this] {
+        if (m_dragging)
+            QDrag::cancel();
+        else
+            hide();
+    });
+}
+
+// Closing.
+
+void RecentDrawer::close(Focus focus)
+{
+    if (!isOpen())
+        return;
+    m_opening.reset();
+    m_patience.stop();
+    m_loader.reset();
+    m_escapeKey.reset();
+    m_monitor.reset();
+    m_tip.dismiss();
+    m_focusNext = -1;
+    // Whoever works in another window by now stays there.
+    if (focus == Focus::goesBack && m_panel && m_panel->isActiveWindow())
+        m_rooms.platform.frontApplication->giveBack();
+    if (!m_panel)
+        return;
+    m_panel->onLeft = {};
+    m_slide.out(std::move(m_panel), m_places);
+}
+
+bool RecentDrawer::leave(Focus focus)
+{
+    const bool tip = m_tip.dismiss();
+    if (m_dragging)
+        QDrag::cancel();
+    close(focus);
+    const bool moving = m_slide.cutShort();
+    const bool preview = m_preview.leave();
+    return tip || moving || preview;
+}
+
+void RecentDrawer::discardPanel()
+{
+    if (!m_panel)
+        return;
+    m_panel->onLeft = {};
+    m_tip.dismiss();
+    m_slide.cutShort();
+    m_slide.discard(std::move(m_panel));
+}
+
+// A press that ends our own menu, answers our own question or belongs to a drag is none.
+void RecentDrawer::pressedElsewhere()
+{
+    if (m_asking || m_dragging || QApplication::activePopupWidget())
+        return;
+    close(Focus::isTaken);
+    m_pressedAway.start();
+}
+
+bool RecentDrawer::wasJustPressedAway() const
+{
+    return m_pressedAway.isValid() && !m_pressedAway.hasExpired(kMenuOpens.count());
+}
+
+void RecentDrawer::screensChanged()
+{
+    const auto screens = m_rooms.platform.displays->layout();
+    const ScreenInfo& screen = m_opening ? m_opening->screen : m_screen;
+    const bool same = std::ranges::any_of(
+        screens, [&screen](const ScreenInfo& other) { return other.sameDisplay(screen); });
+    if (isOpen() && !same)
+        leave(Focus::goesBack);
+}
+
+// What is asked of it.
+
+void RecentDrawer::previewBySpace()
+{
+    const TileRow& row = m_panel->row();
+    if (row.captureTiles().empty())
+        return;
+    const CaptureTile* chosen = row.focusedTile();
+    if (!chosen)
+        chosen = row.hoveredTile();
+    preview((chosen ? chosen : row.captureTiles().front())->path());
+}
+
+void RecentDrawer::preview(const QString& path)
+{
+    close(Focus::isTaken);
+    m_preview.show(path, m_screen);
+}
+
+void RecentDrawer::remove(const QString& path)
+{
+    m_actions.remove(path, [this] {
+        if (m_panel)
+            show();
+    });
+}
+
+void RecentDrawer::askToRemove(const CaptureTile& tile)
+{
+    if (std::exchange(m_asking, true))
+        return;
+    m_answered.invalidate();
+    m_escapeKey.reset(); // it is the question's
+    m_rooms.alerts.show(
+        {.message = text("¿Quitar esta captura de recientes?"),
+         .informative = text("Se borra definitivamente la copia interna del cajón. No afecta a los "
+                             "archivos de tu carpeta de capturas ni a lo que ya pegaste."),
+         .buttons = {text("Quitar"), text("Cancelar")}},
+        [this, path = tile.path()](std::optional<int> chosen) {
+            constexpr int kRemove = 0;
+            m_asking = false;
+            if (m_panel) {
+                m_rooms.platform.panels->focus(*m_panel);
+                m_answered.start();
+                takeEscape();
+            }
+            if (chosen != kRemove)
+                return;
+            if (m_panel)
+                m_focusNext = m_panel->row().focusedIndex();
+            remove(path);
+        });
+}
+
+void RecentDrawer::clearAll()
+{
+    close(Focus::isTaken);
+    m_clearing.confirmAndClear([this, screen = m_screen](bool cleared) {
+        if (cleared)
+            m_rooms.toast.show(text("Capturas recientes vaciadas"), screen);
+        if (!m_rooms.activity.any())
+            m_rooms.platform.frontApplication->giveBack();
+    });
+}
+
+void RecentDrawer::dragEnds(bool dropped)
+{
+    m_dragging = false;
+    m_slide.setDragging(false);
+    if (dropped)
+        hide();
+}
+
+} // namespace brindlecam

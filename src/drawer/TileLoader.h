@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/Background.h"
+#include "history/History.h"
+#include "pictures/Thumbnail.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace brindlecam {
+
+/// What the drawer shows, read where it may take its time: the list of the history's entries, and
+/// then their thumbnails, those in sight first. What comes after this is gone is dropped. Main
+/// thread.
+class TileLoader final {
+public:
+    struct Entry {
+        QString path;
+        QDateTime written;
+    };
+    /// Of entries that may be gone by then, newest first.
+    using Listed = std::function<void(std::vector<Entry>)>;
+    /// Of the entry at this index; none where it can't be decoded.
+    using Loaded = std::function<void(std::size_t index, std::optional<Thumbnail>)>;
+
+    TileLoader(History::Folders folders, Executor executor);
+
+    /// Both answers come later.
+    void list(Listed listed);
+    /// Of each of these, at most so large (pixels), in their order as far as threads are free.
+    void load(const std::vector<Entry>& entries, QSize most, const Loaded& loaded);
+
+private:
+    const History::Folders m_folders;
+    const Background m_background;
+};
+
+} // namespace brindlecam

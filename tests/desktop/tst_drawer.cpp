@@ -1,0 +1,336 @@
+// Covers X11ForeignPresses.
+#include "desktop/DrawerTest.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace brindlecam::desktop {
+
+/// The drawer of recent captures: how it comes and goes, and what can be done with a tile.
+class TestDrawer final : public DrawerTest {
+    Q_OBJECT
+
+private:
+    static void addSurroundings()
+    {
+        QTest::addColumn<WindowManager>("windowManager");
+        QTest::addColumn<Compositor>("compositor");
+        QTest::newRow("openbox") << WindowManager::openbox << Compositor::none;
+        QTest::newRow("openbox and picom") << WindowManager::openbox << Compositor::picom;
+        QTest::newRow("bare") << WindowManager::none << Compositor::none;
+    }
+    void useSurroundings()
+    {
+        QFETCH(WindowManager, windowManager);
+        QFETCH(Compositor, compositor);
+        useDrawer({.windowManager = windowManager, .compositor = compositor});
+    }
+    /// Opens the menu of a tile and chooses the item of this name.
+    [[nodiscard]] bool choose(int index, const char* item)
+    {
+        input().click(tile(index).center(), Button::right);
+        if (!waitUntil([this] { return menus().size() == 1; }))
+            return false;
+        const auto found = controls().find(QString::fromUtf8(item), ControlKind::menuItem);
+        if (!found)
+            return false;
+        input().click(found->pixels.center());
+        return waitUntil([this] { return menus().empty(); });
+    }
+
+private Q_SLOTS:
+    void comesAndGoesByKeyCommandAndEscape_data() { addSurroundings(); }
+    void comesAndGoesByKeyCommandAndEscape()
+    {
+        useSurroundings();
+        const auto below = desktop().open({.pixels = {100, 100, 400, 300}});
+        QVERIFY(worksIn(*below));
+        QVERIFY(openDrawer());
+        QCOMPARE(drawers().front().pixels, QRect(297, 574, 686, 212));
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(shows(i, kColours.at(static_cast<std::size_t>(i))));
+        QVERIFY(programHasKeyboard());
+        input().tap(Qt::Key_Escape);
+        QVERIFY(drawerIsGone());
+        QVERIFY(getsFocus(*below));
+
+        QCOMPARE(program().command({QStringLiteral("recents")}).exitCode, 0);
+        QVERIFY(drawerIsOpen());
+        QCOMPARE(program().command({QStringLiteral("recents")}).exitCode, 0);
+        QVERIFY(drawerIsGone());
+        QVERIFY(getsFocus(*below));
+        QVERIFY(openDrawer());
+        pressHotKey(kRecentsKey);
+        QVERIFY(drawerIsGone());
+        // What Escape did for the drawer it does for nobody any more.
+        below->forget();
+        input().tap(Qt::Key_Escape);
+        QVERIFY(waitUntil([&] { return below->keys().size() == 1; }));
+    }
+
+    void isRoundOverWhatLiesBeneath_data() { addSurroundings(); }
+    void isRoundOverWhatLiesBeneath()
+    {
+        useSurroundings();
+        const QImage before = screen().grabAtRest();
+        QVERIFY(openDrawer());
+        const QRect place = drawers().front().pixels;
+        QVERIFY(shows(2, kColours.back()));
+        const QImage seen = screen().grabAtRest();
+        for (const QPoint corner :
+             {place.topLeft(), place.topRight(), place.bottomLeft(), place.bottomRight()})
+            QCOMPARE(seen.pixelColor(corner), before.pixelColor(corner));
+        QVERIFY(seen.pixelColor(place.center().x(), place.bottom() - 6).lightness() < 80);
+        input().tap(Qt::Key_Escape);
+        QVERIFY(drawerIsGone());
+        QVERIFY(waitUntil([&] { return samePixels(screen().grab(), before); }));
+    }
+
+    void aClickCopiesThatCaptureAndCloses()
+    {
+        useDrawer();
+        QVERIFY(openDrawer());
+        QVERIFY(shows(1, kColours[1]));
+        input().click(tile(1).center());
+        QVERIFY(isPastedEntry(kColours[1]));
+        QVERIFY(drawerIsGone());
+        QVERIFY(toastSays(QStringLiteral("Copiado al portapapeles")));
+    }
+
+    void aPressElsewhereClosesItAndIsNotLost_data() { addSurroundings(); }
+    void aPressElsewhereClosesItAndIsNotLost()
+    {
+        useSurroundings();
+        const auto below = desktop().open({.pixels = {100, 100, 400, 300}});
+        QVERIFY(openDrawer());
+        below->forget();
+        input().click(below->pixels().center());
+        QVERIFY(drawerIsGone());
+        QVERIFY(waitUntil([&] { return below->clicks().size() == 1; }));
+        if (desktop().hasWindowManager())
+            QVERIFY(getsFocus(*below));
+    }
+
+    void aPressOnItIsNoneElsewhere()
+    {
+        useDrawer();
+        QVERIFY(openDrawer());
+        input().click(drawers().front().pixels.topLeft() + QPoint(300, 20), Button::left);
+        input().click(drawers().front().pixels.topLeft() + QPoint(300, 20), Button::right);
+        QVERIFY(shows(0, kColours[0]));
+        QVERIFY(drawerIsOpen());
+    }
+
+    void isInNoCapture_data() { addSurroundings(); }
+    void isInNoCapture()
+    {
+        useSurroundings();
+        const QImage before = screen().grabAtRest();
+        QVERIFY(openDrawer());
+        pressHotKeyAtOnce(kFullScreenKey);
+        QVERIFY(waitUntil([this] { return pasted().size() == screen().pixels().size(); }));
+        QVERIFY(samePixels(pasted(), before));
+        QVERIFY(drawers().empty());
+        QVERIFY(toastIsGone());
+
+        QVERIFY(openDrawer());
+        pressHotKeyAtOnce(kAreaKey);
+        QVERIFY(sessionIsReady());
+        QVERIFY(drawers().empty());
+        const QRect area(300, 560, 600, 230); // where it was
+        select(area);
+        QCOMPARE(program().command({QStringLiteral("recents")}).exitCode, 4);
+        input().tap(Qt::Key_Return);
+        QVERIFY(sessionIsOver());
+        QVERIFY(isPasted(before.copy(area)));
+        QVERIFY(drawers().empty());
+    }
+
+    void keysWalkCopyAndPreview()
+    {
+        useDrawer();
+        QVERIFY(openDrawer());
+        QVERIFY(programHasKeyboard());
+        input().tap(Qt::Key_Right);
+        input().tap(Qt::Key_End);
+        input().tap(Qt::Key_Left);
+        input().tap(Qt::Key_Return);
+        QVERIFY(isPastedEntry(kColours[1]));
+        QVERIFY(drawerIsGone());
+        QVERIFY(toastIsGone());
+
+        QVERIFY(openDrawer());
+        QVERIFY(programHasKeyboard());
+        input().tap(Qt::Key_Space);
+        QVERIFY(dialogOpens());
+        QVERIFY(drawerIsGone());
+        QVERIFY(dialogHasKeyboard());
+        const QRect window = dialogs().front().pixels;
+        QVERIFY(waitUntil([&] { return screen().pixel(window.center()) == QColor(kColours[0]); }));
+        input().tap(Qt::Key_Space);
+        QVERIFY(dialogsAreGone());
+    }
+
+    void aCaptureTakesThePreviewAway()
+    {
+        useDrawer();
+        const QImage before = screen().grabAtRest();
+        QVERIFY(openDrawer());
+        QVERIFY(programHasKeyboard());
+        input().tap(Qt::Key_Space);
+        QVERIFY(dialogOpens() && dialogHasKeyboard());
+        pressHotKey(kFullScreenKey);
+        QVERIFY(waitUntil([this] { return pasted().size() == screen().pixels().size(); }));
+        QVERIFY(samePixels(pasted(), before));
+        QVERIFY(toastIsGone());
+        QVERIFY(dialogs().empty());
+    }
+
+    void menuRemovesAndTheRestMovesUp()
+    {
+        useDrawer({.accessibility = Accessibility::on});
+        QVERIFY(openDrawer());
+        QVERIFY(choose(1, "Quitar de recientes"));
+        QVERIFY(shows(1, kColours[2]));
+        QVERIFY(drawerIsOpen());
+        QCOMPARE(history().size(), 2);
+        QVERIFY(choose(0, "Guardar en la carpeta de capturas"));
+        QVERIFY(waitUntil([this] { return captures().size() == 1; }));
+        QVERIFY(choose(0, "Copiar"));
+        QVERIFY(isPastedEntry(kColours[0]));
+        QVERIFY(drawerIsGone());
+    }
+
+    void escapeClosesItsMenuFirst()
+    {
+        useDrawer();
+        QVERIFY(openDrawer());
+        input().click(tile(0).center(), Button::right);
+        QVERIFY(waitUntil([this] { return menus().size() == 1; }));
+        QVERIFY(waitUntil([this] {
+            input().tap(Qt::Key_Escape);
+            return menus().empty();
+        }));
+        QVERIFY(drawerIsOpen());
+        input().tap(Qt::Key_Escape);
+        QVERIFY(drawerIsGone());
+    }
+
+    void deleteAsksAndTheQuestionHasEscape()
+    {
+        useDrawer({.accessibility = Accessibility::on});
+        QVERIFY(openDrawer());
+        QVERIFY(programHasKeyboard());
+        input().tap(Qt::Key_Right);
+        input().tap(Qt::Key_Delete);
+        QVERIFY(dialogOpens() && dialogHasKeyboard());
+        input().tap(Qt::Key_Escape);
+        QVERIFY(dialogsAreGone());
+        QVERIFY(drawerIsOpen());
+        QCOMPARE(history().size(), 3);
+        // The window manager may take the keyboard once more before the drawer has it for good.
+        QVERIFY(waitUntil([this] {
+            input().tap(Qt::Key_Delete);
+            return dialogs().size() == 1;
+        }));
+        QVERIFY(dialogHasKeyboard());
+        QVERIFY(press("Quitar"));
+        QVERIFY(shows(0, kColours[1]));
+        QCOMPARE(history().size(), 2);
+    }
+
+    void emptiesTheHistoryOnceTheUserSaysSo()
+    {
+        useDrawer({.accessibility = Accessibility::on});
+        QVERIFY(openDrawer());
+        QVERIFY(press("Vaciar"));
+        QVERIFY(dialogOpens());
+        QVERIFY(drawerIsGone());
+        QVERIFY(dialogHasKeyboard());
+        input().tap(Qt::Key_Return); // "Vaciar" is the default
+        QVERIFY(dialogsAreGone());
+        QVERIFY(toastSays(QStringLiteral("Capturas recientes vaciadas")));
+        QVERIFY(history().isEmpty());
+        QVERIFY(openDrawer());
+        QCOMPARE(drawers().front().pixels, QRect(304, 574, 672, 212));
+    }
+
+    void tellsAssistiveTechnologyOfEachTile()
+    {
+        useDrawer({.accessibility = Accessibility::on});
+        QVERIFY(openDrawer());
+        const auto tiles = [this] {
+            std::vector<Control> all = controls().shown();
+            std::erase_if(all, [](const Control& control) {
+                return control.kind != ControlKind::button ||
+                       !control.name.endsWith(QStringLiteral("  ·  300×200"));
+            });
+            return all;
+        };
+        QVERIFY(waitUntil([&] { return tiles().size() == 3; }));
+        QVERIFY(tiles().front().name.startsWith(QStringLiteral("Hoy, ")));
+        QCOMPARE(tiles().front().pixels, tile(0));
+        input().tap(Qt::Key_Right);
+        input().tap(Qt::Key_Right);
+        QVERIFY(waitUntil([&] { return tiles().at(1).focused; }));
+        QVERIFY(!tiles().at(0).focused);
+    }
+
+    void opensOnTheMonitorUnderThePointer()
+    {
+        useDrawer({.screen = {.pixels = {1600, 800},
+                              .monitors = {{QStringLiteral("LEFT"), {0, 0, 800, 800}},
+                                           {QStringLiteral("RIGHT"), {800, 0, 800, 800}}}}});
+        input().moveTo({1200, 100});
+        QVERIFY(openDrawer());
+        QVERIFY(QRect(800, 0, 800, 800).contains(drawers().front().pixels));
+        input().click(tile(0).center());
+        QVERIFY(toastComes());
+        QVERIFY(QRect(800, 0, 800, 800).contains(toasts().front().pixels));
+        QVERIFY(drawerIsGone());
+    }
+
+    void scrollsSidewaysByTheWheel()
+    {
+        useDrawer();
+        for (const QColor& colour : {QColor(Qt::cyan), QColor(Qt::magenta), QColor(Qt::yellow)})
+            addEntry(colour);
+        QVERIFY(openDrawer());
+        QCOMPARE(drawers().front().pixels, QRect(20, 574, 1240, 212));
+        QVERIFY(shows(0, Qt::yellow));
+        // 1320 points in 1208: the second notch has one point left.
+        input().click(tile(1).center(), Button::wheelDown);
+        input().click(tile(1).center(), Button::wheelDown);
+        QVERIFY(waitUntil([this] {
+            return screen().pixel(tile(5).center() - QPoint(112, 10)) == QColor(kColours[2]);
+        }));
+        input().click(tile(1).center(), Button::wheelUp);
+        input().click(tile(1).center(), Button::wheelUp);
+        QVERIFY(shows(0, Qt::yellow));
+    }
+
+    void badEntriesAreTilesWithoutPictures()
+    {
+        useDrawer();
+        addEntry(QByteArray());
+        addEntry(QByteArray("no es una imagen"));
+        QFile whole(history().constFirst());
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        addEntry(whole.readAll().left(60));
+        addEntry(Qt::magenta, {2000, 30000});
+        QVERIFY(openDrawer());
+        QVERIFY(shows(0, Qt::magenta));
+        QVERIFY(shows(4, kColours[0]));
+        input().click(tile(3).center());
+        QVERIFY(toastSays(QStringLiteral("No se pudo leer la captura")));
+        QVERIFY(drawerIsGone());
+        QCOMPARE(program().log(), QString());
+    }
+};
+
+} // namespace brindlecam::desktop
+
+QTEST_GUILESS_MAIN(brindlecam::desktop::TestDrawer)
+
+#include "tst_drawer.moc"

@@ -1,0 +1,153 @@
+#pragma once
+
+#include "capture/Output.h"
+#include "drawer/CaptureTile.h"
+#include "drawer/DrawerButton.h"
+#include "drawer/DrawerPanel.h"
+#include "drawer/RecentDrawer.h"
+#include "drawer/TileRow.h"
+#include "history/History.h"
+#include "notices/Activity.h"
+#include "notices/Alerts.h"
+#include "notices/Toast.h"
+#include "pictures/PngWriter.h"
+#include "platform/null/NullPlatform.h"
+#include "preferences/Defaults.h"
+#include "preferences/Prefs.h"
+#include "support/FakeCompositing.h"
+#include "support/FakeDisplays.h"
+#include "support/FakeFileOpener.h"
+#include "support/FakeForeignPresses.h"
+#include "support/FakeFrontApplication.h"
+#include "support/FakeHotKeys.h"
+#include "support/FakePanels.h"
+#include "support/FakePasteboard.h"
+#include "support/Files.h"
+#include "support/GatedExecutor.h"
+#include "support/Install.h"
+
+#include <QImage>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace brindlecam::test {
+
+inline const ScreenInfo kDrawerScreen{QStringLiteral("A"), QRect(0, 0, 1920, 1080), 1,
+                                      QRect(0, 0, 1920, 1040)};
+inline const ScreenInfo kDenseScreen{QStringLiteral("B"), QRect(1920, 0, 2880, 1800), 2,
+                                     QRect(1920, 0, 2880, 1800)};
+
+/// The drawer with what it works with, on two screens side by side; all work is done at once.
+struct DrawerFixture {
+    QTemporaryDir folder;
+    Defaults defaults{folder.filePath(QStringLiteral("settings.json"))};
+    Prefs prefs{defaults};
+    Platform platform = makeNullPlatform();
+    FakeDisplays& displays = install<FakeDisplays>(platform.displays);
+    FakeHotKeys& hotKeys = install<FakeHotKeys>(platform.hotKeys);
+    FakeForeignPresses& presses = install<FakeForeignPresses>(platform.foreignPresses);
+    FakePanels& panels = install<FakePanels>(platform.panels);
+    FakeCompositing& compositing = install<FakeCompositing>(platform.compositing);
+    FakePasteboard& pasteboard = install<FakePasteboard>(platform.pasteboard);
+    FakeFileOpener& opener = install<FakeFileOpener>(platform.fileOpener);
+    FakeFrontApplication& front = install<FakeFrontApplication>(platform.frontApplication);
+    Toast toast{displays, panels, compositing};
+    Alerts alerts{panels};
+    Activity activity;
+    QDateTime clock{QDate(2026, 3, 14), QTime(9, 26, 53)};
+    History history{{folder.filePath(QStringLiteral("historia")),
+                     folder.filePath(QStringLiteral("miniaturas"))},
+                    [this] { return clock; }};
+    Executor executor = [](const std::function<void()>& job) { job(); };
+    Output output{pasteboard, history, prefs, executor};
+    RecentDrawer drawer{{platform, prefs, history, output, toast, alerts, activity,
+                         [this](std::function<void()> job) { executor(std::move(job)); }}};
+
+    DrawerFixture()
+    {
+        displays.all = {kDrawerScreen, kDenseScreen};
+        displays.pointerAt = QPoint(450, 50);
+        defaults.setString(QStringLiteral("saveFolder"),
+                           folder.filePath(QStringLiteral("capturas")));
+    }
+
+    /// A capture of this size and colour comes into the history; its path.
+    QString add(QSize size = {300, 200}, QColor colour = Qt::red)
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(colour);
+        history.add(PngWriter::encode(image, {.cancelled = {}}), QStringLiteral("png"), image);
+        clock = clock.addSecs(1);
+        return history.items().constFirst();
+    }
+    void addMany(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            add();
+    }
+
+    /// Opens it and waits until it stands in its place.
+    void open()
+    {
+        drawer.show();
+        sendAllPostedEvents();
+        QVERIFY(drawer.panel());
+    }
+    [[nodiscard]] DrawerPanel& panel() const { return *drawer.panel(); }
+    [[nodiscard]] const std::vector<CaptureTile*>& tiles() const
+    {
+        return panel().row().captureTiles();
+    }
+    [[nodiscard]] CaptureTile& tile(std::size_t index = 0) const { return *tiles().at(index); }
+    void click(QWidget& widget) const
+    {
+        QTest::mouseClick(&widget, Qt::LeftButton, {}, QPoint(20, 10));
+        sendAllPostedEvents();
+    }
+    void key(Qt::Key key) const
+    {
+        QWidget* const focused = panel().focusWidget();
+        QTest::keyClick(focused ? focused : &panel(), key);
+        sendAllPostedEvents();
+    }
+    /// Chooses the entry of this title in the menu that was opened last.
+    void choose(const char* title) const
+    {
+        for (const MenuEntry& entry : panels.menus.back().entries) {
+            if (entry.title == QString::fromUtf8(title))
+                entry.run();
+        }
+        sendAllPostedEvents();
+    }
+    /// The alert that was shown last, if one is open.
+    [[nodiscard]] QMessageBox* question() const
+    {
+        for (auto shown = panels.shown.rbegin(); shown != panels.shown.rend(); ++shown) {
+            auto* const box = qobject_cast<QMessageBox*>(shown->widget.data());
+            if (box && box->isVisible())
+                return box;
+        }
+        return nullptr;
+    }
+    void answer(const char* title) const
+    {
+        for (QPushButton* button : question()->findChildren<QPushButton*>()) {
+            if (button->text() == QString::fromUtf8(title))
+                button->click();
+        }
+        sendAllPostedEvents();
+    }
+    /// What the message on the screen says; empty without one.
+    [[nodiscard]] QString said() const
+    {
+        if (!toast.visible())
+            return {};
+        return panels.shown.back().widget->accessibleName();
+    }
+    /// Where the message appeared.
+    [[nodiscard]] QRect saidAt() const { return panels.shown.back().native; }
+};
+
+} // namespace brindlecam::test

@@ -1,0 +1,326 @@
+#include "DrawerFixture.h"
+#include "drawer/CapturePreview.h"
+#include "drawer/PreviewWindow.h"
+#include "support/TestCase.h"
+#include "support/ToolTips.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QPointer>
+
+namespace brindlecam {
+
+using test::DrawerFixture;
+using test::kDenseScreen;
+using test::kDrawerScreen;
+
+namespace {
+
+constexpr std::pair kEscapeKey{KeyCodes::kEscape, 0};
+
+/// The sentence in the middle.
+QString sentence(const DrawerPanel& panel)
+{
+    for (const QLabel* label : panel.findChildren<QLabel*>()) {
+        if (label->isVisible() && label->y() > 80)
+            return label->text();
+    }
+    return {};
+}
+
+} // namespace
+
+class TestRecentDrawer final : public test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void opensOnTheScreenUnderThePointer_data()
+    {
+        QTest::addColumn<QPoint>("pointer");
+        QTest::addColumn<ScreenInfo>("screen");
+        QTest::newRow("left") << QPoint(450, 50) << kDrawerScreen;
+        QTest::newRow("right") << QPoint(2000, 50) << kDenseScreen;
+        QTest::newRow("nowhere") << QPoint(-9, -9) << kDrawerScreen;
+    }
+    void opensOnTheScreenUnderThePointer()
+    {
+        QFETCH(QPoint, pointer);
+        QFETCH(ScreenInfo, screen);
+        DrawerFixture f;
+        f.displays.pointerAt = pointer;
+        f.addMany(2);
+        f.open();
+        QCOMPARE(f.panels.roles, std::vector{PanelRole::drawer});
+        const auto places = DrawerGeometry::places(2, screen, f.displays.all);
+        QCOMPARE(f.panels.shown.back().native, places.below);
+        QVERIFY(f.panel().isVisible());
+        QCOMPARE(f.panels.focused.back(), &f.panel());
+        QCOMPARE(f.front.remembered, 1);
+    }
+
+    void nothingOpensWithoutScreens()
+    {
+        DrawerFixture f;
+        f.displays.all.clear();
+        f.drawer.show();
+        QVERIFY(!f.drawer.isOpen());
+    }
+
+    void showsAllEntriesNewestFirst()
+    {
+        DrawerFixture f;
+        for (int i = 0; i < 20; ++i)
+            f.add({100 + i, 80});
+        f.open();
+        QCOMPARE(f.tiles().size(), std::size_t(20));
+        const QStringList items = f.history.items();
+        for (std::size_t i = 0; i < 20; ++i)
+            QCOMPARE(f.tile(i).path(), items.at(static_cast<qsizetype>(i)));
+        QVERIFY(f.tile(0).accessibleName().endsWith(QStringLiteral("  ·  119×80")));
+        QCOMPARE(f.panel().row().width(), 1880 - 32);
+    }
+
+    void anEmptyHistorySaysWhatToDo_data()
+    {
+        QTest::addColumn<bool>("kept");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("on") << true
+                            << QStringLiteral("Aún no hay capturas. Haz una y aparecerá aquí.");
+        QTest::newRow("off")
+            << false
+            << QStringLiteral("El historial está apagado. Puedes activarlo en Configuración.");
+    }
+    void anEmptyHistorySaysWhatToDo()
+    {
+        QFETCH(bool, kept);
+        QFETCH(QString, text);
+        DrawerFixture f;
+        f.defaults.setBoolean(QStringLiteral("keepHistory"), kept);
+        f.open();
+        QCOMPARE(sentence(f.panel()), text);
+        QVERIFY(!f.panel().findChild<DrawerButton*>()->isVisible());
+    }
+
+    void entriesThatAreNoPicturesAreThereWithoutOne()
+    {
+        DrawerFixture f;
+        f.add();
+        f.history.add("no es una imagen", QStringLiteral("png"));
+        f.open();
+        QCOMPARE(f.tiles().size(), std::size_t(2));
+        QVERIFY(!f.tile(0).accessibleName().contains(QStringLiteral("×")));
+        QVERIFY(f.tile(1).accessibleName().contains(QStringLiteral("300×200")));
+    }
+
+    void waitsForThumbnailsInSightButNotForLong()
+    {
+        DrawerFixture f;
+        f.addMany(3);
+        test::GatedExecutor gate;
+        f.executor = gate.executor();
+        f.drawer.show();
+        QVERIFY(f.drawer.isOpen());
+        gate.run(0); // the list
+        test::sendAllPostedEvents();
+        QVERIFY(!f.drawer.panel());
+        QCOMPARE(gate.jobs.size(), std::size_t(3));
+        gate.run(0);
+        test::sendAllPostedEvents();
+        QTRY_VERIFY(f.drawer.panel()); // with one of three
+        QVERIFY(f.tile(0).accessibleName().contains(QStringLiteral("×")));
+        QVERIFY(!f.tile(1).accessibleName().contains(QStringLiteral("×")));
+        gate.run(0);
+        gate.run(0);
+        test::sendAllPostedEvents();
+        QVERIFY(f.tile(1).accessibleName().contains(QStringLiteral("×")));
+        QVERIFY(f.tile(2).accessibleName().contains(QStringLiteral("×")));
+    }
+
+    void opensAtOnceWhenAllInSightAreThere()
+    {
+        DrawerFixture f;
+        f.addMany(15); // nine can be seen
+        test::GatedExecutor gate;
+        f.executor = gate.executor();
+        f.drawer.show();
+        gate.run(0);
+        test::sendAllPostedEvents();
+        for (int i = 0; i < 9; ++i) {
+            QVERIFY(!f.drawer.panel());
+            gate.run(0);
+            test::sendAllPostedEvents();
+        }
+        QVERIFY(f.drawer.panel());
+        QCOMPARE(gate.jobs.size(), std::size_t(6));
+    }
+
+    void entriesDeletedMeanwhileDoNoHarm()
+    {
+        DrawerFixture f;
+        f.addMany(3);
+        f.open();
+        f.history.clear();
+        f.add();
+        f.click(f.tile(2));
+        QTRY_COMPARE(f.said(), QStringLiteral("No se pudo leer la captura"));
+        QCOMPARE(f.pasteboard.changes, 0);
+    }
+
+    void aClickCopiesAndClosesAndTellsThere()
+    {
+        DrawerFixture f;
+        f.displays.pointerAt = QPoint(2000, 50);
+        const QString entry = f.add();
+        f.open();
+        f.click(f.tile());
+        QVERIFY(!f.drawer.isOpen());
+        QTRY_COMPARE(f.said(), QStringLiteral("Copiado al portapapeles"));
+        QVERIFY(kDenseScreen.native.contains(f.saidAt()));
+        QCOMPARE(f.pasteboard.png, test::contentOf(entry));
+    }
+
+    void previewTakesTheDrawersPlace()
+    {
+        DrawerFixture f;
+        const QString entry = f.add();
+        f.open();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, {5, 5});
+        QCoreApplication::sendEvent(&f.tile(), &event);
+        f.choose("Ver en grande");
+        QVERIFY(!f.drawer.isOpen());
+        QCOMPARE(f.opener.previewed, QStringList{entry});
+        QTRY_VERIFY(f.drawer.largePreview().window()->isVisible());
+        QCOMPARE(f.front.givenBack, 0); // the preview has the keyboard
+    }
+
+    void openingItInAnotherProgramClosesTheDrawer()
+    {
+        DrawerFixture f;
+        const QString entry = f.add();
+        f.open();
+        f.tile().openMenu({});
+        f.choose("Abrir con Vista Previa");
+        QCOMPARE(f.opener.files, QStringList{entry});
+        QVERIFY(!f.drawer.isOpen());
+    }
+
+    void theDrawerStaysForWhatHappensInTheFileManager()
+    {
+        DrawerFixture f;
+        const QString entry = f.add();
+        f.open();
+        f.tile().openMenu({});
+        f.choose("Mostrar en Finder");
+        QCOMPARE(f.opener.revealed, QStringList{entry});
+        f.choose("Guardar en la carpeta de capturas");
+        QTRY_COMPARE(f.opener.revealed.size(), 2);
+        QVERIFY(f.drawer.isOpen());
+    }
+
+    void removingRebuildsItInPlace()
+    {
+        DrawerFixture f;
+        f.addMany(3);
+        f.open();
+        const QPointer<DrawerPanel> before(&f.panel());
+        const QString middle = f.tile(1).path();
+        f.tile(1).openMenu({});
+        f.displays.pointerAt = QPoint(2000, 50); // the pointer has moved on
+        f.choose("Quitar de recientes");
+        QTRY_VERIFY(!before);
+        QCOMPARE(f.tiles().size(), std::size_t(2));
+        QVERIFY(!QFileInfo::exists(middle));
+        QVERIFY(f.drawer.isOpen());
+        // It does not slide in once more.
+        QCOMPARE(f.panels.shown.back().native,
+                 DrawerGeometry::places(2, kDrawerScreen, f.displays.all).open);
+        QVERIFY(f.hotKeys.registered.contains(kEscapeKey));
+    }
+
+    void removingTheLastOneLeavesTheSentence()
+    {
+        DrawerFixture f;
+        f.add();
+        f.open();
+        f.tile().openMenu({});
+        f.choose("Quitar de recientes");
+        QTRY_VERIFY(f.tiles().empty());
+        QCOMPARE(sentence(f.panel()),
+                 QStringLiteral("Aún no hay capturas. Haz una y aparecerá aquí."));
+    }
+
+    void emptyingClosesItAsksAndTells()
+    {
+        DrawerFixture f;
+        f.displays.pointerAt = QPoint(2000, 50);
+        f.addMany(2);
+        f.open();
+        QTest::mouseClick(f.panel().findChild<DrawerButton*>(), Qt::LeftButton);
+        test::sendAllPostedEvents();
+        QVERIFY(!f.drawer.isOpen());
+        QVERIFY(f.question());
+        f.answer("Vaciar");
+        QTRY_COMPARE(f.said(), QStringLiteral("Capturas recientes vaciadas"));
+        QVERIFY(kDenseScreen.native.contains(f.saidAt()));
+        QVERIFY(f.history.items().isEmpty());
+        QCOMPARE(f.front.givenBack, 1);
+    }
+
+    void emptyingThatIsCancelledTellsNothing()
+    {
+        DrawerFixture f;
+        f.addMany(2);
+        f.open();
+        QTest::mouseClick(f.panel().findChild<DrawerButton*>(), Qt::LeftButton);
+        test::sendAllPostedEvents();
+        f.answer("Cancelar");
+        QCOMPARE(f.history.items().size(), 2);
+        QCOMPARE(f.said(), QString());
+    }
+
+    void followsTheCompositor()
+    {
+        DrawerFixture f;
+        f.compositing.on = false;
+        f.add();
+        f.open();
+        QVERIFY(!f.panel().mask().isEmpty());
+        f.compositing.change(true);
+        QVERIFY(f.panel().mask().isEmpty());
+        f.compositing.change(false);
+        QVERIFY(!f.panel().mask().isEmpty());
+    }
+
+    void itsToolTipsAreMessagesOfOurs()
+    {
+        DrawerFixture f;
+        f.add();
+        f.open();
+        QVERIFY(test::restOn(f.tile()));
+        QVERIFY(!test::qtShowsATip());
+        QCOMPARE(f.panels.roles.back(), PanelRole::toast);
+        const QPointer<QWidget> tip(f.panels.shown.back().widget);
+        QCOMPARE(tip->accessibleName(), f.tile().toolTip());
+        f.drawer.hide();
+        QVERIFY(!tip);
+    }
+
+    void doesNotOpenTwiceAtATime()
+    {
+        DrawerFixture f;
+        f.add();
+        f.drawer.show();
+        f.drawer.show();
+        test::sendAllPostedEvents();
+        QCOMPARE(f.panels.visibleNow(), 1);
+        f.drawer.hide();
+        f.drawer.hide();
+        QTRY_COMPARE(f.panels.visibleNow(), 0);
+    }
+};
+
+BRINDLECAM_TEST(TestRecentDrawer);
+
+} // namespace brindlecam
+
+#include "tst_recentdrawer.moc"
