@@ -1,8 +1,9 @@
 // Measures the program from outside and prints the table of figures. Arguments choose the parts to
-// run (overlay, cold, marks, manymarks, clipboard, livecopy, text, textrest, pins, rest,
-// marksrest) and the sizes (1080p, 4k); without arguments everything is run. Ends with 1 when a
-// limit is missed.
+// run (overlay, cold, marks, manymarks, clipboard, livecopy, text, textrest, pins, drawer,
+// rest, marksrest) and the sizes (1080p, 4k); without arguments everything is run. Ends with 1 when
+// a limit is missed.
 #include "ClipboardRows.h"
+#include "DrawerRows.h"
 #include "Figures.h"
 #include "LiveCopyRows.h"
 #include "MarkRestRows.h"
@@ -30,7 +31,7 @@ const QStringList kParts{
     QStringLiteral("overlay"),   QStringLiteral("cold"),      QStringLiteral("marks"),
     QStringLiteral("manymarks"), QStringLiteral("clipboard"), QStringLiteral("livecopy"),
     QStringLiteral("text"),      QStringLiteral("textrest"),  QStringLiteral("pins"),
-    QStringLiteral("rest"),      QStringLiteral("marksrest")};
+    QStringLiteral("drawer"),    QStringLiteral("rest"),      QStringLiteral("marksrest")};
 
 class Choice final {
 public:
@@ -100,6 +101,10 @@ void measure(const Size& size, const Choice& choice, Figures& figures)
         figures.begin(QStringLiteral("%1, pins").arg(QLatin1String(size.name)));
         Stage own(size.pixels, Page::interface);
         PinRows(own, figures).run();
+    }
+    if (choice.part("drawer") && isSmall) {
+        figures.begin(QStringLiteral("%1, drawer").arg(QLatin1String(size.name)));
+        DrawerRows(stage, figures).run();
     }
     if ((choice.part("text") || choice.part("textrest")) && isSmall) {
         figures.begin(QStringLiteral("%1, text").arg(QLatin1String(size.name)));
