@@ -31,7 +31,8 @@ constexpr qreal kTitleSize = 13;
 constexpr qreal kHelpSize = 11;
 constexpr qreal kEmptySize = 13;
 
-constexpr double kBlendedAlpha = 0.9;
+/// Darker than opaque ones, so that the cards stand out over a light desktop, too.
+const QColor kBlendedGround = QColor::fromRgbF(0.05F, 0.05F, 0.05F, 0.92F);
 constexpr int kHelpAlpha = 140;  // 0.55
 constexpr int kEmptyAlpha = 153; // 0.6
 const QColor kPanelBorderColor = QColor::fromRgbF(1.0F, 1.0F, 1.0F, 0.12F);
@@ -136,7 +137,7 @@ void DrawerPanel::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), Config::panelColor(1));
     constexpr qreal inset = kPanelBorder / 2;
     painter.setPen(QPen(kPanelBorderColor, kPanelBorder));
-    painter.setBrush(m_blends ? Config::panelColor(kBlendedAlpha) : Config::panelColor(1));
+    painter.setBrush(m_blends ? kBlendedGround : Config::panelColor(1));
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), kPanelRadius,
                             kPanelRadius);
 }
