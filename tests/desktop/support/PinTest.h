@@ -69,6 +69,7 @@ protected:
 
 private:
     QImage m_before;
+    QPoint m_menuPlace; ///< where a menu was opened last
 };
 
 } // namespace brindlecam::desktop

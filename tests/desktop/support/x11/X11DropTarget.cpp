@@ -10,16 +10,16 @@ namespace brindlecam::desktop {
 
 namespace {
 
-constexpr int kUntilNextLook = 20; // milliseconds, for the end of the thread only
-constexpr std::uint32_t kVersion = 5;
-constexpr std::uint32_t kMostWords = 1 << 16; // of what is dropped
-constexpr std::uint32_t kYellow = 0xffe070;
-constexpr const char* kFormat = "text/uri-list";
+constexpr int kUntilNextDropLook = 20; // milliseconds, for the end of the thread only
+constexpr std::uint32_t kXdndVersion = 5;
+constexpr std::uint32_t kMostDroppedWords = 1 << 16; // of what is dropped
+constexpr std::uint32_t kDropColour = 0xffe070;
+constexpr const char* kDropFormat = "text/uri-list";
 
-xcb_window_t makeWindow(const Connection& connection, const QRect& place)
+xcb_window_t makeDropWindow(const Connection& connection, const QRect& place)
 {
     const xcb_window_t window = xcb_generate_id(connection.raw());
-    const std::array<std::uint32_t, 2> values{kYellow, 1};
+    const std::array<std::uint32_t, 2> values{kDropColour, 1};
     xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window, connection.root(),
                       static_cast<std::int16_t>(place.x()), static_cast<std::int16_t>(place.y()),
                       static_cast<std::uint16_t>(place.width()),
@@ -27,14 +27,14 @@ xcb_window_t makeWindow(const Connection& connection, const QRect& place)
                       XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT,
                       values.data());
     xcb_change_property(connection.raw(), XCB_PROP_MODE_REPLACE, window,
-                        connection.atom("XdndAware"), XCB_ATOM_ATOM, 32, 1, &kVersion);
+                        connection.atom("XdndAware"), XCB_ATOM_ATOM, 32, 1, &kXdndVersion);
     xcb_map_window(connection.raw(), window);
     connection.sync();
     return window;
 }
 
-void send(const Connection& connection, xcb_window_t to, const char* type,
-          const std::array<std::uint32_t, 5>& data)
+void sendXdnd(const Connection& connection, xcb_window_t to, const char* type,
+              const std::array<std::uint32_t, 5>& data)
 {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
@@ -73,7 +73,7 @@ std::optional<QByteArray> X11DropTarget::dropped() const
 void X11DropTarget::serve(const QString& display)
 {
     const Connection connection(display);
-    const xcb_window_t window = makeWindow(connection, m_pixels);
+    const xcb_window_t window = makeDropWindow(connection, m_pixels);
     m_serves = true;
     while (!m_ends && xcb_connection_has_error(connection.raw()) == 0) {
         while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection.raw())}) {
@@ -87,7 +87,7 @@ void X11DropTarget::serve(const QString& display)
                         reinterpret_cast<const xcb_selection_notify_event_t&>(*event));
         }
         pollfd readable{xcb_get_file_descriptor(connection.raw()), POLLIN, 0};
-        poll(&readable, 1, kUntilNextLook);
+        poll(&readable, 1, kUntilNextDropLook);
     }
 }
 
@@ -101,12 +101,12 @@ bool X11DropTarget::answer(const Connection& connection, xcb_window_t window,
         if (m_manners == DropManners::dies)
             return false;
         const bool takes = m_manners == DropManners::takes;
-        send(connection, m_source, "XdndStatus",
-             {window, takes ? 1U : 0U, 0, 0, takes ? connection.atom("XdndActionCopy") : 0U});
+        sendXdnd(connection, m_source, "XdndStatus",
+                 {window, takes ? 1U : 0U, 0, 0, takes ? connection.atom("XdndActionCopy") : 0U});
     } else if (message.type == connection.atom("XdndDrop")) {
         m_source = data[0];
         xcb_convert_selection(connection.raw(), window, connection.atom("XdndSelection"),
-                              connection.atom(kFormat), connection.atom("DROPPED"), data[2]);
+                              connection.atom(kDropFormat), connection.atom("DROPPED"), data[2]);
         connection.sync();
     }
     return true;
@@ -118,7 +118,7 @@ void X11DropTarget::receive(const Connection& connection, xcb_window_t window,
     const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         connection.raw(),
         xcb_get_property(connection.raw(), 1, window, connection.atom("DROPPED"), XCB_ATOM_ANY, 0,
-                         kMostWords),
+                         kMostDroppedWords),
         nullptr));
     const bool came = notice.property != XCB_ATOM_NONE && reply;
     if (came) {
@@ -126,8 +126,8 @@ void X11DropTarget::receive(const Connection& connection, xcb_window_t window,
         m_dropped = QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
                                xcb_get_property_value_length(reply.get()));
     }
-    send(connection, m_source, "XdndFinished",
-         {window, came ? 1U : 0U, came ? connection.atom("XdndActionCopy") : 0U, 0, 0});
+    sendXdnd(connection, m_source, "XdndFinished",
+             {window, came ? 1U : 0U, came ? connection.atom("XdndActionCopy") : 0U, 0, 0});
 }
 
 } // namespace brindlecam::desktop
