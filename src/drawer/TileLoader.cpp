@@ -12,6 +12,11 @@ TileLoader::TileLoader(History::Folders folders, Executor executor)
 {
 }
 
+TileLoader::~TileLoader()
+{
+    *m_wanted = false;
+}
+
 void TileLoader::list(Listed listed)
 {
     m_background.run(
@@ -30,11 +35,13 @@ void TileLoader::list(Listed listed)
 void TileLoader::load(const std::vector<Entry>& entries, QSize most, const Loaded& loaded)
 {
     for (std::size_t index = 0; index < entries.size(); ++index) {
-        m_background.run([folders = m_folders, path = entries[index].path,
-                          most] { return History(folders).thumbnail(path, most); },
-                         [loaded, index](std::optional<Thumbnail> thumbnail) {
-                             loaded(index, std::move(thumbnail));
-                         });
+        m_background.run(
+            [folders = m_folders, path = entries[index].path, most, wanted = m_wanted] {
+                return *wanted ? History(folders).thumbnail(path, most) : std::nullopt;
+            },
+            [loaded, index](std::optional<Thumbnail> thumbnail) {
+                loaded(index, std::move(thumbnail));
+            });
     }
 }
 

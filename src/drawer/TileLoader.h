@@ -7,8 +7,10 @@
 #include <QDateTime>
 #include <QString>
 
+#include <atomic>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -29,6 +31,10 @@ public:
     using Loaded = std::function<void(std::size_t index, std::optional<Thumbnail>)>;
 
     TileLoader(History::Folders folders, Executor executor);
+    /// What has not begun by then is not done any more: the next drawer must not wait for it.
+    ~TileLoader();
+    TileLoader(const TileLoader&) = delete;
+    TileLoader& operator=(const TileLoader&) = delete;
 
     /// Both answers come later.
     void list(Listed listed);
@@ -37,6 +43,7 @@ public:
 
 private:
     const History::Folders m_folders;
+    const std::shared_ptr<std::atomic<bool>> m_wanted = std::make_shared<std::atomic<bool>>(true);
     const Background m_background;
 };
 

@@ -81,6 +81,20 @@ private Q_SLOTS:
         QVERIFY(told);
     }
 
+    void decodesNothingMoreOnceItIsGone()
+    {
+        DrawerFixture f;
+        const QString entry = f.add();
+        const QString kept = f.folder.filePath(QStringLiteral("miniaturas"));
+        QVERIFY(QFile::remove(kept + QLatin1Char('/') + test::filesIn(kept).front()));
+        test::GatedExecutor gate;
+        auto loader = std::make_unique<TileLoader>(f.history.folders(), gate.executor());
+        loader->load({{entry, {}}}, {194, 114}, [](std::size_t, const auto&) {});
+        loader.reset();
+        gate.run(0);
+        QVERIFY(test::filesIn(kept).isEmpty());
+    }
+
     void answersNobodyOnceItIsGone()
     {
         DrawerFixture f;
