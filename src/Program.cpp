@@ -1,5 +1,6 @@
 #include "Program.h"
 
+#include "base/WorkPool.h"
 #include "platform/Platform.h"
 
 #include <QEventLoop>
@@ -12,13 +13,9 @@ namespace brindlecam {
 
 namespace {
 
-// Idle threads of the pool wake once, to end; soon after the work, not half a minute later.
+// Idle threads of Qt's pool wake once, to end; soon after they have painted, not half a minute
+// later.
 constexpr std::chrono::milliseconds kIdleThreadLife{2000};
-
-void runInPool(std::function<void()> work)
-{
-    QThreadPool::globalInstance()->start(std::move(work));
-}
 
 } // namespace
 
@@ -28,19 +25,20 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
     , m_alerts(*platform.panels)
     , m_toast(*platform.displays, *platform.panels, *platform.compositing)
     , m_history({History::standardFolder(), ThumbnailCache::standardFolder()})
-    , m_output(*platform.pasteboard, m_history, m_prefs, runInPool)
+    , m_output(*platform.pasteboard, m_history, m_prefs, WorkPool::run)
     , m_captureFailure(*platform.captureAccess, m_alerts, m_defaults, voice)
     , m_captureResults(m_prefs, m_output, m_toast, m_alerts)
     , m_countdown(*platform.displays, *platform.panels, *platform.compositing)
     , m_pinnedCaptures(
           {*platform.panels, *platform.pins, *platform.displays, *platform.compositing}, m_toast,
           m_activity, m_captureResults)
-    , m_drawer({platform, m_prefs, m_history, m_output, m_toast, m_alerts, m_activity, runInPool})
+    , m_drawer(
+          {platform, m_prefs, m_history, m_output, m_toast, m_alerts, m_activity, WorkPool::run})
     , m_captureController({platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity,
                            m_captureFailure, m_countdown, m_pinnedCaptures, m_longCaptures,
                            m_drawer})
     , m_delegate({platform, m_prefs, m_alerts, m_toast, m_activity, m_history, m_output,
-                  m_countdown, m_captureController, m_drawer, instance, runInPool})
+                  m_countdown, m_captureController, m_drawer, instance, WorkPool::run})
 {
     QThreadPool::globalInstance()->setExpiryTimeout(static_cast<int>(kIdleThreadLife.count()));
 }

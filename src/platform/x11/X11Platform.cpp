@@ -1,5 +1,6 @@
 #include "platform/x11/X11Platform.h"
 
+#include "base/WorkPool.h"
 #include "platform/x11/clipboard/X11Pasteboard.h"
 #include "platform/x11/connection/ServerProbe.h"
 #include "platform/x11/connection/X11Events.h"
@@ -17,8 +18,6 @@
 #include "platform/x11/windows/X11Compositing.h"
 #include "platform/x11/windows/X11Panels.h"
 #include "platform/x11/windows/X11Pins.h"
-
-#include <QThreadPool>
 
 #include <functional>
 #include <memory>
@@ -66,8 +65,7 @@ auto making(const std::shared_ptr<Common<Shared>>&... shared)
 
 std::unique_ptr<X11Pasteboard> makePasteboard()
 {
-    return std::make_unique<X11Pasteboard>(
-        [](std::function<void()> job) { QThreadPool::globalInstance()->start(std::move(job)); });
+    return std::make_unique<X11Pasteboard>(WorkPool::run);
 }
 
 /// Windows of ours are the server's.
