@@ -2,6 +2,7 @@
 
 #include "base/UnfinishedFiles.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -78,6 +79,16 @@ void keepFromOthers(const QString& path)
     const QFile::Permissions all = QFile::permissions(path);
     if (all & kOthers)
         QFile::setPermissions(path, all & kOwner);
+}
+
+void makeOwnFolder(const QString& path)
+{
+    constexpr auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+    if (QFileInfo::exists(path))
+        return;
+    QDir().mkpath(QFileInfo(path).path());
+    if (QDir().mkdir(path, owner))
+        QFile::setPermissions(path, owner); // the umask may have taken too much
 }
 
 std::optional<QByteArray> readWhole(QIODevice& file)

@@ -29,6 +29,10 @@ enum class Readers {
 /// Takes the right to read a file or folder from everybody but its owner, whose own rights stay.
 void keepFromOthers(const QString& path);
 
+/// Makes a folder that only its owner may look into, whatever the umask, unless there is something
+/// of that name. Those above it are made as the umask says.
+void makeOwnFolder(const QString& path);
+
 /// Everything from here to the end of an open file, or nothing when reading fails on the way. Open
 /// it unbuffered: a buffer hides the failure. Any thread.
 [[nodiscard]] std::optional<QByteArray> readWhole(QIODevice& file);

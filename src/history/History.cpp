@@ -43,7 +43,7 @@ bool History::add(const QByteArray& data, const QString& fileExtension, const QI
         return false;
     // One after another: each name comes after the newest there is.
     const std::lock_guard lock(m_adding);
-    makeFolder();
+    makeOwnFolder(m_folder);
     // Another copy of the program may be choosing a name, too. One that hangs costs no capture.
     QLockFile copies(path(QStringLiteral(".brindlecam.lock")));
     (void)copies.tryLock(static_cast<int>(kLockPatience.count()));
@@ -66,16 +66,6 @@ void History::prune(const QString& added) const
         QFile::remove(path(old));
     if (!surplus.isEmpty())
         m_thumbnails.prune(items());
-}
-
-void History::makeFolder() const
-{
-    constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    if (QFileInfo::exists(m_folder))
-        return;
-    QDir().mkpath(QFileInfo(m_folder).path());
-    if (QDir().mkdir(m_folder, ownerOnly))
-        QFile::setPermissions(m_folder, ownerOnly); // the umask may have taken too much
 }
 
 void History::tidy() const

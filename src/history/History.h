@@ -70,7 +70,6 @@ public:
     void tidy() const;
 
 private:
-    void makeFolder() const;
     [[nodiscard]] QStringList fileNames() const;
     [[nodiscard]] QString path(const QString& name) const;
 

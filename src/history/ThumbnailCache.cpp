@@ -106,11 +106,7 @@ void ThumbnailCache::store(const QString& entry, const Stamp& stamp,
 {
     if (m_folder.isEmpty())
         return;
-    constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    if (!QFileInfo::exists(m_folder)) {
-        QDir().mkpath(QFileInfo(m_folder).path());
-        QDir().mkdir(m_folder, ownerOnly);
-    }
+    makeOwnFolder(m_folder);
     const QString kept = nameOf({fileName(entry), stamp, thumbnail.pixels});
     const QByteArray png =
         PngWriter::encode(thumbnail.image, {.effort = PngWriter::Effort::quick, .cancelled = {}});
