@@ -39,8 +39,17 @@ QString History::standardFolder()
 
 bool History::add(const QByteArray& data, const QString& fileExtension, const QImage& picture) const
 {
+    const std::optional<QString> item = store(data, fileExtension);
+    const auto stamp = item ? ThumbnailCache::stampOf(*item) : std::nullopt;
+    if (const auto small = stamp ? Thumbnail::of(picture, kThumbnailSize) : std::nullopt)
+        m_thumbnails.store(*item, *stamp, *small);
+    return item.has_value();
+}
+
+std::optional<QString> History::store(const QByteArray& data, const QString& fileExtension) const
+{
     if (data.isEmpty())
-        return false;
+        return std::nullopt;
     // One after another: each name comes after the newest there is.
     const std::lock_guard lock(m_adding);
     makeOwnFolder(m_folder);
@@ -50,11 +59,8 @@ bool History::add(const QByteArray& data, const QString& fileExtension, const QI
     const QString name =
         HistoryNames::nextName(m_clock(), HistoryNames::entries(fileNames()), fileExtension);
     const bool added = writeWhole(path(name), data, Readers::ownerOnly);
-    const auto stamp = added ? ThumbnailCache::stampOf(path(name)) : std::nullopt;
-    if (const auto small = stamp ? Thumbnail::of(picture, kThumbnailSize) : std::nullopt)
-        m_thumbnails.store(path(name), *stamp, *small);
     prune(name);
-    return added;
+    return added ? std::optional(path(name)) : std::nullopt;
 }
 
 // Another copy of the program may be pruning too: removing what is gone already fails and harms

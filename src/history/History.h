@@ -73,6 +73,9 @@ private:
     [[nodiscard]] QStringList fileNames() const;
     [[nodiscard]] QString path(const QString& name) const;
 
+    /// The path of the new entry; none when it could not be written.
+    [[nodiscard]] std::optional<QString> store(const QByteArray& data,
+                                               const QString& fileExtension) const;
     void prune(const QString& added) const;
 
     QString m_folder;
