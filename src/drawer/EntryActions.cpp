@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "base/WholeFile.h"
 #include "capture/Output.h"
+#include "capture/ResultToast.h"
 #include "history/History.h"
 #include "notices/Activity.h"
 #include "notices/Toast.h"
@@ -47,22 +48,18 @@ void EntryActions::copy(const QString& path, const ScreenInfo& screen)
                              m_rooms.toast.show(text("No se pudo leer la captura"), screen);
                          } else if (!m_rooms.activity.quitting()) {
                              m_rooms.output.copy(
-                                 std::move(*content),
-                                 [this, screen](ClipboardFate fate) { tellCopied(fate, screen); });
+                                 std::move(*content), [this, screen](ClipboardFate fate) {
+                                     using namespace ResultToast;
+                                     tell(message(Kind::area, {.clipboard = fate}), screen);
+                                 });
                          }
                      });
 }
 
-void EntryActions::tellCopied(ClipboardFate fate, const ScreenInfo& screen)
+void EntryActions::tell(const std::optional<QString>& message, const ScreenInfo& screen)
 {
-    switch (fate) {
-    case ClipboardFate::taken:
-        return m_rooms.toast.show(text("Copiado al portapapeles"), screen);
-    case ClipboardFate::refused:
-        return m_rooms.toast.show(text("No se pudo copiar la captura"), screen);
-    case ClipboardFate::overtaken:
-        return; // the newer copy's own answer is what is told
-    }
+    if (message)
+        m_rooms.toast.show(*message, screen);
 }
 
 void EntryActions::openInPreview(const QString& path, const ScreenInfo& screen)
@@ -92,7 +89,7 @@ void EntryActions::saveToFolder(const QString& path, const ScreenInfo& screen)
                          if (copied)
                              reveal(target, screen);
                          else
-                             m_rooms.toast.show(text("No se pudo guardar la captura"), screen);
+                             tell(ResultToast::saveMessage({.file = Fate::Copy::failed}), screen);
                      });
 }
 

@@ -2,12 +2,12 @@
 
 #include "base/Background.h"
 #include "base/ScreenInfo.h"
-#include "platform/Pasteboard.h"
 
 #include <QObject>
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace brindlecam {
 
@@ -49,7 +49,7 @@ public:
     void remove(const QString& path, std::function<void()> done);
 
 private:
-    void tellCopied(ClipboardFate fate, const ScreenInfo& screen);
+    void tell(const std::optional<QString>& message, const ScreenInfo& screen);
 
     const Rooms m_rooms;
     const Background m_background;
