@@ -20,21 +20,22 @@ qreal contentWidth(int entries)
     return std::max(kLeastContent, entries * kTileStep - kGap);
 }
 
-qreal panelWidth(int entries, qreal freeWidth)
+qreal panelWidth(int entries, const ScreenInfo& screen)
 {
-    return std::min(contentWidth(entries) + 2 * kMargin, freeWidth - kBesidePanel);
+    const qreal free = screen.visibleFrame.width() / screen.scale;
+    return std::min(contentWidth(entries) + 2 * kMargin, free - kBesidePanel);
 }
 
-int tilesInSight(int entries, qreal panelWidth)
+int tilesInSight(int entries, const ScreenInfo& screen)
 {
-    const qreal row = panelWidth - 2 * kMargin;
+    const qreal row = panelWidth(entries, screen) - 2 * kMargin;
     return std::min(entries, static_cast<int>(std::ceil(row / kTileStep)));
 }
 
 Places places(int entries, const ScreenInfo& screen, const std::vector<ScreenInfo>& screens)
 {
     const QRect& free = screen.visibleFrame;
-    const qreal width = panelWidth(entries, free.width() / screen.scale);
+    const qreal width = panelWidth(entries, screen);
     const QSize size(qRound(width * screen.scale), qRound(kHeight * screen.scale));
     const int left = free.x() + qRound((free.width() - size.width()) / 2.0);
     const int bottom = free.y() + free.height() - qRound(kAboveBottom * screen.scale);

@@ -24,10 +24,10 @@ inline constexpr QRectF kPicture{8, 8, kTile.width() - 16, kTile.height() - 36};
 
 /// As wide as so many tiles side by side, or as the header needs.
 [[nodiscard]] qreal contentWidth(int entries);
-/// The drawer's, on a screen of which this width is free.
-[[nodiscard]] qreal panelWidth(int entries, qreal freeWidth);
+/// The drawer's.
+[[nodiscard]] qreal panelWidth(int entries, const ScreenInfo& screen);
 /// How many tiles can be seen at once, cut ones included.
-[[nodiscard]] int tilesInSight(int entries, qreal panelWidth);
+[[nodiscard]] int tilesInSight(int entries, const ScreenInfo& screen);
 
 /// Where it stands on the desktop. Native pixels.
 struct Places {

@@ -32,6 +32,7 @@ public:
     /// Panels from which something is being dragged may not be deleted: an event loop of theirs
     /// runs. They are kept, off the screen, until the next call with false.
     void setDragging(bool dragging);
+    [[nodiscard]] bool isDragging() const { return m_dragging; }
     /// Deletes a panel, as soon as that may be done.
     void discard(std::unique_ptr<DrawerPanel> panel);
 

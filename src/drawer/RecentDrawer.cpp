@@ -27,6 +27,7 @@ namespace {
 /// How long thumbnails may keep the drawer from opening: as long as nobody notices. Those that have
 /// to be decoded take longer.
 constexpr std::chrono::milliseconds kThumbnailPatience{20};
+/// In which a window manager has heard of a question's end.
 constexpr std::chrono::milliseconds kManagerAnswers{1000};
 /// From a press to the menu that it opens, where another program draws that.
 constexpr std::chrono::milliseconds kMenuOpens{500};
@@ -71,10 +72,7 @@ void RecentDrawer::show()
 void RecentDrawer::listed(std::vector<TileLoader::Entry> entries)
 {
     const ScreenInfo& screen = m_opening->screen;
-    const int count = static_cast<int>(entries.size());
-    const qreal width =
-        DrawerGeometry::panelWidth(count, screen.visibleFrame.width() / screen.scale);
-    m_opening->awaited = DrawerGeometry::tilesInSight(count, width);
+    m_opening->awaited = DrawerGeometry::tilesInSight(static_cast<int>(entries.size()), screen);
     m_opening->thumbnails.resize(entries.size());
     m_opening->entries = std::move(entries);
     if (m_opening->awaited == 0) {
@@ -126,10 +124,9 @@ void RecentDrawer::open()
 void RecentDrawer::fill(const Opening& opening)
 {
     using Entries = DrawerPanel::Entries;
-    const qreal free = m_screen.visibleFrame.width() / m_screen.scale;
     const int count = static_cast<int>(opening.entries.size());
     m_panel = std::make_unique<DrawerPanel>(
-        DrawerGeometry::panelWidth(count, free), count == 0 ? Entries::none : Entries::some,
+        DrawerGeometry::panelWidth(count, m_screen), count == 0 ? Entries::none : Entries::some,
         m_rooms.prefs.keepHistory()
             ? text("Aún no hay capturas. Haz una y aparecerá aquí.")
             : text("El historial está apagado. Puedes activarlo en Configuración."));
@@ -161,10 +158,7 @@ void RecentDrawer::wire(CaptureTile& tile)
     tile.onReveal = [this, path] { m_actions.reveal(path, m_screen); };
     tile.onSaveToFolder = [this, path] { m_actions.saveToFolder(path, m_screen); };
     tile.onRemove = [this, path] { remove(path); };
-    tile.onDragBegins = [this] {
-        m_dragging = true;
-        m_slide.setDragging(true);
-    };
+    tile.onDragBegins = [this] { m_slide.setDragging(true); };
     tile.onDragEnds = [this](CaptureTile::Drag end) {
         dragEnds(end == CaptureTile::Drag::dropped);
     };
@@ -210,7 +204,7 @@ void RecentDrawer::keyboardLost()
 void RecentDrawer::takeEscape()
 {
     m_escapeKey = m_rooms.platform.hotKeys->takeEscape([this] {
-        if (m_dragging)
+        if (m_slide.isDragging())
             QDrag::cancel();
         else
             hide();
@@ -242,7 +236,7 @@ void RecentDrawer::close(Focus focus)
 bool RecentDrawer::leave(Focus focus)
 {
     const bool tip = m_tip.dismiss();
-    if (m_dragging)
+    if (m_slide.isDragging())
         QDrag::cancel();
     close(focus);
     const bool moving = m_slide.cutShort();
@@ -263,7 +257,7 @@ void RecentDrawer::discardPanel()
 // A press that ends our own menu, answers our own question or belongs to a drag is none.
 void RecentDrawer::pressedElsewhere()
 {
-    if (m_asking || m_dragging || QApplication::activePopupWidget())
+    if (m_asking || m_slide.isDragging() || QApplication::activePopupWidget())
         return;
     close(Focus::isTaken);
     m_pressedAway.start();
@@ -351,7 +345,6 @@ void RecentDrawer::clearAll()
 
 void RecentDrawer::dragEnds(bool dropped)
 {
-    m_dragging = false;
     m_slide.setDragging(false);
     if (dropped)
         hide();

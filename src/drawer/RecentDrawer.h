@@ -119,8 +119,7 @@ private:
     int m_focusNext = -1;        ///< the tile that gets the keys when it opens anew; -1: none
     QElapsedTimer m_pressedAway; ///< since a press elsewhere has closed it
     QElapsedTimer m_answered;    ///< since a question about a tile was answered
-    bool m_dragging = false;
-    bool m_asking = false; ///< a question about a tile is open
+    bool m_asking = false;       ///< a question about a tile is open
 };
 
 } // namespace brindlecam

@@ -36,15 +36,16 @@ private Q_SLOTS:
         QFETCH(qreal, content);
         QFETCH(qreal, panel);
         QCOMPARE(DrawerGeometry::contentWidth(entries), content);
-        QCOMPARE(DrawerGeometry::panelWidth(entries, 1860), panel);
+        QCOMPARE(DrawerGeometry::panelWidth(entries, screen({1920, 1080})), panel);
     }
 
     void seesAsManyTilesAsReachIntoIt()
     {
-        QCOMPARE(DrawerGeometry::tilesInSight(0, 672), 0);
-        QCOMPARE(DrawerGeometry::tilesInSight(2, 672), 2);
-        QCOMPARE(DrawerGeometry::tilesInSight(3, 686), 3);
-        QCOMPARE(DrawerGeometry::tilesInSight(20, 1820), 9); // the last one cut
+        const ScreenInfo wide = screen({1920, 1080});
+        QCOMPARE(DrawerGeometry::tilesInSight(0, wide), 0);
+        QCOMPARE(DrawerGeometry::tilesInSight(2, wide), 2);
+        QCOMPARE(DrawerGeometry::tilesInSight(3, wide), 3);
+        QCOMPARE(DrawerGeometry::tilesInSight(20, wide), 9); // the last one cut
     }
 
     void standsAboveTheFreePartsLowerEdgeInItsMiddle_data()
