@@ -40,7 +40,7 @@ Action capture(AppDelegate& delegate, const Prefs& prefs, CaptureAction id)
 {
     return {.title = title(id),
             .key = [&prefs, id] { return prefs.combo(id); },
-            .canRun = [&delegate, id] { return delegate.isAvailable(id); },
+            .canRun = [&delegate] { return delegate.mayBegin(); },
             .run = [&delegate, id] { delegate.perform(id); },
             .runFromMenu = [&delegate, id] { delegate.capture(id); }};
 }
@@ -50,7 +50,7 @@ Action delayed(AppDelegate& delegate, const DelayedRow& row)
     const auto run = [&delegate, row] { delegate.captureDelayed(row.action, row.seconds); };
     return {.title = text("%1 en %2 segundos").arg(text(row.shortName)).arg(row.seconds),
             .key = noKey,
-            .canRun = [&delegate, row] { return delegate.isAvailable(row.action); },
+            .canRun = [&delegate] { return delegate.mayBegin(); },
             .run = run,
             .runFromMenu = run};
 }

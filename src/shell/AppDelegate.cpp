@@ -91,23 +91,17 @@ void AppDelegate::leave()
     });
 }
 
-bool AppDelegate::isAvailable(CaptureAction action) const
+bool AppDelegate::mayBegin() const
 {
-    switch (action) {
-    case CaptureAction::area:
-    case CaptureAction::fullScreen:
-    case CaptureAction::recents:
-        return !m_rooms.activity.quitting();
-    }
-    return false;
+    return !m_rooms.activity.quitting();
 }
 
 void AppDelegate::capture(CaptureAction action)
 {
     QTimer::singleShot(Config::menuToCapture, Qt::PreciseTimer, this,
                        [this, action, wasOpen = m_drawerWasOpen] {
-                           if (action == CaptureAction::recents)
-                               toggleDrawer(wasOpen);
+                           if (action == CaptureAction::recents && wasOpen)
+                               m_rooms.drawer.hide();
                            else
                                perform(action);
                        });
@@ -120,17 +114,17 @@ void AppDelegate::noteDrawer()
 }
 
 // Nothing of ours is to lie over a frozen screen, or in a recording.
-void AppDelegate::toggleDrawer(bool wasOpen)
+void AppDelegate::toggleDrawer()
 {
-    if (wasOpen)
+    if (m_rooms.drawer.isOpen())
         m_rooms.drawer.hide();
-    else if (isAvailable(CaptureAction::recents) && !m_rooms.activity.any())
+    else if (!m_rooms.activity.any())
         m_rooms.drawer.show();
 }
 
 void AppDelegate::perform(CaptureAction action)
 {
-    if (!isAvailable(action))
+    if (!mayBegin())
         return;
     switch (action) {
     case CaptureAction::area:
@@ -140,14 +134,14 @@ void AppDelegate::perform(CaptureAction action)
         m_rooms.captures.captureFullScreen();
         return;
     case CaptureAction::recents:
-        toggleDrawer(m_rooms.drawer.isOpen());
+        toggleDrawer();
         return;
     }
 }
 
 void AppDelegate::captureDelayed(CaptureAction action, int seconds)
 {
-    if (isAvailable(action))
+    if (mayBegin())
         m_rooms.countdown.run(seconds, [this, action] { perform(action); });
 }
 

@@ -63,12 +63,12 @@ public:
     /// place and the clipboard is handed on. Does not wait for that.
     void quit();
 
-    /// Whether this action's room is there, and the program goes on.
-    [[nodiscard]] bool isAvailable(CaptureAction action) const;
+    /// Whether captures and what shows them can be begun: the program goes on.
+    [[nodiscard]] bool mayBegin() const;
 
     /// Chosen in a menu: in 0.3 s, when that has closed.
     void capture(CaptureAction action);
-    /// Now: hot keys, commands, the end of a countdown. Nothing when it is not available.
+    /// Now: hot keys, commands, the end of a countdown. Nothing when it may not begin.
     void perform(CaptureAction action);
     /// Counts down these seconds, then performs.
     void captureDelayed(CaptureAction action, int seconds);
@@ -97,7 +97,7 @@ private:
     void tidyFolders() const;
     void leave();
     void noteDrawer();
-    void toggleDrawer(bool wasOpen);
+    void toggleDrawer();
 
     Rooms m_rooms;
     const Actions m_actions;

@@ -90,7 +90,7 @@ struct ProgramDesk {
     }
     [[nodiscard]] bool canRun(CaptureAction action)
     {
-        return program->delegate().isAvailable(action);
+        return item(title(action)).isEnabled() && program->delegate().mayBegin();
     }
     [[nodiscard]] QMenu& menu() { return program->delegate().menu().menu(); }
     [[nodiscard]] HotKeyCenter& hotKeys() { return program->delegate().hotKeyCenter(); }

@@ -109,7 +109,7 @@ private Q_SLOTS:
         DelegateDesk desk;
         desk.activity.stage = Activity::Stage::quitting;
         for (const CaptureAction action : kAllCaptureActions) {
-            QVERIFY(!desk.delegate.isAvailable(action));
+            QVERIFY(!desk.delegate.mayBegin());
             desk.delegate.perform(action);
             desk.delegate.captureDelayed(action, 3);
             QCOMPARE(desk.countdown.remaining(), 0);
