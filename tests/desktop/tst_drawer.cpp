@@ -202,6 +202,25 @@ private Q_SLOTS:
         QVERIFY(drawerIsGone());
     }
 
+    void keysOpenTheMenuOfTheFocusedTile()
+    {
+        useDrawer({.accessibility = Accessibility::on});
+        for (const QList<Qt::Key>& keys :
+             {QList<Qt::Key>{Qt::Key_Menu}, {Qt::Key_Shift, Qt::Key_F10}}) {
+            QVERIFY(openDrawer());
+            QVERIFY(programHasKeyboard());
+            input().tap(Qt::Key_End);
+            input().chord(keys);
+            QVERIFY(waitUntil([this] { return menus().size() == 1; }));
+            const auto copy = controls().find(QStringLiteral("Copiar"), ControlKind::menuItem);
+            QVERIFY(copy);
+            input().click(copy->pixels.center());
+            QVERIFY(isPastedEntry(kColours[2]));
+            QVERIFY(drawerIsGone());
+            QVERIFY(toastIsGone());
+        }
+    }
+
     void escapeClosesItsMenuFirst()
     {
         useDrawer();
