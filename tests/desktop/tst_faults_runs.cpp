@@ -126,6 +126,8 @@ private Q_SLOTS:
         const auto next = program().another({});
         QVERIFY(program().waitForEnd());
         QCOMPARE(program().exitCode(), 0);
+        // A command would take the place itself if it came first.
+        QVERIFY(waitUntil([&] { return program().isAnswering() || !next->isRunning(); }));
         QCOMPARE(program().command({QStringLiteral("recents")}).exitCode, 0);
         QVERIFY(next->isRunning());
         const auto kept = manager->handedOver();

@@ -121,11 +121,11 @@ QString ProgramUnderTest::socket() const
         .arg(m_folders.runtime(), m_environment.value(QStringLiteral("DISPLAY")));
 }
 
-bool ProgramUnderTest::isReady() const
+bool ProgramUnderTest::isAnswering() const
 {
     // The socket appears under its own name once it is listened to; a crashed run may have left
     // one.
-    return isRunning() && QFileInfo::exists(socket()) && somebodyListensBelow(m_folders.runtime());
+    return QFileInfo::exists(socket()) && somebodyListensBelow(m_folders.runtime());
 }
 
 int ProgramUnderTest::answerTo(const QByteArray& line) const

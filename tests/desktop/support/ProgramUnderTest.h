@@ -48,7 +48,9 @@ public:
     /// Where a program in the runtime folder listens to other copies on its display.
     [[nodiscard]] QString socket() const;
     /// Whether it listens to other copies by now.
-    [[nodiscard]] bool isReady() const;
+    [[nodiscard]] bool isReady() const { return isRunning() && isAnswering(); }
+    /// Whether this or another copy on its display listens by now.
+    [[nodiscard]] bool isAnswering() const;
     [[nodiscard]] bool isRunning() const { return m_process && m_process->isRunning(); }
     [[nodiscard]] qint64 pid() const { return m_process->pid(); }
 
