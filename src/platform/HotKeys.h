@@ -5,8 +5,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
+class QKeyEvent;
 class QObject;
 
 namespace brindlecam {
@@ -17,6 +19,13 @@ struct HotKeyWish {
     QString title;     ///< what a system's own settings may call it
     int keyCode = 0;   ///< virtual key code
     int modifiers = 0; ///< KeyModifier bits
+};
+
+/// A key with its modifiers, as a wish could name them.
+struct PressedKey {
+    int keyCode = 0;    ///< virtual key code
+    int modifiers = 0;  ///< KeyModifier bits
+    QString characters; ///< what the key types without modifiers; empty: nothing
 };
 
 /// A key that nobody else gets; destroying it gives the key back.
@@ -54,6 +63,10 @@ public:
     /// physical press. Null when the system refuses; also where it hands out no such key, and
     /// whatever has the keyboard hears Escape by itself.
     [[nodiscard]] virtual std::unique_ptr<TakenKey> takeEscape(std::function<void()> pressed) = 0;
+
+    /// What a press that has come to one of our windows would be as a hot key; none for modifiers
+    /// by themselves, and for keys without a code.
+    [[nodiscard]] virtual std::optional<PressedKey> read(const QKeyEvent& event) const = 0;
 };
 
 } // namespace brindlecam

@@ -11,6 +11,7 @@
 #include "platform/Grabber.h"
 #include "platform/HotKeys.h"
 #include "platform/InputGrabs.h"
+#include "platform/LoginItem.h"
 #include "platform/Panels.h"
 #include "platform/Pasteboard.h"
 #include "platform/Pins.h"
@@ -43,6 +44,7 @@ struct Platform {
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<FrontApplication> frontApplication;
     std::unique_ptr<FileOpener> fileOpener;
+    std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<TextRecognizer> textRecognizer;
     std::unique_ptr<TrayHosts> trayHosts;
     std::unique_ptr<QuitSignals> quitSignals;

@@ -49,6 +49,7 @@ struct PortOffers {
     PortList<Pasteboard> pasteboard;
     PortList<FrontApplication> frontApplication;
     PortList<FileOpener> fileOpener;
+    PortList<LoginItem> loginItem;
     PortList<TextRecognizer> textRecognizer;
     PortList<TrayHosts> trayHosts;
     PortList<QuitSignals> quitSignals;
@@ -70,6 +71,7 @@ struct PortOffers {
         visit(pasteboard);
         visit(frontApplication);
         visit(fileOpener);
+        visit(loginItem);
         visit(textRecognizer);
         visit(trayHosts);
         visit(quitSignals);

@@ -35,6 +35,7 @@ private Q_SLOTS:
                                                "pasteboard X11Pasteboard\n"
                                                "frontApplication X11FrontApplication\n"
                                                "fileOpener LinuxFileOpener\n"
+                                               "loginItem LinuxLoginItem\n"
                                                "textRecognizer TesseractTextRecognizer\n"
                                                "trayHosts XEmbedTrayHosts+StatusNotifierHosts\n"
                                                "quitSignals UnixQuitSignals\n"));
@@ -77,7 +78,7 @@ private Q_SLOTS:
             << QStringLiteral("BRINDLECAM_PORT_GRABER: no hay ningún puerto que se llame así. Hay: "
                               "DISPLAYS, GRABBER, WINDOWLIST, CAPTUREACCESS, HOTKEYS, INPUTGRABS, "
                               "FOREIGNPRESSES, PANELS, PINS, COMPOSITING, PASTEBOARD, "
-                              "FRONTAPPLICATION, FILEOPENER, "
+                              "FRONTAPPLICATION, FILEOPENER, LOGINITEM, "
                               "TEXTRECOGNIZER, TRAYHOSTS, QUITSIGNALS.\n");
     }
     void whatCantBeForcedIsRefused()

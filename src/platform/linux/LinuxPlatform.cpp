@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "platform/linux/LinuxFileOpener.h"
+#include "platform/linux/LinuxLoginItem.h"
 #include "platform/linux/LinuxTrayHosts.h"
 #include "platform/linux/SessionBus.h"
 #include "platform/linux/StatusNotifierHosts.h"
@@ -23,6 +24,8 @@ void offer(PortOffers& offers)
 {
     offers.fileOpener.makers.push_back({"linux", "LinuxFileOpener", &Session::hasDesktop,
                                         [] { return std::make_unique<LinuxFileOpener>(); }});
+    offers.loginItem.makers.push_back({"linux", "LinuxLoginItem", &Session::hasDesktop,
+                                       [] { return std::make_unique<LinuxLoginItem>(); }});
     offers.trayHosts.makers.push_back({"statusnotifier", "StatusNotifierHosts",
                                        &Session::hasDesktop,
                                        std::make_unique<StatusNotifierHosts>});

@@ -57,6 +57,7 @@ public:
     {
         return nullptr;
     }
+    [[nodiscard]] std::optional<PressedKey> read(const QKeyEvent&) const override { return {}; }
 };
 
 class NullInputGrabs final : public InputGrabs {
@@ -183,6 +184,24 @@ private:
     }
 };
 
+class NullLoginItem final : public LoginItem {
+public:
+    void ask(QObject* context, Known known) override
+    {
+        QMetaObject::invokeMethod(
+            context, [known = std::move(known)] { known(false); }, Qt::QueuedConnection);
+    }
+    void set(bool, QObject* context, Done done) override
+    {
+        QMetaObject::invokeMethod(
+            context,
+            [done = std::move(done)] {
+                done(Error{text("Este sistema no abre programas al iniciar sesión.")});
+            },
+            Qt::QueuedConnection);
+    }
+};
+
 class NullTextRecognizer final : public TextRecognizer {
 public:
     void warmUp() override {}
@@ -242,6 +261,7 @@ PortOffers nullOffers()
         .frontApplication = listOf<NullFrontApplication>(
             "frontApplication", &Platform::frontApplication, "NullFrontApplication"),
         .fileOpener = listOf<NullFileOpener>("fileOpener", &Platform::fileOpener, "NullFileOpener"),
+        .loginItem = listOf<NullLoginItem>("loginItem", &Platform::loginItem, "NullLoginItem"),
         .textRecognizer = listOf<NullTextRecognizer>("textRecognizer", &Platform::textRecognizer,
                                                      "NullTextRecognizer"),
         .trayHosts = listOf<NullTrayHosts>("trayHosts", &Platform::trayHosts, "NullTrayHosts"),

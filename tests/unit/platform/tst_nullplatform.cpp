@@ -18,7 +18,7 @@ private Q_SLOTS:
         QVERIFY(null.hotKeys && null.inputGrabs && null.panels && null.pins && null.compositing);
         QVERIFY(null.foreignPresses);
         QVERIFY(null.pasteboard && null.frontApplication && null.fileOpener && null.textRecognizer);
-        QVERIFY(null.trayHosts && null.quitSignals);
+        QVERIFY(null.loginItem && null.trayHosts && null.quitSignals);
     }
 
     void nothingIsFoundAndNothingGranted()
@@ -44,6 +44,10 @@ private Q_SLOTS:
                              [&](ClipboardFate fate) { copied = fate; });
         std::optional<bool> opened;
         null.fileOpener->openFolder(QStringLiteral("/"), this, [&](bool done) { opened = done; });
+        std::optional<bool> atLogin;
+        null.loginItem->ask(this, [&](bool enabled) { atLogin = enabled; });
+        std::optional<Error> failed;
+        null.loginItem->set(true, this, [&](const auto& error) { failed = error; });
         std::optional<QStringList> refused;
         null.hotKeys->bind(
             {{QStringLiteral("area"), {}, 1, 0}, {QStringLiteral("recents"), {}, 2, 0}}, this,
@@ -56,6 +60,8 @@ private Q_SLOTS:
         QCOMPARE(refused, QStringList({QStringLiteral("area"), QStringLiteral("recents")}));
         QTRY_COMPARE(copied, ClipboardFate::refused);
         QTRY_COMPARE(opened, false);
+        QTRY_COMPARE(atLogin, false);
+        QTRY_VERIFY(failed && !failed->message.isEmpty());
         QTRY_VERIFY(read.has_value());
         QVERIFY(!*read);
         QCOMPARE(read->error().message,

@@ -184,7 +184,7 @@ private Q_SLOTS:
         for (const ServedPort& port : ports.value().served)
             QCOMPARE(port.serves.startsWith(QLatin1String("Null")),
                      port.name != QLatin1String("grabber"));
-        QCOMPARE(ports.value().served.size(), std::size_t(16));
+        QCOMPARE(ports.value().served.size(), std::size_t(17));
     }
 
     void whatStandsSideBySideIsJoined_data()
@@ -290,7 +290,7 @@ private Q_SLOTS:
                               "DISPLAYS, GRABBER, WINDOWLIST, CAPTUREACCESS, HOTKEYS, INPUTGRABS, "
                               "FOREIGNPRESSES, PANELS, PINS, COMPOSITING, PASTEBOARD, "
                               "FRONTAPPLICATION, "
-                              "FILEOPENER, TEXTRECOGNIZER, TRAYHOSTS, QUITSIGNALS.");
+                              "FILEOPENER, LOGINITEM, TEXTRECOGNIZER, TRAYHOSTS, QUITSIGNALS.");
     }
     void whatCantBeForcedIsRefusedWithWhatThereIs()
     {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "base/KeyCodes.h"
+#include "base/KeyCombo.h"
 #include "platform/HotKeys.h"
 
+#include <QKeyEvent>
 #include <QObject>
 #include <QPointer>
 
@@ -56,6 +58,24 @@ public:
     [[nodiscard]] std::unique_ptr<TakenKey> takeEscape(std::function<void()> pressed) override
     {
         return take({KeyCodes::kEscape, 0}, std::move(pressed));
+    }
+
+    /// Keys by which Qt calls them, and their virtual key codes: the others have none.
+    std::map<int, int> codes{{Qt::Key_0, 29}, {Qt::Key_5, 23},    {Qt::Key_9, 25},
+                             {Qt::Key_A, 0},  {Qt::Key_F13, 105}, {Qt::Key_Tab, 48}};
+    [[nodiscard]] std::optional<PressedKey> read(const QKeyEvent& event) const override
+    {
+        const auto found = codes.find(event.key());
+        if (found == codes.end())
+            return std::nullopt;
+        const auto held = event.modifiers();
+        const auto bit = [held](Qt::KeyboardModifier one, int is) { return held & one ? is : 0; };
+        const bool types = event.key() < Qt::Key_Escape;
+        return PressedKey{
+            found->second,
+            bit(Qt::MetaModifier, commandModifier) | bit(Qt::ShiftModifier, shiftModifier) |
+                bit(Qt::AltModifier, optionModifier) | bit(Qt::ControlModifier, controlModifier),
+            types ? QString(QChar(event.key())) : QString()};
     }
 
     /// To the set that waits longest.

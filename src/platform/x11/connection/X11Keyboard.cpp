@@ -102,6 +102,23 @@ std::uint8_t escapeKey()
     return 0;
 }
 
+QString plainCharacters(std::uint8_t code, std::uint16_t state)
+{
+    constexpr int kGroupShift = 13;
+    constexpr int kGroupMask = 3;
+    constexpr int kColumnsPerGroup = 2;
+    const KeySymbols symbols(xcb_key_symbols_alloc(connection()));
+    const int group = (state >> kGroupShift) & kGroupMask;
+    const xcb_keysym_t symbol =
+        xcb_key_symbols_get_keysym(symbols.get(), code, group * kColumnsPerGroup);
+    const bool isLatin = (symbol >= 0x20 && symbol <= 0x7e) || (symbol >= 0xa0 && symbol <= 0xff);
+    const bool isUnicode = (symbol & 0xff000000) == 0x01000000;
+    if (!isLatin && !isUnicode)
+        return {};
+    const char32_t character = symbol & 0x00ffffff;
+    return QString::fromUcs4(&character, 1);
+}
+
 ModifierBits ModifierBits::read()
 {
     const KeySymbols symbols(xcb_key_symbols_alloc(connection()));
@@ -138,6 +155,20 @@ std::uint16_t ModifierBits::stateOf(int modifiers) const
     if (modifiers & commandModifier)
         state |= super;
     return state;
+}
+
+int ModifierBits::modifiersOf(std::uint16_t state) const
+{
+    int modifiers = 0;
+    if (state & XCB_MOD_MASK_SHIFT)
+        modifiers |= shiftModifier;
+    if (state & XCB_MOD_MASK_CONTROL)
+        modifiers |= controlModifier;
+    if (state & alt)
+        modifiers |= optionModifier;
+    if (state & super)
+        modifiers |= commandModifier;
+    return modifiers;
 }
 
 std::uint16_t ModifierBits::relevant(std::uint16_t state) const

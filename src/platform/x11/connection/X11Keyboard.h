@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <bitset>
 #include <cstdint>
 #include <vector>
@@ -19,6 +21,10 @@ using KeySet = std::bitset<256>;
 /// thread.
 [[nodiscard]] std::uint8_t escapeKey();
 
+/// What a key (X key code) types without modifiers in the layout that an event's state names. Empty
+/// for keys that type nothing, and for those whose symbol says no character by itself. Main thread.
+[[nodiscard]] QString plainCharacters(std::uint8_t code, std::uint16_t state);
+
 /// Which bit of an event's state stands for which modifier under the present keyboard mapping.
 struct ModifierBits {
     std::uint16_t alt = 0;
@@ -30,6 +36,8 @@ struct ModifierBits {
 
     /// State bits of a combination of KeyModifier bits.
     [[nodiscard]] std::uint16_t stateOf(int modifiers) const;
+    /// The other way round; other bits mean nothing.
+    [[nodiscard]] int modifiersOf(std::uint16_t state) const;
     /// Those bits of a key event's state that tell one combination from another.
     [[nodiscard]] std::uint16_t relevant(std::uint16_t state) const;
     /// Every way the locks can be on and off, none of them first.

@@ -9,6 +9,7 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include <QKeyEvent>
 #include <QWidget>
 
 #include <utility>
@@ -18,6 +19,14 @@ namespace brindlecam {
 namespace {
 
 constexpr int kFirstKeyCode = 8; ///< of X against evdev
+
+// Qt knows what letters are that X has names of its own for; its other keys type nothing.
+QString characterOf(const QKeyEvent& event)
+{
+    const bool isCharacter = event.key() > Qt::Key_Space && event.key() < Qt::Key_Escape;
+    const auto character = static_cast<char32_t>(event.key());
+    return isCharacter ? QString::fromUcs4(&character, 1) : QString();
+}
 
 std::vector<std::uint8_t> keyCodes(int virtualKeyCode)
 {
@@ -84,6 +93,21 @@ std::unique_ptr<TakenKey> X11HotKeys::takeEscape(std::function<void()> pressed)
     auto listener =
         take(escape, &m_context, [pressed = std::move(pressed)](const QString&) { pressed(); });
     return listener ? std::make_unique<Escape>(std::move(listener)) : nullptr;
+}
+
+std::optional<PressedKey> X11HotKeys::read(const QKeyEvent& event) const
+{
+    const std::uint32_t code = event.nativeScanCode();
+    const auto modifiers = x11::modifierKeys();
+    if (code >= modifiers.size() || modifiers[code])
+        return std::nullopt;
+    const std::optional<int> keyCode = KeyCodes::fromEvdev(static_cast<int>(code) - kFirstKeyCode);
+    if (!keyCode)
+        return std::nullopt;
+    const auto state = static_cast<std::uint16_t>(event.nativeModifiers());
+    const QString characters = x11::plainCharacters(static_cast<std::uint8_t>(code), state);
+    return PressedKey{*keyCode, m_bits.modifiersOf(state),
+                      characters.isEmpty() ? characterOf(event) : characters};
 }
 
 std::shared_ptr<X11HotKeys::Listener> X11HotKeys::take(const HotKeyWish& wish, QObject* context,

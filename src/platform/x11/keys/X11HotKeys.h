@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace brindlecam {
@@ -27,6 +28,7 @@ public:
     void bind(const std::vector<HotKeyWish>& wishes, QObject* context, Pressed pressed,
               Done done) override;
     [[nodiscard]] std::unique_ptr<TakenKey> takeEscape(std::function<void()> pressed) override;
+    [[nodiscard]] std::optional<PressedKey> read(const QKeyEvent& event) const override;
 
 private:
     /// Somebody who hears of some keys. Owns the grab, shared with others of the same keys.
