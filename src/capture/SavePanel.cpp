@@ -3,11 +3,8 @@
 #include "base/Text.h"
 #include "notices/Alerts.h"
 
-#include <QAction>
 #include <QDir>
 #include <QFileInfo>
-#include <QPixmapCache>
-#include <QShortcut>
 
 #include <utility>
 
@@ -25,28 +22,14 @@ QString withEnding(const QString& path)
 } // namespace
 
 SavePanel::SavePanel(Alerts& alerts, const QString& folder, const QString& fileName)
-    : QFileDialog(nullptr, text("Guardar captura"), folder)
+    : FilePanel(text("Guardar captura"), folder)
     , m_alerts(alerts)
 {
-    // Ours, not the desktop's: it has to stay on top, step aside for a capture and come back.
-    setOption(DontUseNativeDialog);
     setOption(DontConfirmOverwrite); // Qt asks by QMessageBox::warning(), which blocks the loop
     setAcceptMode(AcceptSave);
     setFileMode(AnyFile);
     setNameFilter(text("Imágenes PNG") + QStringLiteral(" (*.png)"));
     selectFile(fileName);
-    forbidDeleting();
-}
-
-// Qt's styles keep what they have painted under names that hold the key of the widget's own palette
-// (QStyleHelper::uniqueName, 6.4 and 6.11): a quarter of a megabyte for each panel, of no use to
-// the next. Drop it when equal palettes have equal keys.
-SavePanel::~SavePanel()
-{
-    QPixmapCache::clear();
-    // That leaves the names. The cache drops them when it next tidies up, half a minute after
-    // something was put in.
-    QPixmapCache::insert(QPixmap(1, 1));
 }
 
 SavePanel* SavePanel::open(Alerts& alerts, const QString& folder, const QString& fileName,
@@ -63,23 +46,11 @@ SavePanel* SavePanel::open(Alerts& alerts, const QString& folder, const QString&
     return panel;
 }
 
-// Before it deletes a file Qt (6.4 and 6.11) asks by QMessageBox::warning(), which blocks the loop
-// and does not step aside. Drop it when it does neither.
-void SavePanel::forbidDeleting()
-{
-    if (auto* action = findChild<QAction*>(QStringLiteral("qt_delete_action")))
-        action->setVisible(false);
-    for (QShortcut* shortcut : findChildren<QShortcut*>()) {
-        if (shortcut->key() == QKeySequence(QKeySequence::Delete))
-            delete shortcut;
-    }
-}
-
 void SavePanel::accept()
 {
     const QStringList files = selectedFiles();
     if (files.isEmpty() || QFileInfo(files.first()).isDir()) {
-        QFileDialog::accept(); // goes there
+        FilePanel::accept(); // goes there
         return;
     }
     const QString path = withEnding(files.first());

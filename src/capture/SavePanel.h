@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QFileDialog>
+#include "notices/FilePanel.h"
 
 #include <functional>
 #include <optional>
@@ -11,12 +11,10 @@ class Alerts;
 
 /// Asks where a picture is to be saved: PNG files, starting in the captures folder. Never blocks
 /// the loop, and steps aside for a capture together with what it asks. Main thread.
-class SavePanel final : public QFileDialog {
+class SavePanel final : public FilePanel {
     Q_OBJECT
 
 public:
-    ~SavePanel() override;
-
     using Done = std::function<void(std::optional<QString> path)>;
 
     /// Opens the panel; makes `folder` first when it is missing. `done` receives the full path,
@@ -31,7 +29,6 @@ public:
 private:
     SavePanel(Alerts& alerts, const QString& folder, const QString& fileName);
 
-    void forbidDeleting();
     void ask(const QString& path);
     void take(const QString& path);
 

@@ -1,3 +1,4 @@
+// Covers FilePanel.
 #include "capture/CaptureFixture.h"
 #include "support/TestCase.h"
 
