@@ -56,5 +56,9 @@ Si tu escritorio pide permiso para capturar la pantalla, acéptalo.</translation
         <source>Guardar (⌘S)</source>
         <translation>Guardar (Ctrl+S)</translation>
     </message>
+    <message>
+        <source>Haz clic en un atajo y presiona la combinación nueva. Esc cancela y ⌫ lo quita. Debe incluir ⌘, ⌥ o ⌃, salvo teclas de función (F13 = Impr Pant).</source>
+        <translation>Haz clic en un atajo y presiona la combinación nueva. Esc cancela y Retroceso lo quita. Debe incluir Super, Alt o Ctrl, salvo teclas de función e Impr Pant.</translation>
+    </message>
 </context>
 </TS>

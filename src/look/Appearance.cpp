@@ -12,6 +12,8 @@ namespace brindlecam::Appearance {
 namespace {
 
 constexpr int kMiddleLightness = 128;
+constexpr QColor kWarningOnLight(200, 0, 24);
+constexpr QColor kWarningOnDark(255, 120, 112);
 
 struct Colors {
     QColor window;
@@ -44,9 +46,9 @@ const Colors kDark{.window = {41, 44, 49},
                    .highlight = {32, 128, 58},
                    .link = {104, 206, 132}};
 
-Shade desktopShade()
+Shade shadeOf(const QPalette& palette)
 {
-    const int lightness = QGuiApplication::palette().color(QPalette::Window).lightness();
+    const int lightness = palette.color(QPalette::Window).lightness();
     return lightness < kMiddleLightness ? Shade::dark : Shade::light;
 }
 
@@ -73,9 +75,15 @@ QPalette palette(Shade shade)
     return palette;
 }
 
+QColor warningText(const QPalette& palette)
+{
+    return shadeOf(palette) == Shade::dark ? kWarningOnDark : kWarningOnLight;
+}
+
 void install(const QString& fontFamily)
 {
-    const Shade shade = desktopShade(); // before the style brings colours of its own
+    const Shade shade =
+        shadeOf(QGuiApplication::palette()); // before the style brings colours of its own
     QApplication::setStyle(new HouseStyle);
     QApplication::setPalette(palette(shade));
     InterfaceFont::install(fontFamily);

@@ -18,6 +18,9 @@ void install(const QString& fontFamily);
 /// excepted.
 [[nodiscard]] QPalette palette(Shade shade);
 
+/// What is wrong, in words, on the window's ground of such a palette.
+[[nodiscard]] QColor warningText(const QPalette& palette);
+
 } // namespace Appearance
 
 } // namespace brindlecam

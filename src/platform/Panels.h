@@ -24,6 +24,7 @@ enum class PanelRole {
     sessionPanel, ///< above windows, all input, focus on demand
     drawer,       ///< like sessionPanel
     dialog,       ///< managed, stays on top: alerts, About, save panel
+    window,       ///< managed, like other programs' windows: settings
 };
 
 /// One line of a menu.

@@ -3,6 +3,7 @@
 #include "Program.h"
 #include "canvas/OverlayWindow.h"
 #include "platform/null/NullPlatform.h"
+#include "shell/Commands.h"
 #include "shell/SingleInstance.h"
 #include "support/FakeCompositing.h"
 #include "support/FakeDisplays.h"
@@ -80,7 +81,7 @@ struct ProgramDesk {
         if (!program)
             make();
         QVERIFY(program->delegate().listen());
-        program->delegate().start(action);
+        program->delegate().start({.action = action});
     }
     void quit() { program->delegate().quit(); }
 
@@ -179,6 +180,7 @@ private:
             case PanelRole::frame:
             case PanelRole::sessionPanel:
             case PanelRole::drawer:
+            case PanelRole::window:
                 return;
             }
         };

@@ -40,6 +40,12 @@ PanelTraits PanelTraits::of(PanelRole role)
                 .framed = true,
                 .managed = true,
                 .activates = true};
+    case PanelRole::window:
+        // Not a dialog: openbox lays one that belongs to no window over all others of the program.
+        return {.type = "_NET_WM_WINDOW_TYPE_NORMAL",
+                .framed = true,
+                .managed = true,
+                .activates = true};
     }
     Q_UNREACHABLE();
 }

@@ -8,7 +8,7 @@ namespace brindlecam::x11 {
 
 /// What a panel role means on X11.
 struct PanelTraits {
-    Qt::WindowFlags flags;   ///< where it is framed: beside its own, which say what buttons it has
+    Qt::WindowFlags flags{}; ///< where it is framed: beside its own, which say what buttons it has
     const char* type = "";   ///< name of the window type's atom
     bool framed = false;     ///< a window like any other: minimised, moved to other desktops
     bool managed = false;    ///< by the window manager
