@@ -79,7 +79,7 @@ int runFirstCopy(int argc, char* argv[], const Command& command, SingleInstance&
     if (!program.delegate().listen())
         warn(text("Brindlecam funciona, pero no puede recibir órdenes: no hay dónde abrir su "
                   "socket."));
-    program.delegate().start(command.action);
+    program.delegate().start(command);
     return QApplication::exec();
 }
 
@@ -88,7 +88,10 @@ int run(int argc, char* argv[], const Command& command)
     SingleInstance instance;
     return std::visit(
         Overloaded{
-            [&](SingleInstance::First) { return runFirstCopy(argc, argv, command, instance); },
+            [&](SingleInstance::First) {
+                const bool isToEnd = command.other == ProgramAction::quit;
+                return isToEnd ? Commands::success : runFirstCopy(argc, argv, command, instance);
+            },
             [](const InstanceReply& reply) { return print(reply); },
             [](SingleInstance::Unanswered) { return print(Commands::unansweredReply()); },
         },

@@ -71,6 +71,28 @@ Action notBuilt(const QString& title, std::function<std::optional<KeyCombo>()> k
             .runFromMenu = [] {}};
 }
 
+Action other(AppDelegate& delegate, ProgramAction id)
+{
+    switch (id) {
+    case ProgramAction::openFolder:
+        return simple(text("Abrir carpeta de capturas"),
+                      [&delegate] { delegate.openCapturesFolder(); });
+    case ProgramAction::settings: {
+        Action settings = simple(text("Configuración…"), [&delegate] { delegate.showSettings(); });
+        settings.canRun = [&delegate] { return delegate.mayBegin(); };
+        settings.key = [] { return KeyCombo{kCommaKey, commandModifier, QStringLiteral("⌘,")}; };
+        return settings;
+    }
+    case ProgramAction::update:
+        return notBuilt(AppDelegate::updateTitle(std::nullopt), noKey);
+    case ProgramAction::about:
+        return simple(text("Acerca de Brindlecam"), [&delegate] { delegate.showAbout(); });
+    case ProgramAction::quit:
+        return simple(text("Salir"), [&delegate] { delegate.quit(); });
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 Actions makeActions(AppDelegate& delegate, const Prefs& prefs)
@@ -80,14 +102,8 @@ Actions makeActions(AppDelegate& delegate, const Prefs& prefs)
         all.captures.emplace(id, capture(delegate, prefs, id));
     for (const DelayedRow& row : kDelayed)
         all.delayed.push_back(delayed(delegate, row));
-    all.openFolder =
-        simple(text("Abrir carpeta de capturas"), [&delegate] { delegate.openCapturesFolder(); });
-    all.settings = notBuilt(text("Configuración…"), [] {
-        return KeyCombo{kCommaKey, commandModifier, QStringLiteral("⌘,")};
-    });
-    all.update = notBuilt(AppDelegate::updateTitle(std::nullopt), noKey);
-    all.about = simple(text("Acerca de Brindlecam"), [&delegate] { delegate.showAbout(); });
-    all.quit = simple(text("Salir"), [&delegate] { delegate.quit(); });
+    for (const ProgramAction id : kAllProgramActions)
+        all.others.emplace(id, other(delegate, id));
     return all;
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/KeyCombo.h"
 #include "preferences/CaptureAction.h"
+#include "shell/ProgramAction.h"
 
 #include <QString>
 
@@ -30,11 +31,7 @@ struct Actions {
     /// By their ids, which settings, commands and the desktop file know.
     std::map<CaptureAction, Action> captures;
     std::vector<Action> delayed; ///< captures after a countdown
-    Action openFolder;
-    Action settings;
-    Action update;
-    Action about;
-    Action quit;
+    std::map<ProgramAction, Action> others;
 };
 
 /// The list of a program whose delegate this is; both outlive it.

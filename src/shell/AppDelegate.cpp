@@ -27,13 +27,16 @@ namespace brindlecam {
 
 AppDelegate::AppDelegate(const Rooms& rooms)
     : m_rooms(rooms)
+    , m_background(rooms.executor)
     , m_actions(makeActions(*this, rooms.prefs))
     , m_hotKeyCenter(*rooms.platform.hotKeys, m_actions)
     , m_hostedMenu(m_actions, rooms.platform.keyNaming)
     , m_ownMenu(m_actions, rooms.platform.keyNaming)
+    , m_settings({rooms.platform, rooms.prefs, rooms.history, rooms.alerts, *this, rooms.executor})
 {
     for (StatusMenu* menu : {&m_hostedMenu, &m_ownMenu})
         connect(&menu->menu(), &QMenu::aboutToShow, this, [this] { noteDrawer(); });
+    m_hotKeyCenter.onAnswered = [this] { m_settings.hotKeysAnswered(); };
 }
 
 bool AppDelegate::listen()
@@ -42,17 +45,27 @@ bool AppDelegate::listen()
         [this](const InstanceRequest& request) { return answer(request); });
 }
 
-void AppDelegate::start(std::optional<CaptureAction> action)
+void AppDelegate::start(const Command& command)
 {
     m_rooms.platform.quitSignals->whenAsked(this, [this] { quit(); });
     m_statusItem.emplace(*m_rooms.platform.trayHosts, m_hostedMenu, m_ownMenu);
     reloadHotKeys();
-    if (action)
-        perform(*action);
-    else
+    if (const auto asked = errand(command))
+        asked();
+    if (!command.action || command.delay)
         m_rooms.captures.warmUp();
     showWelcomeIfFirstRun();
     tidyFolders();
+}
+
+// Empty for a program that is just started.
+std::function<void()> AppDelegate::errand(const Command& command)
+{
+    if (command.other)
+        return m_actions.others.at(*command.other).run;
+    if (command.action && command.delay)
+        return [this, command] { captureDelayed(*command.action, *command.delay); };
+    return command.action ? m_actions.captures.at(*command.action).run : std::function<void()>();
 }
 
 void AppDelegate::tidyFolders() const
@@ -155,6 +168,8 @@ InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
     const Command command = Commands::parseWords(request.words);
     if (const auto spoken = Commands::spokenReply(command))
         return {*spoken};
+    if (command.other)
+        return answerOther(*command.other);
     const CaptureAction id = command.action.value_or(CaptureAction::area);
     const Action& action = m_actions.captures.at(id);
     if (!action.canRun())
@@ -164,17 +179,37 @@ InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
         return {Commands::busyReply(), action.run};
     if (!command.action)
         return {{}, [this] { reopen(); }};
+    return {{}, errand(command)};
+}
+
+InstanceAnswer AppDelegate::answerOther(ProgramAction id)
+{
+    const Action& action = m_actions.others.at(id);
+    if (!action.canRun())
+        return {Commands::notAvailableReply()};
+    // Nothing of ours is to lie over a frozen screen, or in a recording.
+    if (id != ProgramAction::quit && m_rooms.activity.any())
+        return {Commands::busyReply()};
     return {{}, action.run};
 }
 
 void AppDelegate::openCapturesFolder()
 {
     const QString folder = m_rooms.prefs.saveFolder();
-    QDir().mkpath(folder);
-    m_rooms.platform.fileOpener->openFolder(folder, this, [this](bool opened) {
-        if (!opened)
-            m_rooms.toast.show(text("No se pudo abrir la carpeta"));
-    });
+    // It may lie on a disk that does not answer.
+    m_background.run([folder] { QDir().mkpath(folder); },
+                     [this, folder] {
+                         m_rooms.platform.fileOpener->openFolder(folder, this, [this](bool opened) {
+                             if (!opened)
+                                 m_rooms.toast.show(text("No se pudo abrir la carpeta"));
+                         });
+                     });
+}
+
+void AppDelegate::showSettings()
+{
+    if (mayBegin())
+        m_settings.show();
 }
 
 void AppDelegate::showAbout()
@@ -206,6 +241,16 @@ void AppDelegate::reloadHotKeys()
     m_hotKeyCenter.reload();
     m_hostedMenu.refreshShortcuts();
     m_ownMenu.refreshShortcuts();
+}
+
+void AppDelegate::releaseHotKeys()
+{
+    m_hotKeyCenter.releaseAll();
+}
+
+const std::set<CaptureAction>& AppDelegate::failedHotKeys() const
+{
+    return m_hotKeyCenter.failed();
 }
 
 QString AppDelegate::updateTitle(const std::optional<QString>& newerVersion)

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "base/Background.h"
 #include "base/Executor.h"
 #include "preferences/CaptureAction.h"
+#include "settings/SettingsHost.h"
+#include "settings/SettingsWindowController.h"
 #include "shell/Actions.h"
 #include "shell/HotKeyCenter.h"
 #include "shell/InstanceMessages.h"
@@ -12,7 +15,9 @@
 #include <QPointer>
 #include <QString>
 
+#include <functional>
 #include <optional>
+#include <set>
 
 namespace brindlecam {
 
@@ -27,19 +32,20 @@ class Prefs;
 class RecentDrawer;
 class SingleInstance;
 class Toast;
+struct Command;
 struct Platform;
 
 /// What the user can ask of the program as a whole, with all the ways to ask for it: hot keys, the
 /// status item's menus, other copies. Stands above the rooms that do it and calls them. Begins and
 /// ends the program in its order. Main thread.
-class AppDelegate final : public QObject {
+class AppDelegate final : public QObject, public SettingsHost {
     Q_OBJECT
 
 public:
     /// What it works with; all of it outlives the delegate.
     struct Rooms {
         Platform& platform;
-        const Prefs& prefs;
+        Prefs& prefs;
         Alerts& alerts;
         Toast& toast;
         Activity& activity;
@@ -56,9 +62,9 @@ public:
 
     /// Lets other copies ask from now on. False: there is nowhere to be asked.
     [[nodiscard]] bool listen();
-    /// Takes the hot keys, shows the status item, and performs what the program was started for;
-    /// the first-run message comes after that.
-    void start(std::optional<CaptureAction> action);
+    /// Takes the hot keys, shows the status item, and does what the program was started for; the
+    /// first-run message comes after that.
+    void start(const Command& command);
     /// Begins nothing new from now on, and ends the main loop once every capture has reached its
     /// place and the clipboard is handed on. Does not wait for that.
     void quit();
@@ -78,35 +84,44 @@ public:
     [[nodiscard]] InstanceAnswer answer(const InstanceRequest& request);
 
     /// Makes the folder when it is missing and opens it; says so when nothing can.
-    void openCapturesFolder();
+    void openCapturesFolder() override;
+    /// Shows the settings, as they are now.
+    void showSettings();
     void showAbout();
     /// Says once and never again where the program lives.
     void showWelcomeIfFirstRun();
 
     /// Takes the hot keys anew, as the settings have them; menus that show them follow.
-    void reloadHotKeys();
+    void reloadHotKeys() override;
+    void releaseHotKeys() override;
+    [[nodiscard]] const std::set<CaptureAction>& failedHotKeys() const override;
 
     /// Title of the update item while this newer version is known, or none is.
     [[nodiscard]] static QString updateTitle(const std::optional<QString>& newerVersion);
 
     [[nodiscard]] HotKeyCenter& hotKeyCenter() { return m_hotKeyCenter; }
+    [[nodiscard]] SettingsWindowController& settings() { return m_settings; }
     /// The one that the tray's host shows.
     [[nodiscard]] StatusMenu& menu() { return m_hostedMenu; }
 
 private:
+    [[nodiscard]] std::function<void()> errand(const Command& command);
+    [[nodiscard]] InstanceAnswer answerOther(ProgramAction id);
     void tidyFolders() const;
     void leave();
     void noteDrawer();
     void toggleDrawer();
 
     Rooms m_rooms;
+    const Background m_background;
     const Actions m_actions;
     HotKeyCenter m_hotKeyCenter;
     StatusMenu m_hostedMenu; ///< the tray host's
     StatusMenu m_ownMenu;    ///< what a plain click on the status item opens
     std::optional<StatusItem> m_statusItem;
     QPointer<AboutPanel> m_about;
-    bool m_drawerWasOpen = false; ///< when a menu was opened last
+    bool m_drawerWasOpen = false;        ///< when a menu was opened last
+    SettingsWindowController m_settings; ///< goes first: a recorder takes the hot keys again
 };
 
 } // namespace brindlecam

@@ -31,6 +31,8 @@ constexpr std::array<std::string_view, 15> kQtOptionsWithValue{"platform",
 constexpr std::array<std::string_view, 6> kQtSwitches{"reverse", "sync",        "nograb",
                                                       "dograb",  "widgetcount", "testability"};
 
+constexpr QLatin1String kDelay("delay");
+
 template <typename List>
 bool holds(const List& names, const QString& name)
 {
@@ -76,6 +78,24 @@ qsizetype qtArguments(const QString& argument)
     return 0;
 }
 
+Command wrong(const QString& argument)
+{
+    return {.kind = Command::Kind::wrong, .wrongArgument = argument};
+}
+
+std::optional<int> seconds(const QString& value)
+{
+    constexpr int kMostSeconds = 60;
+    bool isNumber = false;
+    const int number = value.toInt(&isNumber);
+    return isNumber && number >= 1 && number <= kMostSeconds ? std::optional(number) : std::nullopt;
+}
+
+bool canBeDelayed(std::optional<CaptureAction> action)
+{
+    return action == CaptureAction::area || action == CaptureAction::fullScreen;
+}
+
 } // namespace
 
 Command parse(const QStringList& arguments)
@@ -104,11 +124,22 @@ Command parse(const QStringList& arguments)
             command.liveTest = true;
             continue;
         }
-        const std::optional<CaptureAction> action = captureAction(argument);
-        if (!action || command.action)
-            return {.kind = Command::Kind::wrong, .wrongArgument = argument};
-        command.action = action;
+        if (optionName(argument) == kDelay && !command.delay) {
+            const QString value = optionValue(arguments, i - 1);
+            command.delay = seconds(value);
+            if (!command.delay)
+                return wrong(value.isEmpty() ? argument : value);
+            i += argument.contains(QLatin1Char('=')) ? 0 : 1;
+            continue;
+        }
+        const bool isFirst = !command.action && !command.other;
+        command.action = isFirst ? captureAction(argument) : std::nullopt;
+        command.other = isFirst ? programAction(argument) : std::nullopt;
+        if (!command.action && !command.other)
+            return wrong(argument);
     }
+    if (command.delay && !canBeDelayed(command.action))
+        return wrong(QStringLiteral("--") + kDelay);
     return command;
 }
 
@@ -122,13 +153,20 @@ Command parseWords(const QByteArrayList& words)
 
 QString usage()
 {
-    return text("Uso: brindlecam [area | fullScreen | recents] [opciones]\n"
+    return text("Uso: brindlecam [acción] [opciones]\n"
                 "\n"
                 "Sin acción inicia Brindlecam; si ya está abierto, captura un área.\n"
                 "\n"
                 "  area          captura un área\n"
                 "  fullScreen    captura la pantalla completa\n"
                 "  recents       muestra u oculta las capturas recientes\n"
+                "  folder        abre la carpeta de capturas\n"
+                "  settings      abre la configuración\n"
+                "  update        busca una versión nueva o la descarga\n"
+                "  about         dice qué es Brindlecam\n"
+                "  quit          cierra Brindlecam\n"
+                "\n"
+                "  --delay N     con area y fullScreen: cuenta antes N segundos, de 1 a 60\n"
                 "  --livetest    las capturas que fallan no dicen nada\n"
                 "  --ports       dice qué clase atiende cada puerto del sistema\n"
                 "  --version     muestra la versión\n"

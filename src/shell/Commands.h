@@ -2,6 +2,7 @@
 
 #include "preferences/CaptureAction.h"
 #include "shell/InstanceMessages.h"
+#include "shell/ProgramAction.h"
 
 #include <QString>
 #include <QStringList>
@@ -22,6 +23,8 @@ struct Command {
 
     Kind kind = Kind::run;
     std::optional<CaptureAction> action = std::nullopt; ///< none: just start, or reopen
+    std::optional<int> delay = std::nullopt;            ///< seconds until then
+    std::optional<ProgramAction> other = std::nullopt;  ///< instead of a capture
     bool liveTest = false;                              ///< failed captures stay silent
     QString wrongArgument = {};
     QString display = {}; ///< the one that Qt's option names; empty: the environment's

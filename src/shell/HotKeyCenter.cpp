@@ -12,6 +12,7 @@ HotKeyCenter::HotKeyCenter(HotKeys& hotKeys, const Actions& actions)
 
 HotKeyCenter::~HotKeyCenter()
 {
+    onAnswered = [] {};
     releaseAll();
 }
 
@@ -53,6 +54,7 @@ void HotKeyCenter::answered(const std::vector<HotKeyWish>& wishes, const QString
         if (const auto id = captureAction(wish.name))
             (refused.contains(wish.name) ? m_failed : m_bound).insert(*id);
     }
+    onAnswered();
 }
 
 } // namespace brindlecam

@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <set>
 #include <vector>
@@ -21,6 +22,10 @@ public:
     /// Both outlive it.
     HotKeyCenter(HotKeys& hotKeys, const Actions& actions);
     ~HotKeyCenter();
+
+    /// The system has answered: bound() and failed() are as they will stay. Filled by whoever makes
+    /// it.
+    std::function<void()> onAnswered = [] {};
 
     /// Binds everything anew from the settings. What can't run is left unbound and is no failure.
     void reload();

@@ -51,13 +51,13 @@ StatusMenu::StatusMenu(const Actions& actions, KeyNaming naming)
     m_menu.addMenu(&m_delayed);
     for (const Action& action : actions.delayed)
         add(m_delayed, action);
-    add(m_menu, actions.openFolder);
-    add(m_menu, actions.settings);
+    add(m_menu, actions.others.at(ProgramAction::openFolder));
+    add(m_menu, actions.others.at(ProgramAction::settings));
     m_menu.addSeparator();
-    m_updateItem = add(m_menu, actions.update);
-    add(m_menu, actions.about);
+    m_updateItem = add(m_menu, actions.others.at(ProgramAction::update));
+    add(m_menu, actions.others.at(ProgramAction::about));
     m_menu.addSeparator();
-    add(m_menu, actions.quit);
+    add(m_menu, actions.others.at(ProgramAction::quit));
     refresh();
     QObject::connect(&m_menu, &QMenu::aboutToShow, &m_menu, [this] { refresh(); });
 }

@@ -148,13 +148,21 @@ private Q_SLOTS:
             ids << QString::fromLatin1(each.id);
         const QString entry = QStringLiteral("Desktop Entry");
         QCOMPARE(desktopFileValue(entry, QStringLiteral("Actions")),
-                 ids.join(QLatin1Char(';')) + QLatin1Char(';'));
+                 ids.join(QLatin1Char(';')) + QStringLiteral(";settings;"));
         QCOMPARE(desktopFileValue(entry, QStringLiteral("Exec")), QStringLiteral("brindlecam"));
 
         const QString group = QStringLiteral("Desktop Action ") + QLatin1String(action.id);
         QCOMPARE(desktopFileValue(group, QStringLiteral("Exec")),
                  QStringLiteral("brindlecam ") + QLatin1String(action.id));
         QCOMPARE(desktopFileValue(group, QStringLiteral("Name")), QString::fromUtf8(action.title));
+    }
+
+    void theDesktopFileOffersTheSettings()
+    {
+        const QString group = QStringLiteral("Desktop Action settings");
+        QCOMPARE(desktopFileValue(group, QStringLiteral("Exec")),
+                 QStringLiteral("brindlecam settings"));
+        QCOMPARE(desktopFileValue(group, QStringLiteral("Name")), QStringLiteral("Configuración…"));
     }
 
     void theMenuIsThisTable()
@@ -175,7 +183,7 @@ private Q_SLOTS:
                                    "-\n"
                                    "Capturar con retraso []\n"
                                    "Abrir carpeta de capturas []\n"
-                                   "Configuración… [Super+,] off\n"
+                                   "Configuración… [Super+,]\n"
                                    "-\n"
                                    "Buscar actualizaciones… [] off\n"
                                    "Acerca de Brindlecam []\n"
@@ -235,9 +243,11 @@ private Q_SLOTS:
         ProgramDesk desk;
         desk.start();
         desk.item(QStringLiteral("Abrir carpeta de capturas")).trigger();
-        QCOMPARE(desk.opener.opened.size(), 1);
+        QTRY_COMPARE(desk.opener.opened.size(), 1);
         desk.item(QStringLiteral("Acerca de Brindlecam")).trigger();
         QCOMPARE(desk.made(PanelRole::dialog), 1);
+        desk.item(QStringLiteral("Configuración…")).trigger();
+        QCOMPARE(desk.made(PanelRole::window), 1);
         desk.item(QStringLiteral("Salir")).trigger();
         QTRY_COMPARE(desk.pasteboard.handOvers, 1);
     }

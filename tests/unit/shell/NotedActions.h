@@ -27,11 +27,10 @@ struct NotedActions {
         }
         for (const char* each : {"area in 3", "full screen in 5"})
             list.delayed.push_back(noted(QString::fromLatin1(each), QString::fromLatin1(each)));
-        list.openFolder = noted(QStringLiteral("Folder"), QStringLiteral("folder"));
-        list.settings = noted(QStringLiteral("Settings"), QStringLiteral("settings"));
-        list.update = noted(QStringLiteral("Update"), QStringLiteral("update"));
-        list.about = noted(QStringLiteral("About"), QStringLiteral("about"));
-        list.quit = noted(QStringLiteral("Quit"), QStringLiteral("quit"));
+        for (const ProgramAction id : kAllProgramActions) {
+            const QString word = rawValue(id);
+            list.others.emplace(id, noted(word.left(1).toUpper() + word.mid(1), word));
+        }
     }
 
 private:

@@ -2,6 +2,7 @@
 #include "DelegateDesk.h"
 #include "look/Catalogues.h"
 #include "shell/AboutPanel.h"
+#include "support/GatedExecutor.h"
 #include "support/TestCase.h"
 
 #include <QElapsedTimer>
@@ -14,6 +15,7 @@
 namespace brindlecam {
 
 using test::DelegateDesk;
+using test::sendAllPostedEvents;
 
 class TestAppDelegate final : public test::TestCase {
     Q_OBJECT
@@ -195,6 +197,7 @@ private Q_SLOTS:
         const QString captures = desk.folder.filePath(QStringLiteral("mis/capturas"));
         desk.defaults.setString(QStringLiteral("saveFolder"), captures);
         desk.delegate.openCapturesFolder();
+        sendAllPostedEvents();
         QVERIFY(QFileInfo(captures).isDir());
         QCOMPARE(desk.opener.opened, QStringList(captures));
     }
@@ -207,6 +210,7 @@ private Q_SLOTS:
         const QString captures = file.fileName() + QStringLiteral("/capturas");
         desk.defaults.setString(QStringLiteral("saveFolder"), captures);
         desk.delegate.openCapturesFolder();
+        sendAllPostedEvents();
         QCOMPARE(desk.opener.opened, QStringList(captures));
     }
 
@@ -221,6 +225,56 @@ private Q_SLOTS:
         QTRY_VERIFY(desk.toast.visible());
         QCOMPARE(desk.panels.shown.back().widget->windowTitle(),
                  QStringLiteral("No se pudo abrir la carpeta"));
+    }
+
+    void theMenusFolderIsMadeWhereADiskMayTakeItsTime()
+    {
+        DelegateDesk desk;
+        test::GatedExecutor disk;
+        AppDelegate patient{{desk.platform, desk.prefs, desk.alerts, desk.toast, desk.activity,
+                             desk.history, desk.output, desk.countdown, desk.controller,
+                             desk.drawer, desk.instance, disk.executor()}};
+        patient.openCapturesFolder();
+        sendAllPostedEvents();
+        QVERIFY(desk.opener.opened.isEmpty());
+        disk.run(0);
+        sendAllPostedEvents();
+        QCOMPARE(desk.opener.opened.size(), 1);
+    }
+
+    void anotherCopyReachesWhatTheMenuOffers()
+    {
+        DelegateDesk desk;
+        const InstanceAnswer settings = desk.delegate.answer({{"settings"}, {}});
+        QCOMPARE(settings.reply, InstanceReply());
+        QVERIFY(!desk.delegate.settings().window());
+        settings.carryOut();
+        QVERIFY(desk.delegate.settings().window());
+        desk.delegate.answer({{"about"}, {}}).carryOut();
+        QVERIFY(desk.lastShown<AboutPanel>());
+        desk.delegate.answer({{"folder"}, {}}).carryOut();
+        sendAllPostedEvents();
+        QCOMPARE(desk.opener.opened.size(), 1);
+        desk.delegate.answer({{"fullScreen", "--delay", "5"}, {}}).carryOut();
+        QCOMPARE(desk.countdown.remaining(), 5);
+        QCOMPARE(desk.grabber.calls, 0);
+        desk.delegate.answer({{"quit"}, {}}).carryOut();
+        QTRY_COMPARE(desk.activity.stage, Activity::Stage::left);
+    }
+
+    void whileACaptureRunsOnlyTheEndCanBeAskedFor()
+    {
+        DelegateDesk desk;
+        desk.controller.begin();
+        for (const char* word : {"settings", "about", "folder"}) {
+            const InstanceAnswer refused = desk.delegate.answer({{word}, {}});
+            QCOMPARE(refused.reply.exitCode, 4);
+            QVERIFY(!refused.carryOut);
+        }
+        const InstanceAnswer end = desk.delegate.answer({{"quit"}, {}});
+        QCOMPARE(end.reply.exitCode, 0);
+        end.carryOut();
+        QTRY_COMPARE(desk.activity.stage, Activity::Stage::left);
     }
 
     void theWelcomeIsShownOnceAndNeverAgain()

@@ -1,4 +1,4 @@
-// Covers CaptureAction.
+// Covers CaptureAction, ProgramAction.
 #include "shell/Commands.h"
 #include "support/TestCase.h"
 
@@ -22,6 +22,30 @@ private Q_SLOTS:
         QTest::newRow("full screen")
             << QStringLiteral("fullScreen") << action(CaptureAction::fullScreen);
         QTest::newRow("recents") << QStringLiteral("recents") << action(CaptureAction::recents);
+        const auto other = [](ProgramAction what) { return Command{.other = what}; };
+        QTest::newRow("settings") << QStringLiteral("settings") << other(ProgramAction::settings);
+        QTest::newRow("folder") << QStringLiteral("folder") << other(ProgramAction::openFolder);
+        QTest::newRow("update") << QStringLiteral("update") << other(ProgramAction::update);
+        QTest::newRow("about") << QStringLiteral("about") << other(ProgramAction::about);
+        QTest::newRow("quit") << QStringLiteral("quit") << other(ProgramAction::quit);
+        QTest::newRow("an area later") << QStringLiteral("area --delay 3")
+                                       << Command{.action = CaptureAction::area, .delay = 3};
+        QTest::newRow("the option first")
+            << QStringLiteral("--delay 5 fullScreen")
+            << Command{.action = CaptureAction::fullScreen, .delay = 5};
+        QTest::newRow("its value attached") << QStringLiteral("area --delay=60")
+                                            << Command{.action = CaptureAction::area, .delay = 60};
+        QTest::newRow("no delay at all") << QStringLiteral("area --delay 0") << wrong("0");
+        QTest::newRow("too long a delay") << QStringLiteral("area --delay 61") << wrong("61");
+        QTest::newRow("no number") << QStringLiteral("area --delay tres") << wrong("tres");
+        QTest::newRow("no value") << QStringLiteral("area --delay") << wrong("--delay");
+        QTest::newRow("two delays")
+            << QStringLiteral("area --delay 3 --delay 5") << wrong("--delay");
+        QTest::newRow("recents later") << QStringLiteral("recents --delay 3") << wrong("--delay");
+        QTest::newRow("settings later") << QStringLiteral("settings --delay 3") << wrong("--delay");
+        QTest::newRow("a delay of nothing") << QStringLiteral("--delay 3") << wrong("--delay");
+        QTest::newRow("a capture and something else")
+            << QStringLiteral("area settings") << wrong("settings");
         QTest::newRow("version") << QStringLiteral("--version") << Command{.kind = Kind::version};
         QTest::newRow("help") << QStringLiteral("--help") << Command{.kind = Kind::help};
         QTest::newRow("help wins over an action")
@@ -61,6 +85,8 @@ private Q_SLOTS:
             Commands::parse(arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts));
         QCOMPARE(parsed.kind, expected.kind);
         QCOMPARE(parsed.action, expected.action);
+        QCOMPARE(parsed.delay, expected.delay);
+        QCOMPARE(parsed.other, expected.other);
         QCOMPARE(parsed.liveTest, expected.liveTest);
         QCOMPARE(parsed.wrongArgument, expected.wrongArgument);
     }
@@ -108,7 +134,9 @@ private Q_SLOTS:
     {
         for (const CaptureAction action : kAllCaptureActions)
             QVERIFY(Commands::usage().contains(rawValue(action)));
-        for (const char* option : {"--version", "--help", "--livetest", "--ports"})
+        for (const ProgramAction action : kAllProgramActions)
+            QVERIFY(Commands::usage().contains(rawValue(action)));
+        for (const char* option : {"--delay", "--version", "--help", "--livetest", "--ports"})
             QVERIFY(Commands::usage().contains(QString::fromLatin1(option)));
     }
 
