@@ -4,7 +4,7 @@ if(NOT TARGET brindlecam)
 endif()
 
 install(TARGETS brindlecam_launcher RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(TARGETS brindlecam RUNTIME DESTINATION ${BRINDLECAM_PROGRAM_FOLDER})
+install(TARGETS brindlecam brindlecam_fetch RUNTIME DESTINATION ${BRINDLECAM_PROGRAM_FOLDER})
 # A module of the program's own: the same folder on every system.
 install(TARGETS brindlecam_ocr LIBRARY DESTINATION ${BRINDLECAM_MODULE_FOLDER})
 install(FILES resources/io.halvick.Brindlecam.desktop
@@ -27,5 +27,5 @@ set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
   "fonts-inter, fonts-noto-color-emoji, qt6-translations-l10n, qt6-image-formats-plugins, \
-tesseract-ocr-spa, tesseract-ocr-eng, xdg-utils")
+tesseract-ocr-spa, tesseract-ocr-eng, xdg-utils, ca-certificates")
 include(CPack)

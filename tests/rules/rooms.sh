@@ -5,7 +5,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh" "$1"
 
 # From the ground up. A room inside another one's folder is a room of its own.
-order=(base pictures reading platform platform/unix platform/linux platform/x11 platform/factory
+order=(base feed pictures reading platform platform/unix platform/linux platform/x11 platform/factory
     preferences look notices history canvas pins capture long drawer settings shell)
 
 # Headers from outside that only these rooms may include.
