@@ -13,4 +13,10 @@ inline QString text(const char* spanish)
     return QCoreApplication::translate("Brindlecam", spanish);
 }
 
+/// The language of the interface: that of the installed catalogue, "es" without one.
+inline QString language()
+{
+    return text("es");
+}
+
 } // namespace brindlecam

@@ -5,6 +5,7 @@
 #include <functional>
 
 class QObject;
+class QUrl;
 
 namespace brindlecam {
 
@@ -24,6 +25,9 @@ public:
     /// Opens a file with the program that the user has for its kind; false when there is no such
     /// file or nothing could open it.
     virtual void openFile(const QString& path, QObject* context, Done done) = 0;
+
+    /// Opens a page of the web in the user's browser, where there is one. Nobody hears whether.
+    virtual void openPage(const QUrl& page) = 0;
 
     /// Shows a file in its folder, selected where the file manager can do that; false when there is
     /// no such file or nothing could show it.

@@ -9,10 +9,14 @@ namespace brindlecam {
 
 namespace {
 
-/// JSON has no bytes: they are stored as an object with this one key.
+// JSON has neither bytes nor dates: each is stored as an object with one key.
 QString base64Key()
 {
     return QStringLiteral("base64");
+}
+QString dateKey()
+{
+    return QStringLiteral("date");
 }
 
 } // namespace
@@ -66,6 +70,13 @@ std::optional<QByteArray> Defaults::data(const QString& key) const
     return QByteArray::fromBase64(encoded.toString().toLatin1());
 }
 
+std::optional<QDateTime> Defaults::date(const QString& key) const
+{
+    const QString written = value(key).toObject().value(dateKey()).toString();
+    const QDateTime date = QDateTime::fromString(written, Qt::ISODate).toUTC();
+    return date.isValid() ? std::optional(date) : std::nullopt;
+}
+
 bool Defaults::contains(const QString& key) const
 {
     return !value(key).isUndefined();
@@ -96,6 +107,11 @@ void Defaults::setString(const QString& key, const QString& value)
 void Defaults::setData(const QString& key, const QByteArray& value)
 {
     store(key, QJsonObject{{base64Key(), QString::fromLatin1(value.toBase64())}});
+}
+
+void Defaults::setDate(const QString& key, const QDateTime& value)
+{
+    store(key, QJsonObject{{dateKey(), value.toUTC().toString(Qt::ISODate)}});
 }
 
 void Defaults::remove(const QString& key)

@@ -3,6 +3,7 @@
 #include "preferences/SettingsFile.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
@@ -38,6 +39,8 @@ public:
     [[nodiscard]] std::optional<double> number(const QString& key) const;
     [[nodiscard]] std::optional<QString> string(const QString& key) const;
     [[nodiscard]] std::optional<QByteArray> data(const QString& key) const;
+    /// In UTC.
+    [[nodiscard]] std::optional<QDateTime> date(const QString& key) const;
     /// Whether anything at all is stored under the key.
     [[nodiscard]] bool contains(const QString& key) const;
 
@@ -46,6 +49,7 @@ public:
     void setNumber(const QString& key, double value);
     void setString(const QString& key, const QString& value);
     void setData(const QString& key, const QByteArray& value);
+    void setDate(const QString& key, const QDateTime& value);
     void remove(const QString& key);
 
     /// The folder that the file really lies in, where it is a link.

@@ -92,6 +92,11 @@ void LinuxFileOpener::openFile(const QString& path, QObject* context, Done done)
         answer(false);
 }
 
+void LinuxFileOpener::openPage(const QUrl& page)
+{
+    startOpener(page.toString(QUrl::FullyEncoded), [](bool) {});
+}
+
 void LinuxFileOpener::reveal(const QString& path, QObject* context, Done done)
 {
     const Answer answer = answerOnce(context, std::move(done));

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QUrl>
 
 #include <utility>
 
@@ -14,6 +15,7 @@ class FakeFileOpener final : public FileOpener {
 public:
     QStringList opened; ///< folders
     QStringList files;
+    QStringList pages;
     QStringList revealed;
     QStringList previewed;
     int previewsEnded = 0;
@@ -30,6 +32,7 @@ public:
         files << path;
         answer(context, std::move(done), succeeds);
     }
+    void openPage(const QUrl& page) override { pages << page.toString(); }
     void reveal(const QString& path, QObject* context, Done done) override
     {
         revealed << path;
