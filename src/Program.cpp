@@ -2,6 +2,7 @@
 
 #include "base/WorkPool.h"
 #include "platform/Platform.h"
+#include "preferences/Config.h"
 
 #include <QEventLoop>
 #include <QThreadPool>
@@ -37,8 +38,11 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
     , m_captureController({platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity,
                            m_captureFailure, m_countdown, m_pinnedCaptures, m_longCaptures,
                            m_drawer})
+    , m_feed(FeedProcess::standardProgram(), Config::updateFeedUrl().value_or(QUrl()),
+             QStringLiteral("Brindlecam/") + Updater::installedVersion())
+    , m_updater({m_prefs, m_alerts, *platform.fileOpener, m_activity, m_feed})
     , m_delegate({platform, m_prefs, m_alerts, m_toast, m_activity, m_history, m_output,
-                  m_countdown, m_captureController, m_drawer, instance, WorkPool::run})
+                  m_countdown, m_captureController, m_drawer, m_updater, instance, WorkPool::run})
 {
     QThreadPool::globalInstance()->setExpiryTimeout(static_cast<int>(kIdleThreadLife.count()));
 }

@@ -14,6 +14,8 @@
 #include "pins/PinnedCaptures.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
+#include "settings/FeedProcess.h"
+#include "settings/Updater.h"
 #include "shell/AppDelegate.h"
 
 namespace brindlecam {
@@ -33,6 +35,7 @@ public:
     [[nodiscard]] AppDelegate& delegate() { return m_delegate; }
     [[nodiscard]] CaptureController& captureController() { return m_captureController; }
     [[nodiscard]] RecentDrawer& recentDrawer() { return m_drawer; }
+    [[nodiscard]] Updater& updater() { return m_updater; }
     [[nodiscard]] PinnedCaptures& pinnedCaptures() { return m_pinnedCaptures; }
 
 private:
@@ -50,6 +53,8 @@ private:
     NoLongCaptures m_longCaptures;
     RecentDrawer m_drawer;
     CaptureController m_captureController;
+    FeedProcess m_feed;
+    Updater m_updater;
     AppDelegate m_delegate;
 };
 

@@ -1,11 +1,11 @@
 #include "shell/Actions.h"
 
 #include "base/Text.h"
+#include "preferences/Config.h"
 #include "preferences/Prefs.h"
 #include "shell/AppDelegate.h"
 
 #include <array>
-#include <utility>
 
 namespace brindlecam {
 
@@ -61,16 +61,6 @@ Action simple(const QString& title, const std::function<void()>& run)
     return {.title = title, .key = noKey, .canRun = always, .run = run, .runFromMenu = run};
 }
 
-/// What stands in the menu while its room is not built.
-Action notBuilt(const QString& title, std::function<std::optional<KeyCombo>()> key)
-{
-    return {.title = title,
-            .key = std::move(key),
-            .canRun = [] { return false; },
-            .run = [] {},
-            .runFromMenu = [] {}};
-}
-
 Action other(AppDelegate& delegate, ProgramAction id)
 {
     switch (id) {
@@ -83,8 +73,12 @@ Action other(AppDelegate& delegate, ProgramAction id)
         settings.key = [] { return KeyCombo{kCommaKey, commandModifier, QStringLiteral("⌘,")}; };
         return settings;
     }
-    case ProgramAction::update:
-        return notBuilt(AppDelegate::updateTitle(std::nullopt), noKey);
+    case ProgramAction::update: {
+        Action update = simple(AppDelegate::updateTitle(std::nullopt),
+                               [&delegate] { delegate.updateFromMenu(); });
+        update.canRun = [&delegate] { return delegate.mayBegin(); };
+        return update;
+    }
     case ProgramAction::about:
         return simple(text("Acerca de Brindlecam"), [&delegate] { delegate.showAbout(); });
     case ProgramAction::quit:
@@ -102,8 +96,10 @@ Actions makeActions(AppDelegate& delegate, const Prefs& prefs)
         all.captures.emplace(id, capture(delegate, prefs, id));
     for (const DelayedRow& row : kDelayed)
         all.delayed.push_back(delayed(delegate, row));
-    for (const ProgramAction id : kAllProgramActions)
-        all.others.emplace(id, other(delegate, id));
+    for (const ProgramAction id : kAllProgramActions) {
+        if (id != ProgramAction::update || Config::updateFeedUrl())
+            all.others.emplace(id, other(delegate, id));
+    }
     return all;
 }
 

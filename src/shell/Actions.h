@@ -31,6 +31,7 @@ struct Actions {
     /// By their ids, which settings, commands and the desktop file know.
     std::map<CaptureAction, Action> captures;
     std::vector<Action> delayed; ///< captures after a countdown
+    /// Without the search for new versions where there is no place to ask.
     std::map<ProgramAction, Action> others;
 };
 

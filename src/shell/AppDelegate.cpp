@@ -14,6 +14,7 @@
 #include "preferences/Config.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
+#include "settings/Updater.h"
 #include "shell/AboutPanel.h"
 #include "shell/Commands.h"
 #include "shell/SingleInstance.h"
@@ -55,14 +56,19 @@ void AppDelegate::start(const Command& command)
     if (!command.action || command.delay)
         m_rooms.captures.warmUp();
     showWelcomeIfFirstRun();
+    m_rooms.updater.onChange = [this] { refreshUpdateItem(); };
+    if (Config::updateFeedUrl())
+        m_rooms.updater.start();
     tidyFolders();
 }
 
 // Empty for a program that is just started.
 std::function<void()> AppDelegate::errand(const Command& command)
 {
-    if (command.other)
-        return m_actions.others.at(*command.other).run;
+    if (command.other) {
+        const auto found = m_actions.others.find(*command.other);
+        return found == m_actions.others.end() ? std::function<void()>() : found->second.run;
+    }
     if (command.action && command.delay)
         return [this, command] { captureDelayed(*command.action, *command.delay); };
     return command.action ? m_actions.captures.at(*command.action).run : std::function<void()>();
@@ -184,13 +190,13 @@ InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
 
 InstanceAnswer AppDelegate::answerOther(ProgramAction id)
 {
-    const Action& action = m_actions.others.at(id);
-    if (!action.canRun())
+    const auto found = m_actions.others.find(id);
+    if (found == m_actions.others.end() || !found->second.canRun())
         return {Commands::notAvailableReply()};
     // Nothing of ours is to lie over a frozen screen, or in a recording.
     if (id != ProgramAction::quit && m_rooms.activity.any())
         return {Commands::busyReply()};
-    return {{}, action.run};
+    return {{}, found->second.run};
 }
 
 void AppDelegate::openCapturesFolder()
@@ -210,6 +216,22 @@ void AppDelegate::showSettings()
 {
     if (mayBegin())
         m_settings.show();
+}
+
+void AppDelegate::updateFromMenu()
+{
+    if (m_rooms.updater.available())
+        m_rooms.updater.openDownload();
+    else
+        m_rooms.updater.check(Updater::Asker::user);
+}
+
+void AppDelegate::refreshUpdateItem()
+{
+    const auto& newer = m_rooms.updater.available();
+    const QString title = updateTitle(newer ? std::optional(newer->version) : std::nullopt);
+    m_hostedMenu.setUpdateTitle(title);
+    m_ownMenu.setUpdateTitle(title);
 }
 
 void AppDelegate::showAbout()

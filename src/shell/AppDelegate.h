@@ -32,6 +32,7 @@ class Prefs;
 class RecentDrawer;
 class SingleInstance;
 class Toast;
+class Updater;
 struct Command;
 struct Platform;
 
@@ -54,6 +55,7 @@ public:
         Countdown& countdown;
         CaptureController& captures;
         RecentDrawer& drawer;
+        Updater& updater;
         SingleInstance& instance;
         Executor executor; ///< for what may wait for a disk
     };
@@ -87,6 +89,8 @@ public:
     void openCapturesFolder() override;
     /// Shows the settings, as they are now.
     void showSettings();
+    /// Opens the page of the newer version that is known, else looks for one.
+    void updateFromMenu();
     void showAbout();
     /// Says once and never again where the program lives.
     void showWelcomeIfFirstRun();
@@ -111,6 +115,7 @@ private:
     void leave();
     void noteDrawer();
     void toggleDrawer();
+    void refreshUpdateItem();
 
     Rooms m_rooms;
     const Background m_background;

@@ -54,7 +54,9 @@ StatusMenu::StatusMenu(const Actions& actions, KeyNaming naming)
     add(m_menu, actions.others.at(ProgramAction::openFolder));
     add(m_menu, actions.others.at(ProgramAction::settings));
     m_menu.addSeparator();
-    m_updateItem = add(m_menu, actions.others.at(ProgramAction::update));
+    if (const auto update = actions.others.find(ProgramAction::update);
+        update != actions.others.end())
+        m_updateItem = add(m_menu, update->second);
     add(m_menu, actions.others.at(ProgramAction::about));
     m_menu.addSeparator();
     add(m_menu, actions.others.at(ProgramAction::quit));
@@ -99,7 +101,8 @@ void StatusMenu::showKey(const Item& item) const
 
 void StatusMenu::setUpdateTitle(const QString& title)
 {
-    m_updateItem->setText(title);
+    if (m_updateItem)
+        m_updateItem->setText(title);
 }
 
 } // namespace brindlecam

@@ -42,7 +42,7 @@ private:
     QMenu m_menu;
     QMenu m_delayed;
     std::vector<Item> m_items;
-    QAction* m_updateItem = nullptr; ///< owned by the menu
+    QAction* m_updateItem = nullptr; ///< owned by the menu; null where nobody can be asked
 };
 
 } // namespace brindlecam

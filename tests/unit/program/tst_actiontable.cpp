@@ -185,7 +185,7 @@ private Q_SLOTS:
                                    "Abrir carpeta de capturas []\n"
                                    "Configuración… [Super+,]\n"
                                    "-\n"
-                                   "Buscar actualizaciones… [] off\n"
+                                   "Buscar actualizaciones… []\n"
                                    "Acerca de Brindlecam []\n"
                                    "-\n"
                                    "Salir []\n"

@@ -2,10 +2,12 @@
 
 #include "capture/CaptureFixture.h"
 #include "drawer/RecentDrawer.h"
+#include "settings/Updater.h"
 #include "shell/AppDelegate.h"
 #include "shell/SingleInstance.h"
 #include "support/FakeFileOpener.h"
 #include "support/FakeForeignPresses.h"
+#include "support/FakeReleaseFeed.h"
 
 namespace brindlecam::test {
 
@@ -16,8 +18,10 @@ struct DelegateDesk : CaptureFixture {
     SingleInstance instance{InstancePlace()};
     static void atOnce(const std::function<void()>& job) { job(); }
     RecentDrawer drawer{{platform, prefs, history, output, toast, alerts, activity, atOnce}};
+    FakeReleaseFeed feed;
+    Updater updater{{prefs, alerts, opener, activity, feed}};
     AppDelegate delegate{{platform, prefs, alerts, toast, activity, history, output, countdown,
-                          controller, drawer, instance, atOnce}};
+                          controller, drawer, updater, instance, atOnce}};
 
     /// The dialog that was shown last, if it is one of this kind.
     template <typename Dialog>

@@ -1,4 +1,5 @@
 #include "DelegateDesk.h"
+#include "preferences/Config.h"
 #include "shell/Actions.h"
 #include "support/TestCase.h"
 
@@ -57,7 +58,7 @@ private Q_SLOTS:
             QCOMPARE(desk.list.captures.at(id).title, title(id));
     }
 
-    void whatHasNoRoomCannotRun()
+    void everythingCanRunAtRest()
     {
         const ListDesk desk;
         QStringList expected{QStringLiteral("Capturar área"),
@@ -66,7 +67,10 @@ private Q_SLOTS:
         for (const Action& action : desk.list.delayed)
             expected << action.title;
         expected += kHarmless;
-        expected.insert(expected.indexOf(kHarmless.at(1)), QStringLiteral("Configuración…"));
+        const qsizetype about = expected.indexOf(kHarmless.at(1));
+        if (Config::updateFeedUrl())
+            expected.insert(about, QStringLiteral("Buscar actualizaciones…"));
+        expected.insert(about, QStringLiteral("Configuración…"));
         QCOMPARE(desk.runnable(), expected);
     }
 
@@ -77,14 +81,11 @@ private Q_SLOTS:
         QCOMPARE(desk.runnable(), kHarmless);
     }
 
-    void whatCannotRunDoesNothing()
+    void withoutAPlaceToAskThereIsNoSearchForNewVersions()
     {
-        ListDesk desk;
-        const Action& missing = desk.list.others.at(ProgramAction::update);
-        missing.run();
-        missing.runFromMenu();
-        QCOMPARE(desk.grabber.calls, 0);
-        QVERIFY(desk.panels.shown.empty());
+        const ListDesk desk;
+        QCOMPARE(desk.list.others.contains(ProgramAction::update),
+                 Config::updateFeedUrl().has_value());
     }
 
     void capturesBeginAtOnceButNotUnderAMenu()

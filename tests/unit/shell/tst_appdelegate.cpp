@@ -233,7 +233,7 @@ private Q_SLOTS:
         test::GatedExecutor disk;
         AppDelegate patient{{desk.platform, desk.prefs, desk.alerts, desk.toast, desk.activity,
                              desk.history, desk.output, desk.countdown, desk.controller,
-                             desk.drawer, desk.instance, disk.executor()}};
+                             desk.drawer, desk.updater, desk.instance, disk.executor()}};
         patient.openCapturesFolder();
         sendAllPostedEvents();
         QVERIFY(desk.opener.opened.isEmpty());
