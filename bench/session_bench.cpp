@@ -1,7 +1,7 @@
 // Measures the program from outside and prints the table of figures. Arguments choose the parts to
 // run (overlay, cold, marks, manymarks, clipboard, livecopy, text, textrest, pins, drawer,
-// rest, marksrest) and the sizes (1080p, 4k); without arguments everything is run. Ends with 1 when
-// a limit is missed.
+// settings, rest, marksrest) and the sizes (1080p, 4k); without arguments everything is run. Ends
+// with 1 when a limit is missed.
 #include "ClipboardRows.h"
 #include "DrawerRows.h"
 #include "Figures.h"
@@ -11,6 +11,7 @@
 #include "OverlayRows.h"
 #include "PinRows.h"
 #include "RestRows.h"
+#include "SettingsRows.h"
 #include "Stage.h"
 #include "TextRows.h"
 
@@ -31,7 +32,8 @@ const QStringList kParts{
     QStringLiteral("overlay"),   QStringLiteral("cold"),      QStringLiteral("marks"),
     QStringLiteral("manymarks"), QStringLiteral("clipboard"), QStringLiteral("livecopy"),
     QStringLiteral("text"),      QStringLiteral("textrest"),  QStringLiteral("pins"),
-    QStringLiteral("drawer"),    QStringLiteral("rest"),      QStringLiteral("marksrest")};
+    QStringLiteral("drawer"),    QStringLiteral("settings"),  QStringLiteral("rest"),
+    QStringLiteral("marksrest")};
 
 class Choice final {
 public:
@@ -105,6 +107,11 @@ void measure(const Size& size, const Choice& choice, Figures& figures)
     if (choice.part("drawer") && isSmall) {
         figures.begin(QStringLiteral("%1, drawer").arg(QLatin1String(size.name)));
         DrawerRows(stage, figures).run();
+    }
+    if (choice.part("settings") && isSmall) {
+        figures.begin(QStringLiteral("%1, settings").arg(QLatin1String(size.name)));
+        Stage own(size.pixels, Page::interface);
+        SettingsRows(own, figures).run();
     }
     if ((choice.part("text") || choice.part("textrest")) && isSmall) {
         figures.begin(QStringLiteral("%1, text").arg(QLatin1String(size.name)));

@@ -17,15 +17,15 @@ namespace brindlecam {
 namespace {
 
 // Points.
-constexpr int kRowSpacing = 10;
-constexpr int kColumnSpacing = 12;
-constexpr int kTitleSize = 13;
-constexpr int kWarningSize = 11;
+constexpr int kShortcutRowSpacing = 10;
+constexpr int kShortcutColumnSpacing = 12;
+constexpr int kShortcutTitleSize = 13;
+constexpr int kShortcutWarningSize = 11;
 
 WrappedText* makeWarning()
 {
     auto* warning = new WrappedText(QString(), SettingsLook::kColumnWidth);
-    warning->setFont(InterfaceFont::medium(kWarningSize));
+    warning->setFont(InterfaceFont::medium(kShortcutWarningSize));
     QPalette palette = warning->palette();
     palette.setColor(QPalette::WindowText, Appearance::warningText(palette));
     warning->setPalette(palette);
@@ -40,13 +40,13 @@ ShortcutSettings::ShortcutSettings(const Rooms& rooms)
     , m_warning(makeWarning())
 {
     auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(kColumnSpacing);
-    grid->setVerticalSpacing(kRowSpacing);
+    grid->setHorizontalSpacing(kShortcutColumnSpacing);
+    grid->setVerticalSpacing(kShortcutRowSpacing);
     int row = 0;
     for (const CaptureAction action : kAllCaptureActions) {
         auto* label = new QLabel(text("%1:").arg(title(action)));
         label->setTextFormat(Qt::PlainText);
-        label->setFont(InterfaceFont::regular(kTitleSize));
+        label->setFont(InterfaceFont::regular(kShortcutTitleSize));
         auto* recorder = new ShortcutRecorder(rooms.keys, rooms.naming, title(action));
         recorder->onChange = [this, action](const auto& combo) { changed(action, combo); };
         recorder->onRecording = [this] { m_rooms.host.releaseHotKeys(); };

@@ -7,16 +7,16 @@ namespace brindlecam {
 namespace {
 
 // Points.
-constexpr int kTitleSize = 11;
-constexpr int kHeight = 24;
-constexpr int kPadding = 11;
+constexpr int kSmallTitleSize = 11;
+constexpr int kSmallButtonHeight = 24;
+constexpr int kSmallButtonPadding = 11;
 
 } // namespace
 
 SmallButton::SmallButton(const QString& title, const QString& toolTip, QWidget* parent)
     : QPushButton(title, parent)
 {
-    setFont(InterfaceFont::regular(kTitleSize));
+    setFont(InterfaceFont::regular(kSmallTitleSize));
     setToolTip(toolTip);
     setAutoDefault(false);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -24,7 +24,7 @@ SmallButton::SmallButton(const QString& title, const QString& toolTip, QWidget* 
 
 QSize SmallButton::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(text()) + 2 * kPadding, kHeight};
+    return {fontMetrics().horizontalAdvance(text()) + 2 * kSmallButtonPadding, kSmallButtonHeight};
 }
 
 } // namespace brindlecam
