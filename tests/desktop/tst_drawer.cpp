@@ -202,6 +202,16 @@ private Q_SLOTS:
         QVERIFY(drawerIsGone());
     }
 
+    void aPressElsewhereClosesItAfterARemoval()
+    {
+        useDrawer({.accessibility = Accessibility::on});
+        QVERIFY(openDrawer());
+        QVERIFY(choose(0, "Quitar de recientes"));
+        QVERIFY(shows(0, kColours[1]));
+        input().click({100, 100});
+        QVERIFY(drawerIsGone());
+    }
+
     void keysOpenTheMenuOfTheFocusedTile()
     {
         useDrawer({.accessibility = Accessibility::on});

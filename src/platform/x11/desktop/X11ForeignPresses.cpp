@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace brindlecam {
 
@@ -67,21 +68,29 @@ bool pointerIsOnOurs()
 
 } // namespace
 
-/// A raw event does not tell where. If the pointer has left the place by the time it is asked, a
-/// window of ours has got the press itself: as an event of the same time, which has arrived with
-/// the pointer's answer at the latest.
-class X11ForeignPresses::Watch final : public PressWatch {
+/// Hears the presses for all who watch: the server tells a client or does not, whatever part of it
+/// asks. A raw event does not tell where. If the pointer has left the place by the time it is
+/// asked, a window of ours has got the press itself: as an event of the same time, which has
+/// arrived with the pointer's answer at the latest.
+class X11ForeignPresses::Ear final {
 public:
-    Watch(const std::shared_ptr<X11Events>& events, std::uint8_t extension,
-          std::function<void()> pressed)
+    using Pressed = std::function<void()>;
+
+    Ear(const std::shared_ptr<X11Events>& events, std::uint8_t extension)
         : m_extension(extension)
-        , m_pressed(std::move(pressed))
         , m_subscription(events->listen([this](const auto& event) { return handle(event); }))
     {
     }
-    ~Watch() override { (void)select(false); }
-    Watch(const Watch&) = delete;
-    Watch& operator=(const Watch&) = delete;
+    ~Ear() { (void)select(false); }
+    Ear(const Ear&) = delete;
+    Ear& operator=(const Ear&) = delete;
+
+    /// As long as the caller keeps it.
+    void tell(const std::shared_ptr<const Pressed>& pressed)
+    {
+        std::erase_if(m_told, [](const auto& known) { return known.expired(); });
+        m_told.push_back(pressed);
+    }
 
 private:
     X11Events::Verdict handle(const xcb_generic_event_t& event)
@@ -111,19 +120,37 @@ private:
             m_suspect.reset();
     }
 
+    // Whoever is told may end this, and others who would be.
     void decide()
     {
         if (!std::exchange(m_suspect, std::nullopt))
             return;
-        const auto pressed = m_pressed; // may end this
-        pressed();
+        const auto told = m_told;
+        for (const auto& pressed : told) {
+            if (const auto listening = pressed.lock())
+                (*listening)();
+        }
     }
 
     const std::uint8_t m_extension;
-    const std::function<void()> m_pressed;
+    std::vector<std::weak_ptr<const Pressed>> m_told;
     std::optional<xcb_timestamp_t> m_suspect; ///< a press that was not ours, as far as we know
     QObject m_context;
     X11Events::Subscription m_subscription;
+};
+
+class X11ForeignPresses::Watch final : public PressWatch {
+public:
+    Watch(std::shared_ptr<Ear> ear, std::function<void()> pressed)
+        : m_ear(std::move(ear))
+        , m_pressed(std::make_shared<const std::function<void()>>(std::move(pressed)))
+    {
+        m_ear->tell(m_pressed);
+    }
+
+private:
+    const std::shared_ptr<Ear> m_ear;
+    const std::shared_ptr<const std::function<void()>> m_pressed;
 };
 
 X11ForeignPresses::X11ForeignPresses(std::shared_ptr<X11Events> events)
@@ -133,10 +160,15 @@ X11ForeignPresses::X11ForeignPresses(std::shared_ptr<X11Events> events)
 
 std::unique_ptr<PressWatch> X11ForeignPresses::watch(std::function<void()> pressed)
 {
-    const std::uint8_t extension = inputExtension();
-    if (extension == 0 || !select(true))
-        return nullptr;
-    return std::make_unique<Watch>(m_events, extension, std::move(pressed));
+    auto ear = m_ear.lock();
+    if (!ear) {
+        const std::uint8_t extension = inputExtension();
+        if (extension == 0 || !select(true))
+            return nullptr;
+        ear = std::make_shared<Ear>(m_events, extension);
+        m_ear = ear;
+    }
+    return std::make_unique<Watch>(std::move(ear), std::move(pressed));
 }
 
 } // namespace brindlecam
