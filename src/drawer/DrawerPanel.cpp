@@ -124,6 +124,14 @@ void DrawerPanel::cut()
     setMask(QRegion(path.toFillPolygon().toPolygon()));
 }
 
+// As a disabled widget, which takes its children along: no key, no press and no assistive
+// technology reaches them.
+void DrawerPanel::retire()
+{
+    onLeft = {};
+    setEnabled(false);
+}
+
 void DrawerPanel::resizeEvent(QResizeEvent*)
 {
     cut();
@@ -182,7 +190,7 @@ void DrawerPanel::keyPressEvent(QKeyEvent* event)
 // There are two stops: the row, in which arrows walk, and the button.
 bool DrawerPanel::focusNextPrevChild(bool)
 {
-    if (m_row->captureTiles().empty())
+    if (m_row->captureTiles().empty() || !isEnabled()) // Qt asks while it disables it
         return false;
     if (m_clear->hasFocus() || !m_row->focusedTile())
         m_row->focusTile(0);

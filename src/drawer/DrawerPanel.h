@@ -37,6 +37,9 @@ public:
     /// Whether it may be translucent from now on, or has to be cut and opaque.
     void setBlends(bool blends);
 
+    /// It is about to go: from now on it hears of nothing, and neither does whoever made it.
+    void retire();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

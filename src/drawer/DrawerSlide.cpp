@@ -54,6 +54,7 @@ void DrawerSlide::in(DrawerPanel& panel, const DrawerGeometry::Places& places)
 
 void DrawerSlide::out(std::unique_ptr<DrawerPanel> panel, const DrawerGeometry::Places& places)
 {
+    panel->retire();
     const double reached =
         m_in.state() == QAbstractAnimation::Running ? m_in.currentValue().toDouble() : 1.0;
     m_in.stop();
@@ -110,6 +111,7 @@ void DrawerSlide::setDragging(bool dragging)
 
 void DrawerSlide::discard(std::unique_ptr<DrawerPanel> panel)
 {
+    panel->retire();
     panel->hide();
     if (m_dragging)
         m_kept.push_back(std::move(panel));

@@ -13,8 +13,8 @@ namespace brindlecam {
 class DrawerPanel;
 class Panels;
 
-/// Moves drawers into sight and out of it; what goes out is its own until it is gone. Main thread;
-/// borrows the port.
+/// Moves drawers into sight and out of it; what goes out is its own until it is gone, and hears of
+/// nothing any more. Main thread; borrows the port.
 class DrawerSlide final : public QObject {
     Q_OBJECT
 

@@ -229,7 +229,6 @@ void RecentDrawer::close(Focus focus)
         m_rooms.platform.frontApplication->giveBack();
     if (!m_panel)
         return;
-    m_panel->onLeft = {};
     m_slide.out(std::move(m_panel), m_places);
 }
 
@@ -248,7 +247,6 @@ void RecentDrawer::discardPanel()
 {
     if (!m_panel)
         return;
-    m_panel->onLeft = {};
     m_tip.dismiss();
     m_slide.cutShort();
     m_slide.discard(std::move(m_panel));

@@ -55,6 +55,53 @@ private Q_SLOTS:
         QCOMPARE(f.front.givenBack, 1);
     }
 
+    void hearsNothingOnItsWayOut()
+    {
+        DrawerFixture f;
+        f.addMany(2);
+        f.open();
+        f.panel().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&f.panel()));
+        f.key(Qt::Key_Right);
+        const QPointer<DrawerPanel> panel(&f.panel());
+        CaptureTile& tile = f.tile();
+        DrawerButton* const clear = panel->findChild<DrawerButton*>();
+        const QImage before = panel->grab().toImage();
+        f.drawer.hide();
+        for (QWidget* const target : std::vector<QWidget*>{panel, &tile, clear}) {
+            for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Delete, Qt::Key_Right,
+                                      Qt::Key_Tab, Qt::Key_Escape})
+                test::sendKey(*target, key);
+            test::sendClick(*target);
+            QContextMenuEvent menu(QContextMenuEvent::Mouse, {20, 10}, {20, 10}, Qt::NoModifier);
+            QCoreApplication::sendEvent(target, &menu);
+        }
+        test::sendAllPostedEvents();
+        QVERIFY(panel && panel->isVisible());
+        QVERIFY(!f.drawer.isOpen());
+        QVERIFY(f.opener.previewed.isEmpty());
+        QVERIFY(!f.question());
+        QVERIFY(f.panels.menus.empty());
+        QCOMPARE(f.pasteboard.changes, 0);
+        QCOMPARE(f.history.items().size(), 2);
+        // Nor can it be seen by anything but the mark of the tile that had the keys.
+        const QRect others = panel->rect().adjusted(300, 0, 0, 0);
+        QCOMPARE(panel->grab(others).toImage(), before.copy(others));
+    }
+
+    void standsStillOnItsWayOut()
+    {
+        DrawerFixture f;
+        f.addMany(12);
+        f.open();
+        f.panel().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&f.panel()));
+        const QPointer<DrawerPanel> panel(&f.panel());
+        panel->row().scrollTo(400);
+        f.drawer.hide();
+        QCOMPARE(panel->row().scrolled(), 400.0);
+    }
+
     void aPressInAnotherProgramClosesItAndLeavesTheFocusThere()
     {
         DrawerFixture f;
