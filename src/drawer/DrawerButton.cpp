@@ -71,13 +71,16 @@ void DrawerButton::leaveEvent(QEvent*)
 
 void DrawerButton::keyPressEvent(QKeyEvent* event)
 {
-    // Return presses it, too; the rest is the panel's.
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else if (event->key() == Qt::Key_Space)
+    // Return presses it, too; the rest is the panel's. One that is held does so once: what it opens
+    // would get the next, as its answer.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!event->isAutoRepeat())
+            click();
+    } else if (event->key() == Qt::Key_Space) {
         QAbstractButton::keyPressEvent(event);
-    else
+    } else {
         event->ignore();
+    }
 }
 
 } // namespace brindlecam

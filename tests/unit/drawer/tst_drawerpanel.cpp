@@ -143,6 +143,30 @@ private Q_SLOTS:
         QCOMPARE(desk.clear()->focusPolicy(), Qt::TabFocus); // a click leaves the keys alone
     }
 
+    void aKeyThatIsHeldAsksOnce_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("return") << Qt::Key_Return;
+        QTest::newRow("enter") << Qt::Key_Enter;
+        QTest::newRow("space") << Qt::Key_Space;
+    }
+    void aKeyThatIsHeldAsksOnce()
+    {
+        QFETCH(Qt::Key, key);
+        PanelDesk desk;
+        int asked = 0;
+        desk.panel.onClear = [&asked] { ++asked; };
+        QTest::keyPress(desk.clear(), key);
+        for (int i = 0; i < 3; ++i) {
+            for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+                QKeyEvent repeat(type, key, Qt::NoModifier, QString(), true);
+                QCoreApplication::sendEvent(desk.clear(), &repeat);
+            }
+        }
+        QTest::keyRelease(desk.clear(), key);
+        QCOMPARE(asked, 1);
+    }
+
     void buttonIsLighterUnderThePointer()
     {
         PanelDesk desk;
