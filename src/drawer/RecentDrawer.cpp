@@ -64,6 +64,7 @@ void RecentDrawer::show()
     if (!screen)
         return;
     m_rooms.platform.frontApplication->remember();
+    m_patience.stop(); // of one that was about to open
     m_opening = Opening{.screen = *screen};
     m_loader = std::make_unique<TileLoader>(m_rooms.history.folders(), m_rooms.executor);
     m_loader->list([this](std::vector<TileLoader::Entry> entries) { listed(std::move(entries)); });

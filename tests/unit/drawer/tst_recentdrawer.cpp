@@ -136,6 +136,29 @@ private Q_SLOTS:
         QVERIFY(f.tile(2).accessibleName().contains(QStringLiteral("×")));
     }
 
+    void beginsAnewWhenAskedAgainWhileItWaits()
+    {
+        DrawerFixture f;
+        f.addMany(3);
+        test::GatedExecutor gate;
+        f.executor = gate.executor();
+        f.drawer.show();
+        gate.run(0); // the list
+        test::sendAllPostedEvents();
+        QCOMPARE(gate.jobs.size(), std::size_t(3)); // it waits for these
+        f.drawer.show();
+        QTest::qWait(40); // longer than it would have waited
+        QVERIFY(f.drawer.isOpen());
+        QVERIFY(!f.drawer.panel());
+        while (!gate.jobs.empty()) {
+            gate.run(0);
+            test::sendAllPostedEvents();
+        }
+        QVERIFY(f.drawer.panel());
+        QCOMPARE(f.tiles().size(), std::size_t(3));
+        QVERIFY(f.tile(2).accessibleName().contains(QStringLiteral("×")));
+    }
+
     void opensAtOnceWhenAllInSightAreThere()
     {
         DrawerFixture f;
