@@ -18,6 +18,15 @@ constexpr int kBase = 36;
 // No write takes that long, not even on a slow disk of another machine.
 constexpr std::chrono::hours kAbandoned{1};
 
+QFileInfoList unfinished(const QString& folder)
+{
+    QFileInfoList files =
+        QDir(folder).entryInfoList({QStringLiteral(".brindlecam-*.part")},
+                                   QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Unsorted);
+    files.removeIf([](const QFileInfo& file) { return !isName(file.fileName()); });
+    return files;
+}
+
 } // namespace
 
 QString newName()
@@ -36,14 +45,16 @@ bool isName(const QString& name)
 
 void removeAbandoned(const QString& folder, const QDateTime& now)
 {
-    const QFileInfoList files =
-        QDir(folder).entryInfoList({QStringLiteral(".brindlecam-*.part")},
-                                   QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Unsorted);
-    for (const QFileInfo& file : files) {
-        if (isName(file.fileName()) && file.ownerId() == geteuid() &&
-            file.lastModified().addDuration(kAbandoned) < now)
+    for (const QFileInfo& file : unfinished(folder)) {
+        if (file.ownerId() == geteuid() && file.lastModified().addDuration(kAbandoned) < now)
             QFile::remove(file.filePath());
     }
+}
+
+void removeAll(const QString& folder)
+{
+    for (const QFileInfo& file : unfinished(folder))
+        QFile::remove(file.filePath());
 }
 
 } // namespace brindlecam::UnfinishedFiles

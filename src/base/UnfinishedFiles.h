@@ -20,6 +20,9 @@ namespace UnfinishedFiles {
 /// as the disk does.
 void removeAbandoned(const QString& folder, const QDateTime& now);
 
+/// Removes all of them from the folder, old or not: whoever still writes one fails.
+void removeAll(const QString& folder);
+
 } // namespace UnfinishedFiles
 
 } // namespace brindlecam

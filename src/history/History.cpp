@@ -96,16 +96,12 @@ QStringList History::items() const
 
 int History::clear() const
 {
-    const QStringList all = fileNames();
-    const QStringList listed = HistoryNames::entries(all);
+    const QStringList listed = HistoryNames::entries(fileNames());
     for (const QString& name : listed)
         QFile::remove(path(name));
     // Pictures the user wants gone must not survive in what a killed program left half written.
-    for (const QString& name : all) {
-        if (UnfinishedFiles::isName(name))
-            QFile::remove(path(name));
-    }
-    m_thumbnails.prune({});
+    UnfinishedFiles::removeAll(m_folder);
+    m_thumbnails.clear();
     return static_cast<int>(listed.size());
 }
 

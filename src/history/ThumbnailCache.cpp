@@ -1,5 +1,6 @@
 #include "history/ThumbnailCache.h"
 
+#include "base/UnfinishedFiles.h"
 #include "base/WholeFile.h"
 #include "history/HistoryNames.h"
 #include "pictures/PngWriter.h"
@@ -89,8 +90,7 @@ std::optional<Thumbnail> ThumbnailCache::load(const QString& entry, const Stamp&
         if (!name.startsWith(wanted))
             continue;
         const auto label = labelOf(name);
-        if (!label || label->entry != wanted || label->stamp.bytes != stamp.bytes ||
-            label->stamp.milliseconds != stamp.milliseconds || label->pixels.isEmpty())
+        if (!label || label->entry != wanted || label->stamp != stamp || label->pixels.isEmpty())
             continue;
         auto kept = Thumbnail::ofFile(m_folder + QLatin1Char('/') + name, most);
         if (!kept)
@@ -108,10 +108,16 @@ void ThumbnailCache::store(const QString& entry, const Stamp& stamp,
         return;
     makeOwnFolder(m_folder);
     const QString kept = nameOf({fileName(entry), stamp, thumbnail.pixels});
+    const QString path = m_folder + QLatin1Char('/') + kept;
     const QByteArray png =
         PngWriter::encode(thumbnail.image, {.effort = PngWriter::Effort::quick, .cancelled = {}});
-    if (png.isEmpty() || !writeWhole(m_folder + QLatin1Char('/') + kept, png, Readers::ownerOnly))
+    if (png.isEmpty() || !writeWhole(path, png, Readers::ownerOnly))
         return;
+    // Afterwards: whoever removes an entry looks for its thumbnail last.
+    if (stampOf(entry) != stamp) {
+        QFile::remove(path);
+        return;
+    }
     for (const QString& name : fileNames()) {
         const auto label = labelOf(name);
         if (label && label->entry == fileName(entry) && name != kept)
@@ -129,6 +135,13 @@ void ThumbnailCache::prune(const QStringList& entries) const
         if (label && !stay.contains(label->entry))
             QFile::remove(m_folder + QLatin1Char('/') + name);
     }
+}
+
+void ThumbnailCache::clear() const
+{
+    prune({});
+    if (!m_folder.isEmpty())
+        UnfinishedFiles::removeAll(m_folder);
 }
 
 } // namespace brindlecam

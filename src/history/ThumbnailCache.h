@@ -28,6 +28,8 @@ public:
     struct Stamp {
         qint64 bytes = 0;
         qint64 milliseconds = 0; ///< since 1970, when it was written
+
+        bool operator==(const Stamp&) const = default;
     };
     /// None when there is no such file.
     [[nodiscard]] static std::optional<Stamp> stampOf(const QString& entry);
@@ -36,10 +38,13 @@ public:
     /// `most`.
     [[nodiscard]] std::optional<Thumbnail> load(const QString& entry, const Stamp& stamp,
                                                 QSize most) const;
-    /// Keeps it in place of any earlier one.
+    /// Keeps it in place of any earlier one, unless the entry's file is in another state by now, or
+    /// gone: what the user has removed leaves no picture behind.
     void store(const QString& entry, const Stamp& stamp, const Thumbnail& thumbnail) const;
     /// Removes those of all but these entries.
     void prune(const QStringList& entries) const;
+    /// Removes all of them, with what is half written.
+    void clear() const;
 
 private:
     [[nodiscard]] QStringList fileNames() const;

@@ -1,5 +1,6 @@
 // Covers ThumbnailCache.
 #include "HistoryFixture.h"
+#include "base/UnfinishedFiles.h"
 #include "history/ThumbnailCache.h"
 #include "pictures/PngWriter.h"
 #include "support/TestCase.h"
@@ -144,6 +145,38 @@ private Q_SLOTS:
         QCOMPARE(test::filesIn(thumbnails()).size(), 19);
         history().clear();
         QVERIFY(test::filesIn(thumbnails()).isEmpty());
+    }
+
+    void whatIsMadeOfAnEntryThatIsGoneByThenIsNotKept_data()
+    {
+        QTest::addColumn<bool>("replaced");
+        QTest::newRow("gone") << false;
+        QTest::newRow("another in its place") << true;
+    }
+    void whatIsMadeOfAnEntryThatIsGoneByThenIsNotKept()
+    {
+        QFETCH(bool, replaced);
+        add();
+        const QString entry = newest();
+        const auto stamp = ThumbnailCache::stampOf(entry);
+        const auto thumbnail = history().thumbnail(entry, kAnySize);
+        QVERIFY(stamp && thumbnail);
+        history().remove(entry);
+        QVERIFY(test::filesIn(thumbnails()).isEmpty());
+        if (replaced)
+            test::put(entry, "something else");
+        // As whoever was decoding it meanwhile would.
+        ThumbnailCache(thumbnails()).store(entry, *stamp, *thumbnail);
+        QVERIFY(test::filesIn(thumbnails()).isEmpty());
+    }
+
+    void clearingTakesHalfWrittenOnesAlong()
+    {
+        add();
+        test::put(thumbnails() + QLatin1Char('/') + UnfinishedFiles::newName(), "half a picture");
+        test::put(thumbnails() + QStringLiteral("/.brindlecam-foto.part"));
+        history().clear();
+        QCOMPARE(test::filesIn(thumbnails()), QStringList{QStringLiteral(".brindlecam-foto.part")});
     }
 
     void tidyingTakesThoseOfEntriesThatWentWithoutUs()
