@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -197,6 +198,20 @@ bool DrawerPanel::focusNextPrevChild(bool)
     else
         m_clear->setFocus(Qt::TabFocusReason);
     return true;
+}
+
+void DrawerPanel::showEvent(QShowEvent*)
+{
+    windowHandle()->installEventFilter(this);
+}
+
+// Presses on the window, whichever child they are for.
+bool DrawerPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress && watched == windowHandle() && isEnabled() &&
+        onPressed)
+        onPressed();
+    return QWidget::eventFilter(watched, event);
 }
 
 void DrawerPanel::changeEvent(QEvent* event)

@@ -29,7 +29,8 @@ public:
     std::function<void()> onSpace;
     std::function<void(CaptureTile&)> onDelete; ///< of the tile that has the keys
     std::function<void()> onClear;
-    std::function<void()> onLeft; ///< another window has the keyboard
+    std::function<void()> onLeft;    ///< another window has the keyboard
+    std::function<void()> onPressed; ///< a button went down in it, whatever was under the pointer
 
     [[nodiscard]] TileRow& row() { return *m_row; }
     [[nodiscard]] const TileRow& row() const { return *m_row; }
@@ -45,6 +46,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
 private:

@@ -187,6 +187,7 @@ void RecentDrawer::watchForTheEnd()
     takeEscape();
     m_monitor = m_rooms.platform.foreignPresses->watch([this] { pressedElsewhere(); });
     m_panel->onLeft = [this] { keyboardLost(); };
+    m_panel->onPressed = [this] { takeKeyboardBack(); };
 }
 
 // A window manager that hears late of a question's end hands the keyboard to whoever had it before
@@ -199,6 +200,14 @@ void RecentDrawer::keyboardLost()
     } else if (!m_monitor) {
         pressedElsewhere();
     }
+}
+
+// Another program may have it by now, and gets it back in the end. The window manager gives the
+// panel nothing, as it has no part in it; Qt hears late of a loss, so that it is not asked.
+void RecentDrawer::takeKeyboardBack()
+{
+    m_rooms.platform.frontApplication->remember();
+    m_rooms.platform.panels->focus(*m_panel);
 }
 
 // Its own hot key, because the keyboard may be somewhere else by now.

@@ -92,6 +92,7 @@ private:
     void discardPanel();
     void pressedElsewhere();
     void keyboardLost();
+    void takeKeyboardBack();
     void screensChanged();
 
     void previewBySpace();

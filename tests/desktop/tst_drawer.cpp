@@ -38,6 +38,15 @@ private:
         input().click(found->pixels.center());
         return waitUntil([this] { return menus().empty(); });
     }
+    /// Gives this window the keyboard without a press.
+    [[nodiscard]] bool turnsTo(ClientWindow& window)
+    {
+        if (desktop().hasWindowManager())
+            desktop().pager().activate(window.id());
+        else
+            window.takeFocus();
+        return getsFocus(window);
+    }
 
 private Q_SLOTS:
     void comesAndGoesByKeyCommandAndEscape_data() { addSurroundings(); }
@@ -120,6 +129,41 @@ private Q_SLOTS:
         input().click(drawers().front().pixels.topLeft() + QPoint(300, 20), Button::right);
         QVERIFY(shows(0, kColours[0]));
         QVERIFY(drawerIsOpen());
+    }
+
+    void aPressOnItTakesTheKeyboardBack_data() { addSurroundings(); }
+    void aPressOnItTakesTheKeyboardBack()
+    {
+        useSurroundings();
+        const auto other = desktop().open({.pixels = {100, 100, 400, 300}});
+        QVERIFY(openDrawer());
+        QVERIFY(programHasKeyboard());
+        QVERIFY(turnsTo(*other)); // as to a file manager that shows a capture
+        QVERIFY(drawerIsOpen());
+        input().click(drawers().front().pixels.topLeft() + QPoint(300, 20));
+        QVERIFY(programHasKeyboard());
+        input().tap(Qt::Key_End);
+        input().tap(Qt::Key_Return);
+        QVERIFY(isPastedEntry(kColours[2]));
+        QVERIFY(drawerIsGone());
+        QVERIFY(getsFocus(*other));
+    }
+
+    void aClickOnATileGivesTheKeyboardBackToWhoeverHadItThen_data() { addSurroundings(); }
+    void aClickOnATileGivesTheKeyboardBackToWhoeverHadItThen()
+    {
+        useSurroundings();
+        const auto before = desktop().open({.pixels = {520, 100, 200, 300}});
+        const auto other = desktop().open({.pixels = {100, 100, 400, 300}});
+        QVERIFY(turnsTo(*before));
+        QVERIFY(openDrawer());
+        QVERIFY(programHasKeyboard());
+        QVERIFY(turnsTo(*other));
+        QVERIFY(shows(1, kColours[1]));
+        input().click(tile(1).center());
+        QVERIFY(isPastedEntry(kColours[1]));
+        QVERIFY(drawerIsGone());
+        QVERIFY(getsFocus(*other));
     }
 
     void isInNoCapture_data() { addSurroundings(); }
