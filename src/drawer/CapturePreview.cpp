@@ -31,9 +31,10 @@ void CapturePreview::show(const QString& path, const ScreenInfo& screen)
 {
     discardWindow();
     m_asked = std::make_unique<QObject>();
+    m_elsewhere = Elsewhere::asked;
     m_platform.fileOpener->preview(path, m_asked.get(), [this, path, screen](bool shown) {
-        m_elsewhere = shown;
-        if (!shown)
+        const auto before = std::exchange(m_elsewhere, shown ? Elsewhere::shown : Elsewhere::none);
+        if (!shown && before == Elsewhere::asked)
             showHere(path, screen);
     });
 }
@@ -74,9 +75,9 @@ void CapturePreview::discardWindow()
 
 bool CapturePreview::leave()
 {
-    const bool shown = (m_window && m_window->isVisible()) || m_elsewhere;
+    const bool shown = (m_window && m_window->isVisible()) || m_elsewhere == Elsewhere::shown;
     m_asked.reset();
-    if (std::exchange(m_elsewhere, false))
+    if (std::exchange(m_elsewhere, Elsewhere::none) != Elsewhere::none)
         m_platform.fileOpener->endPreview();
     discardWindow();
     return shown;

@@ -44,7 +44,8 @@ private:
     const Executor m_executor;
     std::unique_ptr<QObject> m_asked; ///< context of a question to the desktop
     std::unique_ptr<PreviewWindow> m_window;
-    bool m_elsewhere = false; ///< the desktop shows one, as far as we know
+    enum class Elsewhere { none, asked, shown }; ///< as far as we know
+    Elsewhere m_elsewhere = Elsewhere::none;     ///< the desktop's own preview
 };
 
 } // namespace brindlecam

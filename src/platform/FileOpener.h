@@ -34,10 +34,10 @@ public:
     virtual void reveal(const QString& path, QObject* context, Done done) = 0;
 
     /// Shows a file large, in the way that this desktop has for it; false when it has none, and the
-    /// program shows it by itself.
+    /// program shows it by itself. After true false may follow: whoever showed it has gone.
     virtual void preview(const QString& path, QObject* context, Done done) = 0;
 
-    /// Takes that off the screen again, if it is there.
+    /// Takes that off the screen again, if it is there or comes only now.
     virtual void endPreview() = 0;
 };
 

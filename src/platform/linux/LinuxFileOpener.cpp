@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
 #include <QFileInfo>
 #include <QPointer>
 #include <QProcess>
@@ -43,11 +44,13 @@ QString urlOf(const QString& path)
     return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
 }
 
+const auto kPreviewer = QStringLiteral("org.gnome.NautilusPreviewer");
+
 QDBusMessage previewerCall(const char* method)
 {
-    const QString previewer = QStringLiteral("org.gnome.NautilusPreviewer");
-    return QDBusMessage::createMethodCall(previewer, QStringLiteral("/org/gnome/NautilusPreviewer"),
-                                          previewer, QString::fromLatin1(method));
+    return QDBusMessage::createMethodCall(kPreviewer,
+                                          QStringLiteral("/org/gnome/NautilusPreviewer"),
+                                          kPreviewer, QString::fromLatin1(method));
 }
 
 } // namespace
@@ -145,17 +148,49 @@ void LinuxFileOpener::preview(const QString& path, QObject* context, Done done)
     constexpr bool kStays = false;
     QDBusMessage message = previewerCall("ShowFile");
     message << urlOf(path) << kNoParent << kStays;
-    const Answer answer = answerOnce(context, std::move(done));
-    call(message, [this, answer](bool shown) {
-        m_previewed = m_previewed || shown;
+    if (!m_previewer) {
+        m_previewer = new QDBusServiceWatcher(kPreviewer, QDBusConnection::sessionBus(),
+                                              QDBusServiceWatcher::WatchForUnregistration, this);
+        connect(m_previewer, &QDBusServiceWatcher::serviceUnregistered, this,
+                [this] { previewerIsGone(); });
+    }
+    m_previewWanted = true;
+    m_tellGone = [answer = answerOnce(context, done)] { answer(false); };
+    call(message, [this, answer = answerOnce(context, std::move(done))](bool shown) {
+        previewAnswered(shown);
         answer(shown);
     });
 }
 
+// A previewer that has to be started first may show what nobody wants to see any more by then.
+void LinuxFileOpener::previewAnswered(bool shown)
+{
+    if (!shown)
+        return;
+    m_previewed = m_previewWanted;
+    if (!m_previewWanted)
+        closePreview();
+}
+
 void LinuxFileOpener::endPreview()
 {
+    m_previewWanted = false;
     if (std::exchange(m_previewed, false))
-        call(previewerCall("Close"), [](bool) {});
+        closePreview();
+}
+
+void LinuxFileOpener::closePreview()
+{
+    QDBusMessage message = previewerCall("Close");
+    message.setAutoStartService(false); // one that is not there shows nothing
+    call(message, [](bool) {});
+}
+
+// It goes some time after the user has closed its window.
+void LinuxFileOpener::previewerIsGone()
+{
+    if (std::exchange(m_previewed, false))
+        m_tellGone();
 }
 
 void LinuxFileOpener::startOpener(const QString& path, const Answer& answer)

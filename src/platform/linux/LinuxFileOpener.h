@@ -7,6 +7,7 @@
 #include <chrono>
 
 class QDBusMessage;
+class QDBusServiceWatcher;
 
 namespace brindlecam {
 
@@ -44,8 +45,15 @@ private:
     void call(const QDBusMessage& message, const Answer& answer);
     void startOpener(const QString& path, const Answer& answer);
 
+    void previewAnswered(bool shown);
+    void closePreview();
+    void previewerIsGone();
+
     const Timing m_timing;
-    bool m_previewed = false; ///< something may be shown
+    bool m_previewWanted = false;     ///< since the latest call of preview(), until endPreview()
+    bool m_previewed = false;         ///< something may be shown
+    std::function<void()> m_tellGone; ///< whoever is interested in what is shown
+    QDBusServiceWatcher* m_previewer = nullptr; ///< a child; made for the first preview
 };
 
 } // namespace brindlecam

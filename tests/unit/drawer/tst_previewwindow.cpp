@@ -69,6 +69,32 @@ private Q_SLOTS:
         QCOMPARE(desk.opener.previewsEnded, 1);
     }
 
+    void isTakenBackBeforeTheDesktopHasAnswered()
+    {
+        PreviewDesk desk;
+        desk.opener.previews = true;
+        desk.opener.answersLate = true;
+        desk.show(desk.add());
+        QVERIFY(!desk.preview.leave()); // nothing could be seen
+        QCOMPARE(desk.opener.previewsEnded, 1);
+        desk.opener.answerPreview();
+        test::sendAllPostedEvents();
+        QVERIFY(!desk.preview.leave());
+        QCOMPARE(desk.opener.previewsEnded, 1);
+    }
+
+    void isNotThereOnceTheUserHasClosedIt()
+    {
+        PreviewDesk desk;
+        desk.opener.previews = true;
+        desk.show(desk.add());
+        desk.opener.previewGoes();
+        test::sendAllPostedEvents();
+        QVERIFY(!desk.preview.window()); // it has been shown already
+        QVERIFY(!desk.preview.leave());
+        QCOMPARE(desk.opener.previewsEnded, 0);
+    }
+
     void isAWindowOfOursElsewhere()
     {
         PreviewDesk desk;

@@ -3,6 +3,7 @@
 #include "platform/FileOpener.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 #include <QUrl>
 
@@ -20,7 +21,8 @@ public:
     QStringList previewed;
     int previewsEnded = 0;
     bool succeeds = true;
-    bool previews = false; ///< whether the desktop has a way to show files large
+    bool previews = false;    ///< whether the desktop has a way to show files large
+    bool answersLate = false; ///< only by answerPreview()
 
     void openFolder(const QString& path, QObject* context, Done done) override
     {
@@ -41,8 +43,17 @@ public:
     void preview(const QString& path, QObject* context, Done done) override
     {
         previewed << path;
-        answer(context, std::move(done), previews);
+        m_preview = [context = QPointer<QObject>(context), done](bool shown) {
+            if (context)
+                answer(context, done, shown);
+        };
+        if (!answersLate)
+            answerPreview();
     }
+    /// The desktop says whether it shows what it was asked for.
+    void answerPreview() const { m_preview(previews); }
+    /// The user has closed it.
+    void previewGoes() const { m_preview(false); }
     void endPreview() override { ++previewsEnded; }
 
 private:
@@ -51,6 +62,8 @@ private:
         QMetaObject::invokeMethod(
             context, [done = std::move(done), outcome] { done(outcome); }, Qt::QueuedConnection);
     }
+
+    Done m_preview;
 };
 
 } // namespace brindlecam::test

@@ -293,6 +293,47 @@ private Q_SLOTS:
         QCOMPARE(previewer.asked.size(), 5); // closed once
     }
 
+    void aPreviewThatNobodyWantsAnyMoreIsClosedWhenItComes()
+    {
+        if (!hasBus())
+            QSKIP("no session bus");
+        putPicture();
+        FakePreviewer previewer;
+        LinuxFileOpener opener;
+        opener.preview(picture(), this, noting());
+        opener.endPreview();
+        QTRY_COMPARE(previewer.asked.size(), 3);
+        QCOMPARE(previewer.asked.back(), QStringLiteral("close"));
+        // Not where another one has been asked for since.
+        previewer.asked.clear();
+        opener.preview(picture(), this, noting());
+        opener.endPreview();
+        opener.preview(picture(), this, noting());
+        QTRY_COMPARE(m_opened, std::optional(true));
+        QVERIFY(!previewer.asked.contains(QStringLiteral("close")));
+        opener.endPreview();
+        QTRY_COMPARE(previewer.asked.back(), QStringLiteral("close"));
+    }
+
+    void itIsSaidWhenThePreviewerGoes()
+    {
+        if (!hasBus())
+            QSKIP("no session bus");
+        putPicture();
+        LinuxFileOpener opener;
+        {
+            const FakePreviewer previewer;
+            opener.preview(picture(), this, noting());
+            QTRY_COMPARE(m_opened, std::optional(true));
+        }
+        QTRY_COMPARE(m_opened, std::optional(false));
+        FakePreviewer another;
+        opener.endPreview(); // there is none to be closed
+        opener.preview(picture(), this, noting());
+        QTRY_COMPARE(m_opened, std::optional(true));
+        QCOMPARE(another.asked.size(), 2);
+    }
+
     void withoutAPreviewerItIsSaid()
     {
         putPicture();
