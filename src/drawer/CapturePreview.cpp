@@ -73,12 +73,14 @@ void CapturePreview::discardWindow()
     m_window.release()->deleteLater();
 }
 
-bool CapturePreview::leave()
+bool CapturePreview::leave(ScreenCover::Focus focus)
 {
     const bool shown = (m_window && m_window->isVisible()) || m_elsewhere == Elsewhere::shown;
     m_asked.reset();
     if (std::exchange(m_elsewhere, Elsewhere::none) != Elsewhere::none)
         m_platform.fileOpener->endPreview();
+    if (focus == ScreenCover::Focus::goesBack && m_window && m_window->isActiveWindow())
+        m_platform.frontApplication->giveBack();
     discardWindow();
     return shown;
 }

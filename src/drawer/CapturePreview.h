@@ -2,6 +2,7 @@
 
 #include "base/Executor.h"
 #include "base/ScreenInfo.h"
+#include "capture/ScreenCover.h"
 
 #include <QObject>
 #include <QString>
@@ -26,8 +27,8 @@ public:
 
     /// Shows the file at this path, in place of what is shown.
     void show(const QString& path, const ScreenInfo& screen);
-    /// Takes it off the screen. Whether there was one.
-    bool leave();
+    /// Takes it off the screen, with the keyboard if our window has it. Whether there was one.
+    bool leave(ScreenCover::Focus focus);
 
     /// Our own window, or null.
     [[nodiscard]] PreviewWindow* window() const { return m_window.get(); }

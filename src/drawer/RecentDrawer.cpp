@@ -249,7 +249,7 @@ bool RecentDrawer::leave(Focus focus)
         QDrag::cancel();
     close(focus);
     const bool moving = m_slide.cutShort();
-    const bool preview = m_preview.leave();
+    const bool preview = m_preview.leave(focus);
     return tip || moving || preview;
 }
 

@@ -219,6 +219,8 @@ private Q_SLOTS:
     void aCaptureTakesThePreviewAway()
     {
         useDrawer();
+        const auto below = desktop().open({.pixels = {100, 100, 400, 300}});
+        QVERIFY(turnsTo(*below));
         const QImage before = screen().grabAtRest();
         QVERIFY(openDrawer());
         QVERIFY(programHasKeyboard());
@@ -229,6 +231,7 @@ private Q_SLOTS:
         QVERIFY(samePixels(pasted(), before));
         QVERIFY(toastIsGone());
         QVERIFY(dialogs().empty());
+        QVERIFY(getsFocus(*below));
     }
 
     void menuRemovesAndTheRestMovesUp()

@@ -38,6 +38,7 @@ struct PreviewDesk : DrawerFixture {
         preview.show(path, screen);
         test::sendAllPostedEvents();
     }
+    bool leave() { return preview.leave(ScreenCover::Focus::isTaken); }
     QString addGif(bool forEver)
     {
         history.add(gif(forEver), QStringLiteral("gif"));
@@ -63,9 +64,9 @@ private Q_SLOTS:
         desk.show(entry);
         QCOMPARE(desk.opener.previewed, QStringList{entry});
         QVERIFY(!desk.preview.window());
-        QVERIFY(desk.preview.leave());
+        QVERIFY(desk.leave());
         QCOMPARE(desk.opener.previewsEnded, 1);
-        QVERIFY(!desk.preview.leave());
+        QVERIFY(!desk.leave());
         QCOMPARE(desk.opener.previewsEnded, 1);
     }
 
@@ -75,11 +76,11 @@ private Q_SLOTS:
         desk.opener.previews = true;
         desk.opener.answersLate = true;
         desk.show(desk.add());
-        QVERIFY(!desk.preview.leave()); // nothing could be seen
+        QVERIFY(!desk.leave()); // nothing could be seen
         QCOMPARE(desk.opener.previewsEnded, 1);
         desk.opener.answerPreview();
         test::sendAllPostedEvents();
-        QVERIFY(!desk.preview.leave());
+        QVERIFY(!desk.leave());
         QCOMPARE(desk.opener.previewsEnded, 1);
     }
 
@@ -91,7 +92,7 @@ private Q_SLOTS:
         desk.opener.previewGoes();
         test::sendAllPostedEvents();
         QVERIFY(!desk.preview.window()); // it has been shown already
-        QVERIFY(!desk.preview.leave());
+        QVERIFY(!desk.leave());
         QCOMPARE(desk.opener.previewsEnded, 0);
     }
 
@@ -152,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(!desk.preview.window());
         QVERIFY(!window->isVisible());
         QCOMPARE(desk.front.givenBack, 1);
-        QVERIFY(!desk.preview.leave());
+        QVERIFY(!desk.leave());
     }
 
     void anotherOneTakesItsPlace()
@@ -189,21 +190,47 @@ private Q_SLOTS:
         PreviewDesk desk;
         desk.show(desk.add());
         QTRY_VERIFY(desk.window().isVisible());
-        QVERIFY(desk.preview.leave());
+        QVERIFY(desk.leave());
         QVERIFY(!desk.preview.window());
         QCOMPARE(desk.front.givenBack, 0); // the capture's business
         // Before the desktop has answered, and while the picture is being read.
         desk.preview.show(desk.add(), kDrawerScreen);
-        QVERIFY(!desk.preview.leave());
+        QVERIFY(!desk.leave());
         test::GatedExecutor gate;
         desk.executor = gate.executor();
         desk.show(desk.history.items().constFirst());
-        QVERIFY(!desk.preview.leave());
+        QVERIFY(!desk.leave());
         for (const auto& job : gate.jobs)
             job();
         test::sendAllPostedEvents();
         QVERIFY(!desk.preview.window());
         QCOMPARE(desk.panels.visibleNow(), 0);
+    }
+
+    void givesTheKeyboardBackWhereNobodyElseTakesIt_data()
+    {
+        QTest::addColumn<ScreenCover::Focus>("focus");
+        QTest::addColumn<bool>("active");
+        QTest::addColumn<int>("givenBack");
+        QTest::newRow("to whoever had it") << ScreenCover::Focus::goesBack << true << 1;
+        QTest::newRow("the capture takes it") << ScreenCover::Focus::isTaken << true << 0;
+        QTest::newRow("another window has it") << ScreenCover::Focus::goesBack << false << 0;
+    }
+    void givesTheKeyboardBackWhereNobodyElseTakesIt()
+    {
+        QFETCH(ScreenCover::Focus, focus);
+        QFETCH(bool, active);
+        QFETCH(int, givenBack);
+        PreviewDesk desk;
+        desk.show(desk.add());
+        QTRY_VERIFY(desk.window().isVisible());
+        QWidget other;
+        other.show();
+        QWidget& front = active ? static_cast<QWidget&>(desk.window()) : other;
+        front.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&front));
+        QVERIFY(desk.preview.leave(focus));
+        QCOMPARE(desk.front.givenBack, givenBack);
     }
 
     void animationsPlay()
