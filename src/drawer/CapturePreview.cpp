@@ -41,10 +41,15 @@ void CapturePreview::show(const QString& path, const ScreenInfo& screen)
 
 void CapturePreview::showHere(const QString& path, const ScreenInfo& screen)
 {
-    const QSizeF room = QSizeF(screen.visibleFrame.size()) / screen.scale * kShareOfScreen;
-    m_window = std::make_unique<PreviewWindow>(path, room, screen.scale, m_executor);
+    const QRect& free = screen.visibleFrame;
+    m_window = std::make_unique<PreviewWindow>(path, free.size() * kShareOfScreen, screen.scale,
+                                               m_executor);
     m_platform.panels->assume(*m_window, PanelRole::dialog, {});
-    m_window->onReady = [this] { m_platform.panels->show(*m_window, {}); };
+    m_window->onReady = [this, free] {
+        QRect place(QPoint(), m_window->pixels());
+        place.moveCenter(free.center());
+        m_platform.panels->show(*m_window, place);
+    };
     m_window->onFailed = [this, screen] { failed(screen); };
     m_window->onClosed = [this] { closed(); };
     m_window->load();

@@ -19,6 +19,9 @@ namespace {
 // Points.
 constexpr QSize kLeastPreview(320, 240);
 
+/// Pixels that a window may lack because it is counted in points.
+constexpr int kRounding = 1;
+
 const QColor kPreviewGround(30, 32, 35);
 
 /// What animations that name no time, or hardly any, are given everywhere.
@@ -85,11 +88,9 @@ private:
     }
 };
 
-PreviewWindow::PreviewWindow(const QString& path, QSizeF room, qreal scale,
-                             const Executor& executor)
-    : m_room(room)
-    , m_scale(scale)
-    , m_reading(std::make_shared<Reading>(path, (room * scale).toSize()))
+PreviewWindow::PreviewWindow(const QString& path, QSize room, qreal scale, const Executor& executor)
+    : m_scale(scale)
+    , m_reading(std::make_shared<Reading>(path, room))
     , m_background(executor)
 {
     setWindowTitle(QFileInfo(path).fileName());
@@ -133,9 +134,12 @@ void PreviewWindow::begin(const Frame& first)
         return;
     }
     m_shown = first;
-    const QSizeF points = QSizeF(first.image.size()) / m_scale;
-    resize(points.toSize().expandedTo(kLeastPreview));
     answer(onReady);
+}
+
+QSize PreviewWindow::pixels() const
+{
+    return m_shown.image.size().expandedTo((QSizeF(kLeastPreview) * m_scale).toSize());
 }
 
 // Nothing is read that nobody would see.
@@ -175,16 +179,21 @@ void PreviewWindow::hideEvent(QHideEvent*)
     m_end.stop();
 }
 
+// Pixel by pixel, unless the window manager or the user gives it less room.
 void PreviewWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), kPreviewGround);
     const DevicePixels pixels(painter);
     const QRect whole = pixels.nearest(QRectF(rect()));
-    const QSize size = m_shown.image.size();
-    painter.drawImage(whole.topLeft() + QPoint((whole.width() - size.width()) / 2,
-                                               (whole.height() - size.height()) / 2),
-                      m_shown.image);
+    QSize size = m_shown.image.size();
+    const QSize least = size - QSize(kRounding, kRounding);
+    if (whole.width() < least.width() || whole.height() < least.height())
+        size = size.scaled(whole.size(), Qt::KeepAspectRatio);
+    QRect place(QPoint(), size);
+    place.moveCenter(whole.center());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(place, m_shown.image);
 }
 
 void PreviewWindow::keyPressEvent(QKeyEvent* event)

@@ -20,18 +20,20 @@ class PreviewWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Of the file at this path, on a screen with so much room (points) and so many pixels per
+    /// Of the file at this path, on a screen with so much room (pixels) and so many pixels per
     /// point.
-    PreviewWindow(const QString& path, QSizeF room, qreal scale, const Executor& executor);
+    PreviewWindow(const QString& path, QSize room, qreal scale, const Executor& executor);
     ~PreviewWindow() override;
 
     // Filled by whoever makes it.
-    std::function<void()> onReady;  ///< the picture is there, and the window as large as it
+    std::function<void()> onReady;  ///< the picture is there
     std::function<void()> onFailed; ///< there is no picture in the file
     std::function<void()> onClosed; ///< by the user; may end it
 
     /// Reads the picture; onReady or onFailed follows.
     void load();
+    /// How many pixels it takes up with its picture.
+    [[nodiscard]] QSize pixels() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -53,7 +55,6 @@ private:
     void playOn();
     void present(const Frame& frame);
 
-    const QSizeF m_room;
     const qreal m_scale;
     const std::shared_ptr<Reading> m_reading;
     const Background m_background;

@@ -44,8 +44,8 @@ public:
     /// size by then; empty: nobody knows yet.
     virtual void assume(QWidget& widget, PanelRole role, const QRect& native) = 0;
 
-    /// Shows the widget so that it covers exactly this rectangle (dialogs: the window manager
-    /// places them; pass an empty rectangle).
+    /// Shows the widget so that it covers exactly this rectangle. A dialog with an empty one is
+    /// placed by the window manager, which may have its own mind about another one, too.
     virtual void show(QWidget& widget, const QRect& native) = 0;
 
     /// Shows the widget with this frame in it, faster than it could paint itself. `mayPaint` runs

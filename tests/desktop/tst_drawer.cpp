@@ -367,6 +367,43 @@ private Q_SLOTS:
         QVERIFY(drawerIsGone());
     }
 
+    void thePreviewComesWhereTheDrawerWas_data()
+    {
+        QTest::addColumn<QString>("scales");
+        for (const char* scales : {"LEFT=1;RIGHT=1", "LEFT=1;RIGHT=2", "LEFT=2;RIGHT=1"})
+            QTest::newRow(scales) << QString::fromLatin1(scales);
+    }
+    void thePreviewComesWhereTheDrawerWas()
+    {
+        QFETCH(QString, scales);
+        const QRect right(1000, 0, 1000, 800);
+        usePatternedDesktop({.screen = {.pixels = {2000, 800},
+                                        .monitors = {{QStringLiteral("LEFT"), {0, 0, 1000, 800}},
+                                                     {QStringLiteral("RIGHT"), right}}}});
+        program().environment().insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), scales);
+        const QSize picture(700, 500);
+        addEntry(kColours[0], picture);
+        input().moveTo({1500, 100});
+        startProgram();
+        pressHotKey(kRecentsKey);
+        QVERIFY(waitUntil([this] { return drawers().size() == 1; }));
+        QVERIFY(programHasKeyboard());
+        input().moveTo({500, 400});
+        input().tap(Qt::Key_Space);
+        QVERIFY(dialogOpens());
+        const QRect window = dialogs().front().pixels;
+        QVERIFY(right.contains(window));
+        QVERIFY((window.center() - right.center()).manhattanLength() < 40);
+        // Pixel by pixel.
+        QRect seen(QPoint(), picture);
+        seen.moveCenter(window.center());
+        QVERIFY(waitUntil([&] { return screen().pixel(seen.center()) == QColor(kColours[0]); }));
+        QCOMPARE(screen().pixel(seen.topLeft()), QColor(kColours[0]));
+        QCOMPARE(screen().pixel(seen.bottomRight()), QColor(kColours[0]));
+        QVERIFY(screen().pixel(seen.topLeft() - QPoint(2, 2)) != QColor(kColours[0]));
+        QVERIFY(screen().pixel(seen.bottomRight() + QPoint(2, 2)) != QColor(kColours[0]));
+    }
+
     void scrollsSidewaysByTheWheel()
     {
         useDrawer();

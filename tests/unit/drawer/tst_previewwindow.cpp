@@ -6,6 +6,8 @@
 
 #include <QPointer>
 
+#include <algorithm>
+
 namespace brindlecam {
 
 using test::DrawerFixture;
@@ -109,26 +111,78 @@ private Q_SLOTS:
         QCOMPARE(desk.window().accessibleName(), QStringLiteral("Captura en grande"));
     }
 
-    void fitsItsScreen_data()
+    void standsInTheMiddleOfItsScreen_data()
     {
         QTest::addColumn<ScreenInfo>("screen");
         QTest::addColumn<QSize>("picture");
-        QTest::addColumn<QSize>("window");
-        QTest::newRow("pixel by pixel") << kDrawerScreen << QSize(800, 600) << QSize(800, 600);
-        QTest::newRow("at scale 2 also") << kDenseScreen << QSize(1600, 1200) << QSize(800, 600);
-        QTest::newRow("a large one") << kDrawerScreen << QSize(3456, 1872) << QSize(1728, 936);
-        QTest::newRow("a tall one") << kDrawerScreen << QSize(1000, 9360) << QSize(320, 936);
-        QTest::newRow("a small one") << kDrawerScreen << QSize(20, 10) << QSize(320, 240);
+        QTest::addColumn<QRect>("place");
+        QTest::newRow("pixel by pixel")
+            << kDrawerScreen << QSize(800, 600) << QRect(560, 220, 800, 600);
+        QTest::newRow("at scale 2 also")
+            << kDenseScreen << QSize(1600, 1200) << QRect(2560, 300, 1600, 1200);
+        QTest::newRow("a large one")
+            << kDrawerScreen << QSize(3456, 1872) << QRect(96, 52, 1728, 936);
+        QTest::newRow("a tall one")
+            << kDrawerScreen << QSize(1000, 9360) << QRect(800, 52, 320, 936);
+        QTest::newRow("a small one") << kDrawerScreen << QSize(20, 10) << QRect(800, 400, 320, 240);
+        QTest::newRow("a small one at scale 2")
+            << kDenseScreen << QSize(20, 10) << QRect(3040, 660, 640, 480);
     }
-    void fitsItsScreen()
+    void standsInTheMiddleOfItsScreen()
     {
         QFETCH(ScreenInfo, screen);
         QFETCH(QSize, picture);
-        QFETCH(QSize, window);
+        QFETCH(QRect, place);
         PreviewDesk desk;
         desk.show(desk.add(picture), screen);
         QTRY_VERIFY(desk.window().isVisible());
-        QCOMPARE(desk.window().size(), window);
+        QCOMPARE(desk.panels.shown.back().native, place);
+    }
+
+    void showsAllOfItWhereThereIsLessRoom_data()
+    {
+        QTest::addColumn<QSize>("room");
+        QTest::addColumn<QRect>("seen");
+        QTest::newRow("as made") << QSize(700, 500) << QRect(0, 0, 700, 500);
+        QTest::newRow("a pixel less") << QSize(699, 499) << QRect(0, 0, 699, 499);
+        QTest::newRow("narrower") << QSize(350, 500) << QRect(0, 125, 350, 250);
+        QTest::newRow("half of it") << QSize(350, 250) << QRect(0, 0, 350, 250);
+        QTest::newRow("more") << QSize(900, 700) << QRect(100, 100, 700, 500);
+    }
+    void showsAllOfItWhereThereIsLessRoom()
+    {
+        QFETCH(QSize, room);
+        QFETCH(QRect, seen);
+        PreviewDesk desk;
+        desk.show(desk.add({700, 500}, Qt::green));
+        QTRY_VERIFY(desk.window().isVisible());
+        desk.window().resize(room);
+        const QImage look = desk.window().grab().toImage();
+        for (const QPoint corner :
+             {seen.topLeft(), seen.topRight(), seen.bottomLeft(), seen.bottomRight()})
+            QCOMPARE(look.pixelColor(corner), QColor(Qt::green));
+        const QPoint middle = seen.center();
+        for (const QPoint outside :
+             {QPoint(middle.x(), seen.top() - 1), QPoint(middle.x(), seen.bottom() + 1),
+              QPoint(seen.left() - 1, middle.y()), QPoint(seen.right() + 1, middle.y())})
+            QVERIFY(!look.rect().contains(outside) ||
+                    look.pixelColor(outside) != QColor(Qt::green));
+    }
+
+    void aSmallerPictureIsTheWholeOne()
+    {
+        PreviewDesk desk;
+        QImage halves(800, 400, QImage::Format_RGB32);
+        halves.fill(Qt::red);
+        for (int y = 0; y < 400; ++y)
+            std::fill_n(reinterpret_cast<QRgb*>(halves.scanLine(y)), 100, qRgb(0, 0, 255));
+        desk.history.add(PngWriter::encode(halves, {.cancelled = {}}), QStringLiteral("png"));
+        desk.show(desk.history.items().constFirst());
+        QTRY_VERIFY(desk.window().isVisible());
+        desk.window().resize(400, 200);
+        const QImage look = desk.window().grab().toImage();
+        QCOMPARE(look.pixelColor(40, 100), QColor(Qt::blue));
+        QCOMPARE(look.pixelColor(60, 100), QColor(Qt::red));
     }
 
     void closesBySpaceAndEscape_data()
