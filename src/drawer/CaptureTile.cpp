@@ -36,6 +36,10 @@ constexpr qreal kCaptionBaseline = 9; // above the lower edge
 constexpr qreal kDragInset = 8;
 constexpr qreal kClickStray = 4; // how far a click may move
 
+/// How much more room than a picture that was made for it a place may have, in pixels: it is
+/// rounded where it stands, and so was the picture.
+constexpr qreal kSparePixels = 2;
+
 constexpr int kArrivalMilliseconds = 120;
 
 const QColor kRestingCard = QColor::fromRgbF(0.16F, 0.16F, 0.16F, 0.9F);
@@ -67,7 +71,7 @@ CaptureTile::~CaptureTile() = default;
 QSize CaptureTile::thumbnailPixels(qreal scale)
 {
     const QSizeF room = DrawerGeometry::kPicture.size() * scale;
-    return {static_cast<int>(std::ceil(room.width())), static_cast<int>(std::ceil(room.height()))};
+    return {static_cast<int>(room.width()), static_cast<int>(room.height())};
 }
 
 void CaptureTile::setCaption(QSize pixels)
@@ -95,7 +99,7 @@ void CaptureTile::paintEvent(QPaintEvent*)
     paintCard(painter);
     if (m_arrival.state() == QAbstractAnimation::Running)
         painter.setOpacity(m_arrival.currentValue().toDouble());
-    paintPicture(painter, DrawerGeometry::kPicture);
+    paintPicture(painter, m_picture, DrawerGeometry::kPicture);
     painter.setOpacity(1);
     paintCaption(painter);
 }
@@ -109,21 +113,23 @@ void CaptureTile::paintCard(QPainter& painter) const
     painter.drawRoundedRect(card, kCardRadius, kCardRadius);
 }
 
-// As a brush, so that the corners are soft; pixel for pixel where the picture has been made for
-// this place, larger where it is a small one.
-void CaptureTile::paintPicture(QPainter& painter, const QRectF& room) const
+// As a brush, so that the corners are soft.
+void CaptureTile::paintPicture(QPainter& painter, const QImage& picture, const QRectF& room)
 {
-    if (m_picture.isNull())
+    if (picture.isNull())
         return;
     const DevicePixels pixels(painter);
     const QRectF place(pixels.nearest(room));
-    const QSizeF size = m_picture.size();
-    const qreal factor = std::min(place.width() / size.width(), place.height() / size.height());
-    const bool exact = std::abs(factor - 1) * std::max(size.width(), size.height()) < 1;
+    const QSizeF size = picture.size();
+    const QSizeF factors(place.width() / size.width(), place.height() / size.height());
+    const bool isWide = factors.width() < factors.height();
+    const qreal factor = isWide ? factors.width() : factors.height();
+    const qreal spare = isWide ? place.width() - size.width() : place.height() - size.height();
+    const bool exact = spare >= 0 && spare <= kSparePixels;
     const QSizeF shown = exact ? size : size * factor;
     const QPointF corner(std::round(place.center().x() - shown.width() / 2),
                          std::round(place.center().y() - shown.height() / 2));
-    QBrush brush(m_picture);
+    QBrush brush(picture);
     QTransform where = QTransform::fromTranslate(corner.x(), corner.y());
     if (!exact)
         where.scale(factor, factor);
@@ -190,7 +196,7 @@ QPixmap CaptureTile::dragPicture() const
     picture.setDevicePixelRatio(devicePixelRatioF());
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    paintPicture(painter, QRectF(QPointF(), room.size()));
+    paintPicture(painter, m_picture, QRectF(QPointF(), room.size()));
     return picture;
 }
 

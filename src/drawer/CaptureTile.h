@@ -46,6 +46,9 @@ public:
 
     /// How many pixels a thumbnail takes up at most, at so many pixels per point.
     [[nodiscard]] static QSize thumbnailPixels(qreal scale);
+    /// Paints one into the middle of this place (points): pixel by pixel where it has been made for
+    /// that, larger where it is a small picture.
+    static void paintPicture(QPainter& painter, const QImage& picture, const QRectF& room);
 
     void openMenu(QPoint place);
 
@@ -65,7 +68,6 @@ protected:
 private:
     void setCaption(QSize pixels);
     void paintCard(QPainter& painter) const;
-    void paintPicture(QPainter& painter, const QRectF& room) const;
     void paintCaption(QPainter& painter) const;
     [[nodiscard]] QPixmap dragPicture() const;
     void drag();

@@ -1,4 +1,5 @@
 #include "drawer/CaptureTile.h"
+#include "drawer/DrawerGeometry.h"
 #include "support/FakePanels.h"
 #include "support/TestCase.h"
 
@@ -203,10 +204,52 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.look().pixelColor(105, 60), QColor(Qt::red));
     }
 
+    void thumbnailsAreShownPixelByPixel_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<QSize>("picture"); // whose thumbnail fills its room in one direction
+        for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+            for (const QSize shape : {QSize(1000, 1000), QSize(1600, 1000), QSize(1700, 1000),
+                                      QSize(1710, 1000), QSize(3000, 1000), QSize(500, 1000)})
+                QTest::addRow("%dx%d at %.2f", shape.width(), shape.height(), scale)
+                    << scale << shape;
+        }
+    }
+    void thumbnailsAreShownPixelByPixel()
+    {
+        QFETCH(qreal, scale);
+        QFETCH(QSize, picture);
+        const QSize size = Thumbnail::fitted(picture, CaptureTile::thumbnailPixels(scale));
+        QImage board(size, QImage::Format_ARGB32_Premultiplied);
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x)
+                board.setPixelColor(x, y, (x + y) % 2 == 0 ? Qt::black : Qt::white);
+        }
+        for (int left = 0; left < 4; ++left) { // tiles begin anywhere in a pixel
+            QImage image(QSize(230, 170) * scale, QImage::Format_ARGB32_Premultiplied);
+            image.setDevicePixelRatio(scale);
+            image.fill(Qt::black);
+            QPainter painter(&image);
+            painter.translate(left, 1);
+            CaptureTile::paintPicture(painter, board, DrawerGeometry::kPicture);
+            painter.end();
+            const QPoint middle = (QPointF(left + 105, 66) * scale).toPoint();
+            int white = 0;
+            for (int x = -20; x < 20; ++x) {
+                const int level = image.pixelColor(middle + QPoint(x, x / 2)).lightness();
+                QVERIFY2(level == 0 || level == 255, qPrintable(QString::number(level)));
+                white += level == 255 ? 1 : 0;
+            }
+            QVERIFY(white > 10 && white < 30);
+        }
+    }
+
     void thumbnailsHaveThePixelsOfTheirRoom()
     {
         QCOMPARE(CaptureTile::thumbnailPixels(1), QSize(194, 114));
+        QCOMPARE(CaptureTile::thumbnailPixels(1.25), QSize(242, 142)); // of 242.5 by 142.5
         QCOMPARE(CaptureTile::thumbnailPixels(1.5), QSize(291, 171));
+        QCOMPARE(CaptureTile::thumbnailPixels(1.75), QSize(339, 199));
         QCOMPARE(CaptureTile::thumbnailPixels(2), QSize(388, 228));
     }
 };
