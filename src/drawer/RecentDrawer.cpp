@@ -15,6 +15,7 @@
 
 #include <QApplication>
 #include <QDrag>
+#include <QScreen>
 
 #include <algorithm>
 #include <chrono>
@@ -235,11 +236,20 @@ void RecentDrawer::close(Focus focus)
     m_tip.dismiss();
     m_focusNext = -1;
     // Whoever works in another window by now stays there.
-    if (focus == Focus::goesBack && m_panel && m_panel->isActiveWindow())
+    if (focus == Focus::goesBack && hasKeyboard())
         m_rooms.platform.frontApplication->giveBack();
+    m_asker.reset();
     if (!m_panel)
         return;
     m_slide.out(std::move(m_panel), m_places);
+}
+
+// Or what it asks.
+bool RecentDrawer::hasKeyboard() const
+{
+    const QWidget* const active = QApplication::activeWindow();
+    const bool asks = active && m_asker && active->parentWidget() == m_asker.get();
+    return asks || (m_panel && m_panel->isActiveWindow());
 }
 
 bool RecentDrawer::leave(Focus focus)
@@ -258,6 +268,7 @@ void RecentDrawer::discardPanel()
     if (!m_panel)
         return;
     m_tip.dismiss();
+    m_asker.reset();
     m_slide.cutShort();
     m_slide.discard(std::move(m_panel));
 }
@@ -265,7 +276,7 @@ void RecentDrawer::discardPanel()
 // A press that ends our own menu, answers our own question or belongs to a drag is none.
 void RecentDrawer::pressedElsewhere()
 {
-    if (m_asking || m_slide.isDragging() || QApplication::activePopupWidget())
+    if (m_asker || m_slide.isDragging() || QApplication::activePopupWidget())
         return;
     close(Focus::isTaken);
     m_pressedAway.start();
@@ -315,27 +326,27 @@ void RecentDrawer::remove(const QString& path)
 
 void RecentDrawer::askToRemove(const CaptureTile& tile)
 {
-    if (std::exchange(m_asking, true))
+    if (m_asker)
         return;
+    m_asker = std::make_unique<QDialog>();
+    m_asker->setGeometry(m_panel->screen()->geometry()); // in the middle of which it is shown
     m_answered.invalidate();
     m_escapeKey.reset(); // it is the question's
     m_rooms.alerts.show(
         {.message = text("¿Quitar esta captura de recientes?"),
          .informative = text("Se borra definitivamente la copia interna del cajón. No afecta a los "
                              "archivos de tu carpeta de capturas ni a lo que ya pegaste."),
-         .buttons = {text("Quitar"), text("Cancelar")}},
+         .buttons = {text("Quitar"), text("Cancelar")},
+         .over = m_asker.get()},
         [this, path = tile.path()](std::optional<int> chosen) {
             constexpr int kRemove = 0;
-            m_asking = false;
-            if (m_panel) {
-                m_rooms.platform.panels->focus(*m_panel);
-                m_answered.start();
-                takeEscape();
-            }
+            m_asker.release()->deleteLater(); // the alert that tells is in it
+            m_rooms.platform.panels->focus(*m_panel);
+            m_answered.start();
+            takeEscape();
             if (chosen != kRemove)
                 return;
-            if (m_panel)
-                m_focusNext = m_panel->row().focusedIndex();
+            m_focusNext = m_panel->row().focusedIndex();
             remove(path);
         });
 }

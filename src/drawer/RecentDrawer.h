@@ -10,6 +10,7 @@
 #include "history/ConfirmedClearing.h"
 #include "notices/WindowTip.h"
 
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
@@ -93,6 +94,7 @@ private:
     void pressedElsewhere();
     void keyboardLost();
     void takeKeyboardBack();
+    [[nodiscard]] bool hasKeyboard() const;
     void screensChanged();
 
     void previewBySpace();
@@ -120,7 +122,9 @@ private:
     int m_focusNext = -1;        ///< the tile that gets the keys when it opens anew; -1: none
     QElapsedTimer m_pressedAway; ///< since a press elsewhere has closed it
     QElapsedTimer m_answered;    ///< since a question about a tile was answered
-    bool m_asking = false;       ///< a question about a tile is open
+    /// Stands for the drawer while a question about a tile is open, which goes with it: alerts go
+    /// with dialogs, and the drawer is none. Never shown.
+    std::unique_ptr<QDialog> m_asker;
 };
 
 } // namespace brindlecam

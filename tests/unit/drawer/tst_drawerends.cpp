@@ -167,6 +167,46 @@ private Q_SLOTS:
         QCOMPARE(f.panels.visibleNow(), 0);
     }
 
+    void takesItsQuestionAlong_data()
+    {
+        QTest::addColumn<bool>("atOnce");
+        QTest::addColumn<int>("givenBack");
+        QTest::newRow("for a capture") << true << 0;
+        QTest::newRow("closed") << false << 1;
+    }
+    void takesItsQuestionAlong()
+    {
+        QFETCH(bool, atOnce);
+        QFETCH(int, givenBack);
+        DrawerFixture f;
+        f.addMany(3);
+        f.open();
+        f.key(Qt::Key_Right);
+        f.key(Qt::Key_Delete);
+        const QPointer<QMessageBox> question(f.question());
+        QVERIFY(question);
+        question->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(question));
+        if (atOnce)
+            f.drawer.leave(ScreenCover::Focus::isTaken);
+        else
+            f.drawer.hide();
+        QVERIFY(!f.question());
+        QCOMPARE(f.front.givenBack, givenBack); // the question had the keyboard
+        test::sendAllPostedEvents();
+        QVERIFY(!question);
+        QVERIFY(!f.drawer.isOpen());
+        QCOMPARE(f.history.items().size(), 3);
+        // The next one is not in the middle of a question.
+        f.open();
+        f.key(Qt::Key_Right);
+        f.key(Qt::Key_Delete);
+        QVERIFY(f.question());
+        f.answer("Cancelar");
+        f.presses.press();
+        QVERIFY(!f.drawer.isOpen());
+    }
+
     void takesItsPreviewAlong()
     {
         DrawerFixture f;
