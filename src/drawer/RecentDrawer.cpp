@@ -107,6 +107,8 @@ void RecentDrawer::open()
     const Opening opening = *std::exchange(m_opening, std::nullopt);
     m_patience.stop();
     const bool replaces = m_panel != nullptr;
+    const qreal scrolled = replaces ? m_panel->row().scrolled() : 0;
+    const int focused = replaces ? m_panel->row().focusedIndex() : -1;
     discardPanel();
     m_screen = opening.screen;
     m_places = DrawerGeometry::places(static_cast<int>(opening.entries.size()), m_screen,
@@ -118,8 +120,9 @@ void RecentDrawer::open()
     else
         m_slide.in(*m_panel, m_places);
     m_rooms.platform.panels->focus(*m_panel);
-    if (m_focusNext >= 0)
-        m_panel->row().focusTile(std::exchange(m_focusNext, -1));
+    if (focused >= 0)
+        m_panel->row().focusTile(focused);
+    m_panel->row().scrollTo(scrolled); // the keys may be with a tile that is out of sight
     watchForTheEnd();
 }
 
@@ -234,7 +237,6 @@ void RecentDrawer::close(Focus focus)
     m_escapeKey.reset();
     m_monitor.reset();
     m_tip.dismiss();
-    m_focusNext = -1;
     // Whoever works in another window by now stays there.
     if (focus == Focus::goesBack && hasKeyboard())
         m_rooms.platform.frontApplication->giveBack();
@@ -344,10 +346,8 @@ void RecentDrawer::askToRemove(const CaptureTile& tile)
             m_rooms.platform.panels->focus(*m_panel);
             m_answered.start();
             takeEscape();
-            if (chosen != kRemove)
-                return;
-            m_focusNext = m_panel->row().focusedIndex();
-            remove(path);
+            if (chosen == kRemove)
+                remove(path);
         });
 }
 

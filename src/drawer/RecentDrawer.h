@@ -119,7 +119,6 @@ private:
     DrawerGeometry::Places m_places; ///< of the panel
     std::unique_ptr<TakenKey> m_escapeKey;
     std::unique_ptr<PressWatch> m_monitor;
-    int m_focusNext = -1;        ///< the tile that gets the keys when it opens anew; -1: none
     QElapsedTimer m_pressedAway; ///< since a press elsewhere has closed it
     QElapsedTimer m_answered;    ///< since a question about a tile was answered
     /// Stands for the drawer while a question about a tile is open, which goes with it: alerts go

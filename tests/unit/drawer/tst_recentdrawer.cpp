@@ -260,6 +260,33 @@ private Q_SLOTS:
         QVERIFY(f.hotKeys.registered.contains(kEscapeKey));
     }
 
+    void removingLeavesScrollAndKeysWhereTheyAre()
+    {
+        DrawerFixture f;
+        f.addMany(15);
+        f.open();
+        f.panel().row().focusTile(12);
+        f.panel().row().scrollTo(700);
+        const QString next = f.tile(13).path();
+        const QPointer<DrawerPanel> before(&f.panel());
+        f.tile(6).openMenu({});
+        f.choose("Quitar de recientes");
+        QTRY_VERIFY(!before);
+        QCOMPARE(f.panel().row().scrolled(), 700.0);
+        QCOMPARE(f.panel().row().focusedIndex(), 12);
+        QCOMPARE(f.panel().row().focusedTile()->path(), next);
+        // As far as there are tiles: eight of them fit.
+        for (int i = 0; i < 6; ++i) {
+            f.tile(0).openMenu({});
+            const QPointer<DrawerPanel> shown(&f.panel());
+            f.choose("Quitar de recientes");
+            QTRY_VERIFY(!shown);
+        }
+        QCOMPARE(f.tiles().size(), std::size_t(8));
+        QCOMPARE(f.panel().row().focusedIndex(), 7);
+        QCOMPARE(f.panel().row().scrolled(), 0.0);
+    }
+
     void removingTheLastOneLeavesTheSentence()
     {
         DrawerFixture f;
