@@ -5,9 +5,11 @@
 #include "history/HistoryNames.h"
 #include "pictures/TiffWriter.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QLockFile>
 #include <QStandardPaths>
 
@@ -18,6 +20,22 @@ namespace brindlecam {
 namespace {
 
 constexpr std::chrono::milliseconds kLockPatience{2000};
+/// Whether Qt would decode it, as far as its beginning tells: no file that asks for more memory
+/// than QImageReader allows.
+bool canBeDecoded(const QByteArray& png)
+{
+    QBuffer buffer;
+    buffer.setData(png);
+    QImageReader reader(&buffer, "PNG");
+    if (!reader.canRead())
+        return false;
+    const QSize size = reader.size();
+    const qint64 bits = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
+    constexpr qint64 kBitsPerMegabyte = 8 << 20;
+    const qint64 megabytes = bits * size.width() * size.height() / kBitsPerMegabyte;
+    return !size.isEmpty() && bits > 0 && megabytes <= QImageReader::allocationLimit();
+}
+
 constexpr QSize kThumbnailSize(History::kThumbnailPixels, History::kThumbnailPixels);
 
 } // namespace
@@ -141,6 +159,8 @@ std::optional<ClipboardContent> History::clipboardContent(const QString& item)
         return std::nullopt;
     if (item.endsWith(QStringLiteral(".gif")))
         return ClipboardContent::gif(*bytes, item);
+    if (!canBeDecoded(*bytes))
+        return ClipboardContent::picture(*bytes, nullptr);
     return ClipboardContent::picture(*bytes, [png = *bytes] {
         const QImage image = QImage::fromData(png, "PNG");
         return TiffWriter::encode(image, image.dotsPerMeterX());

@@ -62,7 +62,7 @@ public:
     static constexpr int kThumbnailPixels = 640;
 
     /// The whole entry as it is put on the clipboard: an animation as a file and as bytes, a
-    /// picture as its bytes and as TIFF. None when it can't be read.
+    /// picture as its bytes and, where those look like one, as TIFF. None when it can't be read.
     [[nodiscard]] static std::optional<ClipboardContent> clipboardContent(const QString& item);
 
     /// For the start, on a thread that may wait for the disk: what earlier versions left readable

@@ -81,13 +81,26 @@ private Q_SLOTS:
         QCOMPARE(tiff.dotsPerMeterX(), 5669);
     }
 
+    void whatDoesNotDecodeIsCopiedAsItsBytesAlone_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("text") << QByteArray("no es una imagen");
+        QTest::newRow("the beginning of one")
+            << QByteArray::fromHex("89504e470d0a1a0a0000000d4948");
+        // It claims to be of 20000 by 20000 pixels.
+        QTest::newRow("more than memory has room for")
+            << QByteArray::fromHex("89504e470d0a1a0a0000000d4948445200004e2000004e2008020000006c12"
+                                   "d16e0000000c49444154789c6360a00c000000400001b7347cef0000000049"
+                                   "454e44ae426082");
+    }
     void whatDoesNotDecodeIsCopiedAsItsBytesAlone()
     {
-        history().add("no es una imagen", kPng);
+        QFETCH(QByteArray, bytes);
+        history().add(bytes, kPng);
         const auto content = History::clipboardContent(history().items().constFirst());
         QVERIFY(content);
-        QCOMPARE(content->formats.front().bytes, QByteArray("no es una imagen"));
-        QVERIFY(content->formats.back().make().isEmpty());
+        QCOMPARE(mimeTypes(*content), QByteArrayList{"image/png"});
+        QCOMPARE(content->formats.front().bytes, bytes);
     }
 
     void anAnimationIsCopiedAsItsFileAndItsBytes()
