@@ -4,6 +4,22 @@
 
 namespace brindlecam::CaptureCaption {
 
+namespace {
+
+/// The first letter of each word in upper case, the others as they are.
+QString capitalised(QString words)
+{
+    bool inWord = false;
+    for (QChar& letter : words) {
+        if (!inWord)
+            letter = letter.toUpper();
+        inWord = letter.isLetter();
+    }
+    return words;
+}
+
+} // namespace
+
 QString when(const QDateTime& time, const QDateTime& now, const QLocale& locale)
 {
     const qint64 days = time.date().daysTo(now.date());
@@ -12,7 +28,8 @@ QString when(const QDateTime& time, const QDateTime& now, const QLocale& locale)
         day = text("Hoy");
     else if (days == 1)
         day = text("Ayer");
-    return day + QStringLiteral(", ") + locale.toString(time.time(), QLocale::ShortFormat);
+    return capitalised(day + QStringLiteral(", ") +
+                       locale.toString(time.time(), QLocale::ShortFormat));
 }
 
 QString of(const QString& path, const QString& when, QSize pixels)

@@ -37,6 +37,25 @@ private Q_SLOTS:
         QCOMPARE(CaptureCaption::when(time, now, german), QStringLiteral("02.03.26, 18:05"));
     }
 
+    void eachWordBeginsWithACapital_data()
+    {
+        QTest::addColumn<QLocale>("locale");
+        QTest::addColumn<QString>("when");
+        QTest::newRow("Colombia") << QLocale(QLocale::Spanish, QLocale::Colombia)
+                                  << QStringLiteral("Hoy, 6:05 P. M.");
+        QTest::newRow("United States")
+            << QLocale(QLocale::English, QLocale::UnitedStates) << QStringLiteral("Hoy, 6:05 PM");
+    }
+    void eachWordBeginsWithACapital()
+    {
+        QFETCH(QLocale, locale);
+        QFETCH(QString, when);
+        const QDate today(2026, 3, 14);
+        const QString made = CaptureCaption::when(QDateTime(today, QTime(18, 5)),
+                                                  QDateTime(today, QTime(19, 0)), locale);
+        QCOMPARE(made.simplified(), when); // some of the spaces are narrow ones
+    }
+
     void endsWithTheSizeOnceThatIsKnown()
     {
         const QString when = QStringLiteral("Hoy, 9:26");
