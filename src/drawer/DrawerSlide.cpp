@@ -59,6 +59,7 @@ void DrawerSlide::out(std::unique_ptr<DrawerPanel> panel, const DrawerGeometry::
         m_in.state() == QAbstractAnimation::Running ? m_in.currentValue().toDouble() : 1.0;
     m_in.stop();
     const QRect from = places.slides ? between(places.below, places.open, reached) : places.open;
+    const double strength = places.slides ? 1.0 : reached;
     const QRect to = from.translated(places.below.topLeft() - places.open.topLeft());
     auto* const animation = new QVariantAnimation(this);
     animation->setDuration(kOutMilliseconds);
@@ -67,11 +68,11 @@ void DrawerSlide::out(std::unique_ptr<DrawerPanel> panel, const DrawerGeometry::
     DrawerPanel* const leaving = panel.get();
     m_leaving.push_back({std::move(panel), animation});
     connect(animation, &QVariantAnimation::valueChanged, this,
-            [this, leaving, animation, from, to, places] {
+            [this, leaving, animation, from, to, strength, places] {
                 const double progress = animation->currentValue().toDouble();
                 if (places.slides)
                     m_panels.place(*leaving, between(from, to, progress));
-                (void)m_panels.fade(*leaving, 1 - progress);
+                (void)m_panels.fade(*leaving, strength * (1 - progress));
             });
     connect(animation, &QVariantAnimation::finished, this, [this, animation] { left(animation); });
     animation->start();

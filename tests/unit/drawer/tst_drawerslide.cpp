@@ -111,6 +111,20 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.panels.places.back().y(), reached + 242);
     }
 
+    void fadesFromWhatItHasGotTo()
+    {
+        SlideDesk desk;
+        desk.places.slides = false;
+        auto panel = SlideDesk::make();
+        desk.slide.in(*panel, desk.places);
+        QCOMPARE(desk.panels.strengths, std::vector{0.0}); // not seen yet
+        const QPointer<DrawerPanel> watched(panel.get());
+        desk.slide.out(std::move(panel), desk.places);
+        QTRY_VERIFY(!watched);
+        for (const double strength : desk.panels.strengths)
+            QCOMPARE(strength, 0.0);
+    }
+
     void isGoneAtOnceWhenCutShort()
     {
         SlideDesk desk;
