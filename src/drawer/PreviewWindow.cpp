@@ -50,6 +50,7 @@ struct PreviewWindow::Reading {
     std::mutex mutex;
     std::unique_ptr<QImageReader> reader;
     int roundsLeft = 0; ///< negative: without end
+    int framesOfRound = 0;
 
     Reading(QString file, QSize size)
         : path(std::move(file))
@@ -76,11 +77,13 @@ private:
             reader = std::make_unique<QImageReader>(path);
             roundsLeft = reader->loopCount();
         } else if (!reader->canRead()) {
-            if (roundsLeft == 0)
+            if (roundsLeft == 0 || framesOfRound == 1) // which stands still
                 return {};
             roundsLeft -= roundsLeft > 0 ? 1 : 0;
             reader = std::make_unique<QImageReader>(path);
+            framesOfRound = 0;
         }
+        ++framesOfRound;
         const auto picture = Thumbnail::of(reader->read(), most);
         if (!picture)
             return {};

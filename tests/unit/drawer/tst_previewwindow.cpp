@@ -16,18 +16,18 @@ using test::kDrawerScreen;
 
 namespace {
 
-/// Two frames of a pixel each, black and white, a tenth of a second each, for ever or once.
-QByteArray gif(bool forEver)
+/// Frames of a pixel each, black and then white, a tenth of a second each, for ever or once.
+QByteArray gif(bool forEver, int frames = 2)
 {
     const char* loop = "21ff0b4e45545343415045322e300301000000";
-    return QByteArray::fromHex("474946383961010001008000000000"
-                               "00ffffff") +
-           (forEver ? QByteArray::fromHex(loop) : QByteArray()) +
-           QByteArray::fromHex("21f904000a0000002c00000000010001000002024401"
-                               "00"
-                               "21f904000a0000002c000000000100010000020"
-                               "24c0100"
-                               "3b");
+    QByteArray bytes = QByteArray::fromHex("47494638396101000100800000000000ffffff");
+    if (forEver)
+        bytes += QByteArray::fromHex(loop);
+    for (int i = 0; i < frames; ++i) {
+        bytes += QByteArray::fromHex("21f904000a0000002c0000000001000100000202");
+        bytes += QByteArray::fromHex(i % 2 == 0 ? "440100" : "4c0100");
+    }
+    return bytes + QByteArray::fromHex("3b");
 }
 
 struct PreviewDesk : DrawerFixture {
@@ -41,9 +41,9 @@ struct PreviewDesk : DrawerFixture {
         test::sendAllPostedEvents();
     }
     bool leave() { return preview.leave(ScreenCover::Focus::isTaken); }
-    QString addGif(bool forEver)
+    QString addGif(bool forEver, int frames = 2)
     {
-        history.add(gif(forEver), QStringLiteral("gif"));
+        history.add(gif(forEver, frames), QStringLiteral("gif"));
         return history.items().constFirst();
     }
     [[nodiscard]] QColor middle() const
@@ -306,6 +306,23 @@ private Q_SLOTS:
         QTRY_COMPARE(desk.middle(), QColor(Qt::white));
         QTest::qWait(300);
         QCOMPARE(desk.middle(), QColor(Qt::white));
+    }
+
+    void aSingleFrameIsNotReadAgainAndAgain()
+    {
+        PreviewDesk desk;
+        int jobs = 0;
+        desk.executor = [&jobs](const std::function<void()>& job) {
+            ++jobs;
+            job();
+        };
+        CapturePreview preview(desk.platform, desk.toast, desk.activity, desk.executor);
+        preview.show(desk.addGif(true, 1), kDrawerScreen);
+        test::sendAllPostedEvents();
+        QTRY_COMPARE(jobs, 2); // and then there is no other
+        QTest::qWait(300);
+        QCOMPARE(jobs, 2);
+        QVERIFY(preview.window()->isVisible());
     }
 
     void nothingIsReadWhileNobodySeesIt()
