@@ -24,8 +24,8 @@ private Q_SLOTS:
         QTest::addColumn<qreal>("panel"); // where 1860 points are free
         QTest::newRow("none") << 0 << 640.0 << 672.0;
         QTest::newRow("one") << 1 << 640.0 << 672.0;
-        QTest::newRow("three: still no more than the header needs") << 3 << 654.0 << 686.0;
-        QTest::newRow("two") << 2 << 640.0 << 672.0;
+        QTest::newRow("two: less than the header needs") << 2 << 640.0 << 672.0;
+        QTest::newRow("three: a little more than that") << 3 << 654.0 << 686.0;
         QTest::newRow("eight") << 8 << 1764.0 << 1796.0;
         QTest::newRow("nine do not fit") << 9 << 1986.0 << 1820.0;
         QTest::newRow("twenty") << 20 << 4428.0 << 1820.0;
