@@ -1,4 +1,5 @@
 #include "HistoryFixture.h"
+#include "LockedFolder.h"
 #include "base/UnfinishedFiles.h"
 #include "support/Files.h"
 #include "support/FullDisk.h"
@@ -8,44 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <unistd.h>
-
 namespace brindlecam {
-
-namespace {
-
-/// While it lives, nothing can be made or deleted in the folder, not even by the superuser's tests,
-/// which become another user meanwhile.
-class ReadOnlyFolder final {
-public:
-    ReadOnlyFolder(const QString& folder, const QString& outermost)
-        : m_folder(folder)
-    {
-        QFile::setPermissions(outermost, kOpen);
-        QFile::setPermissions(m_folder, kReadOnly);
-        if (geteuid() == 0)
-            m_changed = seteuid(kNobody) == 0;
-    }
-    ~ReadOnlyFolder()
-    {
-        if (m_changed && seteuid(0) != 0)
-            qFatal("can't become the superuser again");
-        QFile::setPermissions(m_folder, kOpen);
-    }
-    Q_DISABLE_COPY_MOVE(ReadOnlyFolder)
-
-private:
-    static constexpr uid_t kNobody = 65534;
-    static constexpr QFile::Permissions kReadOnly = QFile::ReadOwner | QFile::ExeOwner |
-                                                    QFile::ReadGroup | QFile::ExeGroup |
-                                                    QFile::ReadOther | QFile::ExeOther;
-    static constexpr QFile::Permissions kOpen = kReadOnly | QFile::WriteOwner;
-
-    QString m_folder;
-    bool m_changed = false;
-};
-
-} // namespace
 
 /// The history's folder: who may look into it, links in it, disks that refuse, and what is put
 /// right at the start.
@@ -153,7 +117,7 @@ private Q_SLOTS:
     void clearCountsWhatWasListedEvenIfNothingCanGo()
     {
         addMany(3);
-        const ReadOnlyFolder locked(folder(), place->path());
+        const test::LockedFolder locked(folder(), place->path());
         QCOMPARE(history().clear(), 3);
         QCOMPARE(history().items().size(), 3);
     }
@@ -162,9 +126,26 @@ private Q_SLOTS:
     {
         addMany(20);
         const QStringList before = test::filesIn(folder());
-        const ReadOnlyFolder locked(folder(), place->path());
+        const test::LockedFolder locked(folder(), place->path());
         history().add("bytes", kPng);
         QCOMPARE(test::filesIn(folder()), before);
+    }
+
+    void aFolderThatCannotBeReadIsEmpty()
+    {
+        addMany(3);
+        const QStringList before = history().items();
+        {
+            const test::LockedFolder locked(folder(), place->path(),
+                                            test::LockedFolder::Lock::unreadable);
+            QVERIFY(history().items().isEmpty());
+            QCOMPARE(history().clear(), 0);
+            QVERIFY(!history().add("bytes", kPng));
+            QVERIFY(!history().thumbnail(before.front(), {64, 64}));
+            QVERIFY(!History::clipboardContent(before.front()));
+            history().remove(before.front());
+        }
+        QCOMPARE(history().items(), before);
     }
 
     void clearTakesAlongWhatAKilledProgramLeft()

@@ -1,5 +1,6 @@
 // Covers ThumbnailCache.
 #include "HistoryFixture.h"
+#include "LockedFolder.h"
 #include "base/UnfinishedFiles.h"
 #include "history/ThumbnailCache.h"
 #include "pictures/PngWriter.h"
@@ -224,6 +225,29 @@ private Q_SLOTS:
         QCOMPARE(thumbnail->image.size(), QSize(64, 36));
         broken.tidy();
         QCOMPARE(broken.clear(), 1);
+    }
+
+    void aReadOnlyFolderCostsTheThumbnailsOnly()
+    {
+        add();
+        history().add(pngOf(plainPicture({1280, 720}, kThumbnailGreen)), kPng); // without one
+        const QStringList kept = test::filesIn(thumbnails());
+        // For the other user who reads now.
+        test::setMode(folder(), 0777);
+        for (const QString& item : history().items())
+            test::setMode(item, 0644);
+        test::setMode(thumbnails() + QLatin1Char('/') + kept.front(), 0644);
+        const test::LockedFolder locked(thumbnails(), place->path());
+        for (const QString& item : history().items()) {
+            const auto thumbnail = history().thumbnail(item, {64, 64});
+            QVERIFY(thumbnail);
+            QCOMPARE(thumbnail->image.size(), QSize(64, 36));
+            QCOMPARE(thumbnail->image.pixelColor(0, 0), QColor(kThumbnailGreen));
+        }
+        QCOMPARE(test::filesIn(thumbnails()), kept);
+        QCOMPARE(history().clear(), 2);
+        QVERIFY(history().items().isEmpty());
+        QCOMPARE(test::filesIn(thumbnails()), kept);
     }
 
     void folderAndFilesAreTheirOwnersOnly()
