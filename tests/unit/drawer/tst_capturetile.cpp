@@ -5,8 +5,11 @@
 
 #include <QAccessible>
 #include <QContextMenuEvent>
+#include <QDrag>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QUrl>
 
 namespace brindlecam {
 
@@ -159,6 +162,31 @@ private Q_SLOTS:
         desk.mouse(QEvent::MouseMove, {53, 54});
         desk.mouse(QEvent::MouseButtonRelease, {80, 80});
         QCOMPARE(desk.asked, (QStringList{QStringLiteral("drag"), QStringLiteral("refused")}));
+    }
+
+    void aDragTakesTheFileAndShowsThePicture()
+    {
+        TileDesk desk;
+        desk.tile.setThumbnail(thumbnail({194, 97}, Qt::red), CaptureTile::Arrival::atOnce);
+        QImage picture;
+        QPoint hotSpot;
+        QList<QUrl> urls;
+        desk.tile.onDragEnds = [&](CaptureTile::Drag) {
+            const auto* const drag = desk.tile.findChild<QDrag*>();
+            QVERIFY(drag);
+            picture = drag->pixmap().toImage();
+            hotSpot = drag->hotSpot();
+            urls = drag->mimeData()->urls();
+        };
+        desk.mouse(QEvent::MouseButtonPress, {50, 60});
+        desk.mouse(QEvent::MouseMove, {60, 60});
+        QCOMPARE(urls, QList<QUrl>{QUrl(QStringLiteral("file:///h/a.png"))});
+        // The tile without a border of eight points, held where it was pressed.
+        QCOMPARE(picture.size(), QSize(194, 134));
+        QCOMPARE(hotSpot, QPoint(42, 52));
+        QCOMPARE(picture.pixelColor(97, 67), QColor(Qt::red));
+        QCOMPARE(picture.pixelColor(5, 67), QColor(Qt::red));
+        QCOMPARE(picture.pixelColor(97, 16).alpha(), 0); // above it
     }
 
     void otherButtonsDoNothing()

@@ -101,6 +101,16 @@ private Q_SLOTS:
         QVERIFY(!f.panel().findChild<DrawerButton*>()->isVisible());
     }
 
+    void entriesAreShownWhileNoneAreAdded()
+    {
+        DrawerFixture f;
+        f.addMany(2);
+        f.defaults.setBoolean(QStringLiteral("keepHistory"), false);
+        f.open();
+        QCOMPARE(f.tiles().size(), std::size_t(2));
+        QCOMPARE(sentence(f.panel()), QString());
+    }
+
     void entriesThatAreNoPicturesAreThereWithoutOne()
     {
         DrawerFixture f;
@@ -187,6 +197,62 @@ private Q_SLOTS:
         f.click(f.tile(2));
         QTRY_COMPARE(f.said(), QStringLiteral("No se pudo leer la captura"));
         QCOMPARE(f.pasteboard.changes, 0);
+    }
+
+    void anEntryDeletedMeanwhileIsToldOf_data()
+    {
+        QTest::addColumn<QByteArray>("asked"); // in the menu
+        QTest::addColumn<QString>("said");
+        QTest::addColumn<bool>("open");
+        QTest::newRow("copied") << QByteArray("Copiar")
+                                << QStringLiteral("No se pudo leer la captura") << false;
+        QTest::newRow("shown large")
+            << QByteArray("Ver en grande") << QStringLiteral("No se pudo leer la captura") << false;
+        QTest::newRow("opened") << QByteArray("Abrir con Vista Previa")
+                                << QStringLiteral("No se pudo abrir la captura") << false;
+        QTest::newRow("shown in its folder")
+            << QByteArray("Mostrar en Finder") << QStringLiteral("No se pudo abrir la carpeta")
+            << true;
+        QTest::newRow("saved") << QByteArray("Guardar en la carpeta de capturas")
+                               << QStringLiteral("No se pudo guardar la captura") << true;
+        QTest::newRow("removed") << QByteArray("Quitar de recientes") << QString() << true;
+    }
+    void anEntryDeletedMeanwhileIsToldOf()
+    {
+        QFETCH(QByteArray, asked);
+        QFETCH(QString, said);
+        QFETCH(bool, open);
+        DrawerFixture f;
+        f.addMany(2);
+        f.open();
+        f.opener.succeeds = false; // as it does with files that are not there
+        QVERIFY(QFile::remove(f.tile(0).path()));
+        const QPointer<DrawerPanel> before(&f.panel());
+        f.tile(0).openMenu({});
+        f.choose(asked.constData());
+        if (said.isEmpty())
+            QTRY_VERIFY(!before); // shown anew
+        else
+            QTRY_COMPARE(f.said(), said);
+        QCOMPARE(f.drawer.isOpen(), open);
+        QCOMPARE(f.history.items().size(), 1);
+        QCOMPARE(f.pasteboard.changes, 0);
+        QVERIFY(test::filesIn(f.folder.filePath(QStringLiteral("capturas"))).isEmpty());
+    }
+
+    void anEntryDeletedMeanwhileCanBeDragged()
+    {
+        DrawerFixture f;
+        f.addMany(2);
+        f.open();
+        QVERIFY(QFile::remove(f.tile(0).path()));
+        QTest::mousePress(&f.tile(0), Qt::LeftButton, {}, QPoint(20, 10));
+        QMouseEvent move(QEvent::MouseMove, QPointF(60, 60), QPointF(60, 60), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&f.tile(0), &move); // nobody takes it
+        QVERIFY(f.drawer.isOpen());
+        f.click(f.tile(1));
+        QTRY_COMPARE(f.said(), QStringLiteral("Copiado al portapapeles"));
     }
 
     void aClickCopiesAndClosesAndTellsThere()

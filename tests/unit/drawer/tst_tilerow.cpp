@@ -3,6 +3,7 @@
 #include "support/FakePanels.h"
 #include "support/TestCase.h"
 
+#include <QCursor>
 #include <QPointingDevice>
 #include <QWheelEvent>
 
@@ -144,6 +145,25 @@ private Q_SLOTS:
         const RowDesk desk(3);
         desk.row.captureTiles().at(1)->setHovering(true);
         QCOMPARE(desk.row.hoveredTile(), desk.row.captureTiles().at(1));
+    }
+
+    void aRestingPointerIsOverTheTileThatComesUnderIt()
+    {
+        RowDesk desk(5);
+        // As if Qt had told it; what the offscreen pointer enters is not always what lies under it.
+        QCursor::setPos(desk.row.mapToGlobal(QPoint(300, 50)));
+        desk.row.setAttribute(Qt::WA_UnderMouse);
+        desk.row.scrollTo(222);
+        QCOMPARE(desk.row.hoveredTile(), desk.row.captureTiles().at(2));
+        QVERIFY(!desk.row.captureTiles().at(1)->hovering());
+        desk.row.scrollTo(135); // between two of them
+        QVERIFY(!desk.row.hoveredTile());
+        desk.row.scrollTo(0);
+        QCOMPARE(desk.row.hoveredTile(), desk.row.captureTiles().at(1));
+        desk.row.setAttribute(Qt::WA_UnderMouse, false);
+        desk.row.scrollTo(222); // by a key, while the pointer is elsewhere
+        QVERIFY(!desk.row.hoveredTile());
+        QCursor::setPos(0, 0);
     }
 };
 
