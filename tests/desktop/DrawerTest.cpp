@@ -99,6 +99,27 @@ bool DrawerTest::shows(int index, const QColor& colour)
     });
 }
 
+bool DrawerTest::choose(int index, const char* item)
+{
+    input().click(tile(index).center(), Button::right);
+    if (!waitUntil([this] { return menus().size() == 1; }))
+        return false;
+    const auto found = controls().find(QString::fromUtf8(item), ControlKind::menuItem);
+    if (!found)
+        return false;
+    input().click(found->pixels.center());
+    return waitUntil([this] { return menus().empty(); });
+}
+
+bool DrawerTest::turnsTo(ClientWindow& window)
+{
+    if (desktop().hasWindowManager())
+        desktop().pager().activate(window.id());
+    else
+        window.takeFocus();
+    return getsFocus(window);
+}
+
 bool DrawerTest::isPastedEntry(const QColor& colour)
 {
     QImage expected(kEntry, QImage::Format_RGB32);

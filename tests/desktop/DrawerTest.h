@@ -40,6 +40,10 @@ protected:
     [[nodiscard]] QRect tile(int index);
     /// The picture in the middle of this tile is of this colour.
     [[nodiscard]] bool shows(int index, const QColor& colour);
+    /// Opens the menu of a tile and chooses the item of this name.
+    [[nodiscard]] bool choose(int index, const char* item);
+    /// Gives this window the keyboard without a press.
+    [[nodiscard]] bool turnsTo(ClientWindow& window);
     /// What is pasted is the entry of this colour.
     [[nodiscard]] bool isPastedEntry(const QColor& colour);
 };

@@ -28,6 +28,7 @@
 
 #include <QImage>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -124,6 +125,15 @@ struct DrawerFixture {
         return panel().row().captureTiles();
     }
     [[nodiscard]] CaptureTile& tile(std::size_t index = 0) const { return *tiles().at(index); }
+    /// What stands in the middle where there are no tiles.
+    [[nodiscard]] QString sentence() const
+    {
+        for (const QLabel* label : panel().findChildren<QLabel*>()) {
+            if (label->isVisible() && label->y() > 80)
+                return label->text();
+        }
+        return {};
+    }
     void click(QWidget& widget) const
     {
         QTest::mouseClick(&widget, Qt::LeftButton, {}, QPoint(20, 10));
