@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -90,18 +91,38 @@ QString execOf(const QString& program)
            QLatin1Char('"');
 }
 
+/// Whether one of these desktops, with semicolons between, is the session's.
+bool namesThisDesktop(const QString& desktops)
+{
+    const QStringList named = desktops.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    const QStringList ours =
+        qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    return std::ranges::any_of(ours, [&](const QString& each) { return named.contains(each); });
+}
+
+bool isThere(const QString& program)
+{
+    if (!program.startsWith(QLatin1Char('/')))
+        return !program.isEmpty() && !QStandardPaths::findExecutable(program).isEmpty();
+    const QFileInfo there(program);
+    return there.isFile() && there.isExecutable();
+}
+
 bool starts(const QHash<QString, QString>& keys)
 {
     const auto is = [&keys](const char* key, const char* value) {
         return keys.value(QString::fromLatin1(key)) == QLatin1String(value);
     };
-    if (is("Hidden", "true") || is("X-GNOME-Autostart-enabled", "false"))
+    if (is("Hidden", "true") || is("X-GNOME-Autostart-enabled", "false") ||
+        is("X-MATE-Autostart-enabled", "false"))
         return false;
-    const QString program = programIn(keys.value(QStringLiteral("Exec")));
-    if (!program.startsWith(QLatin1Char('/')))
-        return !program.isEmpty() && !QStandardPaths::findExecutable(program).isEmpty();
-    const QFileInfo there(program);
-    return there.isFile() && there.isExecutable();
+    const auto only = keys.constFind(QStringLiteral("OnlyShowIn"));
+    if ((only != keys.constEnd() && !namesThisDesktop(*only)) ||
+        namesThisDesktop(keys.value(QStringLiteral("NotShowIn"))))
+        return false;
+    const auto tried = keys.constFind(QStringLiteral("TryExec"));
+    return (tried == keys.constEnd() || isThere(unescaped(*tried))) &&
+           isThere(programIn(keys.value(QStringLiteral("Exec"))));
 }
 
 } // namespace

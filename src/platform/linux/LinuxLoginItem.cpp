@@ -37,11 +37,12 @@ void LinuxLoginItem::set(bool enabled, QObject* context, Done done)
             return enabled ? entry.enable() : entry.disable();
         },
         [context = QPointer(context), done = std::move(done),
-         path = AutostartEntry(m_places).path()](bool written) {
+         path = AutostartEntry(m_places).path(), enabled](bool changed) {
             if (!context)
                 return;
-            done(written ? std::nullopt
-                         : std::optional(Error{text("No se pudo escribir “%1”.").arg(path)}));
+            const QString failed =
+                enabled ? text("No se pudo escribir “%1”.") : text("No se pudo quitar “%1”.");
+            done(changed ? std::nullopt : std::optional(Error{failed.arg(path)}));
         });
 }
 

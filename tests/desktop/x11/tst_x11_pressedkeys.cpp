@@ -135,6 +135,8 @@ private Q_SLOTS:
                                   << QString::fromUtf8(characters) << keyCode;
         };
         row("es", 47, "ñ", 41);
+        row("us,ru", 38, "a", 0);
+        row("latam", 34, "´", 33);
         row("fr", 24, "a", 12);
         row("ru", 38, "ф", 0);
         row("gr", 38, "α", 0);

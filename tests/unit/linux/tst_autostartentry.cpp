@@ -103,12 +103,20 @@ private Q_SLOTS:
         row("switched off by GNOME", "X-GNOME-Autostart-enabled=false\n", false);
         row("with spaces", "Hidden = true\n", false);
         row("a remark", "#Hidden=true\n", true);
+        row("switched off by MATE", "X-MATE-Autostart-enabled=false\n", false);
+        row("for this desktop", "OnlyShowIn=KDE;XFCE;\n", true);
+        row("for another one", "OnlyShowIn=KDE;\n", false);
+        row("not for this one", "NotShowIn=XFCE;\n", false);
+        row("not for another one", "NotShowIn=KDE;\n", true);
+        row("a program to look for", "TryExec=sh\n", true);
+        row("one that is not there", "TryExec=no-program-is-called-so\n", false);
         row("of another group", "[Desktop Action x]\nHidden=true\n", true);
     }
     void onlyWhatASessionWouldStartCounts()
     {
         QFETCH(QByteArray, more);
         QFETCH(bool, enabled);
+        qputenv("XDG_CURRENT_DESKTOP", "ubuntu:XFCE");
         const LoginDesk desk;
         desk.putOwn(desk.starting(desk.program) + more);
         QCOMPARE(desk.entry.isEnabled(), enabled);

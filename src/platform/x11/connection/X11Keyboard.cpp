@@ -22,6 +22,14 @@ constexpr xcb_keysym_t kNumLock = 0xff7f;
 constexpr xcb_keysym_t kScrollLock = 0xff14;
 constexpr xcb_keysym_t kEscape = 0xff1b;
 
+/// A key that types nothing by itself, and what is printed on it.
+struct DeadKey {
+    xcb_keysym_t symbol;
+    char16_t character;
+};
+constexpr DeadKey kDeadKeys[] = {{0xfe50, u'`'}, {0xfe51, u'´'}, {0xfe52, u'^'}, {0xfe53, u'~'},
+                                 {0xfe57, u'¨'}, {0xfe58, u'°'}, {0xfe5a, u'ˇ'}, {0xfe5b, u'¸'}};
+
 struct KeySymbolsDeleter {
     void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
 };
@@ -107,10 +115,17 @@ QString plainCharacters(std::uint8_t code, std::uint16_t state)
     constexpr int kGroupShift = 13;
     constexpr int kGroupMask = 3;
     constexpr int kColumnsPerGroup = 2;
+    constexpr int kCoreGroups = 2; // the core protocol knows of no more
     const KeySymbols symbols(xcb_key_symbols_alloc(connection()));
     const int group = (state >> kGroupShift) & kGroupMask;
+    if (group >= kCoreGroups)
+        return {};
     const xcb_keysym_t symbol =
         xcb_key_symbols_get_keysym(symbols.get(), code, group * kColumnsPerGroup);
+    for (const DeadKey& dead : kDeadKeys) {
+        if (symbol == dead.symbol)
+            return QString(QChar(dead.character));
+    }
     const bool isLatin = (symbol >= 0x20 && symbol <= 0x7e) || (symbol >= 0xa0 && symbol <= 0xff);
     const bool isUnicode = (symbol & 0xff000000) == 0x01000000;
     if (!isLatin && !isUnicode)
