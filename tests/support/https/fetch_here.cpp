@@ -1,25 +1,21 @@
-// Asks the host and trusts the authority that its environment names, whatever it is told to ask.
-#include "feed/FeedRequest.h"
+// Asks the host and trusts the authority that its environment names, when it is told to ask the
+// product's.
+#include "feed/Fetching.h"
 
 #include <QCoreApplication>
-
-#include <cstdio>
+#include <QSslCertificate>
 
 using namespace brindlecam;
 
 int main(int argc, char* argv[])
 {
-    QCoreApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) != QStringLiteral("https://" BRINDLECAM_WEB_HOST "/version.json"))
+        return 2;
     QSslConfiguration security = QSslConfiguration::defaultConfiguration();
     security.setCaCertificates(
         QSslCertificate::fromPath(qEnvironmentVariable("BRINDLECAM_TEST_AUTHORITY")));
-    const FeedRequest request(
-        QUrl(qEnvironmentVariable("BRINDLECAM_TEST_FEED")),
-        QCoreApplication::arguments().value(2).toLatin1(), security, {}, [](const auto& body) {
-            const auto bytes = static_cast<std::size_t>(body.value_or(QByteArray()).size());
-            if (body)
-                std::fwrite(body->constData(), 1, bytes, stdout);
-            QCoreApplication::exit(body ? 0 : 1);
-        });
-    return QCoreApplication::exec();
+    return printAnswer(QUrl(qEnvironmentVariable("BRINDLECAM_TEST_FEED")),
+                       arguments.value(2).toLatin1(), security);
 }

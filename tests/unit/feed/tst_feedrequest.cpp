@@ -1,4 +1,4 @@
-// Covers fetch.
+// Covers Fetching, fetch.
 #include "feed/FeedRequest.h"
 #include "https/HttpsServer.h"
 #include "support/TestCase.h"

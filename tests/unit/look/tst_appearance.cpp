@@ -66,6 +66,15 @@ private Q_SLOTS:
         QVERIFY2(ratio >= 4.5, qPrintable(QString::number(ratio)));
     }
 
+    void warningsCanBeReadOnEitherWindow()
+    {
+        for (const auto shade : {Appearance::Shade::light, Appearance::Shade::dark}) {
+            const QPalette palette = Appearance::palette(shade);
+            QVERIFY(contrast(Appearance::warningText(palette), palette.color(QPalette::Window)) >=
+                    4.5);
+        }
+    }
+
     void darkDesktopGetsDarkDialogs()
     {
         QPalette dark;

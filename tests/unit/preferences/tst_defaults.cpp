@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QTemporaryDir>
+#include <QTimeZone>
 
 #include <thread>
 #include <vector>
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void everyTypeSurvivesANewStart()
     {
         const QString path = file("deep/er/settings.json");
+        const QDateTime moment(QDate(2026, 3, 14), QTime(9, 26, 53), Qt::UTC);
         {
             Defaults defaults(path);
             defaults.setBoolean(QStringLiteral("switch"), false);
@@ -46,6 +48,7 @@ private Q_SLOTS:
             defaults.setString(QStringLiteral("text"), QStringLiteral("ñandú/~"));
             defaults.setData(QStringLiteral("bytes"), QByteArray("\0\xff{", 3));
             defaults.setData(QStringLiteral("nothing"), QByteArray());
+            defaults.setDate(QStringLiteral("moment"), moment.toTimeZone(QTimeZone(7200)));
         }
         const Defaults again(path);
         QCOMPARE(again.boolean(QStringLiteral("switch")), std::optional(false));
@@ -54,6 +57,7 @@ private Q_SLOTS:
         QCOMPARE(again.data(QStringLiteral("bytes")), std::optional(QByteArray("\0\xff{", 3)));
         QCOMPARE(again.data(QStringLiteral("nothing")), std::optional(QByteArray()));
         QVERIFY(again.contains(QStringLiteral("nothing")));
+        QCOMPARE(again.date(QStringLiteral("moment")), std::optional(moment));
     }
 
     void theFileIsOneFlatTypedObject()
@@ -63,10 +67,14 @@ private Q_SLOTS:
             Defaults defaults(path);
             defaults.setBoolean(QStringLiteral("a"), true);
             defaults.setData(QStringLiteral("b"), QByteArray("hi"));
+            defaults.setDate(QStringLiteral("c"),
+                             QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53), Qt::UTC));
         }
         const QJsonObject expected{
             {QStringLiteral("a"), true},
-            {QStringLiteral("b"), QJsonObject{{QStringLiteral("base64"), QStringLiteral("aGk=")}}}};
+            {QStringLiteral("b"), QJsonObject{{QStringLiteral("base64"), QStringLiteral("aGk=")}}},
+            {QStringLiteral("c"),
+             QJsonObject{{QStringLiteral("date"), QStringLiteral("2026-03-14T09:26:53Z")}}}};
         QCOMPARE(QJsonDocument::fromJson(read(path)).object(), expected);
         QCOMPARE(QDir(m_folder.path()).entryList({QStringLiteral("flat.json*")}).size(), 1);
     }
@@ -75,13 +83,16 @@ private Q_SLOTS:
     {
         const QString path = file("types.json");
         write(path,
-              R"({"b": "true", "n": "1", "s": 1, "d": "aGk=", "o": {"base64": 1}, "z": null})");
+              R"({"b": "true", "n": "1", "s": 1, "d": "aGk=", "o": {"base64": 1}, "z": null,
+              "t": "2026-03-14T09:26:53Z", "u": {"date": 1}, "v": {"date": "ayer"}})");
         const Defaults defaults(path);
         QVERIFY(!defaults.boolean(QStringLiteral("b")));
         QVERIFY(!defaults.number(QStringLiteral("n")));
         QVERIFY(!defaults.string(QStringLiteral("s")));
         QVERIFY(!defaults.data(QStringLiteral("d")));
         QVERIFY(!defaults.data(QStringLiteral("o")));
+        for (const char* key : {"t", "u", "v", "z"})
+            QVERIFY(!defaults.date(QString::fromLatin1(key)));
         QVERIFY(!defaults.boolean(QStringLiteral("z")));
         QVERIFY(!defaults.contains(QStringLiteral("absent")));
     }
