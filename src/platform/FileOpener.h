@@ -26,8 +26,8 @@ public:
     /// file or nothing could open it.
     virtual void openFile(const QString& path, QObject* context, Done done) = 0;
 
-    /// Opens a page of the web in the user's browser, where there is one. Nobody hears whether.
-    virtual void openPage(const QUrl& page) = 0;
+    /// Opens a page of the web in the user's browser; false when nothing could open it.
+    virtual void openPage(const QUrl& page, QObject* context, Done done) = 0;
 
     /// Shows a file in its folder, selected where the file manager can do that; false when there is
     /// no such file or nothing could show it.

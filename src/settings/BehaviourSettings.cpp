@@ -25,7 +25,7 @@ constexpr int kToFolder = 4;
 } // namespace
 
 BehaviourSettings::BehaviourSettings(const Prefs& prefs, Platform& platform, Alerts& alerts,
-                                     SettingsHost& host)
+                                     SettingsHost& host, const Executor& executor)
     : m_prefs(prefs)
     , m_autoCopyBox(SettingsLook::box(text("Copiar al portapapeles automáticamente al seleccionar"),
                                       text("La selección se copia sin esperar a que termines")))
@@ -35,7 +35,7 @@ BehaviourSettings::BehaviourSettings(const Prefs& prefs, Platform& platform, Ale
     , m_autoSaveAreaBox(
           SettingsLook::box(text("Guardar también las capturas de área (Enter o Copiar)"),
                             text("Cada captura de área se guarda en tu carpeta")))
-    , m_folderRow(new FolderRow(prefs, alerts, host))
+    , m_folderRow(new FolderRow(prefs, alerts, host, executor))
     , m_loupeBox(SettingsLook::box(text("Mostrar lupa de píxeles al elegir el área"),
                                    text("Amplía los píxeles que están junto al puntero")))
     , m_lightGifsBox(SettingsLook::box(text("GIF más ligeros (menor resolución)"),

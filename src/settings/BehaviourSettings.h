@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Executor.h"
+
 #include <QWidget>
 
 class QCheckBox;
@@ -19,7 +21,8 @@ class BehaviourSettings final : public QWidget {
 
 public:
     /// All of it outlives the widget.
-    BehaviourSettings(const Prefs& prefs, Platform& platform, Alerts& alerts, SettingsHost& host);
+    BehaviourSettings(const Prefs& prefs, Platform& platform, Alerts& alerts, SettingsHost& host,
+                      const Executor& executor);
 
     /// Shows what is stored.
     void refresh();

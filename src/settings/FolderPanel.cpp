@@ -9,9 +9,7 @@
 
 namespace brindlecam {
 
-namespace {
-
-QString nearestThere(const QString& folder)
+QString FolderPanel::nearestThere(const QString& folder)
 {
     QString there = folder;
     while (!QFileInfo(there).isDir() && there != QFileInfo(there).path())
@@ -19,10 +17,8 @@ QString nearestThere(const QString& folder)
     return there;
 }
 
-} // namespace
-
 FolderPanel::FolderPanel(Alerts& alerts, const QString& folder)
-    : FilePanel(text("Carpeta de capturas"), nearestThere(folder))
+    : FilePanel(text("Carpeta de capturas"), folder)
     , m_alerts(alerts)
 {
     setFileMode(Directory);

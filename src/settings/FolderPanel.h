@@ -13,7 +13,10 @@ class FolderPanel final : public FilePanel {
     Q_OBJECT
 
 public:
-    /// Starts in `folder`, or above it where that is not there. `done` receives the full path of
+    /// The folder, or the nearest above it that is there. As slow as the disk; any thread.
+    [[nodiscard]] static QString nearestThere(const QString& folder);
+
+    /// Starts in `folder`, which is there. `done` receives the full path of
     /// the folder that was chosen, and is not called when the user cancels. The panel deletes
     /// itself when it closes.
     static FolderPanel* open(Alerts& alerts, const QString& folder,

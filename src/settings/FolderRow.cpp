@@ -13,6 +13,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include <utility>
+
 namespace brindlecam {
 
 namespace {
@@ -23,9 +25,11 @@ constexpr int kFolderLabelWidth = 250;
 
 } // namespace
 
-FolderRow::FolderRow(const Prefs& prefs, Alerts& alerts, SettingsHost& host)
+FolderRow::FolderRow(const Prefs& prefs, Alerts& alerts, SettingsHost& host,
+                     const Executor& executor)
     : m_prefs(prefs)
     , m_alerts(alerts)
+    , m_background(executor)
     , m_folderLabel(SettingsLook::note())
     , m_change(new SmallButton(text("Cambiar…"), text("Elegir otra carpeta de capturas")))
     , m_open(new SmallButton(text("Abrir"), text("Abrir la carpeta de capturas")))
@@ -61,8 +65,19 @@ void FolderRow::chooseFolder()
         m_alerts.bringForward(*m_panel);
         return;
     }
+    if (std::exchange(m_looks, true))
+        return;
+    m_background.run([folder = m_prefs.saveFolder()] { return FolderPanel::nearestThere(folder); },
+                     [this](const QString& there) {
+                         m_looks = false;
+                         ask(there);
+                     });
+}
+
+void FolderRow::ask(const QString& from)
+{
     m_panel = FolderPanel::open(
-        m_alerts, m_prefs.saveFolder(),
+        m_alerts, from,
         [row = QPointer(this), &defaults = m_prefs.defaults()](const QString& path) {
             defaults.setString(QStringLiteral("saveFolder"), path);
             if (row)

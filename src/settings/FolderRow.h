@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Background.h"
 #include "settings/FolderPanel.h"
 
 #include <QPointer>
@@ -15,13 +16,14 @@ class Prefs;
 class SettingsHost;
 class SmallButton;
 
-/// Where captures go, with buttons that choose another folder and open it. Main thread.
+/// Where captures go, with buttons that choose another folder and open it. Main thread; looks at
+/// the disk on the executor.
 class FolderRow final : public QWidget {
     Q_OBJECT
 
 public:
     /// All of it outlives the widget.
-    FolderRow(const Prefs& prefs, Alerts& alerts, SettingsHost& host);
+    FolderRow(const Prefs& prefs, Alerts& alerts, SettingsHost& host, const Executor& executor);
 
     /// Shows what is stored.
     void showFolder();
@@ -34,9 +36,12 @@ public:
 
 private:
     void chooseFolder();
+    void ask(const QString& from);
 
     const Prefs& m_prefs;
     Alerts& m_alerts;
+    const Background m_background;
+    bool m_looks = false; ///< where to begin
     QLabel* m_folderLabel;
     SmallButton* m_change;
     SmallButton* m_open;

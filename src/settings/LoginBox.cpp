@@ -17,8 +17,9 @@ LoginBox::LoginBox(LoginItem& item, Alerts& alerts)
 
 void LoginBox::refresh()
 {
-    m_item.ask(this, [this](bool enabled) {
-        if (!m_changing)
+    m_item.ask(this, [this, change = m_change](bool enabled) {
+        // What was asked before a change may be answered after it.
+        if (!m_changing && change == m_change)
             setChecked(enabled);
     });
 }
@@ -29,6 +30,7 @@ void LoginBox::toggleLogin()
     if (m_changing)
         return;
     m_changing = true;
+    ++m_change;
     m_item.set(isChecked(), this, [this, wanted = isChecked()](const std::optional<Error>& failed) {
         m_changing = false;
         if (failed) {

@@ -25,6 +25,7 @@ private:
     LoginItem& m_item;
     Alerts& m_alerts;
     bool m_changing = false; ///< what was asked for is not there yet
+    int m_change = 0;        ///< which one, or which was the last
 };
 
 } // namespace brindlecam

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "look/InterfaceFont.h"
+#include "look/TextLine.h"
 #include "preferences/Prefs.h"
 #include "settings/MarkerPreview.h"
 #include "settings/SettingsLook.h"
@@ -9,6 +10,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QVBoxLayout>
@@ -28,12 +30,24 @@ constexpr int kWhole = 100;
 constexpr int kSliderWidth = 240;
 constexpr int kOpacitySize = 13;
 
+/// Does not jump while it counts.
+class EvenDigits final : public QLabel {
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::WindowText));
+        const TextLine line{.text = text(), .font = font(), .evenDigits = true};
+        line.draw(painter, {0, (height() - line.height()) / 2 + line.ascent()});
+    }
+};
+
 } // namespace
 
 MarkerSettings::MarkerSettings(Prefs& prefs)
     : m_prefs(prefs)
     , m_opacitySlider(new QSlider(Qt::Horizontal))
-    , m_opacityLabel(new QLabel)
+    , m_opacityLabel(new EvenDigits)
     , m_markerPreview(new MarkerPreview)
 {
     const QFont font = InterfaceFont::regular(kOpacitySize);
@@ -47,8 +61,8 @@ MarkerSettings::MarkerSettings(Prefs& prefs)
     m_opacitySlider->setToolTip(text("Opacidad de los trazos nuevos del marcador"));
     m_opacityLabel->setFont(font);
     // As wide as it ever gets: it counts while the knob moves.
-    m_opacityLabel->setMinimumWidth(
-        QFontMetrics(font).horizontalAdvance(text("%1 %").arg(kMostOpacity)));
+    const TextLine widest{.text = text("%1 %").arg(kMostOpacity), .font = font, .evenDigits = true};
+    m_opacityLabel->setMinimumWidth(static_cast<int>(std::ceil(widest.width())));
     connect(m_opacitySlider, &QSlider::valueChanged, this, [this] { opacityChanged(); });
 
     auto* row = new QHBoxLayout;

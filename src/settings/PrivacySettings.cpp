@@ -68,7 +68,10 @@ void PrivacySettings::showHistory()
 {
     m_historyBox->setChecked(m_prefs.keepHistory());
     m_background.run([folders = m_history.folders()] { return History(folders).items().size(); },
-                     [this](qsizetype entries) { m_historyLabel->setText(counted(entries)); });
+                     [this, count = ++m_count](qsizetype entries) {
+                         if (count == m_count)
+                             m_historyLabel->setText(counted(entries));
+                     });
 }
 
 void PrivacySettings::toggleHistory()

@@ -40,6 +40,7 @@ private:
     const History& m_history;
     const Background m_background;
     ConfirmedClearing m_clearing;
+    int m_count = 0;     ///< the last one that was asked for
     bool m_asks = false; ///< whether to empty the history
     QCheckBox* m_historyBox;
     QLabel* m_historyLabel;

@@ -16,6 +16,24 @@ bool isEnglish(const QString& language)
     return language.startsWith(QLatin1String("en"));
 }
 
+constexpr qsizetype kLongestVersion = 32;
+constexpr qsizetype kMostNotes = 1000; // characters
+constexpr qsizetype kMostNoteLines = 14;
+
+/// It goes into a menu and a message.
+bool isPresentable(const QString& version)
+{
+    return !version.isEmpty() && version.size() <= kLongestVersion &&
+           std::ranges::all_of(version, [](QChar c) { return c.isPrint(); });
+}
+
+/// As much of it as fits a message.
+QString shortened(const QString& notes)
+{
+    const QString lines = notes.section(QLatin1Char('\n'), 0, kMostNoteLines - 1).left(kMostNotes);
+    return lines.size() < notes.size() ? lines + QStringLiteral("…") : notes;
+}
+
 bool isMissing(const QJsonValue& value)
 {
     return value.isUndefined() || value.isNull();
@@ -47,8 +65,8 @@ std::optional<Release> Release::fromJson(const QByteArray& json)
     const QJsonValue url = object.value(QStringLiteral("url"));
     const QJsonValue english = object.value(QStringLiteral("url_en"));
     const auto notes = texts(object.value(QStringLiteral("notes")));
-    if (!version.isString() || !url.isString() || !(isMissing(english) || english.isString()) ||
-        !notes)
+    if (!isPresentable(version.toString()) || !url.isString() ||
+        !(isMissing(english) || english.isString()) || !notes)
         return std::nullopt;
     return Release{version.toString(), url.toString(),
                    english.isString() ? std::optional(english.toString()) : std::nullopt, *notes};
@@ -62,7 +80,7 @@ QString Release::pageIn(const QString& language) const
 QString Release::notesIn(const QString& language) const
 {
     const QString key = isEnglish(language) ? QStringLiteral("en") : QStringLiteral("es");
-    return notes.value(key, notes.value(QStringLiteral("es")));
+    return shortened(notes.value(key, notes.value(QStringLiteral("es"))));
 }
 
 bool Release::isSafe(const QString& url)

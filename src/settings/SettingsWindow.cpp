@@ -39,7 +39,8 @@ SettingsWindow::SettingsWindow(const Rooms& rooms)
     : m_shortcuts(new ShortcutSettings(
           {rooms.prefs, rooms.host, *rooms.platform.hotKeys, rooms.platform.keyNaming}))
     , m_marker(new MarkerSettings(rooms.prefs))
-    , m_behaviour(new BehaviourSettings(rooms.prefs, rooms.platform, rooms.alerts, rooms.host))
+    , m_behaviour(new BehaviourSettings(rooms.prefs, rooms.platform, rooms.alerts, rooms.host,
+                                        rooms.executor))
     , m_privacy(new PrivacySettings(rooms.prefs, rooms.history, rooms.alerts, rooms.executor))
 {
     setWindowTitle(text("Configuración de Brindlecam"));

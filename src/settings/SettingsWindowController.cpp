@@ -5,6 +5,7 @@
 
 #include <QMetaObject>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -12,13 +13,16 @@ namespace brindlecam {
 
 namespace {
 
-/// In the middle of the screen, so many points large; empty where there is no screen.
+/// In the middle of the screen, so many points large, and with its beginning on it in any case;
+/// empty where there is no screen.
 QRect centred(const QSize& points, const std::optional<ScreenInfo>& screen)
 {
     if (!screen)
         return {};
     QRect place(QPoint(), (QSizeF(points) * screen->scale).toSize());
     place.moveCenter(screen->visibleFrame.center());
+    place.moveLeft(std::max(place.left(), screen->visibleFrame.left()));
+    place.moveTop(std::max(place.top(), screen->visibleFrame.top()));
     return place;
 }
 
@@ -57,6 +61,12 @@ void SettingsWindowController::show()
     m_rooms.platform.panels->show(
         *m_window, centred(m_window->size(), screenUnderPointer(*m_rooms.platform.displays)));
     m_rooms.platform.panels->focus(*m_window);
+}
+
+void SettingsWindowController::close()
+{
+    if (m_window)
+        m_window->close();
 }
 
 void SettingsWindowController::hotKeysAnswered()

@@ -15,6 +15,8 @@ public:
     /// Brings it to the front, in the middle of the screen with the pointer, with what is stored by
     /// now.
     void show();
+    /// Takes it off the screen, if it is there.
+    void close();
     /// The system has answered about the hot keys.
     void hotKeysAnswered();
 

@@ -12,6 +12,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace brindlecam {
 
 namespace {
@@ -24,6 +26,22 @@ constexpr qreal kRecordingLine = 2;
 constexpr int kComboSize = 13;
 constexpr float kRecordingAlpha = 0.15F;
 constexpr float kIdleLineAlpha = 0.22F;
+
+constexpr qreal kTextMargin = 7;
+constexpr int kLeastSize = 10;
+
+/// Smaller where it would not fit, and cut where even that is too long.
+TextLine fitted(const QString& text, bool isCombo, qreal room)
+{
+    TextLine line{.text = text, .font = {}};
+    for (int size = kComboSize; size >= kLeastSize; --size) {
+        line.font = isCombo ? InterfaceFont::medium(size) : InterfaceFont::regular(size);
+        if (line.width() <= room)
+            return line;
+    }
+    line.text = QFontMetricsF(line.font).elidedText(text, Qt::ElideRight, room);
+    return line;
+}
 
 constexpr Qt::KeyboardModifiers kHeld =
     Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
@@ -75,8 +93,18 @@ void ShortcutRecorder::setCombo(const std::optional<KeyCombo>& combo)
 
 void ShortcutRecorder::startRecording()
 {
+    if (m_recording || !isVisible())
+        return;
+    m_awaitsFocus = true;
+    window()->activateWindow();
     setFocus(Qt::OtherFocusReason);
-    if (m_recording)
+    if (hasFocus())
+        begin();
+}
+
+void ShortcutRecorder::begin()
+{
+    if (!std::exchange(m_awaitsFocus, false))
         return;
     m_recording = true;
     tell();
@@ -85,6 +113,7 @@ void ShortcutRecorder::startRecording()
 
 void ShortcutRecorder::stopRecording()
 {
+    m_awaitsFocus = false;
     if (!m_recording)
         return;
     m_recording = false;
@@ -164,8 +193,10 @@ void ShortcutRecorder::choose(const std::optional<KeyCombo>& combo)
     stopRecording();
 }
 
-void ShortcutRecorder::mousePressEvent(QMouseEvent*)
+void ShortcutRecorder::mousePressEvent(QMouseEvent* event)
 {
+    if (event->button() != Qt::LeftButton)
+        return;
     if (m_recording)
         stopRecording();
     else
@@ -174,6 +205,7 @@ void ShortcutRecorder::mousePressEvent(QMouseEvent*)
 
 void ShortcutRecorder::focusInEvent(QFocusEvent*)
 {
+    begin();
     update();
 }
 
@@ -211,8 +243,7 @@ void ShortcutRecorder::paintEvent(QPaintEvent*)
                             kRecorderRadius);
 
     const bool isCombo = !m_recording && m_combo && !m_combo->display.isEmpty();
-    const TextLine words{shown(), isCombo ? InterfaceFont::medium(kComboSize)
-                                          : InterfaceFont::regular(kComboSize)};
+    const TextLine words = fitted(shown(), isCombo, width() - 2 * kTextMargin);
     painter.setPen(palette().color(isCombo ? QPalette::WindowText : QPalette::PlaceholderText));
     words.draw(painter,
                {(width() - words.width()) / 2, (height() - words.height()) / 2 + words.ascent()});

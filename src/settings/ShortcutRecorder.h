@@ -35,6 +35,7 @@ public:
     /// onChange is not called.
     void setCombo(const std::optional<KeyCombo>& combo);
     [[nodiscard]] bool recording() const { return m_recording; }
+    /// As soon as it has the keyboard, which it asks for.
     void startRecording();
     void stopRecording();
 
@@ -54,6 +55,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void begin();
     void record(const QKeyEvent& event);
     void choose(const std::optional<KeyCombo>& combo);
     void tell();
@@ -62,6 +64,7 @@ private:
     const KeyNaming m_naming;
     std::optional<KeyCombo> m_combo;
     bool m_recording = false;
+    bool m_awaitsFocus = false; ///< and records then
 };
 
 } // namespace brindlecam

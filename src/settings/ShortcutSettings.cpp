@@ -9,6 +9,7 @@
 #include "settings/ShortcutRecorder.h"
 #include "settings/WrappedText.h"
 
+#include <QAccessible>
 #include <QGridLayout>
 #include <QVBoxLayout>
 
@@ -130,6 +131,10 @@ void ShortcutSettings::warn(const QString& words)
     m_warnsOfDuplicate = false;
     m_warning->setText(words);
     m_warning->setVisible(!words.isEmpty());
+    if (!words.isEmpty()) {
+        QAccessibleEvent alert(m_warning, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
+    }
 }
 
 } // namespace brindlecam

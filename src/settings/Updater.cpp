@@ -59,7 +59,7 @@ void Updater::start()
 
 void Updater::checkIfDue()
 {
-    if (!m_rooms.prefs.checkUpdates())
+    if (!m_rooms.prefs.checkUpdates() || m_rooms.activity.quitting())
         return;
     const std::optional<QDateTime> last = m_rooms.prefs.defaults().date(lastCheckKey());
     if (!last || last->secsTo(m_timing.now()) >= kDaySeconds)
@@ -101,13 +101,23 @@ void Updater::finish(const std::optional<Release>& release, Asker asker)
         offerWhenIdle(*release);
 }
 
-void Updater::tell(const QString& message, const QString& informative) const
+// Who asks again before that has been read need not be told twice.
+void Updater::tell(const QString& message, const QString& informative)
 {
-    m_rooms.alerts.show({.message = message, .informative = informative});
+    if (m_told == message)
+        return;
+    m_told = message;
+    m_rooms.alerts.show({.message = message, .informative = informative},
+                        [self = QPointer(this), message](std::optional<int>) {
+                            if (self && self->m_told == message)
+                                self->m_told.clear();
+                        });
 }
 
 void Updater::offerWhenIdle(const Release& release)
 {
+    if (m_rooms.activity.quitting())
+        return;
     if (m_rooms.activity.any()) {
         QTimer::singleShot(m_timing.idleAgain, this, [this, release] { offerWhenIdle(release); });
         return;
@@ -132,13 +142,15 @@ void Updater::offer(const Release& release)
                         });
 }
 
-void Updater::openDownload() const
+void Updater::openDownload()
 {
-    if (!m_available)
+    const QString page = m_available ? m_available->pageIn(language()) : QString();
+    if (!Release::isSafe(page))
         return;
-    const QString page = m_available->pageIn(language());
-    if (Release::isSafe(page))
-        m_rooms.opener.openPage(QUrl(page, QUrl::StrictMode));
+    m_rooms.opener.openPage(QUrl(page, QUrl::StrictMode), this, [this, page](bool opened) {
+        if (!opened)
+            tell(text("No se pudo abrir la página"), page);
+    });
 }
 
 } // namespace brindlecam

@@ -51,7 +51,7 @@ public:
     /// Asks now, unless it is asking. Users are told what came of it, whatever it is.
     void check(Asker asker);
     /// Opens the page of what is available.
-    void openDownload() const;
+    void openDownload();
 
     /// The newer version that is known of.
     [[nodiscard]] const std::optional<Release>& available() const { return m_available; }
@@ -62,7 +62,7 @@ public:
 private:
     void checkIfDue();
     void finish(const std::optional<Release>& release, Asker asker);
-    void tell(const QString& message, const QString& informative) const;
+    void tell(const QString& message, const QString& informative);
     void offerWhenIdle(const Release& release);
     void offer(const Release& release);
 
@@ -70,6 +70,7 @@ private:
     const Timing m_timing;
     std::optional<Release> m_available;
     bool m_checking = false;
+    QString m_told; ///< what a message says that is still open
     QTimer m_timer;
 };
 

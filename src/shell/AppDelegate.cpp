@@ -40,6 +40,12 @@ AppDelegate::AppDelegate(const Rooms& rooms)
     m_hotKeyCenter.onAnswered = [this] { m_settings.hotKeysAnswered(); };
 }
 
+// A recorder that records until now has the hot keys taken again, while its window goes.
+AppDelegate::~AppDelegate()
+{
+    m_hotKeyCenter.onAnswered = [] {};
+}
+
 bool AppDelegate::listen()
 {
     return m_rooms.instance.listen(
@@ -93,6 +99,7 @@ void AppDelegate::quit()
     // From here on nothing new begins, whoever asks.
     m_rooms.activity.stage = Activity::Stage::quitting;
     m_rooms.instance.hangUp();
+    m_settings.close();
     m_hotKeyCenter.releaseAll();
     m_rooms.countdown.cancel();
     m_statusItem.reset();

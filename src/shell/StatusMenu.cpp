@@ -102,7 +102,7 @@ void StatusMenu::showKey(const Item& item) const
 void StatusMenu::setUpdateTitle(const QString& title)
 {
     if (m_updateItem)
-        m_updateItem->setText(title);
+        m_updateItem->setText(literally(title));
 }
 
 } // namespace brindlecam

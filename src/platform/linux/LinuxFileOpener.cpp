@@ -95,9 +95,9 @@ void LinuxFileOpener::openFile(const QString& path, QObject* context, Done done)
         answer(false);
 }
 
-void LinuxFileOpener::openPage(const QUrl& page)
+void LinuxFileOpener::openPage(const QUrl& page, QObject* context, Done done)
 {
-    startOpener(page.toString(QUrl::FullyEncoded), [](bool) {});
+    startOpener(page.toString(QUrl::FullyEncoded), answerOnce(context, std::move(done)));
 }
 
 void LinuxFileOpener::reveal(const QString& path, QObject* context, Done done)

@@ -28,7 +28,7 @@ public:
 
     void openFolder(const QString& path, QObject* context, Done done) override;
     void openFile(const QString& path, QObject* context, Done done) override;
-    void openPage(const QUrl& page) override;
+    void openPage(const QUrl& page, QObject* context, Done done) override;
     void reveal(const QString& path, QObject* context, Done done) override;
     void preview(const QString& path, QObject* context, Done done) override;
     void endPreview() override;

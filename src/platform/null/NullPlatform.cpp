@@ -172,7 +172,7 @@ class NullFileOpener final : public FileOpener {
 public:
     void openFolder(const QString&, QObject* context, Done done) override { refuse(context, done); }
     void openFile(const QString&, QObject* context, Done done) override { refuse(context, done); }
-    void openPage(const QUrl&) override {}
+    void openPage(const QUrl&, QObject* context, Done done) override { refuse(context, done); }
     void reveal(const QString&, QObject* context, Done done) override { refuse(context, done); }
     void preview(const QString&, QObject* context, Done done) override { refuse(context, done); }
     void endPreview() override {}

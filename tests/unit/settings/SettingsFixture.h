@@ -85,6 +85,8 @@ struct SettingsFixture {
     SettingsWindow& open()
     {
         controller.show();
+        controller.window()->activateWindow();
+        [&] { QVERIFY(QTest::qWaitForWindowActive(controller.window())); }();
         settle();
         return *controller.window();
     }

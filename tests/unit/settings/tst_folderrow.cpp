@@ -19,6 +19,13 @@ FolderRow& row(SettingsFixture& desk)
     return desk.open().behaviour().folderRow();
 }
 
+/// Clicks the button, and waits until it is known where to begin.
+void clickChange(const SettingsFixture& desk, FolderRow& folder)
+{
+    folder.changeButton().click();
+    desk.settle();
+}
+
 /// Types the path into the panel, and takes it.
 void choose(FolderPanel& panel, const QString& path)
 {
@@ -82,7 +89,7 @@ private Q_SLOTS:
         const QString chosen = desk.folder.filePath(QStringLiteral("otra"));
         QVERIFY(QDir().mkpath(chosen));
         FolderRow& folder = row(desk);
-        folder.changeButton().click();
+        clickChange(desk, folder);
         QVERIFY(folder.panel());
         QVERIFY(folder.panel()->isVisible());
         QCOMPARE(folder.panel()->labelText(QFileDialog::Accept), QStringLiteral("Elegir"));
@@ -98,7 +105,7 @@ private Q_SLOTS:
         SettingsFixture desk;
         // The captures folder of this fixture is not there yet.
         FolderRow& folder = row(desk);
-        folder.changeButton().click();
+        clickChange(desk, folder);
         QCOMPARE(folder.panel()->directory().absolutePath(), desk.folder.path());
     }
 
@@ -107,7 +114,7 @@ private Q_SLOTS:
         SettingsFixture desk;
         FolderRow& folder = row(desk);
         const QString before = desk.prefs.saveFolder();
-        folder.changeButton().click();
+        clickChange(desk, folder);
         folder.panel()->reject();
         QCOMPARE(desk.prefs.saveFolder(), before);
     }
@@ -117,7 +124,7 @@ private Q_SLOTS:
         SettingsFixture desk;
         FolderRow& folder = row(desk);
         const QString before = desk.prefs.saveFolder();
-        folder.changeButton().click();
+        clickChange(desk, folder);
         choose(*folder.panel(), desk.folder.filePath(QStringLiteral("nunca")));
         QVERIFY(desk.question());
         QCOMPARE(desk.question()->text(), QStringLiteral("La carpeta “nunca” no existe"));
@@ -129,9 +136,9 @@ private Q_SLOTS:
     {
         SettingsFixture desk;
         FolderRow& folder = row(desk);
-        folder.changeButton().click();
+        clickChange(desk, folder);
         FolderPanel* const first = folder.panel();
-        folder.changeButton().click();
+        clickChange(desk, folder);
         QCOMPARE(folder.panel(), first);
         QCOMPARE(desk.panels.focused.back().data(), first);
     }

@@ -64,6 +64,35 @@ private Q_SLOTS:
         QCOMPARE(Release::fromJson(announced).has_value(), decodes);
     }
 
+    void whatDoesNotFitAMenuIsNoVersion_data()
+    {
+        QTest::addColumn<QByteArray>("version");
+        QTest::addColumn<bool>("decodes");
+        QTest::newRow("the longest") << QByteArray(32, '9') << true;
+        QTest::newRow("longer") << QByteArray(33, '9') << false;
+        QTest::newRow("none") << QByteArray() << false;
+        QTest::newRow("two lines") << QByteArray("1\\n2") << false;
+    }
+    void whatDoesNotFitAMenuIsNoVersion()
+    {
+        QFETCH(QByteArray, version);
+        QFETCH(bool, decodes);
+        const QByteArray announced = json("{'url': 'u', 'version': '") + version + json("'}");
+        QCOMPARE(Release::fromJson(announced).has_value(), decodes);
+    }
+
+    void notesAreAsLongAsFitsAMessage()
+    {
+        Release release{QStringLiteral("1"), QStringLiteral("u"), {}, {}};
+        const QString es = QStringLiteral("es");
+        release.notes.insert(es, QString(1000, QLatin1Char('x')));
+        QCOMPARE(release.notesIn(es).size(), 1000);
+        release.notes.insert(es, QString(1001, QLatin1Char('x')));
+        QCOMPARE(release.notesIn(es), QString(1000, QLatin1Char('x')) + QChar(0x2026));
+        release.notes.insert(es, QStringLiteral("x\n").repeated(40));
+        QCOMPARE(release.notesIn(es).count(QLatin1Char('\n')), 13);
+    }
+
     void onlyPagesByHttpsMayBeOpened_data()
     {
         QTest::addColumn<QString>("url");

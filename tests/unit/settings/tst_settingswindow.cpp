@@ -1,6 +1,5 @@
 // Covers SettingsLook, SettingsWindowController, SmallButton, WrappedText.
 #include "SettingsFixture.h"
-#include "look/Appearance.h"
 #include "settings/MarkerPreview.h"
 #include "settings/SettingsWindow.h"
 #include "settings/SmallButton.h"
@@ -154,23 +153,14 @@ private Q_SLOTS:
         QCoreApplication::removeTranslator(&longer);
     }
 
-    void warningsCanBeReadOnBothGrounds_data()
+    void itBeginsOnTheScreenHoweverSmallThatIs()
     {
-        QTest::addColumn<bool>("dark");
-        QTest::newRow("light") << false;
-        QTest::newRow("dark") << true;
-    }
-    void warningsCanBeReadOnBothGrounds()
-    {
-        QFETCH(bool, dark);
-        const auto shade = dark ? Appearance::Shade::dark : Appearance::Shade::light;
-        const QPalette before = QApplication::palette();
-        QApplication::setPalette(Appearance::palette(shade));
         SettingsFixture desk;
-        SettingsWindow& window = desk.open();
-        const QPalette shown = window.shortcuts().warning().palette();
-        QCOMPARE(shown.color(QPalette::WindowText), Appearance::warningText(shown));
-        QApplication::setPalette(before);
+        desk.displays.all = {
+            {QStringLiteral("A"), QRect(100, 50, 1366, 768), 1.75, QRect(100, 80, 1366, 738)}};
+        desk.displays.pointerAt = QPoint(450, 90);
+        desk.open();
+        QCOMPARE(desk.panels.shown.back().native.topLeft(), QPoint(100, 80));
     }
 
     void tabWalksThroughItInReadingOrder()
@@ -249,13 +239,15 @@ private Q_SLOTS:
                  QStringLiteral("1 captura guardada (máximo 20)."));
     }
 
-    void aRecorderThatRecordsWhenAllEndsTakesNothingAgain()
+    void aRecorderGivesTheHotKeysBackWhenTheWindowGoes()
     {
-        auto desk = std::make_unique<SettingsFixture>();
-        desk->open();
-        desk->recorder(CaptureAction::area).startRecording();
-        desk.reset(); // neither a crash nor a word to a shell that is gone
-        QVERIFY(!desk);
+        SettingsFixture desk;
+        desk.open();
+        desk.recorder(CaptureAction::area).startRecording();
+        QCOMPARE(desk.host.releases, 1);
+        desk.controller.close();
+        QCOMPARE(desk.host.reloads, 1);
+        QVERIFY(!desk.controller.window()->isVisible());
     }
 };
 

@@ -62,6 +62,51 @@ private Q_SLOTS:
         QCOMPARE(desk.recorder->shown(), QStringLiteral("Mayús+Super+9"));
     }
 
+    void otherButtonsDoNothing()
+    {
+        RecorderDesk desk;
+        QTest::mouseClick(desk.recorder, Qt::RightButton);
+        QTest::mouseClick(desk.recorder, Qt::MiddleButton);
+        QVERIFY(!desk.recorder->recording());
+    }
+
+    // Nothing would end it, and hot keys would be dead meanwhile.
+    void withoutTheKeyboardItDoesNotRecord()
+    {
+        RecorderDesk desk;
+        QWidget elsewhere;
+        elsewhere.show();
+        elsewhere.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&elsewhere));
+        desk.recorder->startRecording();
+        QVERIFY(desk.recorder->recording() == desk.recorder->hasFocus());
+        QTRY_VERIFY(desk.recorder->recording()); // it has asked for it
+        QVERIFY(desk.recorder->hasFocus());
+        desk.window.hide();
+        desk.told.clear();
+        desk.recorder->startRecording();
+        desk.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&desk.window));
+        QVERIFY(!desk.recorder->recording());
+        QVERIFY(desk.told.isEmpty());
+    }
+
+    void longShortcutsFit()
+    {
+        RecorderDesk desk;
+        desk.other->setFocus();
+        desk.recorder->setCombo(
+            KeyCombo{49, controlModifier | optionModifier | shiftModifier | commandModifier,
+                     QStringLiteral("⌃⌥⇧⌘Espacio")});
+        QCOMPARE(desk.recorder->shown(), QStringLiteral("Ctrl+Alt+Mayús+Super+Espacio"));
+        const QImage shown = desk.recorder->grab().toImage();
+        const QColor ground = shown.pixelColor(4, shown.height() / 2);
+        for (int y = 8; y < shown.height() - 8; ++y) {
+            for (const int x : {3, 4, 5, shown.width() - 6, shown.width() - 5})
+                QCOMPARE(shown.pixelColor(x, y), ground);
+        }
+    }
+
     void aCombinationIsTakenAndEndsIt()
     {
         RecorderDesk desk;

@@ -295,6 +295,44 @@ private Q_SLOTS:
         QCOMPARE(desk.said(), QString());
     }
 
+    void anOfferThatWaitsIsNotMadeWhileTheProgramEnds()
+    {
+        UpdaterDesk desk;
+        desk.activity.capture = true;
+        desk.updater->check(Updater::Asker::clock);
+        desk.feed.announce("1.3");
+        desk.activity.capture = false;
+        desk.activity.stage = Activity::Stage::quitting;
+        QTest::qWait(int(2 * kIdleAgain.count()));
+        QCOMPARE(desk.said(), QString());
+        QVERIFY(!desk.defaults.contains(QStringLiteral("updateNotifiedVersion")));
+    }
+
+    void whoAsksTwiceIsToldOnce()
+    {
+        UpdaterDesk desk;
+        for (int i = 0; i < 2; ++i) {
+            desk.updater->check(Updater::Asker::user);
+            desk.feed.answer(std::nullopt);
+        }
+        QCOMPARE(desk.panels.shown.size(), std::size_t(1));
+        desk.answer("Aceptar");
+        desk.updater->check(Updater::Asker::user);
+        desk.feed.answer(std::nullopt);
+        QCOMPARE(desk.panels.shown.size(), std::size_t(2));
+    }
+
+    void aPageThatNothingOpensIsTold()
+    {
+        UpdaterDesk desk;
+        desk.opener.succeeds = false;
+        desk.updater->check(Updater::Asker::clock);
+        desk.feed.announce("1.3");
+        desk.answer("Descargar");
+        QCOMPARE(desk.said(), QStringLiteral("No se pudo abrir la página"));
+        QCOMPARE(desk.details(), QStringLiteral("https://x.org/es"));
+    }
+
     void aVersionThatIsGoneIsForgotten()
     {
         UpdaterDesk desk;

@@ -22,6 +22,8 @@ private Q_SLOTS:
         desk.delegate.showSettings();
         SettingsWindow* const window = desk.delegate.settings().window();
         QVERIFY(window && window->isVisible());
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
         ShortcutRecorder& recorder = window->shortcuts().recorder(CaptureAction::area);
         recorder.startRecording();
         QVERIFY(desk.hotKeys.registered.empty());
@@ -30,6 +32,15 @@ private Q_SLOTS:
         QVERIFY(desk.hotKeys.registered.contains({23, controlModifier}));
         const QList<QAction*> items = desk.delegate.menu().menu().actions();
         QCOMPARE(items.at(0)->text(), QStringLiteral("Capturar área\tCtrl+5"));
+    }
+
+    void theSettingsGoWhenTheProgramEnds()
+    {
+        DelegateDesk desk;
+        desk.delegate.showSettings();
+        desk.delegate.quit();
+        QVERIFY(!desk.delegate.settings().window()->isVisible());
+        QTRY_COMPARE(desk.activity.stage, Activity::Stage::left);
     }
 
     void theSettingsSayWhichKeysAreRefusedWheneverThatIsKnown()
@@ -51,12 +62,13 @@ private Q_SLOTS:
         auto desk = std::make_unique<DelegateDesk>();
         desk->delegate.reloadHotKeys();
         desk->delegate.showSettings();
-        desk->delegate.settings()
-            .window()
-            ->shortcuts()
-            .recorder(CaptureAction::area)
-            .startRecording();
-        desk.reset(); // the last thing to happen is that hot keys are given back
+        SettingsWindow* const window = desk->delegate.settings().window();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        ShortcutRecorder& recorder = window->shortcuts().recorder(CaptureAction::area);
+        recorder.startRecording();
+        QVERIFY(recorder.recording());
+        desk.reset(); // sanitizers would tell of a word to a window that is half gone
         QVERIFY(!desk);
     }
 };
