@@ -25,13 +25,12 @@
 #include "support/Files.h"
 #include "support/GatedExecutor.h"
 #include "support/Install.h"
+#include "support/OpenAlert.h"
 
 #include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMessageBox>
 #include <QMouseEvent>
-#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -155,23 +154,8 @@ struct DrawerFixture {
         sendAllPostedEvents();
     }
     /// The alert that was shown last, if one is open.
-    [[nodiscard]] QMessageBox* question() const
-    {
-        for (auto shown = panels.shown.rbegin(); shown != panels.shown.rend(); ++shown) {
-            auto* const box = qobject_cast<QMessageBox*>(shown->widget.data());
-            if (box && box->isVisible())
-                return box;
-        }
-        return nullptr;
-    }
-    void answer(const char* title) const
-    {
-        for (QPushButton* button : question()->findChildren<QPushButton*>()) {
-            if (button->text() == QString::fromUtf8(title))
-                button->click();
-        }
-        sendAllPostedEvents();
-    }
+    [[nodiscard]] QMessageBox* question() const { return openAlert(panels); }
+    void answer(const char* title) const { answerAlert(panels, title); }
     /// What the message on the screen says; empty without one.
     [[nodiscard]] QString said() const
     {

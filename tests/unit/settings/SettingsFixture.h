@@ -20,12 +20,11 @@
 #include "support/FakePanels.h"
 #include "support/GatedExecutor.h"
 #include "support/Install.h"
+#include "support/OpenAlert.h"
 
 #include <QCheckBox>
 #include <QImage>
 #include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -108,23 +107,8 @@ struct SettingsFixture {
     }
 
     /// The alert that was shown last, if one is open.
-    [[nodiscard]] QMessageBox* question() const
-    {
-        for (auto shown = panels.shown.rbegin(); shown != panels.shown.rend(); ++shown) {
-            auto* const box = qobject_cast<QMessageBox*>(shown->widget.data());
-            if (box && box->isVisible())
-                return box;
-        }
-        return nullptr;
-    }
-    void answer(const char* title) const
-    {
-        for (QPushButton* button : question()->findChildren<QPushButton*>()) {
-            if (button->text() == QString::fromUtf8(title))
-                button->click();
-        }
-        sendAllPostedEvents();
-    }
+    [[nodiscard]] QMessageBox* question() const { return openAlert(panels); }
+    void answer(const char* title) const { answerAlert(panels, title); }
 };
 
 } // namespace brindlecam::test
