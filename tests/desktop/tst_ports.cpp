@@ -120,7 +120,7 @@ private Q_SLOTS:
         const CommandResult offscreen =
             program().command({kPorts, QStringLiteral("-platform"), QStringLiteral("offscreen")});
         QCOMPARE(offscreen.exitCode, 0);
-        QCOMPARE(offscreen.output.count(QStringLiteral(" Null")), 16);
+        QCOMPARE(offscreen.output.count(QStringLiteral(" Null")), 17);
     }
 
     void withoutHotKeysItCapturesByCommand()

@@ -36,7 +36,8 @@ private Q_SLOTS:
         const QSize pixels(2560, 1600);
         const qint64 picture = qint64(pixels.width()) * pixels.height() * 4 / 1024;
         const qint64 most = 4 * 1024; // kB that stay
-        useProgram({}, 1, {.screen = {.pixels = pixels}});
+        // What is on the clipboard by then is no session's: the copy may come before Esc or not.
+        useProgram({{QStringLiteral("autoCopy"), false}}, 1, {.screen = {.pixels = pixels}});
         const auto leave = [this] {
             input().tap(Qt::Key_Escape); // the selection, then the session
             input().tap(Qt::Key_Escape);
@@ -45,12 +46,8 @@ private Q_SLOTS:
         const auto paint = [this] {
             return openArea() && (select({100, 100, 2200, 1300}), !screen().grabAtRest().isNull());
         };
-        QVERIFY(paint());
-        const qint64 painted = memory().own;
-        QVERIFY(leave());
-        // A busy machine takes a moment to take it back.
-        QVERIFY(waitUntil(
-            [&] { return memory().shared < 2048 && memory().own < painted - picture / 2; }));
+        QVERIFY(paint() && leave());
+        QVERIFY(waitUntil([&] { return memory().shared < 2048; }));
         const qint64 rest = memory().own;
         QVERIFY(paint());
         QVERIFY2(memory().own > rest + picture / 2, qPrintable(QString::number(memory().own)));

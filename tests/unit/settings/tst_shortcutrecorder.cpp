@@ -18,11 +18,11 @@ constexpr Qt::KeyboardModifiers kShiftSuper = Qt::ShiftModifier | Qt::MetaModifi
 /// A recorder in a window with another field, and what it has told.
 struct RecorderDesk {
     test::FakeHotKeys keyboard;
+    QStringList told; ///< until the window has gone
     QWidget window;
     ShortcutRecorder* recorder =
         new ShortcutRecorder(keyboard, KeyNaming::words, QStringLiteral("Capturar área"));
     QLineEdit* other = new QLineEdit;
-    QStringList told;
 
     RecorderDesk()
     {

@@ -18,7 +18,8 @@ private Q_SLOTS:
         QTest::addColumn<Session>("session");
         QTest::addColumn<QStringList>("missing");
         const QStringList null{QStringLiteral("captureAccess"), QStringLiteral("fileOpener"),
-                               QStringLiteral("textRecognizer"), QStringLiteral("quitSignals")};
+                               QStringLiteral("loginItem"), QStringLiteral("textRecognizer"),
+                               QStringLiteral("quitSignals")};
         Session session{.namesX11 = true,
                         .xServer = Session::XServer::itself,
                         .windowSystem = WindowSystem::x11};
