@@ -20,6 +20,8 @@ constexpr std::uint8_t kPrintCode = 107;
 constexpr std::uint8_t kPausePressCode = 127;
 constexpr std::uint8_t kMailCode = 163;
 
+} // namespace
+
 /// A window with the keyboard, in which each press is read.
 class ReadingField final : public QWidget {
 public:
@@ -43,8 +45,6 @@ protected:
 private:
     const HotKeys& m_keys;
 };
-
-} // namespace
 
 /// What keys that come to a window of ours would be as hot keys.
 class TestX11PressedKeys final : public test::TestCase {

@@ -171,8 +171,8 @@ private Q_SLOTS:
         QImage picture;
         QPoint hotSpot;
         QList<QUrl> urls;
-        desk.tile.onDragEnds = [&](CaptureTile::Drag) {
-            const auto* const drag = desk.tile.findChild<QDrag*>();
+        desk.tile.onDragEnds = [&tile = desk.tile, &picture, &hotSpot, &urls](CaptureTile::Drag) {
+            const auto* const drag = tile.findChild<QDrag*>();
             QVERIFY(drag);
             picture = drag->pixmap().toImage();
             hotSpot = drag->hotSpot();

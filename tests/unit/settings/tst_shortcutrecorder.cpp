@@ -239,8 +239,8 @@ private Q_SLOTS:
         QCOMPARE(desk.recorder->size(), size);
         const QPoint inside(6, size.height() / 2);
         const QPoint edge(1, size.height() / 2);
-        const auto shown = [&](QPoint place) {
-            return desk.recorder->grab().toImage().pixelColor(place);
+        const auto shown = [recorder = desk.recorder](QPoint place) {
+            return recorder->grab().toImage().pixelColor(place);
         };
         QCOMPARE(shown(inside), QColor(Qt::white));
         desk.recorder->startRecording();

@@ -48,6 +48,17 @@ struct UpdaterDesk : SettingsFixture {
     static void wait() { QTest::qWait(int((kFirst + 2 * kAgain).count())); }
 };
 
+/// Whether this version is offered to who asks now; "later" is the answer.
+bool isOffered(UpdaterDesk& desk, Updater::Asker asker, const char* version)
+{
+    desk.updater->check(asker);
+    desk.feed.announce(version);
+    if (!desk.question())
+        return false;
+    desk.answer("Más tarde");
+    return true;
+}
+
 /// The catalogue of a language that says so.
 class EnglishCatalogue final : public QTranslator {
 public:
@@ -231,21 +242,13 @@ private Q_SLOTS:
     void eachVersionIsAnnouncedByItselfOnlyOnce()
     {
         UpdaterDesk desk;
-        const auto check = [&](Updater::Asker asker, const char* version) {
-            desk.updater->check(asker);
-            desk.feed.announce(version);
-            const bool offered = desk.question() != nullptr;
-            if (offered)
-                desk.answer("Más tarde");
-            return offered;
-        };
-        QVERIFY(check(Updater::Asker::clock, "1.3"));
-        QVERIFY(!check(Updater::Asker::clock, "1.3"));
+        QVERIFY(isOffered(desk, Updater::Asker::clock, "1.3"));
+        QVERIFY(!isOffered(desk, Updater::Asker::clock, "1.3"));
         desk.begin();
-        QVERIFY(!check(Updater::Asker::clock, "1.3"));
+        QVERIFY(!isOffered(desk, Updater::Asker::clock, "1.3"));
         QVERIFY(desk.updater->available());
-        QVERIFY(check(Updater::Asker::user, "1.3"));
-        QVERIFY(check(Updater::Asker::clock, "1.4"));
+        QVERIFY(isOffered(desk, Updater::Asker::user, "1.3"));
+        QVERIFY(isOffered(desk, Updater::Asker::clock, "1.4"));
     }
 
     void anOfferWaitsUntilNothingIsCaptured_data()
