@@ -34,6 +34,9 @@ public:
     [[nodiscard]] PreviewWindow* window() const { return m_window.get(); }
 
 private:
+    /// The desktop's own preview, as far as we know.
+    enum class Elsewhere { none, asked, shown };
+
     void showHere(const QString& path, const ScreenInfo& screen);
     void failed(const ScreenInfo& screen);
     void closed();
@@ -45,8 +48,7 @@ private:
     const Executor m_executor;
     std::unique_ptr<QObject> m_asked; ///< context of a question to the desktop
     std::unique_ptr<PreviewWindow> m_window;
-    enum class Elsewhere { none, asked, shown }; ///< as far as we know
-    Elsewhere m_elsewhere = Elsewhere::none;     ///< the desktop's own preview
+    Elsewhere m_elsewhere = Elsewhere::none;
 };
 
 } // namespace brindlecam

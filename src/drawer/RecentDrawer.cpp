@@ -15,7 +15,6 @@
 
 #include <QApplication>
 #include <QDrag>
-#include <QScreen>
 
 #include <algorithm>
 #include <chrono>
@@ -54,7 +53,10 @@ RecentDrawer::RecentDrawer(const Rooms& rooms)
     });
 }
 
-RecentDrawer::~RecentDrawer() = default;
+RecentDrawer::~RecentDrawer()
+{
+    delete m_question;
+}
 
 // Opening.
 
@@ -240,7 +242,7 @@ void RecentDrawer::close(Focus focus)
     // Whoever works in another window by now stays there.
     if (focus == Focus::goesBack && hasKeyboard())
         m_rooms.platform.frontApplication->giveBack();
-    m_asker.reset();
+    delete m_question;
     if (!m_panel)
         return;
     m_slide.out(std::move(m_panel), m_places);
@@ -249,9 +251,7 @@ void RecentDrawer::close(Focus focus)
 // Or what it asks.
 bool RecentDrawer::hasKeyboard() const
 {
-    const QWidget* const active = QApplication::activeWindow();
-    const bool asks = active && m_asker && active->parentWidget() == m_asker.get();
-    return asks || (m_panel && m_panel->isActiveWindow());
+    return (m_question && m_question->isActiveWindow()) || (m_panel && m_panel->isActiveWindow());
 }
 
 bool RecentDrawer::leave(Focus focus)
@@ -270,7 +270,7 @@ void RecentDrawer::discardPanel()
     if (!m_panel)
         return;
     m_tip.dismiss();
-    m_asker.reset();
+    delete m_question;
     m_slide.cutShort();
     m_slide.discard(std::move(m_panel));
 }
@@ -278,7 +278,7 @@ void RecentDrawer::discardPanel()
 // A press that ends our own menu, answers our own question or belongs to a drag is none.
 void RecentDrawer::pressedElsewhere()
 {
-    if (m_asker || m_slide.isDragging() || QApplication::activePopupWidget())
+    if (m_question || m_slide.isDragging() || QApplication::activePopupWidget())
         return;
     close(Focus::isTaken);
     m_pressedAway.start();
@@ -328,21 +328,18 @@ void RecentDrawer::remove(const QString& path)
 
 void RecentDrawer::askToRemove(const CaptureTile& tile)
 {
-    if (m_asker)
+    if (m_question)
         return;
-    m_asker = std::make_unique<QDialog>();
-    m_asker->setGeometry(m_panel->screen()->geometry()); // in the middle of which it is shown
     m_answered.invalidate();
     m_escapeKey.reset(); // it is the question's
-    m_rooms.alerts.show(
+    m_question = m_rooms.alerts.show(
         {.message = text("¿Quitar esta captura de recientes?"),
          .informative = text("Se borra definitivamente la copia interna del cajón. No afecta a los "
                              "archivos de tu carpeta de capturas ni a lo que ya pegaste."),
-         .buttons = {text("Quitar"), text("Cancelar")},
-         .over = m_asker.get()},
+         .buttons = {text("Quitar"), text("Cancelar")}},
         [this, path = tile.path()](std::optional<int> chosen) {
             constexpr int kRemove = 0;
-            m_asker.release()->deleteLater(); // the alert that tells is in it
+            m_question = nullptr;
             m_rooms.platform.panels->focus(*m_panel);
             m_answered.start();
             takeEscape();

@@ -13,6 +13,7 @@
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <memory>
@@ -119,11 +120,9 @@ private:
     DrawerGeometry::Places m_places; ///< of the panel
     std::unique_ptr<TakenKey> m_escapeKey;
     std::unique_ptr<PressWatch> m_monitor;
-    QElapsedTimer m_pressedAway; ///< since a press elsewhere has closed it
-    QElapsedTimer m_answered;    ///< since a question about a tile was answered
-    /// Stands for the drawer while a question about a tile is open, which goes with it: alerts go
-    /// with dialogs, and the drawer is none. Never shown.
-    std::unique_ptr<QDialog> m_asker;
+    QElapsedTimer m_pressedAway;  ///< since a press elsewhere has closed it
+    QElapsedTimer m_answered;     ///< since a question about a tile was answered
+    QPointer<QDialog> m_question; ///< about a tile, while it is open; goes with the drawer
 };
 
 } // namespace brindlecam

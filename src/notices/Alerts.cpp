@@ -89,7 +89,7 @@ Alerts::~Alerts()
         delete dialog.data();
 }
 
-void Alerts::show(const AlertContent& content, std::function<void(std::optional<int>)> done)
+QDialog* Alerts::show(const AlertContent& content, std::function<void(std::optional<int>)> done)
 {
     QMessageBox* box = makeBox(content);
     const QStringList titles =
@@ -109,6 +109,7 @@ void Alerts::show(const AlertContent& content, std::function<void(std::optional<
             done(index < 0 ? std::nullopt : std::optional(static_cast<int>(index)));
         });
     }
+    return box;
 }
 
 void Alerts::show(QDialog* dialog)

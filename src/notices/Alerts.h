@@ -33,8 +33,9 @@ public:
     ~Alerts();
 
     /// Shows an alert; `done` receives the index of the chosen button, or nothing when it was
-    /// closed otherwise.
-    void show(const AlertContent& content, std::function<void(std::optional<int>)> done = {});
+    /// closed otherwise. Whoever deletes it, because there is nothing to answer any more, hears
+    /// nothing; it deletes itself when it closes.
+    QDialog* show(const AlertContent& content, std::function<void(std::optional<int>)> done = {});
 
     /// Shows any dialog under the same rules and takes it over: it is deleted when it closes.
     void show(QDialog* dialog);

@@ -31,8 +31,11 @@ QByteArray gif(bool forEver, int frames = 2)
 }
 
 struct PreviewDesk : DrawerFixture {
-    CapturePreview preview{platform, toast, activity,
-                           [this](std::function<void()> job) { executor(std::move(job)); }};
+    int jobs = 0; ///< run so far
+    CapturePreview preview{platform, toast, activity, [this](std::function<void()> job) {
+                               ++jobs;
+                               executor(std::move(job));
+                           }};
 
     [[nodiscard]] PreviewWindow& window() const { return *preview.window(); }
     void show(const QString& path, const ScreenInfo& screen = kDrawerScreen)
@@ -311,39 +314,25 @@ private Q_SLOTS:
     void aSingleFrameIsNotReadAgainAndAgain()
     {
         PreviewDesk desk;
-        int jobs = 0;
-        desk.executor = [&jobs](const std::function<void()>& job) {
-            ++jobs;
-            job();
-        };
-        CapturePreview preview(desk.platform, desk.toast, desk.activity, desk.executor);
-        preview.show(desk.addGif(true, 1), kDrawerScreen);
-        test::sendAllPostedEvents();
-        QTRY_COMPARE(jobs, 2); // and then there is no other
+        desk.show(desk.addGif(true, 1));
+        QTRY_COMPARE(desk.jobs, 2); // and then there is no other
         QTest::qWait(300);
-        QCOMPARE(jobs, 2);
-        QVERIFY(preview.window()->isVisible());
+        QCOMPARE(desk.jobs, 2);
+        QVERIFY(desk.window().isVisible());
     }
 
     void nothingIsReadWhileNobodySeesIt()
     {
         PreviewDesk desk;
-        int jobs = 0;
-        desk.executor = [&jobs](const std::function<void()>& job) {
-            ++jobs;
-            job();
-        };
-        CapturePreview preview(desk.platform, desk.toast, desk.activity, desk.executor);
-        preview.show(desk.addGif(true), kDrawerScreen);
+        desk.show(desk.addGif(true));
+        QTRY_VERIFY(desk.jobs > 3);
+        desk.window().hide();
         test::sendAllPostedEvents();
-        QTRY_VERIFY(jobs > 3);
-        preview.window()->hide();
-        test::sendAllPostedEvents();
-        const int before = jobs;
+        const int before = desk.jobs;
         QTest::qWait(300);
-        QVERIFY(jobs <= before + 1);
-        preview.window()->show();
-        QTRY_VERIFY(jobs > before + 3);
+        QVERIFY(desk.jobs <= before + 1);
+        desk.window().show();
+        QTRY_VERIFY(desk.jobs > before + 3);
     }
 };
 
