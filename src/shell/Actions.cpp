@@ -56,38 +56,43 @@ Action delayed(AppDelegate& delegate, const DelayedRow& row)
 }
 
 /// What covers nothing on the screen and so need not wait for a menu.
-Action simple(const QString& title, const std::function<void()>& run)
+Action simple(const QString& title, const std::function<bool()>& canRun,
+              const std::function<void()>& run)
 {
-    return {.title = title, .key = noKey, .canRun = always, .run = run, .runFromMenu = run};
+    return {.title = title, .key = noKey, .canRun = canRun, .run = run, .runFromMenu = run};
 }
 
 Action other(AppDelegate& delegate, ProgramAction id)
 {
+    const auto mayBegin = [&delegate] { return delegate.mayBegin(); };
     switch (id) {
     case ProgramAction::openFolder:
-        return simple(text("Abrir carpeta de capturas"),
+        return simple(text("Abrir carpeta de capturas"), always,
                       [&delegate] { delegate.openCapturesFolder(); });
     case ProgramAction::settings: {
-        Action settings = simple(text("Configuración…"), [&delegate] { delegate.showSettings(); });
-        settings.canRun = [&delegate] { return delegate.mayBegin(); };
+        Action settings =
+            simple(text("Configuración…"), mayBegin, [&delegate] { delegate.showSettings(); });
         settings.key = [] { return KeyCombo{kCommaKey, commandModifier, QStringLiteral("⌘,")}; };
         return settings;
     }
-    case ProgramAction::update: {
-        Action update = simple(AppDelegate::updateTitle(std::nullopt),
-                               [&delegate] { delegate.updateFromMenu(); });
-        update.canRun = [&delegate] { return delegate.mayBegin(); };
-        return update;
-    }
+    case ProgramAction::update:
+        return simple(AppDelegate::updateTitle(std::nullopt), mayBegin,
+                      [&delegate] { delegate.updateFromMenu(); });
     case ProgramAction::about:
-        return simple(text("Acerca de Brindlecam"), [&delegate] { delegate.showAbout(); });
+        return simple(text("Acerca de Brindlecam"), always, [&delegate] { delegate.showAbout(); });
     case ProgramAction::quit:
-        return simple(text("Salir"), [&delegate] { delegate.quit(); });
+        return simple(text("Salir"), always, [&delegate] { delegate.quit(); });
     }
     Q_UNREACHABLE();
 }
 
 } // namespace
+
+const Action* Actions::find(ProgramAction id) const
+{
+    const auto found = others.find(id);
+    return found == others.end() ? nullptr : &found->second;
+}
 
 Actions makeActions(AppDelegate& delegate, const Prefs& prefs)
 {

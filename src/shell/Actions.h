@@ -33,6 +33,9 @@ struct Actions {
     std::vector<Action> delayed; ///< captures after a countdown
     /// Without the search for new versions where there is no place to ask.
     std::map<ProgramAction, Action> others;
+
+    /// Null for one that is not offered.
+    [[nodiscard]] const Action* find(ProgramAction id) const;
 };
 
 /// The list of a program whose delegate this is; both outlive it.

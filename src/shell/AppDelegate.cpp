@@ -40,12 +40,6 @@ AppDelegate::AppDelegate(const Rooms& rooms)
     m_hotKeyCenter.onAnswered = [this] { m_settings.hotKeysAnswered(); };
 }
 
-// A recorder that records until now has the hot keys taken again, while its window goes.
-AppDelegate::~AppDelegate()
-{
-    m_hotKeyCenter.onAnswered = [] {};
-}
-
 bool AppDelegate::listen()
 {
     return m_rooms.instance.listen(
@@ -72,8 +66,8 @@ void AppDelegate::start(const Command& command)
 std::function<void()> AppDelegate::errand(const Command& command)
 {
     if (command.other) {
-        const auto found = m_actions.others.find(*command.other);
-        return found == m_actions.others.end() ? std::function<void()>() : found->second.run;
+        const Action* const action = m_actions.find(*command.other);
+        return action ? action->run : std::function<void()>();
     }
     if (command.action && command.delay)
         return [this, command] { captureDelayed(*command.action, *command.delay); };
@@ -197,13 +191,13 @@ InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
 
 InstanceAnswer AppDelegate::answerOther(ProgramAction id)
 {
-    const auto found = m_actions.others.find(id);
-    if (found == m_actions.others.end() || !found->second.canRun())
+    const Action* const action = m_actions.find(id);
+    if (!action || !action->canRun())
         return {Commands::notAvailableReply()};
     // Nothing of ours is to lie over a frozen screen, or in a recording.
     if (id != ProgramAction::quit && m_rooms.activity.any())
         return {Commands::busyReply()};
-    return {{}, found->second.run};
+    return {{}, action->run};
 }
 
 void AppDelegate::openCapturesFolder()

@@ -61,7 +61,6 @@ public:
     };
 
     explicit AppDelegate(const Rooms& rooms);
-    ~AppDelegate() override;
 
     /// Lets other copies ask from now on. False: there is nowhere to be asked.
     [[nodiscard]] bool listen();

@@ -96,6 +96,16 @@ bool canBeDelayed(std::optional<CaptureAction> action)
     return action == CaptureAction::area || action == CaptureAction::fullScreen;
 }
 
+/// What is to be done; false for a word that names nothing, or for a second one.
+bool takeWord(Command& command, const QString& word)
+{
+    if (command.action || command.other)
+        return false;
+    command.action = captureAction(word);
+    command.other = programAction(word);
+    return command.action || command.other;
+}
+
 } // namespace
 
 Command parse(const QStringList& arguments)
@@ -132,10 +142,7 @@ Command parse(const QStringList& arguments)
             i += argument.contains(QLatin1Char('=')) ? 0 : 1;
             continue;
         }
-        const bool isFirst = !command.action && !command.other;
-        command.action = isFirst ? captureAction(argument) : std::nullopt;
-        command.other = isFirst ? programAction(argument) : std::nullopt;
-        if (!command.action && !command.other)
+        if (!takeWord(command, argument))
             return wrong(argument);
     }
     if (command.delay && !canBeDelayed(command.action))

@@ -51,15 +51,14 @@ StatusMenu::StatusMenu(const Actions& actions, KeyNaming naming)
     m_menu.addMenu(&m_delayed);
     for (const Action& action : actions.delayed)
         add(m_delayed, action);
-    add(m_menu, actions.others.at(ProgramAction::openFolder));
-    add(m_menu, actions.others.at(ProgramAction::settings));
+    add(m_menu, *actions.find(ProgramAction::openFolder));
+    add(m_menu, *actions.find(ProgramAction::settings));
     m_menu.addSeparator();
-    if (const auto update = actions.others.find(ProgramAction::update);
-        update != actions.others.end())
-        m_updateItem = add(m_menu, update->second);
-    add(m_menu, actions.others.at(ProgramAction::about));
+    if (const Action* const update = actions.find(ProgramAction::update))
+        m_updateItem = add(m_menu, *update);
+    add(m_menu, *actions.find(ProgramAction::about));
     m_menu.addSeparator();
-    add(m_menu, actions.others.at(ProgramAction::quit));
+    add(m_menu, *actions.find(ProgramAction::quit));
     refresh();
     QObject::connect(&m_menu, &QMenu::aboutToShow, &m_menu, [this] { refresh(); });
 }
