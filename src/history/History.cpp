@@ -20,6 +20,8 @@ namespace brindlecam {
 namespace {
 
 constexpr std::chrono::milliseconds kLockPatience{2000};
+constexpr QSize kThumbnailSize(History::kThumbnailPixels, History::kThumbnailPixels);
+
 /// Whether Qt would decode it, as far as its beginning tells: no file that asks for more memory
 /// than QImageReader allows.
 bool canBeDecoded(const QByteArray& png)
@@ -35,8 +37,6 @@ bool canBeDecoded(const QByteArray& png)
     const qint64 megabytes = bits * size.width() * size.height() / kBitsPerMegabyte;
     return !size.isEmpty() && bits > 0 && megabytes <= QImageReader::allocationLimit();
 }
-
-constexpr QSize kThumbnailSize(History::kThumbnailPixels, History::kThumbnailPixels);
 
 } // namespace
 

@@ -21,7 +21,6 @@ constexpr qreal kSampleX = 14;
 constexpr qreal kStrokeLeft = 60;
 constexpr qreal kStrokeRightGap = 110;
 constexpr qreal kStrokeWidth = 16;
-constexpr float kBorderAlpha = 0.16F;
 
 } // namespace
 
@@ -49,9 +48,7 @@ void MarkerPreview::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF bounds(rect());
-    QColor border = palette().color(QPalette::WindowText);
-    border.setAlphaF(kBorderAlpha);
-    painter.setPen(border);
+    painter.setPen(SettingsLook::separatorColor(palette()));
     painter.setBrush(palette().color(QPalette::Base));
     painter.drawRoundedRect(
         bounds.adjusted(kPreviewInset, kPreviewInset, -kPreviewInset, -kPreviewInset),

@@ -17,7 +17,7 @@ namespace {
 constexpr int kTextSize = 13;
 constexpr int kSmallSize = 11;
 constexpr int kSeparatorLength = 20; // at least
-constexpr double kSeparatorAlpha = 0.16;
+constexpr float kSeparatorAlpha = 0.16F;
 
 /// A thin line through the middle of its place, sharp at every scale.
 class Separator final : public QWidget {
@@ -44,15 +44,13 @@ protected:
     {
         QPainter painter(this);
         const DevicePixels pixels(painter);
-        QColor color = palette().color(QPalette::WindowText);
-        color.setAlphaF(kSeparatorAlpha);
         const int thickness = pixels.lineWidth(1);
         QRect line = pixels.nearest(QRectF(rect()));
         if (m_orientation == Qt::Horizontal)
             line.setHeight(thickness);
         else
             line.setWidth(thickness);
-        painter.fillRect(line, color);
+        painter.fillRect(line, separatorColor(palette()));
     }
 
 private:
@@ -104,6 +102,13 @@ QCheckBox* box(const QString& title, const QString& toolTip)
     box->setFont(InterfaceFont::regular(kTextSize));
     box->setToolTip(toolTip);
     return box;
+}
+
+QColor separatorColor(const QPalette& palette)
+{
+    QColor color = palette.color(QPalette::WindowText);
+    color.setAlphaF(kSeparatorAlpha);
+    return color;
 }
 
 QWidget* separator(Qt::Orientation orientation)

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QColor>
 #include <QString>
 #include <Qt>
 
 class QCheckBox;
 class QLabel;
+class QPalette;
 class QVBoxLayout;
 class QWidget;
 
@@ -29,6 +31,8 @@ inline constexpr int kSpacing = 10; ///< between the parts of a column
 [[nodiscard]] QLabel* note();
 [[nodiscard]] QCheckBox* box(const QString& title, const QString& toolTip);
 [[nodiscard]] QWidget* separator(Qt::Orientation orientation);
+/// Of separators, and of the borders of fields.
+[[nodiscard]] QColor separatorColor(const QPalette& palette);
 
 } // namespace SettingsLook
 

@@ -33,7 +33,11 @@ SettingsWindowController::SettingsWindowController(SettingsWindow::Rooms rooms)
 {
 }
 
-SettingsWindowController::~SettingsWindowController() = default;
+// A recorder that records until now has the hot keys taken again: while its window is whole.
+SettingsWindowController::~SettingsWindowController()
+{
+    close();
+}
 
 void SettingsWindowController::make()
 {

@@ -6,6 +6,7 @@
 #include "look/TextLine.h"
 #include "platform/HotKeys.h"
 #include "preferences/Config.h"
+#include "settings/SettingsLook.h"
 #include "settings/ShortcutRecorderAccess.h"
 
 #include <QApplication>
@@ -25,7 +26,6 @@ constexpr qreal kIdleLine = 1;
 constexpr qreal kRecordingLine = 2;
 constexpr int kComboSize = 13;
 constexpr float kRecordingAlpha = 0.15F;
-constexpr float kIdleLineAlpha = 0.22F;
 
 constexpr qreal kTextMargin = 7;
 constexpr int kLeastSize = 10;
@@ -226,8 +226,7 @@ void ShortcutRecorder::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QColor fill = palette().color(QPalette::Base);
-    QColor line = palette().color(QPalette::WindowText);
-    line.setAlphaF(kIdleLineAlpha);
+    QColor line = SettingsLook::separatorColor(palette());
     if (m_recording) {
         fill = Config::leafGreen;
         fill.setAlphaF(kRecordingAlpha);
