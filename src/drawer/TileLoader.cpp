@@ -8,7 +8,8 @@ namespace brindlecam {
 
 TileLoader::TileLoader(History::Folders folders, Executor executor)
     : m_folders(std::move(folders))
-    , m_background(std::move(executor))
+    , m_executor(std::move(executor))
+    , m_background(m_executor)
 {
 }
 
@@ -32,12 +33,19 @@ void TileLoader::list(Listed listed)
         std::move(listed));
 }
 
+// What is made is kept when all have been read.
 void TileLoader::load(const std::vector<Entry>& entries, QSize most, const Loaded& loaded)
 {
+    const Executor keeping = [executor = m_executor, wanted = m_wanted](const auto& keep) {
+        executor([keep, wanted] {
+            if (*wanted)
+                keep();
+        });
+    };
     for (std::size_t index = 0; index < entries.size(); ++index) {
         m_background.run(
-            [folders = m_folders, path = entries[index].path, most, wanted = m_wanted] {
-                return *wanted ? History(folders).thumbnail(path, most) : std::nullopt;
+            [folders = m_folders, path = entries[index].path, most, wanted = m_wanted, keeping] {
+                return *wanted ? History(folders).thumbnail(path, most, keeping) : std::nullopt;
             },
             [loaded, index](std::optional<Thumbnail> thumbnail) {
                 loaded(index, std::move(thumbnail));

@@ -44,6 +44,7 @@ public:
 private:
     const History::Folders m_folders;
     const std::shared_ptr<std::atomic<bool>> m_wanted = std::make_shared<std::atomic<bool>>(true);
+    const Executor m_executor;
     const Background m_background;
 };
 

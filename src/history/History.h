@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Executor.h"
 #include "history/ThumbnailCache.h"
 #include "pictures/Thumbnail.h"
 #include "platform/ClipboardContent.h"
@@ -57,8 +58,10 @@ public:
 
     /// A small picture of an entry, at most so many pixels on its longest side and at most as large
     /// as `most`, with the size of the whole picture; none when it can't be decoded. What had to be
-    /// decoded is kept for the next time.
-    [[nodiscard]] std::optional<Thumbnail> thumbnail(const QString& item, QSize most) const;
+    /// made for it is kept for the next time, which takes the disk's time: where `keeping` says.
+    [[nodiscard]] std::optional<Thumbnail> thumbnail(
+        const QString& item, QSize most,
+        const Executor& keeping = [](const auto& work) { work(); }) const;
     static constexpr int kThumbnailPixels = 640;
 
     /// The whole entry as it is put on the clipboard: an animation as a file and as bytes, a

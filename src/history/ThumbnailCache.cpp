@@ -23,30 +23,35 @@ struct Label {
     QString entry; ///< file name
     ThumbnailCache::Stamp stamp;
     QSize pixels; ///< of the entry's picture
+    QSize most;   ///< of the thumbnail
 };
 
-/// "20260314-092653-589.png.48213-1773476813589-1920x1080.png".
+/// "20260314-092653-589.png.48213-1773476813589-1920x1080-194x114.png".
 QString nameOf(const Label& label)
 {
-    return QStringLiteral("%1.%2-%3-%4x%5.png")
+    return QStringLiteral("%1.%2-%3-%4x%5-%6x%7.png")
         .arg(label.entry)
         .arg(label.stamp.bytes)
         .arg(label.stamp.milliseconds)
         .arg(label.pixels.width())
-        .arg(label.pixels.height());
+        .arg(label.pixels.height())
+        .arg(label.most.width())
+        .arg(label.most.height());
 }
 
 std::optional<Label> labelOf(const QString& name)
 {
     // Never destroyed, as names are read on threads that may outlive what is.
     static const auto& pattern = *new QRegularExpression(QRegularExpression::anchoredPattern(
-        QStringLiteral("(.+)\\.([0-9]{1,15})-(-?[0-9]{1,15})-([0-9]{1,7})x([0-9]{1,7})\\.png")));
+        QStringLiteral("(.+)\\.([0-9]{1,15})-(-?[0-9]{1,15})-([0-9]{1,7})x([0-9]{1,7})"
+                       "-([0-9]{1,4})x([0-9]{1,4})\\.png")));
     const QRegularExpressionMatch match = pattern.match(name);
     if (!match.hasMatch() || !HistoryNames::isEntry(match.captured(1)))
         return std::nullopt;
     return Label{match.captured(1),
                  {match.captured(2).toLongLong(), match.captured(3).toLongLong()},
-                 {match.captured(4).toInt(), match.captured(5).toInt()}};
+                 {match.captured(4).toInt(), match.captured(5).toInt()},
+                 {match.captured(6).toInt(), match.captured(7).toInt()}};
 }
 
 QString fileName(const QString& path)
@@ -90,7 +95,8 @@ std::optional<Thumbnail> ThumbnailCache::load(const QString& entry, const Stamp&
         if (!name.startsWith(wanted))
             continue;
         const auto label = labelOf(name);
-        if (!label || label->entry != wanted || label->stamp != stamp || label->pixels.isEmpty())
+        if (!label || label->entry != wanted || label->stamp != stamp || label->most != most ||
+            label->pixels.isEmpty())
             continue;
         auto kept = Thumbnail::ofFile(m_folder + QLatin1Char('/') + name, most);
         if (!kept)
@@ -101,13 +107,13 @@ std::optional<Thumbnail> ThumbnailCache::load(const QString& entry, const Stamp&
     return std::nullopt;
 }
 
-void ThumbnailCache::store(const QString& entry, const Stamp& stamp,
+void ThumbnailCache::store(const QString& entry, const Stamp& stamp, QSize most,
                            const Thumbnail& thumbnail) const
 {
     if (m_folder.isEmpty())
         return;
     makeOwnFolder(m_folder);
-    const QString kept = nameOf({fileName(entry), stamp, thumbnail.pixels});
+    const QString kept = nameOf({fileName(entry), stamp, thumbnail.pixels, most});
     const QString path = m_folder + QLatin1Char('/') + kept;
     const QByteArray png =
         PngWriter::encode(thumbnail.image, {.effort = PngWriter::Effort::quick, .cancelled = {}});
@@ -120,7 +126,8 @@ void ThumbnailCache::store(const QString& entry, const Stamp& stamp,
     }
     for (const QString& name : fileNames()) {
         const auto label = labelOf(name);
-        if (label && label->entry == fileName(entry) && name != kept)
+        const bool isStale = label && (label->stamp != stamp || label->most == most);
+        if (isStale && label->entry == fileName(entry) && name != kept)
             QFile::remove(m_folder + QLatin1Char('/') + name);
     }
 }

@@ -10,9 +10,10 @@
 namespace brindlecam {
 
 /// Small copies of the history's pictures, one PNG file each in a folder that may go at any time.
-/// The name of a file tells of which entry it is, how large that picture really is, and what state
-/// of the entry's file it was made of: another one of that name makes it worthless. Files of other
-/// names are nobody's business. Safe from any thread, and from several copies of the program. What
+/// The name of a file tells of which entry it is, how large that picture really is, what state of
+/// the entry's file it was made of, another one of that name makes it worthless, and how large it
+/// may be itself: there is one for each size that is asked for. Files of other names are nobody's
+/// business. Safe from any thread, and from several copies of the program. What
 /// can't be read or written is not there.
 class ThumbnailCache final {
 public:
@@ -34,13 +35,14 @@ public:
     /// None when there is no such file.
     [[nodiscard]] static std::optional<Stamp> stampOf(const QString& entry);
 
-    /// What is kept of the entry at `entry` (a path), if it is of this state, at most as large as
-    /// `most`.
+    /// What is kept of the entry at `entry` (a path) for this size, if it is of this state.
     [[nodiscard]] std::optional<Thumbnail> load(const QString& entry, const Stamp& stamp,
                                                 QSize most) const;
-    /// Keeps it in place of any earlier one, unless the entry's file is in another state by now, or
-    /// gone: what the user has removed leaves no picture behind.
-    void store(const QString& entry, const Stamp& stamp, const Thumbnail& thumbnail) const;
+    /// Keeps one that is at most as large as `most`, in place of any earlier one, unless the
+    /// entry's file is in another state by now, or gone: what the user has removed leaves no
+    /// picture behind.
+    void store(const QString& entry, const Stamp& stamp, QSize most,
+               const Thumbnail& thumbnail) const;
     /// Removes those of all but these entries.
     void prune(const QStringList& entries) const;
     /// Removes all of them, with what is half written.

@@ -42,6 +42,12 @@ private:
         ++milliseconds;
     }
     [[nodiscard]] QString newest() const { return history().items().constFirst(); }
+    void removeLargeOnes() const
+    {
+        const QStringList all = test::filesIn(thumbnails());
+        for (const QString& name : all.filter(QStringLiteral("-640x640.png")))
+            QVERIFY(QFile::remove(thumbnails() + QLatin1Char('/') + name));
+    }
     [[nodiscard]] QColor shown(QSize most = kAnySize) const
     {
         const auto thumbnail = history().thumbnail(newest(), most);
@@ -77,16 +83,46 @@ private Q_SLOTS:
         history().add(pngOf(plainPicture({1280, 720}, kThumbnailGreen)), kPng);
         QVERIFY(test::filesIn(thumbnails()).isEmpty());
         QCOMPARE(shown({194, 114}), QColor(kThumbnailGreen));
-        QCOMPARE(test::filesIn(thumbnails()).size(), 1);
+        QCOMPARE(test::filesIn(thumbnails()).size(), 2); // the large one, too
         const auto again = history().thumbnail(newest(), kAnySize);
         QVERIFY(again);
         QCOMPARE(again->image.size(), QSize(640, 360));
         QCOMPARE(again->pixels, QSize(1280, 720));
     }
 
+    void anyOtherSizeIsMadeOfTheLargeOneAndKept()
+    {
+        add();
+        const auto made = history().thumbnail(newest(), {194, 114});
+        QVERIFY(made);
+        QCOMPARE(test::filesIn(thumbnails()).size(), 2);
+        // The next time it is read, and nothing else.
+        removeLargeOnes();
+        const auto read = history().thumbnail(newest(), {194, 114});
+        QVERIFY(read);
+        QCOMPARE(read->image, made->image);
+        QCOMPARE(read->pixels, QSize(1280, 720));
+        QCOMPARE(test::filesIn(thumbnails()).size(), 1);
+    }
+
+    void whatIsMadeIsKeptWhereItIsSaid()
+    {
+        history().add(pngOf(plainPicture({1280, 720}, kThumbnailGreen)), kPng);
+        std::vector<std::function<void()>> later;
+        const auto made = history().thumbnail(
+            newest(), {194, 114}, [&later](const auto& work) { later.push_back(work); });
+        QVERIFY(made);
+        QVERIFY(test::filesIn(thumbnails()).isEmpty());
+        QCOMPARE(later.size(), std::size_t(2));
+        for (const auto& keep : later)
+            keep();
+        QCOMPARE(test::filesIn(thumbnails()).size(), 2);
+    }
+
     void anEntryThatHasChangedIsDecodedAnew()
     {
         add();
+        QCOMPARE(shown({194, 114}), QColor(kThumbnailGreen));
         const QString entry = newest();
         const QByteArray other = pngOf(plainPicture({100, 50}, qRgb(9, 9, 9)));
         test::put(entry, other);
@@ -94,7 +130,7 @@ private Q_SLOTS:
         QVERIFY(thumbnail);
         QCOMPARE(thumbnail->pixels, QSize(100, 50));
         QCOMPARE(thumbnail->image.pixelColor(0, 0), QColor(9, 9, 9));
-        QCOMPARE(test::filesIn(thumbnails()).size(), 1); // the one before is gone
+        QCOMPARE(test::filesIn(thumbnails()).size(), 1); // those before are gone
     }
 
     void anEntryWrittenAtAnotherTimeIsDecodedAnew()
@@ -167,7 +203,7 @@ private Q_SLOTS:
         if (replaced)
             test::put(entry, "something else");
         // As whoever was decoding it meanwhile would.
-        ThumbnailCache(thumbnails()).store(entry, *stamp, *thumbnail);
+        ThumbnailCache(thumbnails()).store(entry, *stamp, kAnySize, *thumbnail);
         QVERIFY(test::filesIn(thumbnails()).isEmpty());
     }
 
@@ -194,8 +230,8 @@ private Q_SLOTS:
         add();
         const QStringList foreign{QStringLiteral("/readme.txt"), QStringLiteral("/foto.png"),
                                   QStringLiteral("/20260314-092653-000.png"),
-                                  QStringLiteral("/20260314-092653-000.png.a-b-cxd.png"),
-                                  QStringLiteral("/..png.1-2-3x4.png")};
+                                  QStringLiteral("/20260314-092653-000.png.a-b-cxd-exf.png"),
+                                  QStringLiteral("/..png.1-2-3x4-5x6.png")};
         for (const QString& name : foreign)
             test::put(thumbnails() + name);
         history().clear();
