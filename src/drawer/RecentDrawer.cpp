@@ -48,8 +48,11 @@ RecentDrawer::RecentDrawer(const Rooms& rooms)
     m_patience.callOnTimeout([this] { open(); });
     m_rooms.platform.displays->whenChanged(this, [this] { screensChanged(); });
     m_rooms.platform.compositing->whenChanged(this, [this] {
-        if (m_panel)
-            m_panel->setBlends(m_rooms.platform.compositing->blends());
+        const bool blends = m_rooms.platform.compositing->blends();
+        if (m_opening && m_opening->drawer.panel)
+            m_opening->drawer.panel->setBlends(blends);
+        if (m_drawer.panel)
+            m_drawer.panel->setBlends(blends);
     });
 }
 
@@ -62,108 +65,88 @@ RecentDrawer::~RecentDrawer()
 
 void RecentDrawer::show()
 {
-    const auto screen =
-        m_panel ? std::optional(m_screen) : screenUnderPointer(*m_rooms.platform.displays);
+    const auto screen = m_drawer.panel ? std::optional(m_drawer.screen)
+                                       : screenUnderPointer(*m_rooms.platform.displays);
     if (!screen)
         return;
     m_rooms.platform.frontApplication->remember();
     m_patience.stop(); // of one that was about to open
-    m_opening = Opening{.screen = *screen};
+    m_opening = Opening{.drawer = {.screen = *screen}};
     m_loader = std::make_unique<TileLoader>(m_rooms.history.folders(), m_rooms.executor);
-    m_loader->list([this](std::vector<TileLoader::Entry> entries) { listed(std::move(entries)); });
+    m_loader->list([this](const std::vector<TileLoader::Entry>& entries) { listed(entries); });
 }
 
-void RecentDrawer::listed(std::vector<TileLoader::Entry> entries)
+// The panel is made while the thumbnails are read.
+void RecentDrawer::listed(const std::vector<TileLoader::Entry>& entries)
 {
-    const ScreenInfo& screen = m_opening->screen;
-    m_opening->awaited = DrawerGeometry::tilesInSight(static_cast<int>(entries.size()), screen);
-    m_opening->thumbnails.resize(entries.size());
-    m_opening->entries = std::move(entries);
-    if (m_opening->awaited == 0) {
-        open();
-        return;
+    Drawer& drawer = m_opening->drawer;
+    m_opening->awaited =
+        DrawerGeometry::tilesInSight(static_cast<int>(entries.size()), drawer.screen);
+    if (m_opening->awaited > 0) {
+        m_patience.start(kThumbnailPatience);
+        m_loader->load(entries, CaptureTile::thumbnailPixels(drawer.screen.scale),
+                       [this](std::size_t index, const std::optional<Thumbnail>& thumbnail) {
+                           loaded(index, thumbnail);
+                       });
     }
-    m_patience.start(kThumbnailPatience);
-    m_loader->load(m_opening->entries, CaptureTile::thumbnailPixels(screen.scale),
-                   [this](std::size_t index, std::optional<Thumbnail> thumbnail) {
-                       loaded(index, std::move(thumbnail));
-                   });
+    make(drawer, entries);
+    if (m_opening->awaited == 0)
+        open();
 }
 
 // Those in sight are read first, so that their number will do.
-void RecentDrawer::loaded(std::size_t index, std::optional<Thumbnail> thumbnail)
+void RecentDrawer::loaded(std::size_t index, const std::optional<Thumbnail>& thumbnail)
 {
-    if (!m_opening) {
-        if (thumbnail && m_panel)
-            m_panel->row().captureTiles().at(index)->setThumbnail(*thumbnail,
-                                                                  CaptureTile::Arrival::fadesIn);
-        return;
-    }
-    m_opening->thumbnails.at(index) = std::move(thumbnail);
-    if (--m_opening->awaited == 0)
+    const DrawerPanel* const panel =
+        m_opening ? m_opening->drawer.panel.get() : m_drawer.panel.get();
+    if (panel && thumbnail)
+        panel->row().captureTiles().at(index)->setThumbnail(
+            *thumbnail, m_opening ? CaptureTile::Arrival::atOnce : CaptureTile::Arrival::fadesIn);
+    if (m_opening && --m_opening->awaited == 0)
         open();
 }
 
-void RecentDrawer::open()
-{
-    const Opening opening = *std::exchange(m_opening, std::nullopt);
-    m_patience.stop();
-    const bool replaces = m_panel != nullptr;
-    const qreal scrolled = replaces ? m_panel->row().scrolled() : 0;
-    const int focused = replaces ? m_panel->row().focusedIndex() : -1;
-    discardPanel();
-    m_screen = opening.screen;
-    m_places = DrawerGeometry::places(static_cast<int>(opening.entries.size()), m_screen,
-                                      m_rooms.platform.displays->layout());
-    fill(opening);
-    wirePanel();
-    if (replaces)
-        m_rooms.platform.panels->show(*m_panel, m_places.open);
-    else
-        m_slide.in(*m_panel, m_places);
-    m_rooms.platform.panels->focus(*m_panel);
-    if (focused >= 0)
-        m_panel->row().focusTile(focused);
-    m_panel->row().scrollTo(scrolled); // the keys may be with a tile that is out of sight
-    watchForTheEnd();
-}
-
-void RecentDrawer::fill(const Opening& opening)
+void RecentDrawer::make(Drawer& drawer, const std::vector<TileLoader::Entry>& entries)
 {
     using Entries = DrawerPanel::Entries;
-    const int count = static_cast<int>(opening.entries.size());
-    m_panel = std::make_unique<DrawerPanel>(
-        DrawerGeometry::panelWidth(count, m_screen), count == 0 ? Entries::none : Entries::some,
+    const int count = static_cast<int>(entries.size());
+    drawer.places =
+        DrawerGeometry::places(count, drawer.screen, m_rooms.platform.displays->layout());
+    drawer.panel = std::make_unique<DrawerPanel>(
+        DrawerGeometry::panelWidth(count, drawer.screen),
+        count == 0 ? Entries::none : Entries::some,
         m_rooms.prefs.keepHistory()
             ? text("Aún no hay capturas. Haz una y aparecerá aquí.")
             : text("El historial está apagado. Puedes activarlo en Configuración."));
+    DrawerPanel& panel = *drawer.panel;
     const QDateTime now = QDateTime::currentDateTime();
     const QLocale locale = CaptureCaption::locale();
-    for (std::size_t i = 0; i < opening.entries.size(); ++i) {
-        const TileLoader::Entry& entry = opening.entries[i];
+    for (const TileLoader::Entry& entry : entries) {
         auto* const tile = new CaptureTile(
             entry.path, CaptureCaption::when(entry.written, now, locale), *m_rooms.platform.panels);
-        if (const auto& thumbnail = opening.thumbnails[i])
-            tile->setThumbnail(*thumbnail, CaptureTile::Arrival::atOnce);
         wire(*tile);
-        m_panel->row().append(tile);
+        panel.row().append(tile);
     }
+    wire(panel);
+    m_rooms.platform.panels->assume(
+        panel, PanelRole::drawer, drawer.places.slides ? drawer.places.below : drawer.places.open);
+    panel.setBlends(m_rooms.platform.compositing->blends());
 }
 
 void RecentDrawer::wire(CaptureTile& tile)
 {
     const QString path = tile.path();
     tile.onCopy = [this, path] {
-        m_actions.copy(path, m_screen);
+        m_actions.copy(path, m_drawer.screen);
         hide();
     };
     tile.onPreview = [this, path] { preview(path); };
     tile.onOpenInPreview = [this, path] {
-        m_actions.openInPreview(path, m_screen);
+        m_actions.openInPreview(path, m_drawer.screen);
         hide();
     };
-    tile.onReveal = [this, path] { m_actions.reveal(path, m_screen); };
-    tile.onSaveToFolder = [this, path] { m_actions.saveToFolder(path, m_screen); };
+    tile.onReveal = [this, path] { m_actions.reveal(path, m_drawer.screen); };
+    tile.onSaveToFolder = [this, path] { m_actions.saveToFolder(path, m_drawer.screen); };
     tile.onRemove = [this, path] { remove(path); };
     tile.onDragBegins = [this] { m_slide.setDragging(true); };
     tile.onDragEnds = [this](CaptureTile::Drag end) {
@@ -171,29 +154,46 @@ void RecentDrawer::wire(CaptureTile& tile)
     };
 }
 
-void RecentDrawer::wirePanel()
+void RecentDrawer::wire(DrawerPanel& panel)
 {
-    DrawerPanel& panel = *m_panel;
     // Twenty pictures of some hundred kilobytes lay among everything else.
     connect(&panel, &QObject::destroyed, this, [] { giveFreedMemoryBack(); });
     panel.onEscape = [this] { hide(); };
     panel.onSpace = [this] { previewBySpace(); };
     panel.onDelete = [this](const CaptureTile& tile) { askToRemove(tile); };
     panel.onClear = [this] { clearAll(); };
-    m_rooms.platform.panels->assume(panel, PanelRole::drawer,
-                                    m_places.slides ? m_places.below : m_places.open);
-    panel.setBlends(m_rooms.platform.compositing->blends());
+}
+
+void RecentDrawer::open()
+{
+    Opening opening = *std::exchange(m_opening, std::nullopt);
+    m_patience.stop();
+    const bool replaces = m_drawer.panel != nullptr;
+    const qreal scrolled = replaces ? m_drawer.panel->row().scrolled() : 0;
+    const int focused = replaces ? m_drawer.panel->row().focusedIndex() : -1;
+    discardPanel();
+    m_drawer = std::move(opening.drawer);
+    DrawerPanel& panel = *m_drawer.panel;
     m_tip.serve(panel, [this](QPointF place) {
-        return m_places.open.topLeft() + (place * m_screen.scale).toPoint();
+        return m_drawer.places.open.topLeft() + (place * m_drawer.screen.scale).toPoint();
     });
+    if (replaces)
+        m_rooms.platform.panels->show(panel, m_drawer.places.open);
+    else
+        m_slide.in(panel, m_drawer.places);
+    m_rooms.platform.panels->focus(panel);
+    if (focused >= 0)
+        panel.row().focusTile(focused);
+    panel.row().scrollTo(scrolled); // the keys may be with a tile that is out of sight
+    watchForTheEnd();
 }
 
 void RecentDrawer::watchForTheEnd()
 {
     takeEscape();
     m_monitor = m_rooms.platform.foreignPresses->watch([this] { pressedElsewhere(); });
-    m_panel->onLeft = [this] { keyboardLost(); };
-    m_panel->onPressed = [this] { takeKeyboardBack(); };
+    m_drawer.panel->onLeft = [this] { keyboardLost(); };
+    m_drawer.panel->onPressed = [this] { takeKeyboardBack(); };
 }
 
 // A window manager that hears late of a question's end hands the keyboard to whoever had it before
@@ -202,7 +202,7 @@ void RecentDrawer::keyboardLost()
 {
     if (m_answered.isValid() && !m_answered.hasExpired(kManagerAnswers.count())) {
         m_answered.invalidate();
-        m_rooms.platform.panels->focus(*m_panel);
+        m_rooms.platform.panels->focus(*m_drawer.panel);
     } else if (!m_monitor) {
         pressedElsewhere();
     }
@@ -213,7 +213,7 @@ void RecentDrawer::keyboardLost()
 void RecentDrawer::takeKeyboardBack()
 {
     m_rooms.platform.frontApplication->remember();
-    m_rooms.platform.panels->focus(*m_panel);
+    m_rooms.platform.panels->focus(*m_drawer.panel);
 }
 
 // Its own hot key, because the keyboard may be somewhere else by now.
@@ -243,15 +243,16 @@ void RecentDrawer::close(Focus focus)
     if (focus == Focus::goesBack && hasKeyboard())
         m_rooms.platform.frontApplication->giveBack();
     delete m_question;
-    if (!m_panel)
+    if (!m_drawer.panel)
         return;
-    m_slide.out(std::move(m_panel), m_places);
+    m_slide.out(std::move(m_drawer.panel), m_drawer.places);
 }
 
 // Or what it asks.
 bool RecentDrawer::hasKeyboard() const
 {
-    return (m_question && m_question->isActiveWindow()) || (m_panel && m_panel->isActiveWindow());
+    return (m_question && m_question->isActiveWindow()) ||
+           (m_drawer.panel && m_drawer.panel->isActiveWindow());
 }
 
 bool RecentDrawer::leave(Focus focus)
@@ -267,12 +268,12 @@ bool RecentDrawer::leave(Focus focus)
 
 void RecentDrawer::discardPanel()
 {
-    if (!m_panel)
+    if (!m_drawer.panel)
         return;
     m_tip.dismiss();
     delete m_question;
     m_slide.cutShort();
-    m_slide.discard(std::move(m_panel));
+    m_slide.discard(std::move(m_drawer.panel));
 }
 
 // A press that ends our own menu, answers our own question or belongs to a drag is none.
@@ -292,7 +293,7 @@ bool RecentDrawer::wasJustPressedAway() const
 void RecentDrawer::screensChanged()
 {
     const auto screens = m_rooms.platform.displays->layout();
-    const ScreenInfo& screen = m_opening ? m_opening->screen : m_screen;
+    const ScreenInfo& screen = m_opening ? m_opening->drawer.screen : m_drawer.screen;
     const bool same = std::ranges::any_of(
         screens, [&screen](const ScreenInfo& other) { return other.sameDisplay(screen); });
     if (isOpen() && !same)
@@ -303,7 +304,7 @@ void RecentDrawer::screensChanged()
 
 void RecentDrawer::previewBySpace()
 {
-    const TileRow& row = m_panel->row();
+    const TileRow& row = m_drawer.panel->row();
     if (row.captureTiles().empty())
         return;
     const CaptureTile* chosen = row.focusedTile();
@@ -315,13 +316,13 @@ void RecentDrawer::previewBySpace()
 void RecentDrawer::preview(const QString& path)
 {
     close(Focus::isTaken);
-    m_preview.show(path, m_screen);
+    m_preview.show(path, m_drawer.screen);
 }
 
 void RecentDrawer::remove(const QString& path)
 {
     m_actions.remove(path, [this] {
-        if (m_panel)
+        if (m_drawer.panel)
             show();
     });
 }
@@ -340,7 +341,7 @@ void RecentDrawer::askToRemove(const CaptureTile& tile)
         [this, path = tile.path()](std::optional<int> chosen) {
             constexpr int kRemove = 0;
             m_question = nullptr;
-            m_rooms.platform.panels->focus(*m_panel);
+            m_rooms.platform.panels->focus(*m_drawer.panel);
             m_answered.start();
             takeEscape();
             if (chosen == kRemove)
@@ -351,7 +352,7 @@ void RecentDrawer::askToRemove(const CaptureTile& tile)
 void RecentDrawer::clearAll()
 {
     close(Focus::isTaken);
-    m_clearing.confirmAndClear([this, screen = m_screen](bool cleared) {
+    m_clearing.confirmAndClear([this, screen = m_drawer.screen](bool cleared) {
         if (cleared)
             m_rooms.toast.show(text("Capturas recientes vaciadas"), screen);
         if (!m_rooms.activity.any())

@@ -55,7 +55,7 @@ public:
     ~RecentDrawer() override;
 
     /// Whether it is on the screen, or about to be.
-    [[nodiscard]] bool isOpen() const { return m_opening.has_value() || m_panel; }
+    [[nodiscard]] bool isOpen() const { return m_opening.has_value() || m_drawer.panel; }
 
     /// Opens it with the history as it is now. One that is open is replaced where it is.
     void show();
@@ -70,24 +70,28 @@ public:
     [[nodiscard]] bool wasJustPressedAway() const;
 
     /// The open panel, or null.
-    [[nodiscard]] DrawerPanel* panel() const { return m_panel.get(); }
+    [[nodiscard]] DrawerPanel* panel() const { return m_drawer.panel.get(); }
     [[nodiscard]] const CapturePreview& largePreview() const { return m_preview; }
 
 private:
-    /// From the call of show() until the panel is there.
-    struct Opening {
+    /// A panel, and where it belongs.
+    struct Drawer {
         ScreenInfo screen;
-        std::vector<TileLoader::Entry> entries{};
-        std::vector<std::optional<Thumbnail>> thumbnails{}; ///< one for each entry
-        int awaited = 0; ///< how many of them are yet to come before it opens
+        DrawerGeometry::Places places{};
+        std::unique_ptr<DrawerPanel> panel{};
+    };
+    /// From the call of show() until the panel is on the screen.
+    struct Opening {
+        Drawer drawer;   ///< with its panel once the entries are listed
+        int awaited = 0; ///< how many thumbnails are yet to come before it opens
     };
 
-    void listed(std::vector<TileLoader::Entry> entries);
-    void loaded(std::size_t index, std::optional<Thumbnail> thumbnail);
-    void open();
-    void fill(const Opening& opening);
+    void listed(const std::vector<TileLoader::Entry>& entries);
+    void loaded(std::size_t index, const std::optional<Thumbnail>& thumbnail);
+    void make(Drawer& drawer, const std::vector<TileLoader::Entry>& entries);
     void wire(CaptureTile& tile);
-    void wirePanel();
+    void wire(DrawerPanel& panel);
+    void open();
     void watchForTheEnd();
 
     void close(Focus focus);
@@ -115,9 +119,7 @@ private:
     std::unique_ptr<TileLoader> m_loader; ///< of the drawer that is open or opens
     std::optional<Opening> m_opening;
     QTimer m_patience; ///< until it opens without the thumbnails that it waits for
-    std::unique_ptr<DrawerPanel> m_panel;
-    ScreenInfo m_screen;             ///< of the panel
-    DrawerGeometry::Places m_places; ///< of the panel
+    Drawer m_drawer;   ///< the latest; its panel is null when it is closed
     std::unique_ptr<TakenKey> m_escapeKey;
     std::unique_ptr<PressWatch> m_monitor;
     QElapsedTimer m_pressedAway;  ///< since a press elsewhere has closed it
