@@ -14,6 +14,14 @@ namespace {
 
 constexpr int kInMilliseconds = 220;
 constexpr int kOutMilliseconds = 160;
+/// So far it has come in its first frame: there is something to be seen at once.
+constexpr int kFirstFrame = 16;
+constexpr QEasingCurve::Type kEasing = QEasingCurve::OutCubic;
+
+double firstProgress()
+{
+    return QEasingCurve(kEasing).valueForProgress(double(kFirstFrame) / kInMilliseconds);
+}
 
 /// `progress` of the way from one place to another of the same size.
 QRect between(const QRect& from, const QRect& to, double progress)
@@ -28,20 +36,27 @@ DrawerSlide::DrawerSlide(Panels& panels)
     : m_panels(panels)
 {
     m_in.setDuration(kInMilliseconds);
-    m_in.setEasingCurve(QEasingCurve::OutCubic);
+    m_in.setEasingCurve(kEasing);
     m_in.setStartValue(0.0);
     m_in.setEndValue(1.0);
 }
 
 DrawerSlide::~DrawerSlide() = default;
 
+QRect DrawerSlide::firstPlace(const DrawerGeometry::Places& places)
+{
+    return places.slides ? between(places.below, places.open, firstProgress()) : places.open;
+}
+
 void DrawerSlide::in(DrawerPanel& panel, const DrawerGeometry::Places& places)
 {
     m_in.stop();
     m_in.disconnect(this);
     if (!places.slides)
-        (void)m_panels.fade(panel, 0);
-    m_panels.show(panel, places.slides ? places.below : places.open);
+        (void)m_panels.fade(panel, firstProgress());
+    m_panels.show(panel, firstPlace(places));
+    m_in.start();
+    m_in.setCurrentTime(kFirstFrame);
     connect(&m_in, &QVariantAnimation::valueChanged, this, [this, &panel, places] {
         const double progress = m_in.currentValue().toDouble();
         if (places.slides)
@@ -49,7 +64,6 @@ void DrawerSlide::in(DrawerPanel& panel, const DrawerGeometry::Places& places)
         else
             (void)m_panels.fade(panel, progress);
     });
-    m_in.start();
 }
 
 void DrawerSlide::out(std::unique_ptr<DrawerPanel> panel, const DrawerGeometry::Places& places)

@@ -22,6 +22,8 @@ public:
     explicit DrawerSlide(Panels& panels);
     ~DrawerSlide() override;
 
+    /// Where a panel that comes in is seen first.
+    [[nodiscard]] static QRect firstPlace(const DrawerGeometry::Places& places);
     /// Shows this panel and brings it to its place. It must not go before out() or cutShort().
     void in(DrawerPanel& panel, const DrawerGeometry::Places& places);
     /// Takes it off the screen.

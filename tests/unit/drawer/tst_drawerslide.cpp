@@ -60,7 +60,8 @@ private Q_SLOTS:
         const auto panel = SlideDesk::make();
         desk.slide.in(*panel, desk.places);
         QVERIFY(panel->isVisible());
-        QCOMPARE(desk.panels.places.front(), kSlidBelow);
+        QCOMPARE(desk.panels.places, std::vector{DrawerSlide::firstPlace(desk.places)});
+        QCOMPARE(desk.panels.places.front().y(), 993); // what comes 16 ms after 1042
         QTRY_COMPARE(desk.panels.places.back(), kSlidOpen);
         // Upwards all the time, quickly at first.
         const auto& all = desk.panels.places;
@@ -76,7 +77,8 @@ private Q_SLOTS:
         const auto panel = SlideDesk::make();
         desk.slide.in(*panel, desk.places);
         QCOMPARE(desk.panels.places, std::vector{kSlidOpen});
-        QCOMPARE(desk.panels.strengths.front(), 0.0);
+        QCOMPARE(desk.panels.strengths.size(), std::size_t(1));
+        QVERIFY(desk.panels.strengths.front() < 0.25);
         QTRY_COMPARE(desk.panels.strengths.back(), 1.0);
         desk.slide.out(SlideDesk::make(), desk.places);
         QTRY_COMPARE(desk.panels.strengths.back(), 0.0);
@@ -117,12 +119,14 @@ private Q_SLOTS:
         desk.places.slides = false;
         auto panel = SlideDesk::make();
         desk.slide.in(*panel, desk.places);
-        QCOMPARE(desk.panels.strengths, std::vector{0.0}); // not seen yet
+        QCOMPARE(desk.panels.strengths.size(), std::size_t(1));
+        const double reached = desk.panels.strengths.front();
+        QVERIFY(reached < 0.25);
         const QPointer<DrawerPanel> watched(panel.get());
         desk.slide.out(std::move(panel), desk.places);
         QTRY_VERIFY(!watched);
         for (const double strength : desk.panels.strengths)
-            QCOMPARE(strength, 0.0);
+            QVERIFY(strength <= reached);
     }
 
     void isGoneAtOnceWhenCutShort()
