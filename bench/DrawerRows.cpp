@@ -2,6 +2,7 @@
 
 #include "Busy.h"
 #include "Figures.h"
+#include "Heartbeat.h"
 
 #include <QDir>
 #include <QThread>
@@ -27,6 +28,7 @@ constexpr double kMostCached = kMostFirst + kSlide;
 constexpr double kMostDecoded = 300 + kSlide;
 constexpr double kMostStep = 8;
 constexpr double kMostFrame = 4;
+constexpr double kMostBusy = 8;
 constexpr unsigned long kGone = 400;
 constexpr unsigned long kBetweenSteps = 80;
 
@@ -102,30 +104,56 @@ void DrawerRows::opening(const QString& kind, bool cached, double mostWhole)
                .yardstick = {},
                .yardstickSamples = {},
                .ratioLimit = {}};
+    Figure frame{.what =
+                     QStringLiteral("drawer, %1: main thread for a frame of the slide").arg(kind),
+                 .samples = {},
+                 .limit = kMostFrame,
+                 .yardstick = {},
+                 .yardstickSamples = {},
+                 .ratioLimit = {}};
     const Busy busy(m_stage.program().pid());
-    double work = 0;
     for (int round = 0; round < kRounds; ++round) {
         if (!cached)
             forgetThumbnails();
-        const double before = busy.mainThread();
         const auto struck = m_stage.strike(desktop::hotKey(kRecentsKey));
         const auto begun = m_stage.eyes().awaitOther(doorstep());
+        const double before = busy.mainThread();
         const auto done = m_stage.eyes().await(whole);
         if (begun && done) {
+            frame.samples.push_back((busy.mainThread() - before) / kFrames);
             first.samples.push_back(millisecondsBetween(struck, *begun));
             all.samples.push_back(millisecondsBetween(struck, *done));
         }
-        work += busy.mainThread() - before;
         m_stage.input().letGo();
         close();
     }
     m_figures.add(first);
     m_figures.add(all);
-    m_figures.note(QStringLiteral("    main thread for an opening: %1 ms, for a frame of the slide "
-                                  "less than %2 ms (limit %3)")
-                       .arg(work / kRounds, 0, 'f', 1)
-                       .arg(work / kRounds / kFrames, 0, 'f', 1)
-                       .arg(kMostFrame, 0, 'f', 0));
+    m_figures.add(frame);
+}
+
+void DrawerRows::answering(const QString& kind, bool cached)
+{
+    Figure busy{.what = QStringLiteral("drawer, %1: longest wait for the main thread").arg(kind),
+                .samples = {},
+                .limit = kMostBusy,
+                .yardstick = QStringLiteral("the same while nothing happens"),
+                .yardstickSamples = {},
+                .ratioLimit = {}};
+    for (int round = 0; round < kRounds; ++round) {
+        Heartbeat quiet(m_stage.program());
+        QThread::msleep(2 * kGone);
+        busy.yardstickSamples.push_back(quiet.longest());
+        if (!cached)
+            forgetThumbnails();
+        Heartbeat heartbeat(m_stage.program());
+        m_stage.strike(desktop::hotKey(kRecentsKey));
+        m_stage.input().letGo();
+        QThread::msleep(2 * kGone);
+        busy.samples.push_back(heartbeat.longest());
+        close();
+    }
+    m_figures.add(busy);
 }
 
 void DrawerRows::scrolling()
@@ -172,8 +200,12 @@ void DrawerRows::run()
 {
     m_stage.start();
     fillHistory();
-    opening(QStringLiteral("thumbnails there"), true, kMostCached);
-    opening(QStringLiteral("no thumbnails"), false, kMostDecoded);
+    const QString there = QStringLiteral("thumbnails there");
+    const QString none = QStringLiteral("no thumbnails");
+    opening(there, true, kMostCached);
+    answering(there, true);
+    opening(none, false, kMostDecoded);
+    answering(none, false);
     scrolling();
     m_stage.quit();
 }

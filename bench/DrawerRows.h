@@ -7,8 +7,8 @@ namespace brindlecam::bench {
 class Figures;
 
 /// What the drawer feels like with a full history: from the key to its first pixels and to all
-/// tiles in their place, with and without thumbnails that are there already, and a step of the
-/// wheel. Native pixels, on a stage of one pixel per point.
+/// tiles in their place, with and without thumbnails that are there already, what the main thread
+/// has to do meanwhile, and a step of the wheel. Native pixels, on a stage of one pixel per point.
 class DrawerRows final {
 public:
     DrawerRows(Stage& stage, Figures& figures);
@@ -24,6 +24,8 @@ private:
     [[nodiscard]] std::vector<Sample> rehearsed();
     void close();
     void opening(const QString& kind, bool cached, double mostWhole);
+    /// How long whoever needs the main thread has to wait while it opens.
+    void answering(const QString& kind, bool cached);
     void scrolling();
 
     Stage& m_stage;
