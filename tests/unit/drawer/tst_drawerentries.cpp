@@ -36,6 +36,24 @@ private Q_SLOTS:
         QCOMPARE(f.pasteboard.changes, 0);
     }
 
+    void anEntryAddedMeanwhileIsShownTheNextTime()
+    {
+        DrawerFixture f;
+        f.addMany(2);
+        f.open();
+        const QString newest = f.tile(0).path();
+        const QString added = f.add();
+        QCOMPARE(f.tiles().size(), std::size_t(2));
+        QCOMPARE(f.tile(0).path(), newest);
+        const QPointer<DrawerPanel> before(&f.panel());
+        f.tile(1).openMenu({});
+        f.choose("Quitar de recientes");
+        QTRY_VERIFY(!before);
+        QCOMPARE(f.tiles().size(), std::size_t(2));
+        QCOMPARE(f.tile(0).path(), added);
+        QCOMPARE(f.tile(1).path(), newest);
+    }
+
     void anEntryDeletedMeanwhileIsToldOf_data()
     {
         QTest::addColumn<QByteArray>("asked"); // in the menu

@@ -81,6 +81,31 @@ private Q_SLOTS:
         QVERIFY(told);
     }
 
+    void whatIsMadeIsKeptAfterwardsUnlessItIsGone()
+    {
+        for (const bool gone : {false, true}) {
+            DrawerFixture f;
+            const QString entry = f.add({400, 300});
+            const QString kept = f.folder.filePath(QStringLiteral("miniaturas"));
+            QCOMPARE(test::filesIn(kept).size(), 1);
+            test::GatedExecutor gate;
+            auto loader = std::make_unique<TileLoader>(f.history.folders(), gate.executor());
+            bool loaded = false;
+            loader->load(
+                {{entry, {}}}, {194, 114},
+                [&loaded](std::size_t, const std::optional<Thumbnail>&) { loaded = true; });
+            gate.run(0);
+            test::sendAllPostedEvents();
+            QVERIFY(loaded);
+            QCOMPARE(test::filesIn(kept).size(), 1);
+            if (gone)
+                loader.reset();
+            QCOMPARE(gate.jobs.size(), std::size_t(1));
+            gate.run(0);
+            QCOMPARE(test::filesIn(kept).size(), gone ? 1 : 2);
+        }
+    }
+
     void decodesNothingMoreOnceItIsGone()
     {
         DrawerFixture f;
