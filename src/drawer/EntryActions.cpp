@@ -80,9 +80,7 @@ void EntryActions::reveal(const QString& path, const ScreenInfo& screen)
 
 void EntryActions::saveToFolder(const QString& path, const ScreenInfo& screen)
 {
-    QString name = Prefs::newFileName();
-    if (path.endsWith(QStringLiteral(".gif")))
-        name.replace(QStringLiteral(".png"), QStringLiteral(".gif"));
+    const QString name = Prefs::newFileName(QFileInfo(path).suffix());
     const QString target = QDir(m_rooms.prefs.saveFolder()).filePath(name);
     m_background.run([path, target] { return copyTo(target, path); },
                      [this, target, screen](bool copied) {

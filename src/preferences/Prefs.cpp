@@ -113,11 +113,11 @@ QString Prefs::saveFolder() const
     return QDir::cleanPath(pictures + QStringLiteral("/Brindlecam"));
 }
 
-QString Prefs::newFileName()
+QString Prefs::newFileName(const QString& fileExtension)
 {
     const QString moment =
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
-    return QStringLiteral("Brindlecam %1.png").arg(moment);
+    return QStringLiteral("Brindlecam %1.%2").arg(moment, fileExtension);
 }
 
 std::optional<KeyCombo> Prefs::combo(CaptureAction action) const

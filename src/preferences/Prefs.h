@@ -42,7 +42,7 @@ public:
     /// whoever writes into it makes it.
     [[nodiscard]] QString saveFolder() const;
     /// "Brindlecam 2026-03-14 09.26.53.png", in local time.
-    [[nodiscard]] static QString newFileName();
+    [[nodiscard]] static QString newFileName(const QString& fileExtension = QStringLiteral("png"));
 
     /// The action's shortcut: the default when no data is stored, none when it was cleared or the
     /// data can't be read.

@@ -173,12 +173,20 @@ private Q_SLOTS:
         QCOMPARE(m_prefs->saveFolder(), standard);
     }
 
-    void newFilesAreNamedByTheMoment()
+    void newFilesAreNamedByTheMomentAndByWhatTheyAre_data()
     {
+        QTest::addColumn<QString>("fileExtension");
+        QTest::newRow("picture") << QStringLiteral("png");
+        QTest::newRow("animation") << QStringLiteral("gif");
+    }
+    void newFilesAreNamedByTheMomentAndByWhatTheyAre()
+    {
+        QFETCH(QString, fileExtension);
         const QDateTime before = QDateTime::currentDateTime();
-        const QString name = Prefs::newFileName();
+        const QString name = Prefs::newFileName(fileExtension);
         const QRegularExpression form(
-            QStringLiteral(R"(^Brindlecam (\d{4}-\d{2}-\d{2} \d{2}\.\d{2}\.\d{2})\.png$)"));
+            QStringLiteral(R"(^Brindlecam (\d{4}-\d{2}-\d{2} \d{2}\.\d{2}\.\d{2})\.%1$)")
+                .arg(fileExtension));
         const QRegularExpressionMatch match = form.match(name);
         QVERIFY(match.hasMatch());
         const QDateTime named =
