@@ -16,6 +16,8 @@ namespace brindlecam {
 namespace {
 
 const QByteArray kPngSignature("\x89PNG\r\n\x1a\n");
+constexpr qsizetype kInterlaceAt = 28; ///< the last byte of a PNG file's first chunk
+constexpr char kInSevenPasses = 1;
 
 std::optional<Thumbnail> scaled(BoxScaler& scaler, QSize pixels)
 {
@@ -37,10 +39,14 @@ std::optional<Thumbnail> ofRows(PngRows& rows, QSize most)
     return scaled(scaler, size);
 }
 
-bool isPng(const QString& path)
+bool isPngInRows(const QString& path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.read(kPngSignature.size()) == kPngSignature;
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray beginning = file.read(kInterlaceAt + 1);
+    return beginning.startsWith(kPngSignature) &&
+           !(beginning.size() > kInterlaceAt && beginning.at(kInterlaceAt) == kInSevenPasses);
 }
 
 bool has32Bits(const QImage& image)
@@ -86,7 +92,7 @@ std::optional<Thumbnail> Thumbnail::ofFile(const QString& path, QSize most)
 {
     if (most.isEmpty())
         return std::nullopt;
-    if (isPng(path)) {
+    if (isPngInRows(path)) {
         const auto rows = PngRows::open(path);
         return rows ? ofRows(*rows, most) : std::nullopt;
     }

@@ -21,9 +21,9 @@ struct Thumbnail {
     /// None for no picture, or when memory runs out.
     [[nodiscard]] static std::optional<Thumbnail> of(const QImage& picture, QSize most);
 
-    /// Of a PNG file, of which a row at a time is held (and so not of an interlaced one, which
-    /// nobody makes of a screen), or of any other that Qt reads; of an animation the first frame.
-    /// None where there is no whole picture.
+    /// Of a PNG file, of which a row at a time is held, or of any other that Qt reads, which holds
+    /// it whole: an interlaced one, or an animation, of which it is the first frame. None where
+    /// there is no whole picture.
     [[nodiscard]] static std::optional<Thumbnail> ofFile(const QString& path, QSize most);
 };
 

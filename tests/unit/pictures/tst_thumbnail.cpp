@@ -9,6 +9,8 @@
 #include <QImageWriter>
 #include <QTemporaryDir>
 
+#include <png.h>
+
 #include <vector>
 
 namespace brindlecam {
@@ -40,11 +42,43 @@ QByteArray foreignPng(const QImage& image)
     return bytes;
 }
 
+void append(png_structp png, png_bytep bytes, png_size_t count)
+{
+    static_cast<QByteArray*>(png_get_io_ptr(png))
+        ->append(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(count));
+}
+
+/// One whose pixels come in seven passes, each finer than the one before. Qt writes none.
+QByteArray interlacedPng(const QImage& image)
+{
+    QImage pixels = image.convertToFormat(QImage::Format_RGBA8888);
+    std::vector<png_bytep> rows;
+    for (int y = 0; y < pixels.height(); ++y)
+        rows.push_back(pixels.scanLine(y));
+    QByteArray bytes;
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_set_write_fn(png, &bytes, append, nullptr);
+    png_set_IHDR(png, info, static_cast<png_uint_32>(pixels.width()),
+                 static_cast<png_uint_32>(pixels.height()), 8, PNG_COLOR_TYPE_RGB_ALPHA,
+                 PNG_INTERLACE_ADAM7, PNG_COMPRESSION_TYPE_BASE, PNG_FILTER_TYPE_BASE);
+    png_set_rows(png, info, rows.data());
+    png_write_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
+    png_destroy_write_struct(&png, &info);
+    return bytes;
+}
+
 /// A GIF of one black pixel.
 const QByteArray kBlackGif =
     QByteArray::fromHex("47494638396101000100800000000000ffffff2c000000000100"
                         "0100000202440100"
                         "3b");
+
+/// It claims to be of 20000 by 20000 pixels.
+const QByteArray kVastInterlacedPng =
+    QByteArray::fromHex("89504e470d0a1a0a0000000d4948445200004e2000004e2008020000011b15e1"
+                        "f80000000c49444154789c63606060000000040001f61738550000000049454e"
+                        "44ae426082");
 
 } // namespace
 
@@ -103,6 +137,7 @@ private Q_SLOTS:
         QTest::newRow("alpha") << translucent << foreignPng(translucent);
         const QImage bits = plain.convertToFormat(QImage::Format_Mono);
         QTest::newRow("1 bit") << bits.convertToFormat(QImage::Format_RGB32) << foreignPng(bits);
+        QTest::newRow("interlaced") << translucent << interlacedPng(translucent);
     }
     void ofAPictureAndOfItsFileAreTheSame()
     {
@@ -172,6 +207,19 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, bytes);
         QVERIFY(!Thumbnail::ofFile(file("p.png", bytes), {640, 640}));
+    }
+
+    void anInterlacedPictureThatIsNotWholeHasNone()
+    {
+        const QByteArray whole = interlacedPng(stripedPicture({200, 200}));
+        QVERIFY(!Thumbnail::ofFile(file("p.png", whole.left(whole.size() / 2)), {640, 640}));
+    }
+
+    void anInterlacedPictureThatIsTooLargeToBeHeldHasNone()
+    {
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(QStringLiteral("exceeds the current allocation")));
+        QVERIFY(!Thumbnail::ofFile(file("p.png", kVastInterlacedPng), {640, 640}));
     }
 
     void noFileHasNone()
