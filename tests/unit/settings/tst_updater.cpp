@@ -1,63 +1,13 @@
-#include "SettingsFixture.h"
-#include "notices/Activity.h"
-#include "settings/ReleaseFeed.h"
-#include "settings/Updater.h"
-#include "support/FakeFileOpener.h"
-#include "support/FakeReleaseFeed.h"
+#include "UpdaterDesk.h"
 #include "support/TestCase.h"
 
 #include <QTranslator>
 
 namespace brindlecam {
 
-using test::SettingsFixture;
+using test::UpdaterDesk;
 
 namespace {
-
-constexpr std::chrono::milliseconds kFirst{20};
-constexpr std::chrono::milliseconds kAgain{60};
-constexpr std::chrono::milliseconds kIdleAgain{30};
-
-/// An updater in version 1.2, at a time of the test's own.
-struct UpdaterDesk : SettingsFixture {
-    test::FakeFileOpener& opener = test::install<test::FakeFileOpener>(platform.fileOpener);
-    Activity activity;
-    test::FakeReleaseFeed feed;
-    QDateTime now{QDate(2026, 3, 14), QTime(9, 26, 53), Qt::UTC};
-    int changes = 0;
-    std::optional<Updater> updater;
-
-    UpdaterDesk()
-    {
-        QCoreApplication::setApplicationVersion(QStringLiteral("1.2"));
-        begin();
-    }
-    ~UpdaterDesk() { QCoreApplication::setApplicationVersion({}); }
-    Q_DISABLE_COPY_MOVE(UpdaterDesk)
-
-    /// A new start of the program, with the settings of the one before.
-    void begin()
-    {
-        updater.emplace(Updater::Rooms{prefs, alerts, opener, activity, feed},
-                        Updater::Timing{kFirst, kAgain, kIdleAgain, [this] { return now; }});
-        updater->onChange = [this] { ++changes; };
-    }
-    [[nodiscard]] QString said() const { return question() ? question()->text() : QString(); }
-    [[nodiscard]] QString details() const { return question()->informativeText(); }
-    /// Lets all timers run that are due soon.
-    static void wait() { QTest::qWait(int((kFirst + 2 * kAgain).count())); }
-};
-
-/// Whether this version is offered to who asks now; "later" is the answer.
-bool isOffered(UpdaterDesk& desk, Updater::Asker asker, const char* version)
-{
-    desk.updater->check(asker);
-    desk.feed.announce(version);
-    if (!desk.question())
-        return false;
-    desk.answer("Más tarde");
-    return true;
-}
 
 /// The catalogue of a language that says so.
 class EnglishCatalogue final : public QTranslator {
@@ -203,92 +153,6 @@ private Q_SLOTS:
         QCOMPARE(desk.updater->available()->version, QStringLiteral("1.3"));
     }
 
-    void aNewerVersionIsOffered()
-    {
-        UpdaterDesk desk;
-        desk.updater->check(Updater::Asker::clock);
-        desk.feed.announce("1.3");
-        QCOMPARE(desk.said(), QStringLiteral("Hay una versión nueva de Brindlecam"));
-        QCOMPARE(desk.details(),
-                 QStringLiteral("Tienes la 1.2 y ya está disponible la 1.3.\n\nNovedades."));
-        QStringList buttons;
-        for (const QAbstractButton* button : desk.question()->buttons())
-            buttons << button->text();
-        QCOMPARE(buttons, QStringList({QStringLiteral("Descargar"), QStringLiteral("Más tarde")}));
-        QCOMPARE(desk.updater->available()->version, QStringLiteral("1.3"));
-        QCOMPARE(desk.changes, 1);
-        desk.answer("Descargar");
-        QCOMPARE(desk.opener.pages, QStringList(QStringLiteral("https://x.org/es")));
-    }
-
-    void laterIsNotNow()
-    {
-        UpdaterDesk desk;
-        desk.updater->check(Updater::Asker::clock);
-        desk.feed.announce("1.3");
-        desk.answer("Más tarde");
-        QVERIFY(desk.opener.pages.isEmpty());
-        QVERIFY(desk.updater->available());
-    }
-
-    void withoutNotesOnlyTheVersionsAreNamed()
-    {
-        UpdaterDesk desk;
-        desk.updater->check(Updater::Asker::clock);
-        desk.feed.answer(test::json("{'version': '1.3', 'url': 'https://x.org/'}"));
-        QCOMPARE(desk.details(), QStringLiteral("Tienes la 1.2 y ya está disponible la 1.3."));
-    }
-
-    void eachVersionIsAnnouncedByItselfOnlyOnce()
-    {
-        UpdaterDesk desk;
-        QVERIFY(isOffered(desk, Updater::Asker::clock, "1.3"));
-        QVERIFY(!isOffered(desk, Updater::Asker::clock, "1.3"));
-        desk.begin();
-        QVERIFY(!isOffered(desk, Updater::Asker::clock, "1.3"));
-        QVERIFY(desk.updater->available());
-        QVERIFY(isOffered(desk, Updater::Asker::user, "1.3"));
-        QVERIFY(isOffered(desk, Updater::Asker::clock, "1.4"));
-    }
-
-    void anOfferWaitsUntilNothingIsCaptured_data()
-    {
-        QTest::addColumn<int>("what");
-        QTest::newRow("a capture") << 0;
-        QTest::newRow("a scrolled page") << 1;
-        QTest::newRow("a recording") << 2;
-    }
-    void anOfferWaitsUntilNothingIsCaptured()
-    {
-        QFETCH(int, what);
-        UpdaterDesk desk;
-        bool* const busy[] = {&desk.activity.capture, &desk.activity.scrollCapture,
-                              &desk.activity.recording};
-        *busy[what] = true;
-        desk.updater->check(Updater::Asker::clock);
-        desk.feed.announce("1.3");
-        QTest::qWait(int(2 * kIdleAgain.count()));
-        QCOMPARE(desk.said(), QString());
-        QVERIFY(!desk.defaults.contains(QStringLiteral("updateNotifiedVersion")));
-        QVERIFY(desk.updater->available()); // the menu says so already
-        *busy[what] = false;
-        QTRY_VERIFY(!desk.said().isEmpty());
-        QCOMPARE(desk.defaults.string(QStringLiteral("updateNotifiedVersion")),
-                 QStringLiteral("1.3"));
-    }
-
-    void anOfferThatWaitsGoesWithTheUpdater()
-    {
-        UpdaterDesk desk;
-        desk.activity.capture = true;
-        desk.updater->check(Updater::Asker::user);
-        desk.feed.announce("1.3");
-        desk.updater.reset();
-        desk.activity.capture = false;
-        QTest::qWait(int(2 * kIdleAgain.count()));
-        QCOMPARE(desk.said(), QString());
-    }
-
     void nothingIsToldWhileTheProgramEnds()
     {
         UpdaterDesk desk;
@@ -296,19 +160,6 @@ private Q_SLOTS:
         desk.activity.stage = Activity::Stage::quitting;
         desk.feed.answer(std::nullopt);
         QCOMPARE(desk.said(), QString());
-    }
-
-    void anOfferThatWaitsIsNotMadeWhileTheProgramEnds()
-    {
-        UpdaterDesk desk;
-        desk.activity.capture = true;
-        desk.updater->check(Updater::Asker::clock);
-        desk.feed.announce("1.3");
-        desk.activity.capture = false;
-        desk.activity.stage = Activity::Stage::quitting;
-        QTest::qWait(int(2 * kIdleAgain.count()));
-        QCOMPARE(desk.said(), QString());
-        QVERIFY(!desk.defaults.contains(QStringLiteral("updateNotifiedVersion")));
     }
 
     void whoAsksTwiceIsToldOnce()
