@@ -9,7 +9,7 @@
 #include "settings/ReleaseFeed.h"
 
 #include <QCoreApplication>
-#include <QPointer>
+#include <QDialog>
 #include <QUrl>
 
 #include <utility>
@@ -43,6 +43,8 @@ Updater::Updater(const Rooms& rooms, Timing timing)
 {
     m_timer.setTimerType(Qt::VeryCoarseTimer);
     connect(&m_timer, &QTimer::timeout, this, [this] { checkIfDue(); });
+    m_idleTimer.setSingleShot(true);
+    connect(&m_idleTimer, &QTimer::timeout, this, [this] { offerWhenIdle(); });
 }
 
 QString Updater::installedVersion()
@@ -91,6 +93,7 @@ void Updater::finish(const std::optional<Release>& release, Asker asker)
     m_available = isNewer ? release : std::nullopt;
     onChange();
     if (!isNewer) {
+        delete m_offer; // it would lead nowhere
         if (asker == Asker::user)
             tell(text("Brindlecam está al día"),
                  text("Tienes la versión %1, la más reciente.").arg(installedVersion()));
@@ -98,7 +101,7 @@ void Updater::finish(const std::optional<Release>& release, Asker asker)
     }
     const bool wasTold = m_rooms.prefs.defaults().string(notifiedKey()) == release->version;
     if (asker == Asker::user || !wasTold)
-        offerWhenIdle(*release);
+        offerWhenIdle();
 }
 
 // Who asks again before that has been read need not be told twice.
@@ -114,16 +117,16 @@ void Updater::tell(const QString& message, const QString& informative)
                         });
 }
 
-void Updater::offerWhenIdle(const Release& release)
+void Updater::offerWhenIdle()
 {
-    if (m_rooms.activity.quitting())
+    if (m_rooms.activity.quitting() || !m_available)
         return;
     if (m_rooms.activity.any()) {
-        QTimer::singleShot(m_timing.idleAgain, this, [this, release] { offerWhenIdle(release); });
+        m_idleTimer.start(m_timing.idleAgain);
         return;
     }
-    m_rooms.prefs.defaults().setString(notifiedKey(), release.version);
-    offer(release);
+    m_rooms.prefs.defaults().setString(notifiedKey(), m_available->version);
+    offer(*m_available);
 }
 
 void Updater::offer(const Release& release)
@@ -132,14 +135,16 @@ void Updater::offer(const Release& release)
         text("Tienes la %1 y ya está disponible la %2.").arg(installedVersion(), release.version);
     if (const QString notes = release.notesIn(language()); !notes.isEmpty())
         informative += QStringLiteral("\n\n") + notes;
-    m_rooms.alerts.show({.message = text("Hay una versión nueva de Brindlecam"),
-                         .informative = informative,
-                         .buttons = {text("Descargar"), text("Más tarde")}},
-                        [self = QPointer(this)](std::optional<int> chosen) {
-                            constexpr int kDownload = 0;
-                            if (self && chosen == kDownload)
-                                self->openDownload();
-                        });
+    m_idleTimer.stop();
+    delete m_offer; // nobody has answered it
+    m_offer = m_rooms.alerts.show({.message = text("Hay una versión nueva de Brindlecam"),
+                                   .informative = informative,
+                                   .buttons = {text("Descargar"), text("Más tarde")}},
+                                  [self = QPointer(this)](std::optional<int> chosen) {
+                                      constexpr int kDownload = 0;
+                                      if (self && chosen == kDownload)
+                                          self->openDownload();
+                                  });
 }
 
 void Updater::openDownload()

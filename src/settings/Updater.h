@@ -4,11 +4,14 @@
 
 #include <QDateTime>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <chrono>
 #include <functional>
 #include <optional>
+
+class QDialog;
 
 namespace brindlecam {
 
@@ -63,15 +66,17 @@ private:
     void checkIfDue();
     void finish(const std::optional<Release>& release, Asker asker);
     void tell(const QString& message, const QString& informative);
-    void offerWhenIdle(const Release& release);
+    void offerWhenIdle();
     void offer(const Release& release);
 
     const Rooms m_rooms;
     const Timing m_timing;
     std::optional<Release> m_available;
     bool m_checking = false;
-    QString m_told; ///< what a message says that is still open
+    QString m_told;            ///< what a message says that is still open
+    QPointer<QDialog> m_offer; ///< while it is open
     QTimer m_timer;
+    QTimer m_idleTimer; ///< runs while an offer waits
 };
 
 } // namespace brindlecam

@@ -19,6 +19,21 @@ bool isOffered(UpdaterDesk& desk, Updater::Asker asker, const char* version)
     return true;
 }
 
+/// The alerts that are open, by what they tell besides their message.
+QStringList openOffers(const UpdaterDesk& desk)
+{
+    QStringList details;
+    for (const auto& shown : desk.panels.shown) {
+        const auto* const box = qobject_cast<QMessageBox*>(shown.widget.data());
+        if (box && box->isVisible())
+            details << box->informativeText().section(QLatin1Char('\n'), 0, 0);
+    }
+    return details;
+}
+
+const QString kOffers13 = QStringLiteral("Tienes la 1.2 y ya está disponible la 1.3.");
+const QString kOffers14 = QStringLiteral("Tienes la 1.2 y ya está disponible la 1.4.");
+
 } // namespace
 
 /// The offer of a newer version.
@@ -123,6 +138,78 @@ private Q_SLOTS:
         QTest::qWait(int(2 * test::kIdleAgain.count()));
         QCOMPARE(desk.said(), QString());
         QVERIFY(!desk.defaults.contains(QStringLiteral("updateNotifiedVersion")));
+    }
+
+    void anOfferThatIsStillOpenGivesWayToTheNext()
+    {
+        UpdaterDesk desk;
+        announce(desk, "1.3");
+        QCOMPARE(openOffers(desk), QStringList{kOffers13});
+        announce(desk, "1.4");
+        QCOMPARE(openOffers(desk), QStringList{kOffers14});
+        desk.answer("Más tarde");
+        QCOMPARE(openOffers(desk), QStringList());
+    }
+
+    void anOfferThatIsStillOpenGoesWithItsVersion()
+    {
+        UpdaterDesk desk;
+        announce(desk, "1.3");
+        announce(desk, "1.2");
+        QCOMPARE(openOffers(desk), QStringList());
+    }
+
+    void anOfferThatIsStillOpenStaysWhenTheHostDoesNotAnswer()
+    {
+        UpdaterDesk desk;
+        announce(desk, "1.3");
+        desk.updater->check(Updater::Asker::clock);
+        desk.feed.answer(std::nullopt);
+        QCOMPARE(openOffers(desk), QStringList{kOffers13});
+    }
+
+    void ofSeveralThatWaitTheNewestIsOffered()
+    {
+        UpdaterDesk desk;
+        desk.activity.capture = true;
+        announce(desk, "1.3");
+        announce(desk, "1.4");
+        desk.activity.capture = false;
+        QTRY_COMPARE(openOffers(desk), QStringList{kOffers14});
+        QTest::qWait(int(2 * test::kIdleAgain.count()));
+        QCOMPARE(openOffers(desk), QStringList{kOffers14});
+        QCOMPARE(desk.panels.shown.size(), std::size_t(1));
+    }
+
+    void whatTheUserWasOfferedMeanwhileWaitsNoMore()
+    {
+        UpdaterDesk desk;
+        desk.activity.capture = true;
+        announce(desk, "1.3");
+        desk.activity.capture = false;
+        QVERIFY(isOffered(desk, Updater::Asker::user, "1.3"));
+        QTest::qWait(int(2 * test::kIdleAgain.count()));
+        QCOMPARE(openOffers(desk), QStringList());
+    }
+
+    void whatIsGoneBeforeItCouldBeOfferedIsNot()
+    {
+        UpdaterDesk desk;
+        desk.activity.capture = true;
+        announce(desk, "1.3");
+        announce(desk, "1.2");
+        desk.activity.capture = false;
+        QTest::qWait(int(2 * test::kIdleAgain.count()));
+        QCOMPARE(openOffers(desk), QStringList());
+        QVERIFY(!desk.defaults.contains(QStringLiteral("updateNotifiedVersion")));
+    }
+
+private:
+    /// What the daily search finds.
+    static void announce(UpdaterDesk& desk, const char* version)
+    {
+        desk.updater->check(Updater::Asker::clock);
+        desk.feed.announce(version);
     }
 };
 
