@@ -2,6 +2,7 @@
 
 #include "base/KeyCombo.h"
 #include "platform/x11/connection/X11.h"
+#include "platform/x11/connection/Xkb.h"
 
 #include <xcb/xcb_keysyms.h>
 
@@ -77,6 +78,35 @@ bool types(xcb_key_symbols_t* symbols, xcb_keycode_t code,
     return false;
 }
 
+/// What a key has in the layout of this number, counted from 0. One with fewer layouts begins anew,
+/// as keys do that are not set otherwise.
+xcb_keysym_t symbolIn(const xcb_xkb_key_sym_map_t& key, int layout)
+{
+    constexpr int kCountBits = 0x0f;
+    const int count = key.groupInfo & kCountBits;
+    const int index = count == 0 ? 0 : layout % count * key.width;
+    return index < key.nSyms ? xcb_xkb_key_sym_map_syms(&key)[index] : XCB_NO_SYMBOL;
+}
+
+/// The same, of a key of the keyboard: the core protocol knows of two layouts only.
+xcb_keysym_t symbolIn(xcb_keycode_t code, int layout)
+{
+    constexpr std::uint16_t kSymbols = XCB_XKB_MAP_PART_KEY_SYMS;
+    const auto cookie = xcb_xkb_get_map(connection(), XCB_XKB_ID_USE_CORE_KBD, 0, kSymbols, 0, 0,
+                                        code, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+    const Owned<xcb_xkb_get_map_reply_t> reply(
+        xcb_xkb_get_map_reply(connection(), cookie, nullptr));
+    if (!reply || !(reply->present & kSymbols))
+        return XCB_NO_SYMBOL;
+    xcb_xkb_get_map_map_t map;
+    xcb_xkb_get_map_map_unpack(xcb_xkb_get_map_map(reply.get()), reply->nTypes, reply->nKeySyms,
+                               reply->nKeyActions, reply->totalActions, reply->totalKeyBehaviors,
+                               reply->virtualMods, reply->totalKeyExplicit, reply->totalModMapKeys,
+                               reply->totalVModMapKeys, reply->present, &map);
+    const auto keys = xcb_xkb_get_map_map_syms_rtrn_iterator(reply.get(), &map);
+    return keys.rem > 0 ? symbolIn(*keys.data, layout) : XCB_NO_SYMBOL;
+}
+
 } // namespace
 
 KeySet keysDown()
@@ -114,14 +144,7 @@ QString plainCharacters(std::uint8_t code, std::uint16_t state)
 {
     constexpr int kGroupShift = 13;
     constexpr int kGroupMask = 3;
-    constexpr int kColumnsPerGroup = 2;
-    constexpr int kCoreGroups = 2; // the core protocol knows of no more
-    const KeySymbols symbols(xcb_key_symbols_alloc(connection()));
-    const int group = (state >> kGroupShift) & kGroupMask;
-    if (group >= kCoreGroups)
-        return {};
-    const xcb_keysym_t symbol =
-        xcb_key_symbols_get_keysym(symbols.get(), code, group * kColumnsPerGroup);
+    const xcb_keysym_t symbol = symbolIn(code, (state >> kGroupShift) & kGroupMask);
     for (const DeadKey& dead : kDeadKeys) {
         if (symbol == dead.symbol)
             return QString(QChar(dead.character));

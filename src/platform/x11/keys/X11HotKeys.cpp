@@ -2,12 +2,7 @@
 
 #include "base/KeyCodes.h"
 #include "platform/x11/connection/X11.h"
-
-// libxcb (1.15) calls a member "explicit", which C++ forbids: freedesktop.org's bug 74080. Drop the
-// definition when the header compiles without it.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
+#include "platform/x11/connection/Xkb.h"
 
 #include <QKeyEvent>
 #include <QWidget>
