@@ -19,6 +19,8 @@ namespace {
 constexpr std::uint8_t kPrintCode = 107;
 constexpr std::uint8_t kPausePressCode = 127;
 constexpr std::uint8_t kMailCode = 163;
+constexpr std::uint8_t kMenuCode = 135;
+constexpr int kLayouts = 4; ///< as many as a keyboard can have at a time
 
 } // namespace
 
@@ -69,6 +71,14 @@ private:
     [[nodiscard]] std::optional<PressedKey> readOf(Qt::Key key, std::uint8_t code) const
     {
         return m_hotKeys.read(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, code, 0, 0));
+    }
+
+    /// Goes so many layouts further, by the key of a keyboard that is set so.
+    void switchLayout(int times)
+    {
+        for (int i = 0; i < times; ++i)
+            m_hands.tapCode(kMenuCode);
+        test::settle();
     }
 
 private Q_SLOTS:
@@ -159,6 +169,64 @@ private Q_SLOTS:
         QCOMPARE(m_field->last()->keyCode, keyCode);
         QCOMPARE(m_field->last()->characters.toLower(), characters);
         QCOMPARE(m_field->last()->modifiers, int(controlModifier));
+    }
+
+    // A digit with Shift, and a letter, in each of the layouts that are switched through.
+    void eachLayoutOfSeveralNamesItsKeysAndFires_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<std::uint8_t>("code");
+        QTest::addColumn<int>("keyCode");
+        QTest::addColumn<QString>("characters");
+        const auto row = [](const char* name, int number, int code, int keyCode,
+                            const char* characters) {
+            QTest::newRow(name) << number << static_cast<std::uint8_t>(code) << keyCode
+                                << QString::fromUtf8(characters);
+        };
+        row("digit of the first", 0, 18, 25, "9");
+        row("letter of the first", 0, 24, 12, "q");
+        row("digit of the second", 1, 18, 25, "9");
+        row("letter of the second", 1, 47, 41, "ñ");
+        row("digit of the third", 2, 18, 25, "9");
+        row("letter of the third", 2, 38, 0, "ф");
+        row("digit of the fourth", 3, 18, 25, "ç");
+        row("letter of the fourth", 3, 24, 12, "a");
+        row("space of the third, which is the first one's", 2, 65, 49, " ");
+    }
+    void eachLayoutOfSeveralNamesItsKeysAndFires()
+    {
+        QFETCH(int, number);
+        QFETCH(std::uint8_t, code);
+        m_hardware.setKeyboard(QStringLiteral("us,es,ru,fr"), QStringLiteral("grp:menu_toggle"));
+        switchLayout(number);
+        const std::size_t before = m_field->read.size();
+        const auto chord = [&] {
+            m_hands.press(Qt::Key_Shift);
+            m_hands.press(Qt::Key_Super_L);
+            m_hands.tapCode(code);
+            m_hands.letGo();
+        };
+        chord();
+        QTRY_COMPARE(m_field->read.size(), before + 3);
+        const PressedKey pressed = m_field->last().value_or(PressedKey{-1, 0, {}});
+
+        int fired = 0;
+        QObject context;
+        bool isBound = false;
+        m_hotKeys.bind(
+            {{QStringLiteral("key"), {}, pressed.keyCode, pressed.modifiers}}, &context,
+            [&fired](const QString&) { ++fired; },
+            [&isBound](const QStringList& refused) { isBound = refused.isEmpty(); });
+        chord();
+        const bool fires = QTest::qWaitFor([&fired] { return fired == 1; });
+        switchLayout(kLayouts - number);
+        m_hotKeys.bind({}, &context, {}, [](const QStringList&) {});
+
+        QTEST(pressed.keyCode, "keyCode");
+        QCOMPARE(pressed.modifiers, shiftModifier | commandModifier);
+        QTEST(pressed.characters.toLower(), "characters");
+        QVERIFY(isBound);
+        QVERIFY(fires);
     }
 };
 
