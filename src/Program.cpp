@@ -2,7 +2,6 @@
 
 #include "base/WorkPool.h"
 #include "platform/Platform.h"
-#include "preferences/Config.h"
 
 #include <QEventLoop>
 #include <QThreadPool>
@@ -20,7 +19,8 @@ constexpr std::chrono::milliseconds kIdleThreadLife{2000};
 
 } // namespace
 
-Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance& instance)
+Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance& instance,
+                 const std::optional<QUrl>& feed)
     : m_defaults(Defaults::standardFile())
     , m_prefs(m_defaults)
     , m_alerts(*platform.panels)
@@ -38,7 +38,7 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
     , m_captureController({platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity,
                            m_captureFailure, m_countdown, m_pinnedCaptures, m_longCaptures,
                            m_drawer})
-    , m_feed(FeedProcess::standardProgram(), Config::updateFeedUrl().value_or(QUrl()),
+    , m_feed(FeedProcess::standardProgram(), feed,
              QStringLiteral("Brindlecam/") + Updater::installedVersion())
     , m_updater({m_prefs, m_alerts, *platform.fileOpener, m_activity, m_feed})
     , m_delegate({platform, m_prefs, m_alerts, m_toast, m_activity, m_history, m_output,

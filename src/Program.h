@@ -12,11 +12,16 @@
 #include "notices/Alerts.h"
 #include "notices/Toast.h"
 #include "pins/PinnedCaptures.h"
+#include "preferences/Config.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
 #include "settings/FeedProcess.h"
 #include "settings/Updater.h"
 #include "shell/AppDelegate.h"
+
+#include <QUrl>
+
+#include <optional>
 
 namespace brindlecam {
 
@@ -27,8 +32,9 @@ struct Platform;
 /// references. Lives as long as the program, and begins when its delegate is told to.
 class Program final {
 public:
-    /// Both references outlive it.
-    Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance& instance);
+    /// The references outlive it. New versions are looked for where `feed` says.
+    Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance& instance,
+            const std::optional<QUrl>& feed = Config::updateFeedUrl());
     /// Ends the program, unless that is done, and waits for it.
     ~Program();
 

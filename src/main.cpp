@@ -4,6 +4,7 @@
 #include "look/Appearance.h"
 #include "look/Catalogues.h"
 #include "platform/Platform.h"
+#include "preferences/Config.h"
 #include "shell/Commands.h"
 #include "shell/SingleInstance.h"
 
@@ -112,7 +113,9 @@ int main(int argc, char* argv[])
         qputenv("QT_QPA_PLATFORM", command.backEnd.toLocal8Bit());
     if (command.kind == Command::Kind::ports)
         return printPorts();
-    if (const auto spoken = Commands::spokenReply(command))
+    using enum Commands::Updates;
+    const auto updates = Config::updateFeedUrl() ? offered : absent;
+    if (const auto spoken = Commands::spokenReply(command, updates))
         return print(*spoken);
     return run(argc, argv, command);
 }

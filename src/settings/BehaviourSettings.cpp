@@ -2,11 +2,11 @@
 
 #include "base/Text.h"
 #include "platform/Platform.h"
-#include "preferences/Config.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
 #include "settings/FolderRow.h"
 #include "settings/LoginBox.h"
+#include "settings/SettingsHost.h"
 #include "settings/SettingsLook.h"
 #include "settings/WrappedText.h"
 
@@ -46,7 +46,7 @@ BehaviourSettings::BehaviourSettings(const Prefs& prefs, Platform& platform, Ale
                                      text("Busca una versión nueva una vez al día")))
 {
     m_loginBox->setFont(m_updatesBox->font());
-    m_updatesBox->setHidden(!Config::updateFeedUrl());
+    m_updatesBox->setHidden(!host.offersUpdates());
     connect(m_autoCopyBox, &QAbstractButton::clicked, this,
             [this] { store("autoCopy", *m_autoCopyBox); });
     for (QCheckBox* box : {m_autoSaveBox, m_autoSaveAreaBox, m_loupeBox})

@@ -25,7 +25,7 @@ public:
 
 } // namespace
 
-FeedProcess::FeedProcess(QString program, QUrl feed, QString userAgent,
+FeedProcess::FeedProcess(QString program, std::optional<QUrl> feed, QString userAgent,
                          std::chrono::milliseconds patience)
     : m_program(std::move(program))
     , m_feed(std::move(feed))
@@ -56,7 +56,7 @@ void FeedProcess::fetch(QObject* context, std::function<void(std::optional<QByte
         QTimer::singleShot(0, process->parent(), [done] { done(std::nullopt); });
     });
     QTimer::singleShot(m_patience, process, [process] { process->kill(); });
-    process->start(m_program, {m_feed.toString(QUrl::FullyEncoded), m_userAgent});
+    process->start(m_program, {m_feed.value_or(QUrl()).toString(QUrl::FullyEncoded), m_userAgent});
 }
 
 } // namespace brindlecam

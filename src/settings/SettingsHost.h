@@ -18,6 +18,8 @@ public:
     /// Those that the system has refused since.
     [[nodiscard]] virtual const std::set<CaptureAction>& failedHotKeys() const = 0;
 
+    /// Whether this program can look for new versions.
+    [[nodiscard]] virtual bool offersUpdates() const = 0;
     /// Shows the captures folder in the user's file manager.
     virtual void openCapturesFolder() = 0;
 };

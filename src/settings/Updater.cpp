@@ -53,8 +53,15 @@ QString Updater::installedVersion()
     return version.isEmpty() ? QStringLiteral("0") : version;
 }
 
+bool Updater::canAsk() const
+{
+    return m_rooms.feed.exists();
+}
+
 void Updater::start()
 {
+    if (!canAsk())
+        return;
     m_timer.start(m_timing.again);
     QTimer::singleShot(m_timing.first, this, [this] { checkIfDue(); });
 }
@@ -70,7 +77,7 @@ void Updater::checkIfDue()
 
 void Updater::check(Asker asker)
 {
-    if (std::exchange(m_checking, true))
+    if (!canAsk() || std::exchange(m_checking, true))
         return;
     m_rooms.feed.fetch(this, [this, asker](const std::optional<QByteArray>& answer) {
         m_checking = false;

@@ -48,6 +48,8 @@ public:
     /// Called after every check that found anything out. Filled by whoever makes it.
     std::function<void()> onChange = [] {};
 
+    /// Whether this program has a place to ask. Without one it never asks.
+    [[nodiscard]] bool canAsk() const;
     /// Checks by itself from now on, as long as the settings say so.
     void start();
     enum class Asker { user, clock };

@@ -1,7 +1,6 @@
 #include "shell/Actions.h"
 
 #include "base/Text.h"
-#include "preferences/Config.h"
 #include "preferences/Prefs.h"
 #include "shell/AppDelegate.h"
 
@@ -102,7 +101,7 @@ Actions makeActions(AppDelegate& delegate, const Prefs& prefs)
     for (const DelayedRow& row : kDelayed)
         all.delayed.push_back(delayed(delegate, row));
     for (const ProgramAction id : kAllProgramActions) {
-        if (id != ProgramAction::update || Config::updateFeedUrl())
+        if (id != ProgramAction::update || delegate.offersUpdates())
             all.others.emplace(id, other(delegate, id));
     }
     return all;

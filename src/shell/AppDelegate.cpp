@@ -57,8 +57,7 @@ void AppDelegate::start(const Command& command)
         m_rooms.captures.warmUp();
     showWelcomeIfFirstRun();
     m_rooms.updater.onChange = [this] { refreshUpdateItem(); };
-    if (Config::updateFeedUrl())
-        m_rooms.updater.start();
+    m_rooms.updater.start();
     tidyFolders();
 }
 
@@ -173,7 +172,8 @@ void AppDelegate::reopen()
 InstanceAnswer AppDelegate::answer(const InstanceRequest& request)
 {
     const Command command = Commands::parseWords(request.words);
-    if (const auto spoken = Commands::spokenReply(command))
+    using enum Commands::Updates;
+    if (const auto spoken = Commands::spokenReply(command, offersUpdates() ? offered : absent))
         return {*spoken};
     if (command.other)
         return answerOther(*command.other);
@@ -217,6 +217,11 @@ void AppDelegate::showSettings()
 {
     if (mayBegin())
         m_settings.show();
+}
+
+bool AppDelegate::offersUpdates() const
+{
+    return m_rooms.updater.canAsk();
 }
 
 void AppDelegate::updateFromMenu()

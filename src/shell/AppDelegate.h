@@ -85,6 +85,7 @@ public:
     /// What another copy of the program asks for.
     [[nodiscard]] InstanceAnswer answer(const InstanceRequest& request);
 
+    [[nodiscard]] bool offersUpdates() const override;
     /// Makes the folder when it is missing and opens it; says so when nothing can.
     void openCapturesFolder() override;
     /// Shows the settings, as they are now.

@@ -62,9 +62,9 @@ InstanceReply reply(ExitCode code, const QString& line)
     return {code, line.toUtf8() + '\n'};
 }
 
-InstanceReply wrongReply(const QString& argument)
+InstanceReply wrongReply(const QString& argument, Updates updates)
 {
-    return reply(wrongArguments, complaint(argument) + QLatin1Char('\n') + usage());
+    return reply(wrongArguments, complaint(argument) + QLatin1Char('\n') + usage(updates));
 }
 
 /// How many arguments from here on are Qt's.
@@ -158,8 +158,11 @@ Command parseWords(const QByteArrayList& words)
     return parse(arguments);
 }
 
-QString usage()
+QString usage(Updates updates)
 {
+    const QString update = updates == Updates::offered
+                               ? text("  update        busca una versión nueva o la descarga\n")
+                               : QString();
     return text("Uso: brindlecam [acción] [opciones]\n"
                 "\n"
                 "Sin acción inicia Brindlecam; si ya está abierto, captura un área.\n"
@@ -169,7 +172,7 @@ QString usage()
                 "  recents       muestra u oculta las capturas recientes\n"
                 "  folder        abre la carpeta de capturas\n"
                 "  settings      abre la configuración\n"
-                "  update        busca una versión nueva o la descarga\n"
+                "%1"
                 "  about         dice qué es Brindlecam\n"
                 "  quit          cierra Brindlecam\n"
                 "\n"
@@ -177,7 +180,8 @@ QString usage()
                 "  --livetest    las capturas que fallan no dicen nada\n"
                 "  --ports       dice qué clase atiende cada puerto del sistema\n"
                 "  --version     muestra la versión\n"
-                "  --help        muestra esta ayuda\n");
+                "  --help        muestra esta ayuda\n")
+        .arg(update);
 }
 
 QString complaint(const QString& wrongArgument)
@@ -185,20 +189,22 @@ QString complaint(const QString& wrongArgument)
     return text("Brindlecam no entiende “%1”.").arg(wrongArgument);
 }
 
-std::optional<InstanceReply> spokenReply(const Command& command)
+std::optional<InstanceReply> spokenReply(const Command& command, Updates updates)
 {
     switch (command.kind) {
     case Command::Kind::run:
+        if (command.other == ProgramAction::update && updates == Updates::absent)
+            return wrongReply(rawValue(ProgramAction::update), updates);
         return std::nullopt;
     case Command::Kind::version:
         return reply(success,
                      QStringLiteral("Brindlecam %1").arg(QCoreApplication::applicationVersion()));
     case Command::Kind::help:
-        return reply(success, usage());
+        return reply(success, usage(updates));
     case Command::Kind::ports:
-        return wrongReply(QStringLiteral("--ports"));
+        return wrongReply(QStringLiteral("--ports"), updates);
     case Command::Kind::wrong:
-        return wrongReply(command.wrongArgument);
+        return wrongReply(command.wrongArgument, updates);
     }
     Q_UNREACHABLE();
 }

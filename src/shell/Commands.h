@@ -47,20 +47,23 @@ enum ExitCode : int {
     wrongArguments = 64, ///< the usual number for it
 };
 
+/// Whether new versions can be looked for. Where they can't, there is no command for it.
+enum class Updates { offered, absent };
+
 /// Reads the arguments without the program's name. Qt's own options are left to Qt.
 [[nodiscard]] Command parse(const QStringList& arguments);
 /// The same with bytes as the system gave them.
 [[nodiscard]] Command parseWords(const QByteArrayList& words);
 
 /// Several lines, for "--help" and after a wrong argument.
-[[nodiscard]] QString usage();
+[[nodiscard]] QString usage(Updates updates);
 /// One line for a wrong argument.
 [[nodiscard]] QString complaint(const QString& wrongArgument);
 
 /// What a command is answered that asks for words alone: version, help, and wrong arguments.
 /// Nothing for one that is to run. Ports are no running copy's business: who is asked for them here
 /// does not understand.
-[[nodiscard]] std::optional<InstanceReply> spokenReply(const Command& command);
+[[nodiscard]] std::optional<InstanceReply> spokenReply(const Command& command, Updates updates);
 [[nodiscard]] InstanceReply notAvailableReply();
 [[nodiscard]] InstanceReply busyReply();
 [[nodiscard]] InstanceReply otherVersionReply();

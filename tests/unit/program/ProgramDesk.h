@@ -53,6 +53,7 @@ struct ProgramDesk {
     FakeQuitSignals& quitSignals = install<FakeQuitSignals>(platform.quitSignals);
     FakeTrayHosts& trays = install<FakeTrayHosts>(platform.trayHosts);
     SingleInstance instance{{socket, folder.filePath(QStringLiteral("lock"))}};
+    std::optional<QUrl> feed = QUrl(QStringLiteral("https://example.org/version.json"));
     std::optional<Program> program;
 
     explicit ProgramDesk(Run run = Run::later)
@@ -73,7 +74,7 @@ struct ProgramDesk {
         const bool first =
             std::holds_alternative<SingleInstance::First>(instance.handOver({{}, {}}));
         QVERIFY(first);
-        program.emplace(platform, CaptureFailure::Voice::silent, instance);
+        program.emplace(platform, CaptureFailure::Voice::silent, instance, feed);
     }
     /// Lets it begin, as for a first copy.
     void start(std::optional<CaptureAction> action = std::nullopt)

@@ -195,6 +195,19 @@ private Q_SLOTS:
                                    "  Pantalla completa en 5 segundos []"));
     }
 
+    void withoutAPlaceToAskForThemTheMenuKnowsNoUpdates()
+    {
+        ProgramDesk desk;
+        desk.feed.reset();
+        desk.start();
+        QStringList titles;
+        for (const QAction* item : desk.menu().actions())
+            titles << (item->isSeparator() ? QStringLiteral("-") : ProgramDesk::titleOf(*item));
+        QCOMPARE(titles.mid(6), QStringList({QStringLiteral("Configuración…"), QStringLiteral("-"),
+                                             QStringLiteral("Acerca de Brindlecam"),
+                                             QStringLiteral("-"), QStringLiteral("Salir")}));
+    }
+
     void delayedItemsCountDownFirst_data()
     {
         QTest::addColumn<QString>("title");

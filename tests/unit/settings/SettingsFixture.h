@@ -36,10 +36,12 @@ struct FakeSettingsHost final : SettingsHost {
     int releases = 0;
     int foldersOpened = 0;
     std::set<CaptureAction> failed;
+    bool looksForUpdates = true;
 
     void reloadHotKeys() override { ++reloads; }
     void releaseHotKeys() override { ++releases; }
     [[nodiscard]] const std::set<CaptureAction>& failedHotKeys() const override { return failed; }
+    [[nodiscard]] bool offersUpdates() const override { return looksForUpdates; }
     void openCapturesFolder() override { ++foldersOpened; }
 };
 

@@ -23,7 +23,8 @@ struct UpdaterDesk : SettingsFixture {
     int changes = 0;
     std::optional<Updater> updater;
 
-    UpdaterDesk()
+    explicit UpdaterDesk(FakeReleaseFeed::Place place = FakeReleaseFeed::Place::known)
+        : feed(place)
     {
         QCoreApplication::setApplicationVersion(QStringLiteral("1.2"));
         begin();

@@ -96,6 +96,12 @@ private Q_SLOTS:
         QVERIFY(!answered);
     }
 
+    void existsWhereThereIsAPlaceToAsk()
+    {
+        QVERIFY(FeedProcess(program("true"), kFeed, {}).exists());
+        QVERIFY(!FeedProcess(program("true"), std::nullopt, {}).exists());
+    }
+
     void liesBesideTheProgram()
     {
         QCOMPARE(FeedProcess::standardProgram(),

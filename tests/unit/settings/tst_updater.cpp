@@ -83,6 +83,17 @@ private Q_SLOTS:
         QCOMPARE(desk.said(), QStringLiteral("Brindlecam está al día"));
     }
 
+    void withoutAPlaceToAskItNeverDoes()
+    {
+        QVERIFY(UpdaterDesk().updater->canAsk());
+        UpdaterDesk desk(test::FakeReleaseFeed::Place::none);
+        QVERIFY(!desk.updater->canAsk());
+        desk.updater->start();
+        UpdaterDesk::wait();
+        desk.updater->check(Updater::Asker::user);
+        QCOMPARE(desk.feed.asked, 0);
+    }
+
     void oneQuestionAtATime()
     {
         UpdaterDesk desk;

@@ -13,6 +13,11 @@ namespace brindlecam::test {
 
 /// The delegate above rooms in a world of fakes, of which no other copy hears.
 struct DelegateDesk : CaptureFixture {
+    explicit DelegateDesk(FakeReleaseFeed::Place place = FakeReleaseFeed::Place::known)
+        : feed(place)
+    {
+    }
+
     FakeFileOpener& opener = install<FakeFileOpener>(platform.fileOpener);
     FakeForeignPresses& presses = install<FakeForeignPresses>(platform.foreignPresses);
     SingleInstance instance{InstancePlace()};

@@ -1,5 +1,4 @@
 #include "DelegateDesk.h"
-#include "preferences/Config.h"
 #include "shell/Actions.h"
 #include "support/TestCase.h"
 
@@ -11,6 +10,8 @@ namespace {
 
 /// The list of a program, and a look at all of it.
 struct ListDesk : test::DelegateDesk {
+    using DelegateDesk::DelegateDesk;
+
     Actions list = makeActions(delegate, prefs);
 
     [[nodiscard]] std::vector<const Action*> all() const
@@ -68,8 +69,7 @@ private Q_SLOTS:
             expected << action.title;
         expected += kHarmless;
         const qsizetype about = expected.indexOf(kHarmless.at(1));
-        if (Config::updateFeedUrl())
-            expected.insert(about, QStringLiteral("Buscar actualizaciones…"));
+        expected.insert(about, QStringLiteral("Buscar actualizaciones…"));
         expected.insert(about, QStringLiteral("Configuración…"));
         QCOMPARE(desk.runnable(), expected);
     }
@@ -84,8 +84,9 @@ private Q_SLOTS:
     void withoutAPlaceToAskThereIsNoSearchForNewVersions()
     {
         const ListDesk desk;
-        QCOMPARE(desk.list.others.contains(ProgramAction::update),
-                 Config::updateFeedUrl().has_value());
+        QVERIFY(desk.list.find(ProgramAction::update));
+        const ListDesk without(test::FakeReleaseFeed::Place::none);
+        QVERIFY(!without.list.find(ProgramAction::update));
     }
 
     void capturesBeginAtOnceButNotUnderAMenu()

@@ -132,12 +132,33 @@ private Q_SLOTS:
 
     void usageNamesEveryCommand()
     {
+        const QString usage = Commands::usage(Commands::Updates::offered);
         for (const CaptureAction action : kAllCaptureActions)
-            QVERIFY(Commands::usage().contains(rawValue(action)));
+            QVERIFY(usage.contains(QStringLiteral("\n  %1 ").arg(rawValue(action))));
         for (const ProgramAction action : kAllProgramActions)
-            QVERIFY(Commands::usage().contains(rawValue(action)));
+            QVERIFY(usage.contains(QStringLiteral("\n  %1 ").arg(rawValue(action))));
         for (const char* option : {"--delay", "--version", "--help", "--livetest", "--ports"})
-            QVERIFY(Commands::usage().contains(QString::fromLatin1(option)));
+            QVERIFY(usage.contains(QStringLiteral("\n  %1 ").arg(QLatin1String(option))));
+    }
+
+    void withoutUpdatesThereIsNoCommandForThem()
+    {
+        using enum Commands::Updates;
+        QStringList with = Commands::usage(offered).split(QLatin1Char('\n'));
+        const qsizetype lines = with.removeIf(
+            [](const QString& line) { return line.startsWith(QLatin1String("  update ")); });
+        QCOMPARE(lines, 1);
+        QCOMPARE(Commands::usage(absent).split(QLatin1Char('\n')), with);
+
+        const Command update = Commands::parseWords({"update"});
+        QVERIFY(!Commands::spokenReply(update, offered));
+        const auto refused = Commands::spokenReply(update, absent);
+        QVERIFY(refused);
+        QCOMPARE(refused->exitCode, int(Commands::wrongArguments));
+        QCOMPARE(refused->text, (Commands::complaint(QStringLiteral("update")) + QLatin1Char('\n') +
+                                 Commands::usage(absent) + QLatin1Char('\n'))
+                                    .toUtf8());
+        QVERIFY(!Commands::spokenReply(Commands::parseWords({"about"}), absent));
     }
 
     void theComplaintNamesTheArgument()

@@ -1,5 +1,4 @@
 #include "DelegateDesk.h"
-#include "preferences/Config.h"
 #include "shell/Commands.h"
 #include "support/TestCase.h"
 
@@ -27,12 +26,6 @@ class TestShellUpdates final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        if (!Config::updateFeedUrl())
-            QSKIP("built without a web host");
-    }
-
     void theItemLooksForAVersionAndThenOpensItsPage()
     {
         DelegateDesk desk;
@@ -70,6 +63,20 @@ private Q_SLOTS:
         QVERIFY(desk.lastShown<QMessageBox>());
         QCOMPARE(desk.lastShown<QMessageBox>()->text(),
                  QStringLiteral("No se pudo buscar actualizaciones"));
+    }
+
+    void withoutAPlaceToAskThereIsNoItemAndNoCommand()
+    {
+        DelegateDesk desk(test::FakeReleaseFeed::Place::none);
+        desk.delegate.start({.other = ProgramAction::update});
+        QVERIFY(!itemTitles(desk).contains(QStringLiteral("Buscar actualizaciones…")));
+        const InstanceAnswer answer = desk.delegate.answer({{"update"}, {}});
+        QCOMPARE(answer.reply.exitCode, int(Commands::wrongArguments));
+        QVERIFY(answer.reply.text.startsWith("Brindlecam no entiende “update”."));
+        QVERIFY(!answer.reply.text.contains("busca una versión"));
+        QVERIFY(!answer.carryOut);
+        desk.delegate.updateFromMenu();
+        QCOMPARE(desk.feed.asked, 0);
     }
 };
 

@@ -18,8 +18,16 @@ inline QByteArray json(const char* text)
 /// Announces what the test wants, once it wants to.
 class FakeReleaseFeed final : public ReleaseFeed {
 public:
+    enum class Place { known, none };
+
+    explicit FakeReleaseFeed(Place place = Place::known)
+        : m_place(place)
+    {
+    }
+
     int asked = 0;
 
+    [[nodiscard]] bool exists() const override { return m_place == Place::known; }
     void fetch(QObject* context, std::function<void(std::optional<QByteArray>)> done) override
     {
         ++asked;
@@ -40,6 +48,7 @@ public:
     }
 
 private:
+    const Place m_place;
     QPointer<QObject> m_context;
     std::function<void(std::optional<QByteArray>)> m_done;
 };
