@@ -30,6 +30,14 @@ private:
         return waitUntil([this] { return itemInTray().isEmpty(); });
     }
 
+    /// Whether this program was built with a web host to ask: it says which commands it has.
+    bool looksForUpdates()
+    {
+        return program()
+            .command({QStringLiteral("--help")})
+            .output.contains(QLatin1String("\n  update "));
+    }
+
     static QStringList titles(const MenuEntry& menu)
     {
         QStringList all;
@@ -110,15 +118,21 @@ private Q_SLOTS:
         QCOMPARE(host.itemProperty(item, QStringLiteral("Category")).toString(),
                  QStringLiteral("ApplicationStatus"));
         const MenuEntry menu = host.menu(item);
-        QCOMPARE(titles(menu),
-                 QStringList(
-                     {QStringLiteral("Capturar área"), QStringLiteral("Capturar pantalla completa"),
-                      QStringLiteral("Capturas recientes"), QStringLiteral("-"),
-                      QStringLiteral("Capturar con retraso"),
-                      QStringLiteral("Abrir carpeta de capturas"), QStringLiteral("Configuración…"),
-                      QStringLiteral("-"), QStringLiteral("Buscar actualizaciones…"),
-                      QStringLiteral("Acerca de Brindlecam"), QStringLiteral("-"),
-                      QStringLiteral("Salir")}));
+        QStringList expected{QStringLiteral("Capturar área"),
+                             QStringLiteral("Capturar pantalla completa"),
+                             QStringLiteral("Capturas recientes"),
+                             QStringLiteral("-"),
+                             QStringLiteral("Capturar con retraso"),
+                             QStringLiteral("Abrir carpeta de capturas"),
+                             QStringLiteral("Configuración…"),
+                             QStringLiteral("-"),
+                             QStringLiteral("Buscar actualizaciones…"),
+                             QStringLiteral("Acerca de Brindlecam"),
+                             QStringLiteral("-"),
+                             QStringLiteral("Salir")};
+        if (!looksForUpdates())
+            expected.removeOne(QStringLiteral("Buscar actualizaciones…"));
+        QCOMPARE(titles(menu), expected);
         QCOMPARE(
             titles(menu.entries[4]),
             QStringList({QStringLiteral("Área en 3 segundos"), QStringLiteral("Área en 5 segundos"),
@@ -138,7 +152,7 @@ private Q_SLOTS:
         }
         const TrayHost again(desktop());
         QVERIFY(waitUntil([&] { return !again.items().isEmpty(); }));
-        QCOMPARE(titles(again.menu(again.items().back())).size(), 12);
+        QCOMPARE(titles(again.menu(again.items().back())).size(), looksForUpdates() ? 12 : 11);
     }
 
     void entriesOfTheMenuAct()
