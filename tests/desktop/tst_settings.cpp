@@ -9,7 +9,7 @@ namespace brindlecam::desktop {
 
 namespace {
 
-constexpr QRect kTaken{200, 500, 160, 100};
+constexpr QRect kTaken{10, 10, 160, 100}; ///< beside the window
 constexpr Qt::KeyboardModifiers kControlAlt = Qt::ControlModifier | Qt::AltModifier;
 /// The server repeats a held key after 660 ms.
 constexpr int kPastRepeat = 1100;
@@ -167,6 +167,31 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return !rival->isHotKeyTaken(kAreaKey, kHotKeyModifiers); }));
         input().click(other->pixels().center());
         QVERIFY(hotKeysAreTaken());
+        pressHotKey(kAreaKey);
+        QVERIFY(sessionIsReady());
+    }
+
+    void aCommandEndsTheRecordingAndHotKeysWorkAgain_data()
+    {
+        itComesUpInTheMiddleWithTheKeyboard_data();
+    }
+    void aCommandEndsTheRecordingAndHotKeysWorkAgain()
+    {
+        QFETCH(WindowManager, windowManager);
+        useSettings(windowManager);
+        QVERIFY(press("Capturar área"));
+        QVERIFY(records("Capturar área"));
+        const auto rival = desktop().rival();
+        QVERIFY(waitUntil([&] { return !rival->isHotKeyTaken(kAreaKey, kHotKeyModifiers); }));
+        QCOMPARE(program().command({QStringLiteral("area")}).exitCode, 0);
+        QVERIFY(sessionIsReady());
+        QVERIFY(hotKeysAreTaken());
+        const QImage shown = pattern(screen().pixels().size()).copy(kTaken);
+        select(kTaken);
+        input().tap(Qt::Key_Return);
+        QVERIFY(sessionIsOver());
+        QVERIFY(isPasted(shown));
+        QVERIFY(!program().settings().contains(QLatin1String("hotkey.area")));
         pressHotKey(kAreaKey);
         QVERIFY(sessionIsReady());
     }
