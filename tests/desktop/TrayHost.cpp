@@ -4,7 +4,6 @@
 #include "desktop/support/Patience.h"
 
 #include <QDBusArgument>
-#include <QDBusMessage>
 #include <QDBusVariant>
 #include <QVariantMap>
 
@@ -97,6 +96,30 @@ MenuEntry TrayHost::menu(const QString& item) const
     call << 0 << -1 << QStringList();
     const QVariantList values = m_bus.call(call).arguments();
     return values.size() == 2 ? readEntry(values.at(1).value<QDBusArgument>()) : MenuEntry();
+}
+
+void TrayHost::follow(const QString& item)
+{
+    if (!m_bus.connect(item, menuPath(item), kMenu, QStringLiteral("ItemsPropertiesUpdated"), this,
+                       SLOT(menuChanged(QDBusMessage))))
+        qFatal("the bus tells nothing of a menu");
+}
+
+// a(ia{sv}): numbers of entries, each with what it has now.
+void TrayHost::menuChanged(const QDBusMessage& message)
+{
+    const auto changes = message.arguments().constFirst().value<QDBusArgument>();
+    changes.beginArray();
+    while (!changes.atEnd()) {
+        int id = 0;
+        QVariantMap properties;
+        changes.beginStructure();
+        changes >> id >> properties;
+        changes.endStructure();
+        if (properties.contains(QStringLiteral("label")))
+            m_newTitles << properties.value(QStringLiteral("label")).toString();
+    }
+    changes.endArray();
 }
 
 bool TrayHost::choose(const QString& item, const QStringList& titles)

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QObject>
 #include <QStringList>
@@ -43,6 +44,10 @@ public:
     [[nodiscard]] QVariant itemProperty(const QString& item, const QString& name) const;
     /// The whole menu of an item.
     [[nodiscard]] MenuEntry menu(const QString& item) const;
+    /// Hears from now on what changes in the menu of an item, as a host does that keeps it.
+    void follow(const QString& item);
+    /// New titles that it was told of since, in order.
+    [[nodiscard]] const QStringList& newTitles() const { return m_newTitles; }
     /// Chooses an entry, as a click on it does: the last of these titles, each in the submenu of
     /// the one before. False when there is none.
     [[nodiscard]] bool choose(const QString& item, const QStringList& titles);
@@ -53,6 +58,9 @@ public:
 public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString& service);
     void RegisterStatusNotifierHost(const QString& service);
+
+private Q_SLOTS:
+    void menuChanged(const QDBusMessage& message);
 
 Q_SIGNALS:
     void StatusNotifierItemRegistered(const QString& service);
@@ -65,6 +73,7 @@ private:
 
     QDBusConnection m_bus;
     QStringList m_items;
+    QStringList m_newTitles;
 };
 
 } // namespace brindlecam::desktop

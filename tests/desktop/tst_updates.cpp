@@ -1,4 +1,5 @@
 // Covers Updater.
+#include "desktop/TrayHost.h"
 #include "desktop/support/CaptureTest.h"
 #include "https/HttpsServer.h"
 
@@ -36,6 +37,10 @@ private:
     void useHost(const https::Identity& identity)
     {
         usePatternedDesktop({.accessibility = Accessibility::on});
+        startProgramThatAsks(identity);
+    }
+    void startProgramThatAsks(const https::Identity& identity)
+    {
         m_host = std::make_unique<HttpsServer>(identity);
         program().environment().insert(QStringLiteral("BRINDLECAM_TEST_FEED"),
                                        m_host->address().toString());
@@ -82,6 +87,26 @@ private Q_SLOTS:
                    QLatin1String("99.1");
         }));
         QVERIFY(program().settings().contains(QLatin1String("updateLastCheck")));
+    }
+
+    void theItemInTheTrayLeadsToANewerVersionWhileThereIsOne()
+    {
+        usePatternedDesktop({.bus = MessageBus::session, .accessibility = Accessibility::on});
+        TrayHost host(desktop());
+        startProgramThatAsks(m_certificates.valid());
+        QVERIFY(host.itemComes());
+        const QString item = host.items().front();
+        host.follow(item);
+        m_host->answer = announcing("99.1", "https://example.org/baja");
+        QVERIFY(host.choose(item, {QStringLiteral("Buscar actualizaciones…")}));
+        QVERIFY(placeOf(kOffer).isValid());
+        const QString newer = QStringLiteral("Descargar Brindlecam 99.1…");
+        QVERIFY(waitUntil([&] { return host.newTitles().contains(newer); }));
+        QVERIFY(press("Más tarde"));
+        QVERIFY(dialogsAreGone());
+        QVERIFY(!QFile::exists(opened()));
+        QVERIFY(host.choose(item, {newer}));
+        QVERIFY(waitUntil([this] { return QFile::exists(opened()); }));
     }
 
     void itsPageIsOpenedInTheBrowser()
