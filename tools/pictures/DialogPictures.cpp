@@ -1,5 +1,6 @@
 #include "DialogPictures.h"
 
+#include "OpenDialog.h"
 #include "Photographer.h"
 #include "capture/CaptureFailure.h"
 #include "capture/SavePanel.h"
@@ -8,9 +9,6 @@
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
 #include "shell/AppDelegate.h"
-
-#include <QApplication>
-#include <QDialog>
 
 #include <functional>
 
@@ -26,16 +24,6 @@ public:
     void openSettings() override {}
 };
 
-QDialog* openDialog()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        auto* dialog = qobject_cast<QDialog*>(widget);
-        if (dialog && dialog->isVisible())
-            return dialog;
-    }
-    return nullptr;
-}
-
 } // namespace
 
 void takeDialogPictures(Photographer& photographer, AppDelegate& delegate, Prefs& prefs)
@@ -44,10 +32,7 @@ void takeDialogPictures(Photographer& photographer, AppDelegate& delegate, Prefs
     Alerts alerts(*platform.panels);
     const auto take = [&](const char* name, const std::function<void()>& open) {
         open();
-        photographer.await(QStringLiteral("the dialog"), [] { return openDialog() != nullptr; });
-        photographer.take(QLatin1String(name));
-        delete openDialog();
-        photographer.rest();
+        takeOpenDialog(photographer, name);
     };
 
     take("alert-welcome", [&] { delegate.showWelcomeIfFirstRun(); });

@@ -1,5 +1,6 @@
 #include "BarPictures.h"
 #include "DialogPictures.h"
+#include "DrawerPictures.h"
 #include "IconPictures.h"
 #include "MarkPictures.h"
 #include "MenuPictures.h"
@@ -62,5 +63,6 @@ int main(int argc, char* argv[])
     pictures::takePinPictures(photographer, program.pinnedCaptures());
     pictures::takeMenuPictures(photographer, program.delegate().menu());
     pictures::takeDialogPictures(photographer, program.delegate(), prefs);
+    pictures::takeDrawerPictures(photographer);
     return 0;
 }
