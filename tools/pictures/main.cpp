@@ -9,6 +9,8 @@
 #include "Photographer.h"
 #include "PinPictures.h"
 #include "Program.h"
+#include "SettingsPictures.h"
+#include "UpdatePictures.h"
 #include "look/Appearance.h"
 #include "look/Catalogues.h"
 #include "platform/Platform.h"
@@ -64,5 +66,7 @@ int main(int argc, char* argv[])
     pictures::takeMenuPictures(photographer, program.delegate().menu());
     pictures::takeDialogPictures(photographer, program.delegate(), prefs);
     pictures::takeDrawerPictures(photographer);
+    pictures::takeSettingsPictures(photographer);
+    pictures::takeUpdatePictures(photographer);
     return 0;
 }
