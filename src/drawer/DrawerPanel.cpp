@@ -70,7 +70,7 @@ DrawerPanel::DrawerPanel(qreal width, Entries entries, const QString& emptyText)
 {
     setWindowTitle(text("Capturas recientes"));
     setAccessibleName(windowTitle());
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus); // a press on it leaves the tiles their keys
     m_clear->setToolTip(text("Borrar definitivamente todas las capturas recientes"));
     connect(m_clear, &QAbstractButton::clicked, this, [this] { onClear(); });
     layOut(entries);

@@ -51,6 +51,18 @@ private Q_SLOTS:
         QCOMPARE(f.panel().row().focusedIndex(), 0);
     }
 
+    void aPressLeavesTheKeysWhereTheyAre()
+    {
+        DrawerFixture f;
+        openActive(f, 4);
+        f.key(Qt::Key_Right);
+        f.key(Qt::Key_Right);
+        QTest::mouseClick(&f.tile(0), Qt::RightButton);
+        QCOMPARE(f.panel().row().focusedIndex(), 1);
+        QTest::mouseClick(&f.panel(), Qt::LeftButton, {}, QPoint(4, 4));
+        QCOMPARE(f.panel().row().focusedIndex(), 1);
+    }
+
     void returnCopiesTheFocusedTile()
     {
         DrawerFixture f;
