@@ -26,6 +26,7 @@ TileRow::TileRow(QWidget* parent)
 void TileRow::append(CaptureTile* tile)
 {
     tile->setParent(m_content);
+    tile->installEventFilter(this);
     tile->move(qRound(static_cast<qreal>(m_tiles.size()) * DrawerGeometry::kTileStep), 0);
     m_tiles.push_back(tile);
     const qreal width = DrawerGeometry::contentWidth(static_cast<int>(m_tiles.size()));
@@ -86,6 +87,27 @@ void TileRow::hoverUnderPointer()
         tile->setHovering(underMouse() && rect().contains(pointer) &&
                           tile->rect().contains(inTile));
     }
+}
+
+// A tile that has moved under the pointer was never entered, so that nobody tells it to leave.
+void TileRow::hoverNoneBut(const CaptureTile* tile)
+{
+    for (CaptureTile* other : m_tiles) {
+        if (other != tile)
+            other->setHovering(false);
+    }
+}
+
+bool TileRow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Enter)
+        hoverNoneBut(qobject_cast<const CaptureTile*>(watched));
+    return QWidget::eventFilter(watched, event);
+}
+
+void TileRow::leaveEvent(QEvent*)
+{
+    hoverNoneBut(nullptr);
 }
 
 // A wheel has one direction, and so has this row.

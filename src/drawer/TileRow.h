@@ -35,9 +35,12 @@ public:
 protected:
     void wheelEvent(QWheelEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void hoverUnderPointer();
+    void hoverNoneBut(const CaptureTile* tile);
 
     QWidget* m_content; ///< a child, which has the tiles
     std::vector<CaptureTile*> m_tiles;

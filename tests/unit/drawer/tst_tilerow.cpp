@@ -4,6 +4,7 @@
 #include "support/TestCase.h"
 
 #include <QCursor>
+#include <QEnterEvent>
 #include <QPointingDevice>
 #include <QWheelEvent>
 
@@ -164,6 +165,21 @@ private Q_SLOTS:
         desk.row.scrollTo(222); // by a key, while the pointer is elsewhere
         QVERIFY(!desk.row.hoveredTile());
         QCursor::setPos(0, 0);
+    }
+
+    void aTileThatCameUnderThePointerIsLeftForAnother()
+    {
+        RowDesk desk(5);
+        const auto& tiles = desk.row.captureTiles();
+        tiles.at(1)->setHovering(true); // nobody has entered it
+        QEnterEvent enter({}, {}, {});
+        QCoreApplication::sendEvent(tiles.at(2), &enter);
+        QVERIFY(!tiles.at(1)->hovering());
+        QCOMPARE(desk.row.hoveredTile(), tiles.at(2));
+        tiles.at(3)->setHovering(true);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(&desk.row, &leave);
+        QVERIFY(!desk.row.hoveredTile());
     }
 };
 
