@@ -80,6 +80,36 @@ private Q_SLOTS:
         QVERIFY(drawerIsGone());
     }
 
+    void theMenuOfATileLeavesTheKeysWhereTheyAre_data()
+    {
+        QTest::addColumn<bool>("saves");
+        QTest::newRow("saves") << true;
+        QTest::newRow("escape") << false;
+    }
+    void theMenuOfATileLeavesTheKeysWhereTheyAre()
+    {
+        QFETCH(bool, saves);
+        useDrawer({.accessibility = Accessibility::on});
+        QVERIFY(openDrawer());
+        QVERIFY(programHasKeyboard());
+        input().tap(Qt::Key_Right);
+        input().tap(Qt::Key_Right);
+        if (saves) {
+            QVERIFY(choose(0, "Guardar en la carpeta de capturas"));
+            QVERIFY(waitUntil([this] { return captures().size() == 1; }));
+        } else {
+            input().click(tile(0).center(), Button::right);
+            QVERIFY(waitUntil([this] { return menus().size() == 1; }));
+            QVERIFY(waitUntil([this] {
+                input().tap(Qt::Key_Escape);
+                return menus().empty();
+            }));
+        }
+        input().tap(Qt::Key_Right);
+        input().tap(Qt::Key_Return);
+        QVERIFY(isPastedEntry(kColours[2]));
+    }
+
     void keysOpenTheMenuOfTheFocusedTile()
     {
         useDrawer({.accessibility = Accessibility::on});
