@@ -44,6 +44,7 @@ void areDamaged(World& world)
     Runs::start(world);
     require(world.person.dialogHasKeyboard(), QStringLiteral("nobody is welcomed anew"));
     world.person.input().tap(Qt::Key_Escape);
+    require(world.person.dialogsAreGone(), QStringLiteral("the welcome stays"));
     Captures::open(world, Captures::Trigger::key);
     Captures::dragRoomy(world);
     Captures::take(world);
