@@ -1,8 +1,10 @@
 #include "Captures.h"
 
 #include "Bars.h"
+#include "Drawers.h"
 #include "Failure.h"
 #include "Runs.h"
+#include "SettingsWindows.h"
 
 #include "desktop/support/Buttons.h"
 
@@ -59,6 +61,28 @@ void copiedLive(World& world, const Picture& picture)
     world.ledger->takes(picture, {});
 }
 
+/// Comes to rest from wherever somebody is.
+void leave(World& world)
+{
+    switch (world.situation()) {
+    case Situation::rest:
+        return;
+    case Situation::session:
+    case Situation::selected:
+        escape(world);
+        return;
+    case Situation::panel:
+        closePanel(world);
+        return;
+    case Situation::drawer:
+        Drawers::closeByEscape(world);
+        return;
+    case Situation::settings:
+        SettingsWindows::close(world);
+        return;
+    }
+}
+
 void awaitEnd(World& world)
 {
     require(world.person.sessionIsOver(), QStringLiteral("the session does not end"));
@@ -69,12 +93,16 @@ void awaitEnd(World& world)
 void open(World& world, Trigger trigger)
 {
     const QRect monitor = world.chance.oneOf(world.monitors);
-    Session session{.frozen = world.freeze(monitor)};
+    begin(world, world.freeze(monitor), trigger);
+}
+
+void begin(World& world, const Picture& frozen, Trigger trigger)
+{
     pull(world, trigger, desktop::kAreaKey, "area", "Capturar área");
     const bool isReady = world.person.sessionIsReady(world.monitors.size());
     require(isReady,
             QStringLiteral("no session opens: %1 overlays").arg(world.person.overlays().size()));
-    world.session = std::move(session);
+    world.session = Session{.frozen = frozen};
 }
 
 void drag(World& world, const QRect& area)
@@ -225,7 +253,11 @@ void closePanel(World& world)
 void fullScreen(World& world, Trigger trigger)
 {
     const QRect monitor = world.chance.oneOf(world.monitors);
-    const Picture frozen = world.freeze(monitor);
+    takeScreen(world, world.freeze(monitor), monitor, trigger);
+}
+
+void takeScreen(World& world, const Picture& frozen, const QRect& monitor, Trigger trigger)
+{
     pull(world, trigger, desktop::kFullScreenKey, "fullScreen", "Capturar pantalla completa");
     books(world, frozen.part(monitor),
           {.file = world.settings.autoSaveFullScreen, .history = true});
@@ -237,7 +269,7 @@ void reach(World& world, Situation wanted)
         return;
     switch (wanted) {
     case Situation::rest:
-        world.situation() == Situation::panel ? closePanel(world) : escape(world);
+        leave(world);
         return;
     case Situation::session:
         reach(world, Situation::rest);
@@ -251,6 +283,14 @@ void reach(World& world, Situation wanted)
     case Situation::panel:
         reach(world, Situation::selected);
         openPanel(world);
+        return;
+    case Situation::drawer:
+        reach(world, Situation::rest);
+        Drawers::open(world, Trigger::command);
+        return;
+    case Situation::settings:
+        reach(world, Situation::rest);
+        SettingsWindows::open(world, SettingsWindows::Trigger::command);
         return;
     }
 }

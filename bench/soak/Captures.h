@@ -13,6 +13,8 @@ enum class Trigger { key, command, tray };
 
 /// Opens a session over what is on the screen now.
 void open(World& world, Trigger trigger);
+/// The same over what is known to be below.
+void begin(World& world, const Picture& frozen, Trigger trigger);
 /// Drags an area out that leaves the bars room on the first monitor; or any area, anywhere.
 void dragRoomy(World& world);
 void dragAnywhere(World& world);
@@ -46,6 +48,8 @@ void saveUnderAName(World& world);
 void closePanel(World& world);
 
 void fullScreen(World& world, Trigger trigger);
+/// Takes this monitor, on which the pointer is, over what is known to be below.
+void takeScreen(World& world, const Picture& frozen, const QRect& monitor, Trigger trigger);
 
 /// Goes wherever that is from wherever somebody is: captures are cancelled, or begun.
 void reach(World& world, Situation wanted);

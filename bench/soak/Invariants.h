@@ -23,6 +23,7 @@ public:
 private:
     void verifyRun(World& world) const;
     void verifyWindows(World& world) const;
+    void verifyRemoved(World& world) const;
     void verifyGrowth(World& world);
 
     const int m_patience;

@@ -53,15 +53,50 @@ QStringList KeptFiles::news(const Files& now) const
     return names;
 }
 
+QStringList KeptFiles::newestFirst() const
+{
+    QStringList paths;
+    for (const QString& name : m_known.keys())
+        paths.prepend(m_folder + QLatin1Char('/') + name);
+    return paths;
+}
+
+void KeptFiles::goes(const QString& path)
+{
+    const QString name = path.section(QLatin1Char('/'), -1);
+    require(m_known.remove(name) == 1, QStringLiteral("%1: never was %2").arg(m_what, name));
+    m_going.append(name);
+}
+
+void KeptFiles::allGo()
+{
+    m_going += m_known.keys();
+    m_known.clear();
+}
+
+/// Of those that were to go.
+QStringList KeptFiles::leftOf(const Files& now) const
+{
+    QStringList left;
+    for (const QString& name : m_going) {
+        if (now.contains(name))
+            left.append(name);
+    }
+    return left;
+}
+
 void KeptFiles::verify(int patience)
 {
     const auto awaited = static_cast<qsizetype>(m_awaited.size());
     Files now;
     const auto settled = [&] {
         now = present();
-        return news(now).size() >= awaited && (!m_most || now.size() <= mostNow());
+        return leftOf(now).isEmpty() && news(now).size() >= awaited &&
+               (!m_most || now.size() <= mostNow());
     };
     const bool inTime = desktop::waitUntil(settled, patience);
+    require(leftOf(now).isEmpty(), QStringLiteral("%1: still there is %2")
+                                       .arg(m_what, leftOf(now).join(QStringLiteral(", "))));
     const QStringList names = news(now);
     require(inTime && names.size() <= awaited + static_cast<qsizetype>(m_allowed.size()),
             QStringLiteral("%1: %2 new pictures instead of %3 (%4), %5 in all")
@@ -75,6 +110,7 @@ void KeptFiles::verify(int patience)
     m_known = now;
     m_awaited.clear();
     m_allowed.clear();
+    m_going.clear();
 }
 
 qsizetype KeptFiles::mostNow() const

@@ -29,6 +29,10 @@ public:
     void await(const std::shared_ptr<Picture>& picture) { m_awaited.push_back(picture); }
     /// May be there or not: the program was killed meanwhile.
     void allow(const std::shared_ptr<Picture>& picture) { m_allowed.push_back(picture); }
+    /// The program removes this file, whose full path it is, or all of them: they must be gone when
+    /// verify() is called next.
+    void goes(const QString& path);
+    void allGo();
     /// Somebody has emptied the folder.
     void forgetAll() { m_known.clear(); }
     /// Whatever is there now is as it should be.
@@ -38,6 +42,10 @@ public:
     /// as it was.
     void verify(int patience = desktop::kPatience);
     [[nodiscard]] qsizetype count() const { return m_known.size(); }
+    /// Full paths of those that were there when they were verified last.
+    [[nodiscard]] QStringList newestFirst() const;
+    /// How many are there right now.
+    [[nodiscard]] qsizetype filesNow() const { return present().size(); }
 
 private:
     /// By which a file that is written anew is told from the one before.
@@ -54,6 +62,7 @@ private:
     [[nodiscard]] QStringList news(const Files& now) const;
     /// So many may be there, `m_most` given.
     [[nodiscard]] qsizetype mostNow() const;
+    [[nodiscard]] QStringList leftOf(const Files& now) const;
     void verifyNews(const QStringList& names) const;
     void verifyGone(const Files& now, const QStringList& news) const;
 
@@ -63,6 +72,7 @@ private:
     Files m_known;
     std::vector<std::shared_ptr<Picture>> m_awaited;
     std::vector<std::shared_ptr<Picture>> m_allowed;
+    QStringList m_going; ///< names
 };
 
 } // namespace brindlecam::soak

@@ -45,6 +45,7 @@ public:
     void refuseFiles(bool refused) { m_filesRefused = refused; }
     void refuseHistory(bool refused) { m_historyRefused = refused; }
     [[nodiscard]] bool refusesFiles() const { return m_filesRefused; }
+    [[nodiscard]] bool refusesHistory() const { return m_historyRefused; }
 
     [[nodiscard]] KeptFiles& files() { return m_files; }
     [[nodiscard]] KeptFiles& history() { return m_history; }

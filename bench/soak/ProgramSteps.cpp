@@ -83,7 +83,8 @@ std::vector<Step> programSteps()
 std::vector<Step> allSteps()
 {
     std::vector<Step> all;
-    for (const auto& some : {captureSteps(), markSteps(), pinSteps(), programSteps()})
+    for (const auto& some :
+         {captureSteps(), markSteps(), pinSteps(), drawerSteps(), settingsSteps(), programSteps()})
         all.insert(all.end(), some.begin(), some.end());
     return all;
 }

@@ -45,6 +45,8 @@ void forget(World& world)
 {
     world.session.reset();
     world.pins.clear();
+    world.drawer.reset();
+    world.settingsAreOpen = false;
     world.ledger->programEnds();
 }
 

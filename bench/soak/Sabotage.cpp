@@ -1,9 +1,11 @@
 #include "Sabotage.h"
 
 #include "Captures.h"
+#include "Drawers.h"
 #include "Failure.h"
 #include "Growth.h"
 #include "Invariants.h"
+#include "SettingsWindows.h"
 #include "World.h"
 
 #include <QDir>
@@ -74,6 +76,45 @@ void leaveAnOverlay(World& world)
     world.session.reset();
 }
 
+void leaveADrawer(World& world)
+{
+    Drawers::open(world, Captures::Trigger::command);
+    world.drawer.reset();
+}
+
+void changeATile(World& world)
+{
+    Drawers::open(world, Captures::Trigger::command);
+    world.drawer->tiles.front().picture.pixels.invertPixels();
+}
+
+void leaveTheSettings(World& world)
+{
+    SettingsWindows::open(world, SettingsWindows::Trigger::command);
+    world.settingsAreOpen = false;
+}
+
+/// As if the drawer had been told to.
+void removeNothing(World& world)
+{
+    world.ledger->history().goes(newestInHistory(world));
+}
+
+void leaveAThumbnail(World& world)
+{
+    const QString name = newestInHistory(world).section(QLatin1Char('/'), -1);
+    const auto isThere = [&] {
+        return !world.thumbnails().entryList({name + QLatin1Char('*')}, QDir::Files).isEmpty();
+    };
+    require(desktop::waitUntil(isThere), QStringLiteral("a capture gets no thumbnail"));
+    world.removed << name;
+}
+
+void emptyNothing(World& world)
+{
+    world.ledger->history().allGo();
+}
+
 void keepTheProgramFromSaving(World& world)
 {
     Captures::fullScreen(world, Captures::Trigger::command);
@@ -100,6 +141,13 @@ std::vector<Sabotage> sabotages()
          "the history: ", [](World& world) { append(newestInHistory(world), "x"); }},
         {"a file of the history is gone", "the history: gone are",
          [](World& world) { QFile::remove(newestInHistory(world)); }},
+        {"a capture is not removed", "the history: still there is", removeNothing},
+        {"a removed capture leaves a thumbnail", "the thumbnails: left is", leaveAThumbnail},
+        {"the history is not emptied", "the history: still there is", emptyNothing},
+        {"a drawer is left", "the screen: 1 drawers instead of 0", leaveADrawer},
+        {"a tile shows another picture", "the screen: another picture in tile 0", changeATile},
+        {"the settings are left", "the screen: 1 windows of no kind instead of 0",
+         leaveTheSettings},
     };
 }
 

@@ -20,6 +20,8 @@ struct Step {
 [[nodiscard]] std::vector<Step> markSteps();
 [[nodiscard]] std::vector<Step> pinSteps();
 [[nodiscard]] std::vector<Step> programSteps();
+[[nodiscard]] std::vector<Step> drawerSteps();
+[[nodiscard]] std::vector<Step> settingsSteps();
 /// All of them.
 [[nodiscard]] std::vector<Step> allSteps();
 

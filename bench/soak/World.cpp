@@ -38,6 +38,20 @@ World::World(Chance& chanceOfAll)
     Runs::start(*this);
 }
 
+Situation World::situation() const
+{
+    if (session)
+        return session->stage;
+    if (drawer)
+        return Situation::drawer;
+    return settingsAreOpen ? Situation::settings : Situation::rest;
+}
+
+QDir World::thumbnails()
+{
+    return {person.program().folders().home() + QStringLiteral("/cache/brindlecam/thumbnails")};
+}
+
 bool World::isSeen(const Pin& pin)
 {
     const QImage seen = person.screen().grab(pin.place);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Chance.h"
+#include "Drawer.h"
 #include "Ledger.h"
 #include "Person.h"
 #include "Picture.h"
@@ -10,8 +11,10 @@
 
 #include "base/Tool.h"
 
+#include <QDir>
 #include <QJsonObject>
 #include <QRect>
+#include <QStringList>
 
 #include <cstdint>
 #include <memory>
@@ -26,6 +29,8 @@ enum class Situation : std::uint8_t {
     session,  ///< the screen is frozen, nothing is selected
     selected, ///< the bars are around an area
     panel,    ///< the session is over, the panel asks where to save
+    drawer,   ///< the recent captures are shown
+    settings, ///< their window is open
 };
 
 /// What the program was told by its settings.
@@ -62,7 +67,9 @@ struct Pin {
 struct World {
     explicit World(Chance& chance);
 
-    [[nodiscard]] Situation situation() const { return session ? session->stage : Situation::rest; }
+    [[nodiscard]] Situation situation() const;
+    /// Where the program keeps small pictures of its history.
+    [[nodiscard]] QDir thumbnails();
     /// What the next capture shows; the pointer stands on this monitor.
     [[nodiscard]] Picture freeze(const QRect& monitor);
     /// Whether the pin can be seen whole, as large as it is.
@@ -80,6 +87,9 @@ struct World {
     std::vector<QRect> monitors{Scene::kScreen};
     std::optional<Session> session;
     std::vector<Pin> pins;
+    std::optional<Drawer> drawer; ///< while it is open
+    bool settingsAreOpen = false;
+    QStringList removed; ///< names of captures that were removed from the history
     int step = 0;
 };
 
