@@ -1,4 +1,5 @@
 #include "Captures.h"
+#include "Drawers.h"
 #include "Failure.h"
 #include "Faults.h"
 
@@ -55,6 +56,16 @@ void ownChanges(World& world)
     onlyOneStays(world);
 }
 
+void drawersChanges(World& world)
+{
+    anotherComes(world);
+    Captures::escape(world);
+    Drawers::openOn(world, kLeft, Captures::Trigger::key);
+    world.person.desktop().setMonitor({kLeftName, kCloser});
+    Drawers::awaitGone(world);
+    onlyOneStays(world);
+}
+
 } // namespace
 
 std::vector<Fault> monitorFaults()
@@ -67,6 +78,8 @@ std::vector<Fault> monitorFaults()
          Part::monitors, Run::goesOn, Situation::rest, otherIsUnplugged},
         {"the session's monitor changes", "gets another size", "it ends as by Escape",
          Part::monitors, Run::goesOn, Situation::rest, ownChanges},
+        {"the drawer's monitor changes", "gets another size", "the drawer closes", Part::monitors,
+         Run::goesOn, Situation::rest, drawersChanges},
     };
 }
 

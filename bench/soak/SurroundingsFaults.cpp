@@ -1,5 +1,6 @@
 #include "Bars.h"
 #include "Captures.h"
+#include "Drawers.h"
 #include "Failure.h"
 #include "Faults.h"
 #include "Runs.h"
@@ -62,6 +63,13 @@ void compositorComesAndGoes(World& world)
     compositorComes(world);
     require(world.person.sessionIsReady(world.monitors.size()),
             QStringLiteral("the session has lost the screen or the keys"));
+    compositorGoes(world);
+}
+
+void compositorComesAndGoesOverTheDrawer(World& world)
+{
+    compositorComes(world);
+    Drawers::awaitStands(world);
     compositorGoes(world);
 }
 
@@ -131,6 +139,8 @@ std::vector<Fault> surroundingsFaults()
         {"compositor comes and goes in a session", "begins and ends",
          "the session keeps the screen", Part::compositor, Run::goesOn, Situation::selected,
          compositorComesAndGoes},
+        {"compositor comes and goes over the drawer", "begins and ends", "the drawer stays",
+         Part::compositor, Run::goesOn, Situation::drawer, compositorComesAndGoesOverTheDrawer},
         {"a film covers the screen", "a full-screen window comes and goes", "pins are seen over it",
          Part::windowManager, Run::goesOn, Situation::rest, filmIsShown},
         {"tray comes anew", "the panel ends, and another one begins", "it gets the status item",
