@@ -43,8 +43,10 @@ void areDamaged(World& world)
     world.settings = {.showLoupe = true};
     Runs::start(world);
     require(world.person.dialogHasKeyboard(), QStringLiteral("nobody is welcomed anew"));
-    world.person.input().tap(Qt::Key_Escape);
-    require(world.person.dialogsAreGone(), QStringLiteral("the welcome stays"));
+    // Not by a key: so soon after its start Qt sends those over the harness's accessibility bus,
+    // which knows nothing of them, and complains.
+    require(world.person.press("Aceptar") && world.person.dialogsAreGone(),
+            QStringLiteral("the welcome stays"));
     Captures::open(world, Captures::Trigger::key);
     Captures::dragRoomy(world);
     Captures::take(world);
