@@ -1,6 +1,7 @@
 #include "look/HouseStyle.h"
 
 #include <QGuiApplication>
+#include <QPainter>
 #include <QStyleOptionMenuItem>
 
 #include <algorithm>
@@ -44,6 +45,23 @@ int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
+}
+
+// Fusion's own edge is as dark as a dark theme's ground.
+void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const
+{
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool showsFocus =
+        option->state.testFlag(State_HasFocus) && option->state.testFlag(State_KeyboardFocusChange);
+    if (element != PE_IndicatorCheckBox || showsFocus || !option->state.testFlag(State_Enabled))
+        return;
+    constexpr qreal inset = 0.5; // the middle of a line of one point
+    painter->save();
+    painter->setPen(option->palette.color(QPalette::PlaceholderText));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(QRectF(option->rect).adjusted(inset, inset, -inset, -inset));
+    painter->restore();
 }
 
 int HouseStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

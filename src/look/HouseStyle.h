@@ -8,8 +8,9 @@
 
 namespace brindlecam {
 
-/// Qt's Fusion style with our measures: roomier menus and buttons, no icons on dialog buttons. The
-/// same on every desktop, so that dialogs and menus look finished where no desktop styles them.
+/// Qt's Fusion style with our measures: roomier menus and buttons, no icons on dialog buttons,
+/// boxes that can be seen in a dark theme. The same on every desktop, so that dialogs and menus
+/// look finished where no desktop styles them.
 class HouseStyle final : public QProxyStyle {
     Q_OBJECT
 
@@ -18,6 +19,8 @@ public:
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

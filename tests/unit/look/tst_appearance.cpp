@@ -3,10 +3,12 @@
 #include "support/TestCase.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QMenu>
 #include <QPushButton>
 #include <QStyle>
+#include <QStyleOptionButton>
 
 #include <algorithm>
 #include <cmath>
@@ -103,6 +105,30 @@ private Q_SLOTS:
         QVERIFY(button->icon().isNull());
         QVERIFY(button->sizeHint().width() >= 96);
         QVERIFY(button->sizeHint().height() >= 30);
+    }
+
+    void emptyBoxesCanBeSeen_data()
+    {
+        QTest::addColumn<Appearance::Shade>("shade");
+        QTest::newRow("light") << Appearance::Shade::light;
+        QTest::newRow("dark") << Appearance::Shade::dark;
+    }
+    void emptyBoxesCanBeSeen()
+    {
+        QFETCH(Appearance::Shade, shade);
+        Appearance::install({});
+        const QPalette palette = Appearance::palette(shade);
+        QCheckBox box;
+        box.setPalette(palette);
+        box.resize(box.sizeHint());
+        const QImage seen = box.grab().toImage();
+        QStyleOptionButton option;
+        option.initFrom(&box);
+        const QRect indicator =
+            box.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &box);
+        const QColor edge = seen.pixelColor(indicator.left(), indicator.center().y());
+        QVERIFY(contrast(edge, palette.color(QPalette::Window)) >= 3);
+        QVERIFY(contrast(edge, palette.color(QPalette::Base)) >= 3);
     }
 
     void windowsHaveAnIcon()
