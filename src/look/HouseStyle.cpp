@@ -52,13 +52,13 @@ void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
                                QPainter* painter, const QWidget* widget) const
 {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element != PE_IndicatorCheckBox || !option->state.testFlag(State_Enabled))
+        return;
     const bool showsFocus =
         option->state.testFlag(State_HasFocus) && option->state.testFlag(State_KeyboardFocusChange);
-    if (element != PE_IndicatorCheckBox || showsFocus || !option->state.testFlag(State_Enabled))
-        return;
     constexpr qreal inset = 0.5; // the middle of a line of one point
     painter->save();
-    painter->setPen(option->palette.color(QPalette::PlaceholderText));
+    painter->setPen(option->palette.color(showsFocus ? QPalette::Link : QPalette::PlaceholderText));
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(QRectF(option->rect).adjusted(inset, inset, -inset, -inset));
     painter->restore();

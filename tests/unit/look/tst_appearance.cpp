@@ -3,9 +3,9 @@
 #include "support/TestCase.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -110,23 +110,29 @@ private Q_SLOTS:
     void emptyBoxesCanBeSeen_data()
     {
         QTest::addColumn<Appearance::Shade>("shade");
-        QTest::newRow("light") << Appearance::Shade::light;
-        QTest::newRow("dark") << Appearance::Shade::dark;
+        QTest::addColumn<QStyle::State>("state");
+        const QStyle::State focused = QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+        for (const auto& [name, shade] : {std::pair("light", Appearance::Shade::light),
+                                          std::pair("dark", Appearance::Shade::dark)}) {
+            QTest::addRow("%s", name) << shade << QStyle::State();
+            QTest::addRow("%s focused", name) << shade << focused;
+        }
     }
     void emptyBoxesCanBeSeen()
     {
         QFETCH(Appearance::Shade, shade);
+        QFETCH(QStyle::State, state);
         Appearance::install({});
         const QPalette palette = Appearance::palette(shade);
-        QCheckBox box;
-        box.setPalette(palette);
-        box.resize(box.sizeHint());
-        const QImage seen = box.grab().toImage();
+        QImage seen(24, 24, QImage::Format_RGB32);
+        seen.fill(palette.color(QPalette::Window));
         QStyleOptionButton option;
-        option.initFrom(&box);
-        const QRect indicator =
-            box.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &box);
-        const QColor edge = seen.pixelColor(indicator.left(), indicator.center().y());
+        option.palette = palette;
+        option.state = QStyle::State_Enabled | QStyle::State_Off | state;
+        option.rect = QRect(4, 4, 15, 15);
+        QPainter painter(&seen);
+        QApplication::style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter);
+        const QColor edge = seen.pixelColor(4, 11);
         QVERIFY(contrast(edge, palette.color(QPalette::Window)) >= 3);
         QVERIFY(contrast(edge, palette.color(QPalette::Base)) >= 3);
     }
