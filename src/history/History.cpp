@@ -125,9 +125,8 @@ int History::clear() const
 
 void History::remove(const QString& item) const
 {
-    if (!items().contains(item))
-        return;
-    QFile::remove(item);
+    if (items().contains(item))
+        QFile::remove(item);
     m_thumbnails.prune(items());
 }
 

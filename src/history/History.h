@@ -53,12 +53,13 @@ public:
 
     /// Deletes every entry; returns how many were listed, even if some could not be deleted.
     int clear() const;
-    /// Deletes this entry, if it is one.
+    /// Deletes this entry, if it is one, and its thumbnails, also of one that is gone already.
     void remove(const QString& item) const;
 
     /// A small picture of an entry, at most so many pixels on its longest side and at most as large
     /// as `most`, with the size of the whole picture; none when it can't be decoded. What had to be
-    /// made for it is kept for the next time, which takes the disk's time: where `keeping` says.
+    /// made for it is kept for the next time, which takes the disk's time: where `keeping` says, if
+    /// at all.
     [[nodiscard]] std::optional<Thumbnail> thumbnail(
         const QString& item, QSize most,
         const Executor& keeping = [](const auto& work) { work(); }) const;

@@ -110,7 +110,7 @@ std::optional<Thumbnail> ThumbnailCache::load(const QString& entry, const Stamp&
 void ThumbnailCache::store(const QString& entry, const Stamp& stamp, QSize most,
                            const Thumbnail& thumbnail) const
 {
-    if (m_folder.isEmpty())
+    if (m_folder.isEmpty() || stampOf(entry) != stamp)
         return;
     makeOwnFolder(m_folder);
     const QString kept = nameOf({fileName(entry), stamp, thumbnail.pixels, most});
@@ -119,7 +119,7 @@ void ThumbnailCache::store(const QString& entry, const Stamp& stamp, QSize most,
         PngWriter::encode(thumbnail.image, {.effort = PngWriter::Effort::quick, .cancelled = {}});
     if (png.isEmpty() || !writeWhole(path, png, Readers::ownerOnly))
         return;
-    // Afterwards: whoever removes an entry looks for its thumbnail last.
+    // Once more: whoever removes an entry looks for its thumbnails last.
     if (stampOf(entry) != stamp) {
         QFile::remove(path);
         return;

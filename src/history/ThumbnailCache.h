@@ -9,12 +9,12 @@
 
 namespace brindlecam {
 
-/// Small copies of the history's pictures, one PNG file each in a folder that may go at any time.
-/// The name of a file tells of which entry it is, how large that picture really is, what state of
-/// the entry's file it was made of, another one of that name makes it worthless, and how large it
-/// may be itself: there is one for each size that is asked for. Files of other names are nobody's
-/// business. Safe from any thread, and from several copies of the program. What
-/// can't be read or written is not there.
+/// Small copies of the history's pictures in a folder that may go at any time: one PNG file for
+/// each entry and size that is asked for, until the entry goes. The name of a file tells of which
+/// entry it is, how large that picture really is, and how large the copy may be. It also tells what
+/// state of the entry's file it was made of: in another state it is worthless. Files of other names
+/// are nobody's business. Safe from any thread, and from several copies of the program. What can't
+/// be read or written is not there.
 class ThumbnailCache final {
 public:
     /// No folder: nothing is ever kept.

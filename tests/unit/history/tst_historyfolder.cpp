@@ -1,8 +1,8 @@
 #include "HistoryFixture.h"
-#include "LockedFolder.h"
 #include "base/UnfinishedFiles.h"
 #include "support/Files.h"
 #include "support/FullDisk.h"
+#include "support/LockedFolder.h"
 #include "support/TestCase.h"
 
 #include <QDir>

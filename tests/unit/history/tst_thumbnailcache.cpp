@@ -1,9 +1,9 @@
 // Covers ThumbnailCache.
 #include "HistoryFixture.h"
-#include "LockedFolder.h"
 #include "base/UnfinishedFiles.h"
 #include "history/ThumbnailCache.h"
 #include "pictures/PngWriter.h"
+#include "support/LockedFolder.h"
 #include "support/TestCase.h"
 
 #include <QDir>
@@ -174,12 +174,19 @@ private Q_SLOTS:
 
     void goWithTheirEntries()
     {
-        for (int i = 0; i < 22; ++i)
+        for (int i = 0; i < 22; ++i) {
             add();
-        QCOMPARE(test::filesIn(thumbnails()).size(), 20);
+            QCOMPARE(shown({194, 114}), QColor(kThumbnailGreen));
+        }
+        QCOMPARE(test::filesIn(thumbnails()).size(), 2 * 20); // of both sizes
         history().remove(newest());
         QCOMPARE(test::filesIn(folder()).size(), 19);
-        QCOMPARE(test::filesIn(thumbnails()).size(), 19);
+        QCOMPARE(test::filesIn(thumbnails()).size(), 2 * 19);
+        // Also with one that is gone already.
+        const QString gone = newest();
+        QVERIFY(QFile::remove(gone));
+        history().remove(gone);
+        QCOMPARE(test::filesIn(thumbnails()).size(), 2 * 18);
         history().clear();
         QVERIFY(test::filesIn(thumbnails()).isEmpty());
     }
