@@ -15,6 +15,7 @@
 
 #include <QApplication>
 #include <QDrag>
+#include <QScreen>
 
 #include <algorithm>
 #include <chrono>
@@ -80,8 +81,11 @@ void RecentDrawer::show()
 void RecentDrawer::listed(const std::vector<TileLoader::Entry>& entries)
 {
     Drawer& drawer = m_opening->drawer;
-    m_opening->awaited =
+    const int inSight =
         DrawerGeometry::tilesInSight(static_cast<int>(entries.size()), drawer.screen);
+    // One that is open may be scrolled.
+    m_opening->inSight = m_drawer.panel ? entries.size() : static_cast<std::size_t>(inSight);
+    m_opening->awaited = m_opening->inSight;
     if (m_opening->awaited > 0) {
         m_patience.start(kThumbnailPatience);
         m_loader->load(entries, CaptureTile::thumbnailPixels(drawer.screen.scale),
@@ -94,7 +98,7 @@ void RecentDrawer::listed(const std::vector<TileLoader::Entry>& entries)
         open();
 }
 
-// Those in sight are read first, so that their number will do.
+// Those in sight are read first, but others may overtake the last of them.
 void RecentDrawer::loaded(std::size_t index, const std::optional<Thumbnail>& thumbnail)
 {
     const DrawerPanel* const panel =
@@ -102,7 +106,7 @@ void RecentDrawer::loaded(std::size_t index, const std::optional<Thumbnail>& thu
     if (panel && thumbnail)
         panel->row().captureTiles().at(index)->setThumbnail(
             *thumbnail, m_opening ? CaptureTile::Arrival::atOnce : CaptureTile::Arrival::fadesIn);
-    if (m_opening && --m_opening->awaited == 0)
+    if (m_opening && index < m_opening->inSight && --m_opening->awaited == 0)
         open();
 }
 
@@ -337,10 +341,13 @@ void RecentDrawer::askToRemove(const CaptureTile& tile)
         {.message = text("¿Quitar esta captura de recientes?"),
          .informative = text("Se borra definitivamente la copia interna del cajón. No afecta a los "
                              "archivos de tu carpeta de capturas ni a lo que ya pegaste."),
-         .buttons = {text("Quitar"), text("Cancelar")}},
+         .buttons = {text("Quitar"), text("Cancelar")},
+         .within = m_drawer.panel->screen()->geometry()},
         [this, path = tile.path()](std::optional<int> chosen) {
             constexpr int kRemove = 0;
             m_question = nullptr;
+            if (!m_drawer.panel)
+                return;
             m_rooms.platform.panels->focus(*m_drawer.panel);
             m_answered.start();
             takeEscape();

@@ -82,8 +82,9 @@ private:
     };
     /// From the call of show() until the panel is on the screen.
     struct Opening {
-        Drawer drawer;   ///< with its panel once the entries are listed
-        int awaited = 0; ///< how many thumbnails are yet to come before it opens
+        Drawer drawer;           ///< with its panel once the entries are listed
+        std::size_t inSight = 0; ///< so many thumbnails it waits for, from the first entry's on
+        std::size_t awaited = 0; ///< how many of these are yet to come
     };
 
     void listed(const std::vector<TileLoader::Entry>& entries);

@@ -33,7 +33,7 @@ void TileLoader::list(Listed listed)
         std::move(listed));
 }
 
-// What is made is kept when all have been read.
+// What is made is kept when all have been read, unless this is gone by then.
 void TileLoader::load(const std::vector<Entry>& entries, QSize most, const Loaded& loaded)
 {
     const Executor keeping = [executor = m_executor, wanted = m_wanted](const auto& keep) {

@@ -95,6 +95,11 @@ QDialog* Alerts::show(const AlertContent& content, std::function<void(std::optio
     const QStringList titles =
         content.buttons.isEmpty() ? QStringList(text("Aceptar")) : content.buttons;
     const QList<QAbstractButton*> buttons = addButtons(*box, titles, content.defaultButton);
+    if (!content.within.isEmpty()) {
+        QRect place(QPoint(), box->sizeHint());
+        place.moveCenter(content.within.center());
+        box->move(place.topLeft());
+    }
     show(box);
     if (content.over) {
         QObject::connect(content.over, &QDialog::finished, box, [box] {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
@@ -22,6 +23,9 @@ struct AlertContent {
     int defaultButton = 0;    ///< index of the one that Return takes
     /// The open dialog it asks about: takes no input meanwhile, and takes the alert with it.
     QDialog* over = nullptr;
+    /// In the middle of which it is shown, in Qt's points of the desktop. Empty: of the dialog's,
+    /// or the pointer's screen.
+    QRect within = {};
 };
 
 /// Dialogs that stay on top without blocking the loop. While a capture runs they are hidden and

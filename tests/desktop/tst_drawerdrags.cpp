@@ -80,6 +80,7 @@ private Q_SLOTS:
         input().release(Button::left);
         QVERIFY(dragIsOver());
         QVERIFY(drawerIsOpen());
+        QVERIFY(!clipboardIsTaken());
         input().click(tile(1).center());
         QVERIFY(isPastedEntry(kColours[1]));
     }

@@ -2,6 +2,7 @@
 #include "support/TestCase.h"
 #include "support/ToolTips.h"
 
+#include <QImage>
 #include <QPointer>
 
 namespace brindlecam {
@@ -125,6 +126,69 @@ private Q_SLOTS:
         test::sendAllPostedEvents();
         QVERIFY(f.tile(1).accessibleName().contains(QStringLiteral("×")));
         QVERIFY(f.tile(2).accessibleName().contains(QStringLiteral("×")));
+    }
+
+    void whatIsThereIsShownAtOnceAndWhatComesLateFadesIn()
+    {
+        DrawerFixture f;
+        const QColor colour(10, 20, 200);
+        f.add({300, 200}, colour);
+        f.add({300, 200}, colour);
+        test::GatedExecutor gate;
+        f.executor = gate.executor();
+        f.drawer.show();
+        for (int job = 0; job < 2; ++job) { // the list, the first one's
+            gate.run(0);
+            test::sendAllPostedEvents();
+        }
+        QTRY_VERIFY(f.drawer.panel());
+        const auto seen = [&f](std::size_t index) {
+            const CaptureTile& tile = f.tile(index);
+            return const_cast<CaptureTile&>(tile).grab().toImage().pixelColor(
+                DrawerGeometry::kPicture.center().toPoint());
+        };
+        QCOMPARE(seen(0), colour);
+        QVERIFY(seen(1) != colour);
+        gate.run(0);
+        test::sendAllPostedEvents();
+        QVERIFY(seen(1) != colour);
+        QTRY_COMPARE(seen(1), colour);
+    }
+
+    void whatEndsItWhileItWaitsEndsIt_data()
+    {
+        QTest::addColumn<QString>("end");
+        for (const char* end : {"hidden", "left for a capture", "its screen goes"})
+            QTest::newRow(end) << QString::fromLatin1(end);
+    }
+    void whatEndsItWhileItWaitsEndsIt()
+    {
+        QFETCH(QString, end);
+        DrawerFixture f;
+        f.addMany(3);
+        test::GatedExecutor gate;
+        f.executor = gate.executor();
+        f.drawer.show();
+        gate.run(0); // the list: the panel is made
+        test::sendAllPostedEvents();
+        QCOMPARE(f.panels.roles, std::vector{PanelRole::drawer});
+        f.compositing.change(false); // reaches it there, too
+        if (end == QLatin1String("hidden"))
+            f.drawer.hide();
+        else if (end == QLatin1String("left for a capture"))
+            QVERIFY(!f.drawer.leave(ScreenCover::Focus::isTaken));
+        else {
+            f.displays.all = {kDenseScreen};
+            f.displays.change();
+        }
+        QVERIFY(!f.drawer.isOpen());
+        while (!gate.jobs.empty()) {
+            gate.run(0);
+            test::sendAllPostedEvents();
+        }
+        QTest::qWait(40); // longer than it would have waited
+        QVERIFY(!f.drawer.isOpen());
+        QVERIFY(f.panels.shown.empty());
     }
 
     void beginsAnewWhenAskedAgainWhileItWaits()

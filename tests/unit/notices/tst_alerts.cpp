@@ -67,6 +67,16 @@ private Q_SLOTS:
         QVERIFY(!desk.answer);
     }
 
+    void standsWhereItIsSaid()
+    {
+        AlertDesk desk;
+        AlertContent elsewhere = kQuestion;
+        elsewhere.within = QRect(2000, 100, 800, 600);
+        desk.ask(elsewhere);
+        QVERIFY((desk.box()->geometry().center() - elsewhere.within.center()).manhattanLength() <
+                60);
+    }
+
     void saysItsTextsAsTheyStand()
     {
         AlertDesk desk;
