@@ -91,6 +91,9 @@ xcb_keysym_t symbolIn(const xcb_xkb_key_sym_map_t& key, int layout)
 /// The same, of a key of the keyboard: the core protocol knows of two layouts only.
 xcb_keysym_t symbolIn(xcb_keycode_t code, int layout)
 {
+    const auto* const xkb = xcb_get_extension_data(connection(), &xcb_xkb_id);
+    if (!xkb || !xkb->present) // who asks nevertheless loses the connection
+        return XCB_NO_SYMBOL;
     constexpr std::uint16_t kSymbols = XCB_XKB_MAP_PART_KEY_SYMS;
     const auto cookie = xcb_xkb_get_map(connection(), XCB_XKB_ID_USE_CORE_KBD, 0, kSymbols, 0, 0,
                                         code, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
