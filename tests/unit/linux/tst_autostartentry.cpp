@@ -3,6 +3,7 @@
 #include "platform/linux/LinuxLoginItem.h"
 #include "support/Files.h"
 #include "support/GatedExecutor.h"
+#include "support/LockedFolder.h"
 #include "support/TestCase.h"
 
 #include <QFileInfo>
@@ -167,6 +168,23 @@ private Q_SLOTS:
         QVERIFY(!desk.entry.enable());
         QVERIFY(!desk.entry.isEnabled());
         QVERIFY(desk.entry.disable());
+    }
+
+    void aReadOnlyFolderIsAFailure()
+    {
+        const LoginDesk desk;
+        QVERIFY(QDir().mkpath(desk.places.own));
+        {
+            const test::LockedFolder locked(desk.places.own, desk.folder.path());
+            QVERIFY(!desk.entry.enable());
+        }
+        QVERIFY(!desk.entry.isEnabled());
+        QVERIFY(desk.entry.enable());
+        {
+            const test::LockedFolder locked(desk.places.own, desk.folder.path());
+            QVERIFY(!desk.entry.disable());
+        }
+        QVERIFY(desk.entry.isEnabled());
     }
 
     void aLinkInItsPlaceIsReplacedAndWhatItPointsAtStays()

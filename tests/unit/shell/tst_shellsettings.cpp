@@ -62,14 +62,14 @@ private Q_SLOTS:
         auto desk = std::make_unique<DelegateDesk>();
         desk->delegate.reloadHotKeys();
         desk->delegate.showSettings();
-        SettingsWindow* const window = desk->delegate.settings().window();
+        const QPointer<SettingsWindow> window(desk->delegate.settings().window());
         window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(window));
         ShortcutRecorder& recorder = window->shortcuts().recorder(CaptureAction::area);
         recorder.startRecording();
         QVERIFY(recorder.recording());
         desk.reset(); // sanitizers would tell of a word to a window that is half gone
-        QVERIFY(!desk);
+        QVERIFY(!window);
     }
 };
 
