@@ -56,16 +56,10 @@ void pressElsewhere(World& world)
     Drawers::awaitGone(world);
 }
 
-void pressKeyAgain(World& world)
+template <Trigger trigger>
+void pullAgain(World& world)
 {
-    world.person.pressHotKey(Person::kRecentsKey);
-    Drawers::awaitGone(world);
-}
-
-void commandAgain(World& world)
-{
-    require(world.person.program().command({QStringLiteral("recents")}).exitCode == 0,
-            QStringLiteral("the command for the drawer is refused"));
+    Drawers::pull(world, trigger);
     Drawers::awaitGone(world);
 }
 
@@ -210,24 +204,29 @@ void askToRemove(World& world)
             QStringLiteral("nobody asks whether to remove a capture"));
 }
 
-void answerWith(World& world, Qt::Key key)
+void answer(World& world, Qt::Key key)
 {
     world.person.input().tap(key);
     require(world.person.dialogsAreGone(), QStringLiteral("the question stays"));
+}
+
+void answerAboutATile(World& world, Qt::Key key)
+{
+    answer(world, key);
     require(world.person.drawerHasKeyboard(), QStringLiteral("the drawer has lost the keyboard"));
 }
 
 void removeByDelete(World& world)
 {
     askToRemove(world);
-    answerWith(world, Qt::Key_Return);
+    answerAboutATile(world, Qt::Key_Return);
     isRemoved(world, world.drawer->focused);
 }
 
 void keepAfterAll(World& world)
 {
     askToRemove(world);
-    answerWith(world, Qt::Key_Escape);
+    answerAboutATile(world, Qt::Key_Escape);
 }
 
 void removeByMenu(World& world)
@@ -302,8 +301,7 @@ void askToClear(World& world)
 void clear(World& world)
 {
     askToClear(world);
-    world.person.input().tap(Qt::Key_Return);
-    require(world.person.dialogsAreGone(), QStringLiteral("the question stays"));
+    answer(world, Qt::Key_Return);
     for (const QString& path : world.ledger->history().newestFirst())
         world.removed << QFileInfo(path).fileName();
     world.ledger->history().allGo();
@@ -312,8 +310,7 @@ void clear(World& world)
 void clearNot(World& world)
 {
     askToClear(world);
-    world.person.input().tap(Qt::Key_Escape);
-    require(world.person.dialogsAreGone(), QStringLiteral("the question stays"));
+    answer(world, Qt::Key_Escape);
 }
 
 std::vector<Step> tileSteps()
@@ -349,8 +346,8 @@ std::vector<Step> drawerSteps()
          [](World& world) { Drawers::open(world, Trigger::tray); }},
         {"closes the drawer by Escape", Situation::drawer, 1, Drawers::closeByEscape},
         {"closes the drawer by a press elsewhere", Situation::drawer, 1, pressElsewhere},
-        {"closes the drawer by its key", Situation::drawer, 1, pressKeyAgain},
-        {"closes the drawer by its command", Situation::drawer, 1, commandAgain},
+        {"closes the drawer by its key", Situation::drawer, 1, pullAgain<Trigger::key>},
+        {"closes the drawer by its command", Situation::drawer, 1, pullAgain<Trigger::command>},
         {"begins an area over the drawer", Situation::drawer, 2, takeArea},
         {"takes the screen over the drawer", Situation::drawer, 2, takeScreen},
     };

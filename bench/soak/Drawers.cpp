@@ -12,22 +12,6 @@ namespace {
 /// Where a thumbnail is thinner, half a pixel makes another picture of it.
 constexpr int kTellable = 48; // pixels
 
-void pull(World& world, Captures::Trigger trigger)
-{
-    switch (trigger) {
-    case Captures::Trigger::key:
-        world.person.pressHotKey(Person::kRecentsKey);
-        return;
-    case Captures::Trigger::command:
-        require(world.person.program().command({QStringLiteral("recents")}).exitCode == 0,
-                QStringLiteral("the command for the drawer is refused"));
-        return;
-    case Captures::Trigger::tray:
-        Runs::chooseInTray(world, "Capturas recientes");
-        return;
-    }
-}
-
 std::vector<Drawer::Tile> tilesOf(const World& world)
 {
     std::vector<Drawer::Tile> tiles;
@@ -53,6 +37,22 @@ void awaitKeyboard(World& world)
 }
 
 } // namespace
+
+void pull(World& world, Captures::Trigger trigger)
+{
+    switch (trigger) {
+    case Captures::Trigger::key:
+        world.person.pressHotKey(Person::kRecentsKey);
+        return;
+    case Captures::Trigger::command:
+        require(world.person.program().command({QStringLiteral("recents")}).exitCode == 0,
+                QStringLiteral("the command for the drawer is refused"));
+        return;
+    case Captures::Trigger::tray:
+        Runs::chooseInTray(world, "Capturas recientes");
+        return;
+    }
+}
 
 void open(World& world, Captures::Trigger trigger)
 {

@@ -7,6 +7,8 @@ namespace brindlecam::soak {
 /// The drawer from its opening to its end, as a person uses it.
 namespace Drawers {
 
+/// What opens it, and closes one that is open; nothing is awaited.
+void pull(World& world, Captures::Trigger trigger);
 /// Opens it on any monitor, or on this one, and waits until it stands with the keyboard.
 void open(World& world, Captures::Trigger trigger);
 void openOn(World& world, const QRect& monitor, Captures::Trigger trigger);

@@ -132,8 +132,8 @@ void RecentDrawer::make(Drawer& drawer, const std::vector<TileLoader::Entry>& en
         panel.row().append(tile);
     }
     wire(panel);
-    m_rooms.platform.panels->assume(
-        panel, PanelRole::drawer, drawer.places.slides ? drawer.places.below : drawer.places.open);
+    m_rooms.platform.panels->assume(panel, PanelRole::drawer,
+                                    DrawerSlide::firstPlace(drawer.places));
     panel.setBlends(m_rooms.platform.compositing->blends());
 }
 

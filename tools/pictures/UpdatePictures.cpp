@@ -5,6 +5,7 @@
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
 #include "platform/Platform.h"
+#include "platform/null/NullPlatform.h"
 #include "preferences/Defaults.h"
 #include "preferences/Prefs.h"
 #include "settings/ReleaseFeed.h"
@@ -13,7 +14,6 @@
 #include <QDialog>
 #include <QMetaObject>
 #include <QTemporaryDir>
-#include <QUrl>
 
 namespace brindlecam::pictures {
 
@@ -31,24 +31,6 @@ public:
     }
 
     std::optional<QByteArray> answer;
-};
-
-/// A desktop on which nothing can be opened.
-class NoOpener final : public FileOpener {
-public:
-    void openFolder(const QString&, QObject* context, Done done) override { refuse(context, done); }
-    void openFile(const QString&, QObject* context, Done done) override { refuse(context, done); }
-    void openPage(const QUrl&, QObject* context, Done done) override { refuse(context, done); }
-    void reveal(const QString&, QObject* context, Done done) override { refuse(context, done); }
-    void preview(const QString&, QObject* context, Done done) override { refuse(context, done); }
-    void endPreview() override {}
-
-private:
-    static void refuse(QObject* context, const Done& done)
-    {
-        QMetaObject::invokeMethod(
-            context, [done] { done(false); }, Qt::QueuedConnection);
-    }
 };
 
 QByteArray announced(const QByteArray& version, const QByteArray& notes)
@@ -71,10 +53,10 @@ void takeUpdatePictures(Photographer& photographer)
     Defaults defaults(folder.filePath(QStringLiteral("settings.json")));
     const Prefs prefs(defaults);
     Alerts alerts(*photographer.platform().panels);
-    NoOpener opener;
+    const Platform nothing = makeNullPlatform(); // on which no page can be opened
     const Activity activity;
     ToldFeed feed;
-    Updater updater({prefs, alerts, opener, activity, feed});
+    Updater updater({prefs, alerts, *nothing.fileOpener, activity, feed});
     const auto take = [&](const char* name, const std::optional<QByteArray>& answer) {
         feed.answer = answer;
         updater.check(Updater::Asker::user);

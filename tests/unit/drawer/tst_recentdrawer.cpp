@@ -143,8 +143,7 @@ private Q_SLOTS:
         }
         QTRY_VERIFY(f.drawer.panel());
         const auto seen = [&f](std::size_t index) {
-            const CaptureTile& tile = f.tile(index);
-            return const_cast<CaptureTile&>(tile).grab().toImage().pixelColor(
+            return f.tile(index).grab().toImage().pixelColor(
                 DrawerGeometry::kPicture.center().toPoint());
         };
         QCOMPARE(seen(0), colour);
