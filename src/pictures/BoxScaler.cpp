@@ -2,22 +2,17 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace brindlecam {
 
 namespace {
 
-void unpack(QRgb pixel, float share, float* sum)
-{
-    sum[0] += share * static_cast<float>(qRed(pixel));
-    sum[1] += share * static_cast<float>(qGreen(pixel));
-    sum[2] += share * static_cast<float>(qBlue(pixel));
-    sum[3] += share * static_cast<float>(qAlpha(pixel));
-}
+constexpr std::size_t kChannels = 4;
 
-int rounded(float channel)
+uchar rounded(float channel)
 {
-    return std::clamp(static_cast<int>(channel + 0.5F), 0, 255);
+    return static_cast<uchar>(std::clamp(static_cast<int>(channel + 0.5F), 0, 255));
 }
 
 } // namespace
@@ -25,8 +20,8 @@ int rounded(float channel)
 BoxScaler::BoxScaler(QSize from, QSize to)
     : m_from(from)
     , m_to(to)
-    , m_row(static_cast<std::size_t>(to.width()))
-    , m_sums(static_cast<std::size_t>(to.width()))
+    , m_sums(static_cast<std::size_t>(from.width()) * kChannels)
+    , m_scale(static_cast<float>(double(to.width()) / from.width() * to.height() / from.height()))
     , m_result(to, QImage::Format_ARGB32_Premultiplied)
 {
     m_result.fill(Qt::transparent);
@@ -44,57 +39,58 @@ BoxScaler::BoxScaler(QSize from, QSize to)
     }
 }
 
-BoxScaler::Sum BoxScaler::meanOf(const QRgb* row, const Span& span, float scale)
-{
-    Sum sum;
-    const QRgb* const pixels = row + span.first;
-    unpack(pixels[0], span.firstShare, sum.channel);
-    for (std::size_t i = 1; i + 1 < span.count; ++i)
-        unpack(pixels[i], 1, sum.channel);
-    if (span.count > 1)
-        unpack(pixels[span.count - 1], span.lastShare, sum.channel);
-    for (float& channel : sum.channel)
-        channel *= scale;
-    return sum;
-}
-
 void BoxScaler::add(const QRgb* row)
 {
     if (m_result.isNull() || m_rowsAdded == m_from.height())
         return;
-    const float scale = static_cast<float>(m_to.width()) / static_cast<float>(m_from.width());
-    for (std::size_t column = 0; column < m_spans.size(); ++column)
-        m_row[column] = meanOf(row, m_spans[column], scale);
-
     // In rows of the result: where this one begins and ends.
     const double begin = double(m_rowsAdded) * m_to.height() / m_from.height();
     const double end = double(m_rowsAdded + 1) * m_to.height() / m_from.height();
+    const double whole = end - begin;
     ++m_rowsAdded;
     const double border = m_rowsDone + 1;
-    addShare(static_cast<float>(std::min(end, border) - begin));
+    addShare(row, static_cast<float>((std::min(end, border) - begin) / whole));
     if (end < border && m_rowsAdded < m_from.height())
         return;
     finishRow();
     if (end > border && m_rowsDone < m_to.height())
-        addShare(static_cast<float>(end - border));
+        addShare(row, static_cast<float>((end - border) / whole));
 }
 
-void BoxScaler::addShare(float share)
+void BoxScaler::addShare(const QRgb* row, float share)
 {
-    for (std::size_t column = 0; column < m_sums.size(); ++column) {
-        for (int channel = 0; channel < 4; ++channel)
-            m_sums[column].channel[channel] += share * m_row[column].channel[channel];
+    const auto* const bytes = reinterpret_cast<const uchar*>(row);
+    float* const sums = m_sums.data();
+    const std::size_t count = m_sums.size();
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] += share * static_cast<float>(bytes[i]);
+}
+
+QRgb BoxScaler::meanOf(const Span& span) const
+{
+    const float* column = m_sums.data() + span.first * kChannels;
+    float mean[kChannels];
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+        mean[channel] = span.firstShare * column[channel];
+    for (std::size_t i = 1; i < span.count; ++i) {
+        column += kChannels;
+        const float share = i + 1 == span.count ? span.lastShare : 1;
+        for (std::size_t channel = 0; channel < kChannels; ++channel)
+            mean[channel] += share * column[channel];
     }
+    uchar bytes[kChannels];
+    for (std::size_t channel = 0; channel < kChannels; ++channel)
+        bytes[channel] = rounded(mean[channel] * m_scale);
+    QRgb pixel = 0;
+    std::memcpy(&pixel, bytes, sizeof(pixel));
+    return pixel;
 }
 
 void BoxScaler::finishRow()
 {
     auto* const target = reinterpret_cast<QRgb*>(m_result.scanLine(m_rowsDone++));
-    for (std::size_t column = 0; column < m_sums.size(); ++column) {
-        const auto& sum = m_sums[column].channel;
-        target[column] = qRgba(rounded(sum[0]), rounded(sum[1]), rounded(sum[2]), rounded(sum[3]));
-        m_sums[column] = {};
-    }
+    std::ranges::transform(m_spans, target, [this](const Span& span) { return meanOf(span); });
+    std::ranges::fill(m_sums, 0.0F);
 }
 
 } // namespace brindlecam

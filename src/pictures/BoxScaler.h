@@ -10,7 +10,7 @@
 namespace brindlecam {
 
 /// Makes a picture smaller while its rows come by: each pixel of the result is the mean of what it
-/// stands for. Only sums of one row of the result are kept, however large the picture is. Any
+/// stands for. Only sums for one row of the result are kept, however large the picture is. Any
 /// thread, one at a time.
 class BoxScaler final {
 public:
@@ -24,12 +24,8 @@ public:
     [[nodiscard]] const QImage& result() const { return m_result; }
 
 private:
-    /// Red, green, blue and alpha, summed.
-    struct Sum {
-        float channel[4] = {};
-    };
-    /// The pixels of a row, from `first` on, that one of the result stands for. The outermost ones
-    /// may belong to it in part.
+    /// The columns, from `first` on, that one of the result stands for. The outermost ones may
+    /// belong to it in part.
     struct Span {
         std::size_t first = 0;
         std::size_t count = 0;
@@ -37,15 +33,17 @@ private:
         float lastShare = 1;
     };
 
-    [[nodiscard]] static Sum meanOf(const QRgb* row, const Span& span, float scale);
-    void addShare(float share);
+    void addShare(const QRgb* row, float share);
     void finishRow();
+    [[nodiscard]] QRgb meanOf(const Span& span) const;
 
     const QSize m_from;
     const QSize m_to;
     std::vector<Span> m_spans; ///< one for each column of the result
-    std::vector<Sum> m_row;    ///< the last row that came, as wide as the result
-    std::vector<Sum> m_sums;   ///< of the row of the result that is being made
+    /// What the row of the result that is being made stands for, summed downwards: four channels
+    /// for each column of the picture. Most of the work is done where it is all alike.
+    std::vector<float> m_sums;
+    float m_scale = 1; ///< the share of one pixel in one of the result
     int m_rowsAdded = 0;
     int m_rowsDone = 0;
     QImage m_result;

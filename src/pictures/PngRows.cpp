@@ -7,6 +7,7 @@
 #include <csetjmp>
 #include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace brindlecam {
 
@@ -14,6 +15,8 @@ namespace {
 
 /// Ten screens of 8K: nobody captures more, and what claims to hold it would keep a thread busy.
 constexpr std::int64_t kMostPixels = 400'000'000;
+
+constexpr std::size_t kPackedBytes = 3; ///< of a pixel: red, green, blue
 
 // libpng leaves its functions by these two: nothing that needs a destructor may live where they
 // jump over it.
@@ -41,6 +44,7 @@ struct PngRows::Reader {
     jmp_buf escape{};
     QSize size;
     bool translucent = false;
+    std::vector<uchar> packed; ///< a row of three bytes for each pixel; empty: rows have four
     int rowsLeft = 0;
 
     explicit Reader(const QString& path)
@@ -53,6 +57,7 @@ struct PngRows::Reader {
 
     bool readHeader();
     bool readRow(QRgb* row);
+    bool readBytes(png_bytep target);
 };
 
 bool PngRows::Reader::readHeader()
@@ -69,6 +74,14 @@ bool PngRows::Reader::readHeader()
         return false;
     translucent = (png_get_color_type(png, info) & PNG_COLOR_MASK_ALPHA) != 0 ||
                   png_get_valid(png, info, PNG_INFO_tRNS) != 0;
+    size = QSize(static_cast<int>(width), static_cast<int>(height));
+    rowsLeft = size.height();
+    // As our own captures are. libpng would turn each pixel round by itself, byte by byte.
+    if (!translucent && png_get_color_type(png, info) == PNG_COLOR_TYPE_RGB &&
+        png_get_bit_depth(png, info) == 8) {
+        packed.resize(static_cast<std::size_t>(width) * kPackedBytes);
+        return png_get_rowbytes(png, info) == packed.size();
+    }
     // Four bytes for each pixel, in the order of a QRgb in memory.
     png_set_expand(png);
     png_set_strip_16(png);
@@ -82,16 +95,25 @@ bool PngRows::Reader::readHeader()
         png_set_add_alpha(png, kOpaque, PNG_FILLER_BEFORE);
     }
     png_read_update_info(png, info);
-    size = QSize(static_cast<int>(width), static_cast<int>(height));
-    rowsLeft = size.height();
     return png_get_rowbytes(png, info) == static_cast<std::size_t>(width) * sizeof(QRgb);
+}
+
+bool PngRows::Reader::readBytes(png_bytep target)
+{
+    if (setjmp(escape) != 0)
+        return false;
+    png_read_row(png, target, nullptr);
+    return true;
 }
 
 bool PngRows::Reader::readRow(QRgb* row)
 {
-    if (setjmp(escape) != 0)
+    if (packed.empty())
+        return readBytes(reinterpret_cast<png_bytep>(row));
+    if (!readBytes(packed.data()))
         return false;
-    png_read_row(png, reinterpret_cast<png_bytep>(row), nullptr);
+    for (std::size_t i = 0; i < packed.size(); i += kPackedBytes)
+        *row++ = qRgb(packed[i], packed[i + 1], packed[i + 2]);
     return true;
 }
 

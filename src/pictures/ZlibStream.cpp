@@ -1,5 +1,7 @@
 #include "pictures/ZlibStream.h"
 
+#include "pictures/DeflateJoint.h"
+
 #include <libdeflate.h>
 
 #ifdef BRINDLECAM_ISAL
@@ -7,6 +9,7 @@
 #endif
 
 #include <algorithm>
+#include <array>
 #include <span>
 #include <utility>
 #include <vector>
@@ -42,34 +45,50 @@ private:
     const qsizetype m_before;
 };
 
-/// libdeflate takes all the data at once.
-class WholeStream final : public ZlibStream {
+/// libdeflate takes data at once, whole where that is no more than a screen has. Of a long page a
+/// second picture would be kept for it: that is taken in parts, of which one stream is made.
+class PartedStream final : public ZlibStream {
 public:
-    WholeStream(QByteArray& bytes, std::size_t size, Effort effort)
+    PartedStream(QByteArray& bytes, std::size_t size, Effort effort)
         : m_tail(bytes)
+        , m_room(m_tail.room(bound(size)))
         , m_effort(effort)
-        , m_data(std::make_unique_for_overwrite<std::uint8_t[]>(size))
+        , m_capacity(size <= kAtOnce ? size : kPart)
+        , m_data(std::make_unique_for_overwrite<std::uint8_t[]>(m_capacity))
     {
+        std::ranges::copy(kHeader, m_room.begin());
     }
 
     std::uint8_t* room(std::size_t count) override
     {
+        if (m_size + count > m_capacity) {
+            m_whole = m_whole && (m_size == 0 || (compress(m_guess) && joinNext()));
+            m_size = 0;
+            if (count > m_capacity) {
+                m_data = std::make_unique_for_overwrite<std::uint8_t[]>(count);
+                m_capacity = count;
+            }
+        }
         return m_data.get() + std::exchange(m_size, m_size + count);
     }
 
     static std::size_t bound(std::size_t size)
     {
-        return libdeflate_zlib_compress_bound(nullptr, size);
+        constexpr std::size_t kEnds = 64; // of a part: more than enough
+        // A part may end early, where the next piece does not fit, but two of them are more than
+        // one.
+        const std::size_t parts = 1 + 2 * size / kPart;
+        return libdeflate_deflate_compress_bound(nullptr, size) + parts * kEnds + kHeader.size() +
+               kSumBytes;
     }
 
     bool finish(Content content) override
     {
-        const Compressor compressor(libdeflate_alloc_compressor(level(content)));
-        if (!compressor)
-            return false;
-        const auto room = m_tail.room(bound(m_size));
-        return m_tail.keep(libdeflate_zlib_compress(compressor.get(), m_data.get(), m_size,
-                                                    room.data(), room.size()));
+        if (!m_whole || !compress(content))
+            return m_tail.keep(0);
+        for (std::size_t i = kSumBytes; i > 0; --i)
+            m_room[m_written++] = static_cast<std::uint8_t>(m_sum >> (i - 1) * 8);
+        return m_tail.keep(m_written);
     }
 
 private:
@@ -81,6 +100,11 @@ private:
     };
     using Compressor = std::unique_ptr<libdeflate_compressor, CompressorDeleter>;
 
+    static constexpr std::size_t kAtOnce = std::size_t{32} << 20; // the rows of 3840 × 2160 pixels
+    static constexpr std::size_t kPart = std::size_t{8} << 20;
+    static constexpr std::array<std::uint8_t, 2> kHeader{0x78, 0x9c};
+    static constexpr std::size_t kSumBytes = 4;
+
     // Level 2 gives most of what can be had for the least time; level 6 is where drawn pictures
     // stop getting much smaller. Photographs gain 2 % from level 5 to 6 and pay twice the time.
     [[nodiscard]] int level(Content content) const
@@ -90,10 +114,39 @@ private:
         return content == Content::drawn ? 6 : 5;
     }
 
+    /// Appends what is there as a stream of its own.
+    [[nodiscard]] bool compress(Content content)
+    {
+        const Compressor compressor(libdeflate_alloc_compressor(level(content)));
+        if (!compressor)
+            return false;
+        const auto free = m_room.subspan(m_written);
+        m_last = libdeflate_deflate_compress(compressor.get(), m_data.get(), m_size, free.data(),
+                                             free.size());
+        m_sum = libdeflate_adler32(m_sum, m_data.get(), m_size);
+        m_guess = m_last * 2 > m_size ? Content::photographed : Content::drawn;
+        m_written += m_last;
+        return m_last > 0;
+    }
+
+    [[nodiscard]] bool joinNext()
+    {
+        const auto joined = DeflateJoint::letGoOn(m_room.subspan(m_written - m_last), m_last);
+        m_written += joined.value_or(m_last) - m_last;
+        return joined.has_value();
+    }
+
     Tail m_tail;
+    const std::span<std::uint8_t> m_room;
     const Effort m_effort;
-    const std::unique_ptr<std::uint8_t[]> m_data;
-    std::size_t m_size = 0;
+    std::size_t m_capacity;
+    std::unique_ptr<std::uint8_t[]> m_data;
+    std::size_t m_size = 0;                 ///< of what is there
+    std::size_t m_written = kHeader.size(); ///< bytes of the stream
+    std::size_t m_last = 0;                 ///< bytes of the last part's
+    Content m_guess = Content::drawn;       ///< what the next part is like: as the last one shrank
+    std::uint32_t m_sum = 1;
+    bool m_whole = true;
 };
 
 #ifdef BRINDLECAM_ISAL
@@ -172,8 +225,8 @@ std::unique_ptr<ZlibStream> ZlibStream::onto(QByteArray& bytes, std::size_t size
     if (effort == Effort::quick && BlockStream::bound(size) <= most)
         return std::make_unique<BlockStream>(bytes, size);
 #endif
-    if (WholeStream::bound(size) <= most)
-        return std::make_unique<WholeStream>(bytes, size, effort);
+    if (PartedStream::bound(size) <= most)
+        return std::make_unique<PartedStream>(bytes, size, effort);
     return nullptr;
 }
 

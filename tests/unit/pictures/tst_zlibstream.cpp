@@ -69,6 +69,9 @@ private Q_SLOTS:
         QTest::newRow("noise") << noise(3'000'000);
         QTest::newRow("noise, then the same")
             << noise(200'000) + QByteArray(200'000, 'a') + noise(200'000);
+        // Too long for being taken at once; parts of it are noise alone.
+        const QByteArray text = QByteArray("una captura y otra más. ").repeated(600'000);
+        QTest::newRow("a long page") << text + noise(20'000'000) + text;
     }
     void everyEffortIsReadByOthers()
     {
