@@ -40,7 +40,7 @@ constexpr qreal kClickStray = 4; // how far a click may move
 /// rounded where it stands, and so was the picture.
 constexpr qreal kSparePixels = 2;
 
-constexpr int kArrivalMilliseconds = 120;
+constexpr int kArrivalMilliseconds = 80;
 
 const QColor kRestingCard = QColor::fromRgbF(0.16F, 0.16F, 0.16F, 0.9F);
 const QColor kHoveredCard = QColor::fromRgbF(0.28F, 0.28F, 0.28F, 0.9F);
@@ -62,7 +62,9 @@ CaptureTile::CaptureTile(const QString& path, const QString& when, Panels& panel
     m_arrival.setDuration(kArrivalMilliseconds);
     m_arrival.setStartValue(0.0);
     m_arrival.setEndValue(1.0);
-    connect(&m_arrival, &QVariantAnimation::valueChanged, this, [this] { update(); });
+    connect(&m_arrival, &QVariantAnimation::valueChanged, this, [this] {
+        update(DrawerGeometry::kPicture.toAlignedRect()); // of many tiles at once, during the slide
+    });
     connect(this, &QAbstractButton::clicked, this, [this] { onCopy(); });
 }
 

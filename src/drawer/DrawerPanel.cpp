@@ -2,10 +2,10 @@
 
 #include "base/Text.h"
 #include "drawer/CaptureTile.h"
-#include "drawer/DrawerButton.h"
 #include "drawer/DrawerGeometry.h"
 #include "drawer/TileRow.h"
 #include "look/InterfaceFont.h"
+#include "look/PanelButton.h"
 #include "preferences/Config.h"
 
 #include <QKeyEvent>
@@ -65,7 +65,7 @@ DrawerPanel::DrawerPanel(qreal width, Entries entries, const QString& emptyText)
                             "app  ·  Clic derecho: más  ·  Esc: cerrar"),
                        InterfaceFont::regular(kHelpSize), kHelpAlpha, this))
     , m_empty(makeLabel(emptyText, InterfaceFont::regular(kEmptySize), kEmptyAlpha, this))
-    , m_clear(new DrawerButton(text("Vaciar"), this))
+    , m_clear(new PanelButton(text("Vaciar"), PanelButton::Size::small, this))
     , m_row(new TileRow(this))
 {
     setWindowTitle(text("Capturas recientes"));

@@ -10,7 +10,7 @@ class QLabel;
 namespace brindlecam {
 
 class CaptureTile;
-class DrawerButton;
+class PanelButton;
 class TileRow;
 
 /// The drawer's window: a dark strip with a header, and below it the row of tiles, or a sentence
@@ -59,7 +59,7 @@ private:
     QLabel* m_title; ///< children, as all below
     QLabel* m_help;
     QLabel* m_empty;
-    DrawerButton* m_clear;
+    PanelButton* m_clear;
     TileRow* m_row;
     bool m_blends = true;
 };

@@ -25,8 +25,7 @@ namespace brindlecam {
 
 namespace {
 
-/// How long thumbnails may keep the drawer from opening: as long as nobody notices. Those that have
-/// to be decoded take longer.
+/// How long thumbnails that are kept may keep the drawer from opening: as long as nobody notices.
 constexpr std::chrono::milliseconds kThumbnailPatience{20};
 /// In which a window manager has heard of a question's end.
 constexpr std::chrono::milliseconds kManagerAnswers{1000};
@@ -190,6 +189,7 @@ void RecentDrawer::open()
         panel.row().focusTile(focused);
     panel.row().scrollTo(scrolled); // the keys may be with a tile that is out of sight
     watchForTheEnd();
+    m_loader->decodeMissing();
 }
 
 void RecentDrawer::watchForTheEnd()
@@ -223,7 +223,7 @@ void RecentDrawer::takeKeyboardBack()
 // Its own hot key, because the keyboard may be somewhere else by now.
 void RecentDrawer::takeEscape()
 {
-    m_escapeKey = m_rooms.platform.hotKeys->takeEscape([this] {
+    m_escapeKey = m_rooms.platform.hotKeys->takeKey(PlainKey::escape, [this] {
         if (m_slide.isDragging())
             QDrag::cancel();
         else

@@ -34,23 +34,55 @@ void TileLoader::list(Listed listed)
 }
 
 // What is made is kept when all have been read, unless this is gone by then.
-void TileLoader::load(const std::vector<Entry>& entries, QSize most, const Loaded& loaded)
+Executor TileLoader::keeping() const
 {
-    const Executor keeping = [executor = m_executor, wanted = m_wanted](const auto& keep) {
+    return [executor = m_executor, wanted = m_wanted](const auto& keep) {
         executor([keep, wanted] {
             if (*wanted)
                 keep();
         });
     };
-    for (std::size_t index = 0; index < entries.size(); ++index) {
+}
+
+void TileLoader::load(std::vector<Entry> entries, QSize most, Loaded loaded)
+{
+    m_entries = std::move(entries);
+    m_most = most;
+    m_loaded = std::move(loaded);
+    for (std::size_t index = 0; index < m_entries.size(); ++index) {
         m_background.run(
-            [folders = m_folders, path = entries[index].path, most, wanted = m_wanted, keeping] {
-                return *wanted ? History(folders).thumbnail(path, most, keeping) : std::nullopt;
+            [folders = m_folders, path = m_entries[index].path, most, wanted = m_wanted,
+             keeping = keeping()] {
+                return *wanted ? History(folders).keptThumbnail(path, most, keeping) : std::nullopt;
             },
-            [loaded, index](std::optional<Thumbnail> thumbnail) {
-                loaded(index, std::move(thumbnail));
-            });
+            [this, index](std::optional<Thumbnail> kept) { found(index, std::move(kept)); });
     }
+}
+
+void TileLoader::found(std::size_t index, std::optional<Thumbnail> kept)
+{
+    if (!kept && m_decodes)
+        decode(index);
+    else if (!kept)
+        m_missing.push_back(index);
+    m_loaded(index, std::move(kept));
+}
+
+void TileLoader::decodeMissing()
+{
+    m_decodes = true;
+    for (const std::size_t index : std::exchange(m_missing, {}))
+        decode(index);
+}
+
+void TileLoader::decode(std::size_t index)
+{
+    m_background.run(
+        [folders = m_folders, path = m_entries[index].path, most = m_most, wanted = m_wanted,
+         keeping = keeping()] {
+            return *wanted ? History(folders).thumbnail(path, most, keeping) : std::nullopt;
+        },
+        [this, index](std::optional<Thumbnail> made) { m_loaded(index, std::move(made)); });
 }
 
 } // namespace brindlecam

@@ -16,9 +16,9 @@
 
 namespace brindlecam {
 
-/// What the drawer shows, read where it may take its time: the list of the history's entries, and
-/// then their thumbnails, those in sight first. What comes after this is gone is dropped. Main
-/// thread.
+/// What the drawer shows, read where it may take its time: the list of the history's entries, then
+/// the thumbnails that are kept of them, and in the end those that have to be made, in sight first.
+/// What comes after this is gone is dropped. Main thread.
 class TileLoader final {
 public:
     struct Entry {
@@ -27,7 +27,7 @@ public:
     };
     /// Of entries that may be gone by then, newest first.
     using Listed = std::function<void(std::vector<Entry>)>;
-    /// Of the entry at this index; none where it can't be decoded.
+    /// Of the entry at this index; none where nothing is kept of it, or it can't be decoded.
     using Loaded = std::function<void(std::size_t index, std::optional<Thumbnail>)>;
 
     TileLoader(History::Folders folders, Executor executor);
@@ -36,12 +36,26 @@ public:
     TileLoader(const TileLoader&) = delete;
     TileLoader& operator=(const TileLoader&) = delete;
 
-    /// Both answers come later.
+    /// All answers come later.
     void list(Listed listed);
-    /// Of each of these, at most so large (pixels), in their order as far as threads are free.
-    void load(const std::vector<Entry>& entries, QSize most, const Loaded& loaded);
+    /// What is kept of each of these, at most so large (pixels), in their order as far as threads
+    /// are free. Once.
+    void load(std::vector<Entry> entries, QSize most, Loaded loaded);
+    /// Makes those that load() does not find, which takes both time and the processor: once the
+    /// drawer is there.
+    void decodeMissing();
 
 private:
+    [[nodiscard]] Executor keeping() const;
+    void found(std::size_t index, std::optional<Thumbnail> kept);
+    void decode(std::size_t index);
+
+    std::vector<Entry> m_entries;
+    QSize m_most;
+    Loaded m_loaded;
+    std::vector<std::size_t> m_missing; ///< nobody has asked to decode them yet
+    bool m_decodes = false;
+
     const History::Folders m_folders;
     const std::shared_ptr<std::atomic<bool>> m_wanted = std::make_shared<std::atomic<bool>>(true);
     const Executor m_executor;

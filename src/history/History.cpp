@@ -130,37 +130,59 @@ void History::remove(const QString& item) const
     m_thumbnails.prune(items());
 }
 
-// Drawers ask for the same size again and again: a small file is read in a tenth of the time that
-// the large one takes.
 std::optional<Thumbnail> History::thumbnail(const QString& item, QSize most,
                                             const Executor& keeping) const
 {
-    const QSize bounded = most.boundedTo(kThumbnailSize);
     const auto stamp = ThumbnailCache::stampOf(item);
     if (!stamp)
         return std::nullopt;
-    const auto keep = [&, cache = m_thumbnails](QSize bound, const Thumbnail& thumbnail) {
-        keeping([cache, item, stamp = *stamp, bound, thumbnail] {
-            cache.store(item, stamp, bound, thumbnail);
-        });
-    };
-    if (auto kept = m_thumbnails.load(item, *stamp, bounded))
-        return kept;
-    auto large = m_thumbnails.load(item, *stamp, kThumbnailSize);
-    if (!large) {
-        large = Thumbnail::ofFile(item, kThumbnailSize);
-        if (!large)
-            return std::nullopt;
-        keep(kThumbnailSize, *large);
-    }
+    const Item asked{item, *stamp};
+    if (auto there = kept(asked, most, keeping))
+        return there;
+    const auto large = Thumbnail::ofFile(item, kThumbnailSize);
+    if (!large)
+        return std::nullopt;
+    keep(*large, asked, kThumbnailSize, keeping);
+    return madeOf(*large, asked, most, keeping);
+}
+
+std::optional<Thumbnail> History::keptThumbnail(const QString& item, QSize most,
+                                                const Executor& keeping) const
+{
+    const auto stamp = ThumbnailCache::stampOf(item);
+    return stamp ? kept({item, *stamp}, most, keeping) : std::nullopt;
+}
+
+// Drawers ask for the same size again and again: a small file is read in a tenth of the time that
+// the large one takes.
+std::optional<Thumbnail> History::kept(const Item& item, QSize most, const Executor& keeping) const
+{
+    if (auto same = m_thumbnails.load(item.path, item.stamp, most.boundedTo(kThumbnailSize)))
+        return same;
+    const auto large = m_thumbnails.load(item.path, item.stamp, kThumbnailSize);
+    return large ? madeOf(*large, item, most, keeping) : std::nullopt;
+}
+
+std::optional<Thumbnail> History::madeOf(const Thumbnail& large, const Item& item, QSize most,
+                                         const Executor& keeping) const
+{
+    const QSize bounded = most.boundedTo(kThumbnailSize);
     if (bounded == kThumbnailSize)
         return large;
-    auto small = Thumbnail::of(large->image, bounded);
+    auto small = Thumbnail::of(large.image, bounded);
     if (!small)
         return std::nullopt;
-    small->pixels = large->pixels;
-    keep(bounded, *small);
+    small->pixels = large.pixels;
+    keep(*small, item, bounded, keeping);
     return small;
+}
+
+void History::keep(const Thumbnail& thumbnail, const Item& item, QSize most,
+                   const Executor& keeping) const
+{
+    keeping([cache = m_thumbnails, item, most, thumbnail] {
+        cache.store(item.path, item.stamp, most, thumbnail);
+    });
 }
 
 std::optional<ClipboardContent> History::clipboardContent(const QString& item)

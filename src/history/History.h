@@ -60,9 +60,11 @@ public:
     /// as `most`, with the size of the whole picture; none when it can't be decoded. What had to be
     /// made for it is kept for the next time, which takes the disk's time: where `keeping` says, if
     /// at all.
-    [[nodiscard]] std::optional<Thumbnail> thumbnail(
-        const QString& item, QSize most,
-        const Executor& keeping = [](const auto& work) { work(); }) const;
+    [[nodiscard]] std::optional<Thumbnail> thumbnail(const QString& item, QSize most,
+                                                     const Executor& keeping = atOnce) const;
+    /// The same, but none, too, where the entry would have to be decoded.
+    [[nodiscard]] std::optional<Thumbnail> keptThumbnail(const QString& item, QSize most,
+                                                         const Executor& keeping = atOnce) const;
     static constexpr int kThumbnailPixels = 640;
 
     /// The whole entry as it is put on the clipboard: an animation as a file and as bytes, a
@@ -75,12 +77,27 @@ public:
 
 private:
     [[nodiscard]] QStringList fileNames() const;
+    /// The entry's file as it was before anything was read.
+    struct Item {
+        QString path;
+        ThumbnailCache::Stamp stamp;
+    };
+
+    static void atOnce(const std::function<void()>& work) { work(); }
+
     [[nodiscard]] QString path(const QString& name) const;
 
     /// The path of the new entry; none when it could not be written.
     [[nodiscard]] std::optional<QString> store(const QByteArray& data,
                                                const QString& fileExtension) const;
     void prune(const QString& added) const;
+
+    [[nodiscard]] std::optional<Thumbnail> kept(const Item& item, QSize most,
+                                                const Executor& keeping) const;
+    [[nodiscard]] std::optional<Thumbnail> madeOf(const Thumbnail& large, const Item& item,
+                                                  QSize most, const Executor& keeping) const;
+    void keep(const Thumbnail& thumbnail, const Item& item, QSize most,
+              const Executor& keeping) const;
 
     QString m_folder;
     ThumbnailCache m_thumbnails;

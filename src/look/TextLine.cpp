@@ -90,6 +90,19 @@ qreal TextLine::height() const
     return (metrics.ascent() + metrics.descent()) * scaled.scale;
 }
 
+TextLine TextLine::elided(qreal room) const
+{
+    TextLine line = *this;
+    QString rest = text;
+    while (!rest.isEmpty() && line.width() > room) {
+        rest.chop(rest.back().isLowSurrogate() ? 2 : 1);
+        while (rest.endsWith(QLatin1Char(' ')))
+            rest.chop(1);
+        line.text = rest + QChar(0x2026);
+    }
+    return line;
+}
+
 void TextLine::draw(QPainter& painter, QPointF baseline) const
 {
     const ScaledFont scaled = scaledFont(font);

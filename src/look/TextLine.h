@@ -22,6 +22,8 @@ struct TextLine {
     [[nodiscard]] qreal ascent() const;
     /// Ascent and descent.
     [[nodiscard]] qreal height() const;
+    /// The same line, its tail cut off and replaced by an ellipsis where it is wider than this.
+    [[nodiscard]] TextLine elided(qreal room) const;
 
     /// Draws with the painter's pen, from this point of the baseline.
     void draw(QPainter& painter, QPointF baseline) const;

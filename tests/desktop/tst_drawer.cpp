@@ -175,12 +175,7 @@ private Q_SLOTS:
         QVERIFY(openDrawer());
         input().click(tile(0).center(), Button::right);
         QVERIFY(waitUntil([this] { return menus().size() == 1; }));
-        // A second one too soon would close the drawer.
-        constexpr int kMenuCloses = 2000; // ms
-        QVERIFY(waitUntil([this] {
-            input().tap(Qt::Key_Escape);
-            return waitUntil([this] { return menus().empty(); }, kMenuCloses);
-        }));
+        QVERIFY(escapeMenu());
         QVERIFY(drawerIsOpen());
         input().tap(Qt::Key_Escape);
         QVERIFY(drawerIsGone());

@@ -100,10 +100,7 @@ private Q_SLOTS:
         } else {
             input().click(tile(0).center(), Button::right);
             QVERIFY(waitUntil([this] { return menus().size() == 1; }));
-            QVERIFY(waitUntil([this] {
-                input().tap(Qt::Key_Escape);
-                return menus().empty();
-            }));
+            QVERIFY(escapeMenu());
         }
         input().tap(Qt::Key_Right);
         input().tap(Qt::Key_Return);

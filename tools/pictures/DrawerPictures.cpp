@@ -5,12 +5,12 @@
 #include "base/WorkPool.h"
 #include "capture/Output.h"
 #include "drawer/CaptureTile.h"
-#include "drawer/DrawerButton.h"
 #include "drawer/DrawerPanel.h"
 #include "drawer/PreviewWindow.h"
 #include "drawer/RecentDrawer.h"
 #include "drawer/TileRow.h"
 #include "history/History.h"
+#include "look/PanelButton.h"
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
 #include "notices/Toast.h"
@@ -142,7 +142,7 @@ void takeMarkedTiles(Photographer& photographer, World& world)
     photographer.take(QStringLiteral("drawer-tip"));
     panel.row().focusTile(kMostEntries - 1);
     photographer.take(QStringLiteral("drawer-last-tile"));
-    panel.findChild<DrawerButton*>()->setFocus(Qt::TabFocusReason);
+    panel.findChild<PanelButton*>()->setFocus(Qt::TabFocusReason);
     photographer.take(QStringLiteral("drawer-button-focused"));
     world.close();
 }

@@ -1,4 +1,5 @@
 #include "BarPictures.h"
+#include "ChromePictures.h"
 #include "DialogPictures.h"
 #include "DrawerPictures.h"
 #include "IconPictures.h"
@@ -59,6 +60,7 @@ int main(int argc, char* argv[])
     pictures::takeBarPictures(photographer, prefs);
     pictures::takeMarkPictures(photographer, prefs);
     pictures::takePanelPictures(photographer);
+    pictures::takeChromePictures(photographer);
     // The program's own, which has not begun: neither hot keys nor other copies reach it.
     SingleInstance nowhere{InstancePlace()};
     Program program(platform, CaptureFailure::Voice::silent, nowhere);

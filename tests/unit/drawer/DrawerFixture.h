@@ -2,11 +2,11 @@
 
 #include "capture/Output.h"
 #include "drawer/CaptureTile.h"
-#include "drawer/DrawerButton.h"
 #include "drawer/DrawerPanel.h"
 #include "drawer/RecentDrawer.h"
 #include "drawer/TileRow.h"
 #include "history/History.h"
+#include "look/PanelButton.h"
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
 #include "notices/Toast.h"
@@ -102,6 +102,15 @@ struct DrawerFixture {
         QImage image(size, QImage::Format_RGB32);
         image.fill(colour);
         history.add(PngWriter::encode(image, {.cancelled = {}}), QStringLiteral("png"), image);
+        clock = clock.addSecs(1);
+        return history.items().constFirst();
+    }
+    /// One of which no thumbnail is kept.
+    QString addWithoutThumbnail(QSize size = {300, 200})
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        history.add(PngWriter::encode(image, {.cancelled = {}}), QStringLiteral("png"));
         clock = clock.addSecs(1);
         return history.items().constFirst();
     }

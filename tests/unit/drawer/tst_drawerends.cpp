@@ -65,7 +65,7 @@ private Q_SLOTS:
         f.key(Qt::Key_Right);
         const QPointer<DrawerPanel> panel(&f.panel());
         CaptureTile& tile = f.tile();
-        DrawerButton* const clear = panel->findChild<DrawerButton*>();
+        PanelButton* const clear = panel->findChild<PanelButton*>();
         const QImage before = panel->grab().toImage();
         f.drawer.hide();
         for (QWidget* const target : std::vector<QWidget*>{panel, &tile, clear}) {

@@ -225,7 +225,7 @@ private Q_SLOTS:
         f.displays.pointerAt = QPoint(2000, 50);
         f.addMany(2);
         f.open();
-        QTest::mouseClick(f.panel().findChild<DrawerButton*>(), Qt::LeftButton);
+        QTest::mouseClick(f.panel().findChild<PanelButton*>(), Qt::LeftButton);
         test::sendAllPostedEvents();
         QVERIFY(!f.drawer.isOpen());
         QVERIFY(f.question());
@@ -241,7 +241,7 @@ private Q_SLOTS:
         DrawerFixture f;
         f.addMany(2);
         f.open();
-        QTest::mouseClick(f.panel().findChild<DrawerButton*>(), Qt::LeftButton);
+        QTest::mouseClick(f.panel().findChild<PanelButton*>(), Qt::LeftButton);
         test::sendAllPostedEvents();
         f.answer("Cancelar");
         QCOMPARE(f.history.items().size(), 2);

@@ -42,7 +42,7 @@ private Q_SLOTS:
     {
         DrawerFixture f;
         openActive(f, 3);
-        auto* const clear = f.panel().findChild<DrawerButton*>();
+        auto* const clear = f.panel().findChild<PanelButton*>();
         f.key(Qt::Key_Tab);
         QCOMPARE(f.panel().row().focusedIndex(), 0);
         f.key(Qt::Key_Tab);

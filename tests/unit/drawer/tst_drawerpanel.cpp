@@ -1,9 +1,8 @@
-// Covers DrawerPanel, DrawerButton.
 #include "drawer/CaptureTile.h"
-#include "drawer/DrawerButton.h"
 #include "drawer/DrawerGeometry.h"
 #include "drawer/DrawerPanel.h"
 #include "drawer/TileRow.h"
+#include "look/PanelButton.h"
 #include "support/FakePanels.h"
 #include "support/TestCase.h"
 
@@ -40,7 +39,7 @@ struct PanelDesk {
         }
         return nullptr;
     }
-    [[nodiscard]] DrawerButton* clear() const { return panel.findChild<DrawerButton*>(); }
+    [[nodiscard]] PanelButton* clear() const { return panel.findChild<PanelButton*>(); }
     [[nodiscard]] QImage look()
     {
         QImage image(panel.size(), QImage::Format_ARGB32_Premultiplied);
@@ -64,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(title->text(), QStringLiteral("🍃  Capturas recientes"));
         QCOMPARE(title->x(), 16);
         QCOMPARE(title->geometry().bottom() + 1, 32);
-        const DrawerButton* clear = desk.clear();
+        const PanelButton* clear = desk.clear();
         QCOMPARE(clear->text(), QStringLiteral("Vaciar"));
         QCOMPARE(clear->toolTip(),
                  QStringLiteral("Borrar definitivamente todas las capturas recientes"));

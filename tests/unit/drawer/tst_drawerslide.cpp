@@ -24,6 +24,7 @@ public:
     void showAtOnce(QWidget&, const QRect&, const FirstFrame&, std::function<void()>) override {}
     void putAway(QWidget&) override {}
     void place(QWidget&, const QRect& native) override { places.push_back(native); }
+    void cut(QWidget&, const QRegion&) override {}
     void focus(QWidget&) override {}
     void swallowDoubleClick() override {}
     void popUp(QWidget&, QPoint, std::vector<MenuEntry>) override {}

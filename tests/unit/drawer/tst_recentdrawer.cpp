@@ -80,7 +80,7 @@ private Q_SLOTS:
         f.defaults.setBoolean(QStringLiteral("keepHistory"), kept);
         f.open();
         QCOMPARE(f.sentence(), text);
-        QVERIFY(!f.panel().findChild<DrawerButton*>()->isVisible());
+        QVERIFY(!f.panel().findChild<PanelButton*>()->isVisible());
     }
 
     void entriesAreShownWhileNoneAreAdded()
@@ -126,6 +126,29 @@ private Q_SLOTS:
         test::sendAllPostedEvents();
         QVERIFY(f.tile(1).accessibleName().contains(QStringLiteral("×")));
         QVERIFY(f.tile(2).accessibleName().contains(QStringLiteral("×")));
+    }
+
+    void waitsForNothingThatWouldHaveToBeDecoded()
+    {
+        DrawerFixture f;
+        f.addWithoutThumbnail();
+        f.addWithoutThumbnail();
+        test::GatedExecutor gate;
+        f.executor = gate.executor();
+        f.drawer.show();
+        gate.run(0); // the list
+        test::sendAllPostedEvents();
+        QCOMPARE(gate.jobs.size(), std::size_t(2));
+        gate.run(0);
+        gate.run(0);
+        QVERIFY(!f.drawer.panel());
+        test::sendAllPostedEvents();
+        QVERIFY(f.drawer.panel());
+        QVERIFY(!f.tile(0).accessibleName().contains(QStringLiteral("×")));
+        QCOMPARE(gate.jobs.size(), std::size_t(2)); // and now they are decoded
+        gate.run(0);
+        test::sendAllPostedEvents();
+        QVERIFY(f.tile(0).accessibleName().contains(QStringLiteral("×")));
     }
 
     void whatIsThereIsShownAtOnceAndWhatComesLateFadesIn()

@@ -4,10 +4,18 @@
 
 #include <map>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace brindlecam {
 
 using test::DrawerFixture;
+
+namespace {
+
+constexpr QSize kLarge(640, 640); // the size that is kept of each capture
+
+} // namespace
 
 class TestTileLoader final : public test::TestCase {
     Q_OBJECT
@@ -70,6 +78,35 @@ private Q_SLOTS:
         QCOMPARE(loaded.at(2), QSize(12, 10));
     }
 
+    void decodesOnlyWhatIsNotKeptAndOnceThatIsWanted()
+    {
+        DrawerFixture f;
+        const std::vector<TileLoader::Entry> entries{
+            {f.add(), {}}, {f.addWithoutThumbnail(), {}}, {f.addWithoutThumbnail(), {}}};
+        test::GatedExecutor gate;
+        TileLoader loader(f.history.folders(), gate.executor());
+        std::vector<std::pair<std::size_t, bool>> told;
+        loader.load(entries, kLarge, [&](std::size_t index, const std::optional<Thumbnail>& made) {
+            told.emplace_back(index, made.has_value());
+        });
+        gate.run(0);
+        gate.run(0);
+        test::sendAllPostedEvents();
+        using Told = decltype(told);
+        QCOMPARE(std::exchange(told, {}), (Told{{0, true}, {1, false}}));
+        QCOMPARE(gate.jobs.size(), std::size_t(1)); // to look for the third
+        loader.decodeMissing();
+        QCOMPARE(gate.jobs.size(), std::size_t(2));
+        gate.run(0);
+        test::sendAllPostedEvents();
+        QCOMPARE(std::exchange(told, {}), (Told{{2, false}}));
+        QCOMPARE(gate.jobs.size(), std::size_t(2));
+        gate.run(0);
+        gate.run(0);
+        test::sendAllPostedEvents();
+        QCOMPARE(told, (Told{{1, true}, {2, true}}));
+    }
+
     void tellsOfThoseThatHaveNone()
     {
         DrawerFixture f;
@@ -109,12 +146,15 @@ private Q_SLOTS:
     void decodesNothingMoreOnceItIsGone()
     {
         DrawerFixture f;
-        const QString entry = f.add();
+        const QString entry = f.addWithoutThumbnail();
         const QString kept = f.folder.filePath(QStringLiteral("miniaturas"));
-        QVERIFY(QFile::remove(kept + QLatin1Char('/') + test::filesIn(kept).front()));
         test::GatedExecutor gate;
         auto loader = std::make_unique<TileLoader>(f.history.folders(), gate.executor());
+        loader->decodeMissing();
         loader->load({{entry, {}}}, {194, 114}, [](std::size_t, const auto&) {});
+        gate.run(0);
+        test::sendAllPostedEvents();
+        QCOMPARE(gate.jobs.size(), std::size_t(1)); // to decode it
         loader.reset();
         gate.run(0);
         QVERIFY(test::filesIn(kept).isEmpty());

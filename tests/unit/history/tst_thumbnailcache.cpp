@@ -119,6 +119,18 @@ private Q_SLOTS:
         QCOMPARE(test::filesIn(thumbnails()).size(), 2);
     }
 
+    void whoeverAsksForWhatIsKeptWaitsForNoDecoding()
+    {
+        history().add(pngOf(plainPicture({1280, 720}, kThumbnailGreen)), kPng);
+        QVERIFY(!history().keptThumbnail(newest(), {194, 114}));
+        QVERIFY(test::filesIn(thumbnails()).isEmpty());
+        add();
+        const auto made = history().keptThumbnail(newest(), {194, 114}); // of the large one
+        QVERIFY(made);
+        QCOMPARE(made->image.size(), QSize(194, 109));
+        QVERIFY(!history().keptThumbnail(folder() + QStringLiteral("/gone.png"), kAnySize));
+    }
+
     void anEntryThatHasChangedIsDecodedAnew()
     {
         add();

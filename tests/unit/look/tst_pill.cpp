@@ -70,6 +70,23 @@ private Q_SLOTS:
         QVERIFY(width("10:00") > width("0:00"));
     }
 
+    void lineThatIsTooLongEndsWithAnEllipsis()
+    {
+        const auto lineOf = [](const QString& text) {
+            return TextLine{text, InterfaceFont::medium(13), true};
+        };
+        const TextLine line = lineOf(QStringLiteral("Capturando… 111 px de alto"));
+        QCOMPARE(line.elided(line.width()).text, line.text);
+        const TextLine cut = line.elided(line.width() - 1);
+        QVERIFY(cut.width() <= line.width() - 1);
+        QVERIFY2(cut.text.startsWith(QStringLiteral("Capturando… 111 px")), qPrintable(cut.text));
+        QVERIFY(cut.text.endsWith(QStringLiteral("…")));
+        QCOMPARE(cut.evenDigits, true);
+        QCOMPARE(lineOf(QStringLiteral("a 😀😀")).elided(lineOf(QStringLiteral("a…")).width()).text,
+                 QStringLiteral("a…"));
+        QCOMPARE(line.elided(0).text, QStringLiteral("…"));
+    }
+
     void sizeIsTheTextAndItsPaddingInWholePoints()
     {
         const Pill narrow{.text = QStringLiteral("hola"),
