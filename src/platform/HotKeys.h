@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/KeyCodes.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -26,6 +28,14 @@ struct PressedKey {
     int keyCode = 0;    ///< virtual key code
     int modifiers = 0;  ///< KeyModifier bits
     QString characters; ///< what the key types without modifiers; empty: nothing
+};
+
+/// Keys that are taken by themselves, without modifiers, for as long as they mean something. The
+/// values are virtual key codes.
+enum class PlainKey {
+    escape = KeyCodes::kEscape,
+    returnKey = KeyCodes::kReturn,
+    keypadEnter = KeyCodes::kKeypadEnter,
 };
 
 /// A key that nobody else gets; destroying it gives the key back.
@@ -58,11 +68,13 @@ public:
     virtual void bind(const std::vector<HotKeyWish>& wishes, QObject* context, Pressed pressed,
                       Done done) = 0;
 
-    /// Takes Escape without modifiers, also from a hot key bound to it, for a capture whose windows
+    /// Takes a key without modifiers, also from a hot key bound to it, for a capture whose windows
     /// may be without the keyboard or not there yet. `pressed` runs on the main thread once per
-    /// physical press. Null when the system refuses; also where it hands out no such key, and
-    /// whatever has the keyboard hears Escape by itself.
-    [[nodiscard]] virtual std::unique_ptr<TakenKey> takeEscape(std::function<void()> pressed) = 0;
+    /// physical press, and may give the key back: its repeats and its release still reach nobody
+    /// else. Null when the system refuses, usually because another program holds the key; also
+    /// where it hands out no such key, and whatever has the keyboard hears it by itself.
+    [[nodiscard]] virtual std::unique_ptr<TakenKey> takeKey(PlainKey key,
+                                                            std::function<void()> pressed) = 0;
 
     /// What a press that has come to one of our windows would be as a hot key; none for modifiers
     /// by themselves, and for keys without a code.

@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
 #include <QString>
 
 #include <functional>
@@ -61,6 +62,11 @@ public:
     /// Moves and resizes a panel that was shown. The widget hears of its new size later, when the
     /// window manager has agreed.
     virtual void place(QWidget& widget, const QRect& native) = 0;
+
+    /// Cuts a panel to these pixels of its own (native, origin in its top-left corner), shown or
+    /// not; an empty region gives it back all of them. Where panels can't be cut they blend, so
+    /// that they may paint nothing where there is to be nothing.
+    virtual void cut(QWidget& widget, const QRegion& pixels) = 0;
 
     /// Gives the widget the keyboard focus now, whichever window has it. A dialog comes to the
     /// front for that, and back if it was minimised or left on another desktop.

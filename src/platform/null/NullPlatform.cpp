@@ -53,7 +53,7 @@ public:
             refused << wish.name;
         done(refused);
     }
-    [[nodiscard]] std::unique_ptr<TakenKey> takeEscape(std::function<void()>) override
+    [[nodiscard]] std::unique_ptr<TakenKey> takeKey(PlainKey, std::function<void()>) override
     {
         return nullptr;
     }
@@ -94,6 +94,7 @@ public:
     }
     void putAway(QWidget& widget) override { widget.hide(); }
     void place(QWidget& widget, const QRect& native) override { widget.setGeometry(native); }
+    void cut(QWidget&, const QRegion&) override {}
     void focus(QWidget& widget) override { widget.activateWindow(); }
     void swallowDoubleClick() override {}
     void popUp(QWidget&, QPoint, std::vector<MenuEntry>) override {}

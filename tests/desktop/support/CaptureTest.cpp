@@ -185,6 +185,15 @@ bool CaptureTest::dialogHasKeyboard()
     });
 }
 
+bool CaptureTest::escapeMenu()
+{
+    constexpr int kMenuCloses = 2000; // ms
+    return waitUntil([this] {
+        input().tap(Qt::Key_Escape);
+        return waitUntil([this] { return menus().empty(); }, kMenuCloses);
+    });
+}
+
 QImage CaptureTest::pasted()
 {
     return desktop().clipboard().picture();

@@ -84,6 +84,9 @@ protected:
     [[nodiscard]] bool dialogOpens();
     [[nodiscard]] bool dialogsAreGone();
     [[nodiscard]] bool dialogHasKeyboard();
+    /// Presses Escape until no menu is open. A menu may be seen before it has the keyboard; a key
+    /// too many would act on what lies beneath it, so the next one waits for an answer.
+    [[nodiscard]] bool escapeMenu();
 
     // Where pictures go.
     /// What another program would paste now; null when there is no picture.

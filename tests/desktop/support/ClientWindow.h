@@ -65,6 +65,8 @@ public:
     virtual void lower() = 0;
     /// Repaints the whole window in one colour. One other thread may do so, too.
     virtual void paint(QColor colour) = 0;
+    /// Repaints the whole window with a picture, which tiles it.
+    virtual void paint(const QImage& picture) = 0;
     /// Says of itself that it is a full-screen window, or that it is none; the window manager has
     /// no part in it.
     virtual void claimFullScreen(bool fullScreen) = 0;

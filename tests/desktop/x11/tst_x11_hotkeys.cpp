@@ -242,7 +242,7 @@ private Q_SLOTS:
     {
         QVERIFY(bind(KeyCodes::kEscape, 0));
         int escapes = 0;
-        auto escape = m_hotKeys.takeEscape([&] { ++escapes; });
+        auto escape = m_hotKeys.takeKey(PlainKey::escape, [&] { ++escapes; });
         QVERIFY(escape);
         m_hands.tap(Qt::Key_Escape);
         QTRY_COMPARE(escapes, 1);
@@ -314,7 +314,7 @@ private Q_SLOTS:
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(bind(kKey9, kControlShift));
-        const auto escape = m_hotKeys.takeEscape([this] { ++m_presses; });
+        const auto escape = m_hotKeys.takeKey(PlainKey::escape, [this] { ++m_presses; });
         QVERIFY(takesKeyboard(static_cast<xcb_window_t>(window.winId())));
         m_hands.chord(kCombination);
         QTRY_COMPARE(m_presses, 1);
@@ -374,7 +374,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&field));
         QTRY_VERIFY(x11::setFocus(static_cast<xcb_window_t>(field.winId())));
         QTRY_VERIFY(field.hasFocus());
-        const auto escape = m_hotKeys.takeEscape([this] { ++m_presses; });
+        const auto escape = m_hotKeys.takeKey(PlainKey::escape, [this] { ++m_presses; });
         QVERIFY(escape);
         QSignalSpy focusMoved(qGuiApp, &QGuiApplication::focusWindowChanged);
         m_hands.press(Qt::Key_Escape);

@@ -292,6 +292,37 @@ private Q_SLOTS:
         QTRY_VERIFY(restsAt(panel, QRect(11, 33, 103, 57)));
     }
 
+    void cutPanelIsThereWhereItWasCutToOnly()
+    {
+        const QColor colour(0x33, 0x66, 0x99);
+        X11ClientWindow below(display(), {.pixels = QRect(100, 100, 500, 400),
+                                          .kind = desktop::WindowKind::unmanaged,
+                                          .colour = colour});
+        QWidget panel;
+        panel.setStyleSheet(QStringLiteral("background: white"));
+        const QRect place(201, 203, 151, 101);
+        m_panels.assume(panel, PanelRole::frame, place);
+        const QRegion left = QRegion(7, 11, 30, 3) + QRegion(50, 20, 1, 1);
+        m_panels.cut(panel, left);
+        m_panels.show(panel, place);
+        const auto seen = [&] {
+            const QImage image = rootImage(place);
+            QRegion region;
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x) {
+                    if (image.pixelColor(x, y) != colour)
+                        region += QRect(x, y, 1, 1);
+                }
+            }
+            return region;
+        };
+        QTRY_COMPARE(seen(), left);
+        m_panels.cut(panel, QRegion(3, 3, 2, 2));
+        QTRY_COMPARE(seen(), QRegion(3, 3, 2, 2));
+        m_panels.cut(panel, {});
+        QTRY_COMPARE(seen(), QRegion(QRect(QPoint(), place.size())));
+    }
+
     void menuOpensOnceAndGoesWithTheChoice()
     {
         QWidget panel;

@@ -91,11 +91,12 @@ private Q_SLOTS:
     {
         const QStringList paths{QStringLiteral("/Imágenes/a b.gif"), QStringLiteral("/c#?%41.png")};
         QVERIFY(taken(ClipboardContent::files(paths)));
-        QCOMPARE(pastedByQt()->urls(),
-                 (QList{QUrl::fromLocalFile(paths.at(0)), QUrl::fromLocalFile(paths.at(1))}));
+        // Qt hears of a change by an event of its own.
+        QTRY_COMPARE(pastedByQt()->urls(),
+                     (QList{QUrl::fromLocalFile(paths.at(0)), QUrl::fromLocalFile(paths.at(1))}));
         QVERIFY(taken(ClipboardContent::gif("GIF89a", paths.at(0))));
-        QCOMPARE(pastedByQt()->urls(), QList{QUrl::fromLocalFile(paths.at(0))});
-        QCOMPARE(pastedByQt()->data(QStringLiteral("image/gif")), QByteArray("GIF89a"));
+        QTRY_COMPARE(pastedByQt()->urls(), QList{QUrl::fromLocalFile(paths.at(0))});
+        QTRY_COMPARE(pastedByQt()->data(QStringLiteral("image/gif")), QByteArray("GIF89a"));
     }
 
     void severalFormsAreAskedForAtOnce()

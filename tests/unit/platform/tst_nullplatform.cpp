@@ -31,7 +31,7 @@ private Q_SLOTS:
         null.grabber->openRegion({0, 0, 10, 10}, {}, this,
                                  [&opened](const auto& frames) { opened = frames.ok(); });
         QCOMPARE(opened, std::optional(false));
-        QVERIFY(!null.hotKeys->takeEscape([] {}));
+        QVERIFY(!null.hotKeys->takeKey(PlainKey::escape, [] {}));
         QVERIFY(!null.foreignPresses->watch([] {}));
         QVERIFY(!null.trayHosts->available());
     }
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(ports);
         const Platform offscreen = ports.value().make();
         QVERIFY(offscreen.displays->screens().empty());
-        QVERIFY(!offscreen.hotKeys->takeEscape([] {}));
+        QVERIFY(!offscreen.hotKeys->takeKey(PlainKey::escape, [] {}));
         QVERIFY(offscreen.textCatalogue.isEmpty());
     }
 };

@@ -9,7 +9,8 @@
 
 namespace brindlecam::test {
 
-/// Grabs pictures of one colour per call, at once or when the test says so.
+/// Grabs pictures of one colour per call, at once or when the test says so; opens the regions that
+/// the test has put there.
 class FakeGrabber final : public Grabber {
 public:
     bool waits = false;         ///< hold answers back until answer()
@@ -42,9 +43,25 @@ public:
         else
             answer();
     }
-    void openRegion(const QRect&, const RegionOptions&, QObject*, Opened opened) override
+    std::unique_ptr<RegionFrames> region; ///< the next one; null: an error
+    std::vector<QRect> regions;           ///< that were asked for
+    RegionOptions options;                ///< of the last one
+    void openRegion(const QRect& native, const RegionOptions& wanted, QObject* context,
+                    Opened opened) override
     {
-        opened(Error{});
+        regions.push_back(native);
+        options = wanted;
+        auto answer = [this, opened = std::move(opened)] {
+            if (region)
+                opened(std::move(region));
+            else
+                opened(Error{});
+        };
+        m_context = context;
+        if (waits)
+            m_pending = std::move(answer);
+        else
+            answer();
     }
 
     void answer()

@@ -55,9 +55,10 @@ public:
         if (!waits)
             answer();
     }
-    [[nodiscard]] std::unique_ptr<TakenKey> takeEscape(std::function<void()> pressed) override
+    [[nodiscard]] std::unique_ptr<TakenKey> takeKey(PlainKey key,
+                                                    std::function<void()> pressed) override
     {
-        return take({KeyCodes::kEscape, 0}, std::move(pressed));
+        return take({static_cast<int>(key), 0}, std::move(pressed));
     }
 
     /// Keys by which Qt calls them, and their virtual key codes: the others have none.

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <map>
 #include <set>
 #include <utility>
 #include <vector>
@@ -31,6 +32,7 @@ public:
     std::vector<Shown> shown;      ///< in the order they were shown
     std::vector<double> strengths; ///< in the order they were asked for
     std::vector<QPointer<QWidget>> focused;
+    std::map<const QWidget*, QRegion> cuts;  ///< the last one of each
     std::vector<Menu> menus;                 ///< in the order they were opened
     std::function<void()> onSwallow;         ///< a session ends
     std::function<void(PanelRole)> onAssume; ///< a panel is made
@@ -58,6 +60,7 @@ public:
     }
     void putAway(QWidget& widget) override { widget.hide(); }
     void place(QWidget& widget, const QRect& native) override { widget.resize(native.size()); }
+    void cut(QWidget& widget, const QRegion& pixels) override { cuts[&widget] = pixels; }
     void focus(QWidget& widget) override { focused.push_back(&widget); }
     void swallowDoubleClick() override
     {

@@ -45,15 +45,26 @@ void* PatientConnection::awaitReply(unsigned int sequence, xcb_generic_error_t**
     void* reply = nullptr;
     xcb_flush(raw());
     while (xcb_poll_for_reply(raw(), sequence, &reply, error) == 0) {
-        // Only asking for events reads what has come; of those, nobody here wants any.
-        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(raw())}) {
-        }
+        tellEvents(xcb_poll_for_event); // only asking for events reads what has come
         if (xcb_poll_for_reply(raw(), sequence, &reply, error) != 0)
             break;
         if (!awaitBytes())
             hangUp();
     }
     return reply;
+}
+
+void PatientConnection::tellEvents()
+{
+    tellEvents(xcb_poll_for_queued_event);
+}
+
+void PatientConnection::tellEvents(Poll poll)
+{
+    while (const Owned<xcb_generic_event_t> event{poll(raw())}) {
+        if (m_listener)
+            m_listener(*event);
+    }
 }
 
 bool PatientConnection::awaitBytes() const

@@ -7,6 +7,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
+#include <utility>
 
 namespace brindlecam::x11 {
 
@@ -29,6 +31,12 @@ public:
     /// As xcb_wait_for_reply, but null when the patience is at its end or somebody has cut it.
     [[nodiscard]] void* awaitReply(unsigned int sequence, xcb_generic_error_t** error);
 
+    using Listener = std::function<void(const xcb_generic_event_t&)>;
+    /// Who is told of events from now on, while answers are awaited; nobody else ever is.
+    void listen(Listener listener) { m_listener = std::move(listener); }
+    /// Tells of all that have come before the latest answer.
+    void tellEvents();
+
     /// The patience begins anew.
     void beginWaiting() { m_limit.setRemainingTime(m_patience); }
 
@@ -37,6 +45,8 @@ public:
     [[nodiscard]] bool wasCut() const { return m_cut; }
 
 private:
+    using Poll = xcb_generic_event_t* (*)(xcb_connection_t*);
+    void tellEvents(Poll poll);
     /// False when the patience is at its end.
     [[nodiscard]] bool awaitBytes() const;
     /// Both ends see that there is nobody at the other: whoever waits for bytes wakes up.
@@ -45,6 +55,7 @@ private:
     const std::chrono::milliseconds m_patience;
     const OwnConnection m_connection;
     QDeadlineTimer m_limit;
+    Listener m_listener;
     std::atomic<bool> m_cut = false;
 };
 

@@ -19,10 +19,15 @@ xcb_map_state_t mapState(xcb_window_t window)
 
 } // namespace
 
+ClientIds ClientIds::of(xcb_connection_t* connection)
+{
+    const xcb_setup_t& setup = *xcb_get_setup(connection);
+    return {setup.resource_id_base, setup.resource_id_mask};
+}
+
 bool isOurs(xcb_window_t window)
 {
-    const xcb_setup_t& setup = *xcb_get_setup(connection());
-    return (window & ~setup.resource_id_mask) == setup.resource_id_base;
+    return ClientIds::of(connection()).has(window);
 }
 
 bool isMapped(xcb_window_t window)

@@ -14,6 +14,16 @@ namespace brindlecam::x11 {
 
 /// Small requests about one window, ours or not. Main thread; sizes are native pixels.
 
+/// The numbers of what one client makes.
+struct ClientIds {
+    std::uint32_t base = 0;
+    std::uint32_t mask = 0;
+
+    /// Any thread.
+    [[nodiscard]] static ClientIds of(xcb_connection_t* connection);
+    [[nodiscard]] bool has(std::uint32_t id) const { return (id & ~mask) == base; }
+};
+
 /// Whether a client of this connection made the window.
 [[nodiscard]] bool isOurs(xcb_window_t window);
 /// Whether the window itself is mapped now, its parents or not; false when it is gone.

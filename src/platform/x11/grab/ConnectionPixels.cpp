@@ -6,13 +6,13 @@
 
 namespace brindlecam::ConnectionPixels {
 
-xcb_get_image_cookie_t request(const x11::RootAccess& access, const QRect& native)
+xcb_get_image_cookie_t request(const x11::RootAccess& access, xcb_drawable_t source,
+                               const QRect& rect)
 {
-    return xcb_get_image(access.connection, XCB_IMAGE_FORMAT_Z_PIXMAP, access.root,
-                         static_cast<std::int16_t>(native.x()),
-                         static_cast<std::int16_t>(native.y()),
-                         static_cast<std::uint16_t>(native.width()),
-                         static_cast<std::uint16_t>(native.height()), x11::kAllPlanes);
+    return xcb_get_image(access.connection, XCB_IMAGE_FORMAT_Z_PIXMAP, source,
+                         static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
+                         static_cast<std::uint16_t>(rect.width()),
+                         static_cast<std::uint16_t>(rect.height()), x11::kAllPlanes);
 }
 
 Result<QImage> receive(const x11::RootAccess& access, const RootFormat& format, QSize size,

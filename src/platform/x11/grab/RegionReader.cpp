@@ -1,6 +1,8 @@
 #include "platform/x11/grab/RegionReader.h"
 
+#include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/grab/BandRing.h"
+#include "platform/x11/grab/BeneathPanels.h"
 #include "platform/x11/grab/ConnectionPixels.h"
 #include "platform/x11/grab/DesktopOutline.h"
 #include "platform/x11/grab/DrawingPause.h"
@@ -32,11 +34,15 @@ std::unique_ptr<PixelBuffer> makeRing(xcb_connection_t* connection)
 
 } // namespace
 
-RegionReader::RegionReader(const x11::RootAccess& access, const RootFormat& format, Pointer pointer)
+RegionReader::RegionReader(const x11::RootAccess& access, const RootFormat& format,
+                           const RegionOptions& options)
     : m_access(access)
     , m_format(format)
     , m_knowsMonitors(OutlineQuestion::canTellMonitors(access))
-    , m_seesPointer(pointer == Pointer::shown && canTellPointer(access))
+    , m_seesPointer(options.pointer == RegionOptions::Pointer::shown && canTellPointer(access))
+    , m_showsPanels(options.panels == RegionOptions::Panels::shown)
+    , m_beneath(m_showsPanels ? nullptr
+                              : BeneathPanels::make(access, x11::ClientIds::of(x11::connection())))
     , m_ring(makeRing(access.connection))
 {
 }
@@ -81,20 +87,27 @@ Result<RegionReader::Look> RegionReader::read(const QRect& native, QImage used)
     }
     if (refused)
         return *refused;
-    auto image = readPixels(pause, native, std::move(used));
+    const auto beneath = m_beneath ? m_beneath->draw(native) : std::nullopt;
+    look.showsPanels = beneath ? beneath->showsPanels : !m_showsPanels && !m_beneath;
+    if (beneath)
+        pause.end(); // nobody else draws on that picture
+    auto image = beneath
+                     ? readPixels(pause, beneath->pixels, QRect({}, native.size()), std::move(used))
+                     : readPixels(pause, m_access.root, native, std::move(used));
     if (!image)
         return image.error();
     look.image = std::move(image).value();
     return look;
 }
 
-Result<QImage> RegionReader::readPixels(DrawingPause& pause, const QRect& native, QImage used)
+Result<QImage> RegionReader::readPixels(DrawingPause& pause, xcb_drawable_t source,
+                                        const QRect& rect, QImage used)
 {
     if (m_ring)
-        return readThroughRing(pause, native, std::move(used));
-    const auto cookie = ConnectionPixels::request(m_access, native);
+        return readThroughRing(pause, source, rect, std::move(used));
+    const auto cookie = ConnectionPixels::request(m_access, source, rect);
     pause.end();
-    auto raw = ConnectionPixels::receive(m_access, m_format, native.size(), cookie);
+    auto raw = ConnectionPixels::receive(m_access, m_format, rect.size(), cookie);
     if (!raw)
         return raw;
     QImage picture = m_format.converted(std::move(raw).value());
@@ -103,24 +116,25 @@ Result<QImage> RegionReader::readPixels(DrawingPause& pause, const QRect& native
     return picture;
 }
 
-Result<QImage> RegionReader::readThroughRing(DrawingPause& pause, const QRect& native, QImage used)
+Result<QImage> RegionReader::readThroughRing(DrawingPause& pause, xcb_drawable_t source,
+                                             const QRect& rect, QImage used)
 {
-    const qsizetype bytesPerLine = m_format.bytesPerLine(native.width());
-    RootBands bands(m_access, pause, *m_ring, native);
+    const qsizetype bytesPerLine = m_format.bytesPerLine(rect.width());
+    RootBands bands(m_access, pause, *m_ring, source, rect);
     const auto readInto = [&](uchar* target) {
-        return BandRing::read(bands, m_ring->data(), native.height(), bytesPerLine, target);
+        return BandRing::read(bands, m_ring->data(), rect.height(), bytesPerLine, target);
     };
     if (m_format.isDirect()) {
-        if (used.size() != native.size() || !used.isDetached())
-            used = QImage(native.size(), m_format.format);
+        if (used.size() != rect.size() || !used.isDetached())
+            used = QImage(rect.size(), m_format.format);
         if (used.isNull())
             return GrabErrors::noMemory();
         return readInto(used.bits()) ? Result<QImage>(std::move(used)) : GrabErrors::noAnswer();
     }
-    m_raw.resize(static_cast<std::size_t>(bytesPerLine * native.height()));
+    m_raw.resize(static_cast<std::size_t>(bytesPerLine * rect.height()));
     if (!readInto(m_raw.data()))
         return GrabErrors::noAnswer();
-    const QImage raw(m_raw.data(), native.width(), native.height(), bytesPerLine, m_format.format);
+    const QImage raw(m_raw.data(), rect.width(), rect.height(), bytesPerLine, m_format.format);
     // Another picture in any case: this one's memory is overwritten by the next.
     QImage picture = raw.convertToFormat(QImage::Format_RGB32);
     if (picture.isNull())

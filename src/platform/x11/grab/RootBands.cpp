@@ -7,11 +7,12 @@
 namespace brindlecam {
 
 RootBands::RootBands(const x11::RootAccess& access, DrawingPause& pause, const PixelBuffer& ring,
-                     const QRect& native)
+                     xcb_drawable_t source, const QRect& rect)
     : m_access(access)
     , m_pause(pause)
     , m_ring(ring)
-    , m_native(native)
+    , m_source(source)
+    , m_rect(rect)
 {
 }
 
@@ -24,12 +25,12 @@ RootBands::~RootBands()
 void RootBands::ask(const Band& band)
 {
     m_underWay.push_back(xcb_shm_get_image(
-        m_access.connection, m_access.root, static_cast<std::int16_t>(m_native.x()),
-        static_cast<std::int16_t>(m_native.y() + band.firstRow),
-        static_cast<std::uint16_t>(m_native.width()), static_cast<std::uint16_t>(band.rows),
+        m_access.connection, m_source, static_cast<std::int16_t>(m_rect.x()),
+        static_cast<std::int16_t>(m_rect.y() + band.firstRow),
+        static_cast<std::uint16_t>(m_rect.width()), static_cast<std::uint16_t>(band.rows),
         x11::kAllPlanes, XCB_IMAGE_FORMAT_Z_PIXMAP, m_ring.segment(),
         static_cast<std::uint32_t>(band.slot)));
-    if (band.firstRow + band.rows == m_native.height())
+    if (band.firstRow + band.rows == m_rect.height())
         m_pause.end();
 }
 

@@ -14,13 +14,14 @@ namespace brindlecam {
 class DrawingPause;
 class PixelBuffer;
 
-/// Bands of one rectangle of the root window, which the server writes into shared memory. The pause
-/// ends with the last one that is asked for. On its connection's thread; native pixels.
+/// Bands of one rectangle of the root window, or of a pixmap of its depth, which the server writes
+/// into shared memory. The pause ends with the last one that is asked for. On its connection's
+/// thread; native pixels.
 class RootBands final : public BandPeer {
 public:
-    /// The rectangle must lie on the desktop, the ring hold the bands.
+    /// The rectangle must lie on what is read, the ring hold the bands.
     RootBands(const x11::RootAccess& access, DrawingPause& pause, const PixelBuffer& ring,
-              const QRect& native);
+              xcb_drawable_t source, const QRect& rect);
     ~RootBands() override;
     RootBands(const RootBands&) = delete;
     RootBands& operator=(const RootBands&) = delete;
@@ -33,7 +34,8 @@ private:
     const x11::RootAccess& m_access;
     DrawingPause& m_pause;
     const PixelBuffer& m_ring;
-    const QRect m_native;
+    const xcb_drawable_t m_source;
+    const QRect m_rect;
     std::deque<xcb_shm_get_image_cookie_t> m_underWay;
 };
 

@@ -48,7 +48,7 @@ Result<QImage> RootReader::readRaw(const QRect& native) const
         return *std::move(shared);
     const auto access = x11::RootAccess::onQtsConnection();
     return ConnectionPixels::receive(access, m_pixels->format(), native.size(),
-                                     ConnectionPixels::request(access, native));
+                                     ConnectionPixels::request(access, access.root, native));
 }
 
 } // namespace brindlecam

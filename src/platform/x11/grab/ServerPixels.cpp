@@ -41,7 +41,7 @@ std::optional<QImage> ServerPixels::read(const QRect& native)
     const bool whole = pixels && [&] {
         const auto access = x11::RootAccess::onQtsConnection();
         DrawingPause pause(access.connection);
-        RootBands bands(access, pause, *ring, native);
+        RootBands bands(access, pause, *ring, access.root, native);
         return BandRing::read(bands, ring->data(), native.height(), bytesPerLine, pixels->data());
     }();
     keep(std::move(ring), whole);

@@ -30,7 +30,7 @@ X11RegionFrames::X11RegionFrames(std::unique_ptr<x11::PatientConnection> server,
     , m_size(options.frameSize(native.size()))
     , m_server(std::move(server))
     , m_access(m_server->access())
-    , m_reader(m_access, format, options.pointer)
+    , m_reader(m_access, format, options)
 {
 }
 
@@ -73,7 +73,7 @@ Result<RegionFrame> X11RegionFrames::take()
     m_last = std::move(look.image);
     if (frame.isNull())
         return GrabErrors::noMemory();
-    return RegionFrame{std::move(frame), look.taken};
+    return RegionFrame{std::move(frame), look.taken, look.showsPanels};
 }
 
 } // namespace brindlecam

@@ -30,6 +30,7 @@ public:
 
     /// What fails because nobody answers within the patience fails for good.
     [[nodiscard]] Result<std::optional<RegionFrame>> next() override;
+    [[nodiscard]] bool seesBeneathPanels() const override { return m_reader.seesBeneathPanels(); }
     void stop() override;
 
 private:

@@ -31,12 +31,19 @@ std::vector<std::uint8_t> keyCodes(int virtualKeyCode)
     return codes;
 }
 
+bool isPlainKey(std::uint8_t code)
+{
+    const auto keyCode = KeyCodes::fromEvdev(code - kFirstKeyCode);
+    return keyCode == KeyCodes::kEscape || keyCode == KeyCodes::kReturn ||
+           keyCode == KeyCodes::kKeypadEnter;
+}
+
 } // namespace
 
 /// Keeps its listener alive.
-class X11HotKeys::Escape final : public TakenKey {
+class X11HotKeys::Taken final : public TakenKey {
 public:
-    explicit Escape(std::shared_ptr<Listener> listener)
+    explicit Taken(std::shared_ptr<Listener> listener)
         : m_listener(std::move(listener))
     {
     }
@@ -80,14 +87,14 @@ void X11HotKeys::unbind()
         m_bound.pop_back();
 }
 
-std::unique_ptr<TakenKey> X11HotKeys::takeEscape(std::function<void()> pressed)
+std::unique_ptr<TakenKey> X11HotKeys::takeKey(PlainKey key, std::function<void()> pressed)
 {
-    HotKeyWish escape;
-    escape.keyCode = KeyCodes::kEscape;
+    HotKeyWish wish;
+    wish.keyCode = static_cast<int>(key);
     // Whoever holds it hears of it, as long as this is there to tell.
     auto listener =
-        take(escape, &m_context, [pressed = std::move(pressed)](const QString&) { pressed(); });
-    return listener ? std::make_unique<Escape>(std::move(listener)) : nullptr;
+        take(wish, &m_context, [pressed = std::move(pressed)](const QString&) { pressed(); });
+    return listener ? std::make_unique<Taken>(std::move(listener)) : nullptr;
 }
 
 std::optional<PressedKey> X11HotKeys::read(const QKeyEvent& event) const
@@ -169,13 +176,15 @@ X11Events::Verdict X11HotKeys::handle(const xcb_generic_event_t& event)
 
 /// An open menu of ours has the whole keyboard, so that no key grab takes effect and the hot key
 /// comes to the menu's window. Whether the menu is still open does not count: it may have closed by
-/// itself while the key was on its way. Esc is left to the menu. Keys that come to a window of ours
-/// which is no widget are KeySink's, and for nobody.
+/// itself while the key was on its way. Plain keys with which it is left or chosen from are the
+/// menu's. Keys that come to a window of ours which is no widget are KeySink's, and for nobody.
 bool X11HotKeys::cameToAMenu(const xcb_key_press_event_t& event) const
 {
     constexpr std::uint8_t kPress = XCB_KEY_PRESS; // and not one that another program has made up
-    return event.response_type == kPress && QWidget::find(event.event) && listenerFor(event) &&
-           event.detail != keyCodes(KeyCodes::kEscape).front();
+    if (event.response_type != kPress || !QWidget::find(event.event))
+        return false;
+    const auto listener = listenerFor(event);
+    return listener && (listener->modifiers != 0 || !isPlainKey(event.detail));
 }
 
 std::shared_ptr<X11HotKeys::Listener>

@@ -27,7 +27,8 @@ public:
 
     void bind(const std::vector<HotKeyWish>& wishes, QObject* context, Pressed pressed,
               Done done) override;
-    [[nodiscard]] std::unique_ptr<TakenKey> takeEscape(std::function<void()> pressed) override;
+    [[nodiscard]] std::unique_ptr<TakenKey> takeKey(PlainKey key,
+                                                    std::function<void()> pressed) override;
     [[nodiscard]] std::optional<PressedKey> read(const QKeyEvent& event) const override;
 
 private:
@@ -40,7 +41,7 @@ private:
         Pressed pressed;
         std::shared_ptr<x11::KeyGrab> grab;
     };
-    class Escape;
+    class Taken;
 
     [[nodiscard]] std::shared_ptr<Listener> take(const HotKeyWish& wish, QObject* context,
                                                  Pressed pressed);

@@ -2,6 +2,7 @@
 
 #include "platform/FirstFrame.h"
 #include "platform/x11/connection/X11.h"
+#include "platform/x11/connection/X11Windows.h"
 #include "platform/x11/grab/ServerPixels.h"
 #include "platform/x11/windows/PanelWindows.h"
 
@@ -69,6 +70,16 @@ void X11Panels::place(QWidget& widget, const QRect& native)
 {
     if (PanelWindow* window = m_windows->of(widget))
         window->moveTo(native);
+}
+
+// By the pixel: a widget's own mask counts in points.
+void X11Panels::cut(QWidget& widget, const QRegion& pixels)
+{
+    const PanelWindow* window = m_windows->of(widget);
+    if (!window)
+        return;
+    x11::setShape(window->id(), pixels);
+    xcb_flush(x11::connection());
 }
 
 void X11Panels::focus(QWidget& widget)

@@ -25,6 +25,7 @@ public:
                     std::function<void()> mayPaint) override;
     void putAway(QWidget& widget) override;
     void place(QWidget& widget, const QRect& native) override;
+    void cut(QWidget& widget, const QRegion& pixels) override;
     void focus(QWidget& widget) override;
     void swallowDoubleClick() override;
     void popUp(QWidget& over, QPoint place, std::vector<MenuEntry> entries) override;

@@ -83,6 +83,11 @@ void X11ClientWindow::paint(QColor colour)
 {
     QImage picture(1, 1, QImage::Format_RGB32);
     picture.fill(colour);
+    paint(picture);
+}
+
+void X11ClientWindow::paint(const QImage& picture)
+{
     const xcb_pixmap_t background = uploaded(m_connection, picture);
     xcb_change_window_attributes(m_connection.raw(), m_window, XCB_CW_BACK_PIXMAP, &background);
     xcb_clear_area(m_connection.raw(), 0, m_window, 0, 0, 0, 0);

@@ -18,6 +18,7 @@ public:
     void raise() override;
     void lower() override;
     void paint(QColor colour) override;
+    void paint(const QImage& picture) override;
     void claimFullScreen(bool fullScreen) override;
     void forget() override;
     [[nodiscard]] const std::vector<KeyPress>& keys() override;

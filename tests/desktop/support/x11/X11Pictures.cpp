@@ -2,11 +2,30 @@
 
 namespace brindlecam::desktop {
 
+namespace {
+
+QImage::Format formatOf(std::uint8_t depth)
+{
+    switch (depth) {
+    case 16:
+        return QImage::Format_RGB16;
+    case 32:
+        return QImage::Format_ARGB32_Premultiplied;
+    default:
+        return QImage::Format_RGB32;
+    }
+}
+
+} // namespace
+
 xcb_pixmap_t uploaded(const Connection& connection, const QImage& picture)
 {
-    const std::uint8_t depth = connection.screen().root_depth;
-    const QImage pixels =
-        picture.convertToFormat(depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);
+    return uploaded(connection, picture, connection.screen().root_depth);
+}
+
+xcb_pixmap_t uploaded(const Connection& connection, const QImage& picture, std::uint8_t depth)
+{
+    const QImage pixels = picture.convertToFormat(formatOf(depth));
     const auto width = static_cast<std::uint16_t>(pixels.width());
     const xcb_pixmap_t pixmap = xcb_generate_id(connection.raw());
     xcb_create_pixmap(connection.raw(), depth, pixmap, connection.root(), width,
