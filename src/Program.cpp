@@ -33,6 +33,7 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
     , m_pinnedCaptures(
           {*platform.panels, *platform.pins, *platform.displays, *platform.compositing}, m_toast,
           m_activity, m_captureResults)
+    , m_longCaptures({platform, m_captureResults, m_toast, m_alerts, m_activity})
     , m_drawer(
           {platform, m_prefs, m_history, m_output, m_toast, m_alerts, m_activity, WorkPool::run})
     , m_captureController({platform, m_prefs, m_captureResults, m_toast, m_alerts, m_activity,
@@ -42,7 +43,8 @@ Program::Program(Platform& platform, CaptureFailure::Voice voice, SingleInstance
              QStringLiteral("Brindlecam/") + Updater::installedVersion())
     , m_updater({m_prefs, m_alerts, *platform.fileOpener, m_activity, m_feed})
     , m_delegate({platform, m_prefs, m_alerts, m_toast, m_activity, m_history, m_output,
-                  m_countdown, m_captureController, m_drawer, m_updater, instance, WorkPool::run})
+                  m_countdown, m_longCaptures, m_captureController, m_drawer, m_updater, instance,
+                  WorkPool::run})
 {
     QThreadPool::globalInstance()->setExpiryTimeout(static_cast<int>(kIdleThreadLife.count()));
 }

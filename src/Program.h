@@ -4,10 +4,10 @@
 #include "capture/CaptureFailure.h"
 #include "capture/CaptureResults.h"
 #include "capture/Countdown.h"
-#include "capture/LongCaptures.h"
 #include "capture/Output.h"
 #include "drawer/RecentDrawer.h"
 #include "history/History.h"
+#include "long/LongSessions.h"
 #include "notices/Activity.h"
 #include "notices/Alerts.h"
 #include "notices/Toast.h"
@@ -56,7 +56,7 @@ private:
     CaptureResults m_captureResults;
     Countdown m_countdown;
     PinnedCaptures m_pinnedCaptures;
-    NoLongCaptures m_longCaptures;
+    LongSessions m_longCaptures;
     RecentDrawer m_drawer;
     CaptureController m_captureController;
     FeedProcess m_feed;

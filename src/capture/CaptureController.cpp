@@ -130,7 +130,8 @@ void CaptureController::waitForPictures()
 {
     auto* grabbing = std::get_if<Grabbing>(&m_state);
     if (grabbing && grabbing->awaits == Grabbing::Awaits::pictures && !grabbing->escapeKey)
-        grabbing->escapeKey = m_services.platform.hotKeys->takeEscape([this] { callOff(); });
+        grabbing->escapeKey =
+            m_services.platform.hotKeys->takeKey(PlainKey::escape, [this] { callOff(); });
 }
 
 void CaptureController::callOff()
@@ -178,7 +179,7 @@ void CaptureController::present(const std::vector<Shot>& shots)
     m_state = Overlay{};
     // First: whoever sees the overlay can leave it.
     std::get<Overlay>(m_state).escapeKey =
-        m_services.platform.hotKeys->takeEscape([this] { escapePressed(); });
+        m_services.platform.hotKeys->takeKey(PlainKey::escape, [this] { escapePressed(); });
     for (const Shot& shot : shots) {
         OverlayWindow& window = m_overlays.fill(shot);
         window.canvas()->setWindowRects(WindowFinder::onScreen(frames, shot.screen));
@@ -313,8 +314,10 @@ void CaptureController::startLater(LongCapture kind, const QRect& nativeRect)
     if (screen == screens.end() || !m_services.longCaptures.available(kind))
         return;
     QTimer::singleShot(kLongCaptureDelay, this, [this, kind, nativeRect, screen = *screen] {
-        if (mayStart() && !m_services.activity.quitting()) // something may have come in between
-            m_services.longCaptures.start(kind, nativeRect, screen);
+        if (!mayStart() || m_services.activity.quitting()) // something may have come in between
+            return;
+        m_services.cover.leave(ScreenCover::Focus::goesBack);
+        m_services.longCaptures.start(kind, nativeRect, screen);
     });
 }
 

@@ -1,15 +1,24 @@
 #include "capture/CaptureResults.h"
 
+#include "base/Text.h"
 #include "capture/Output.h"
 #include "capture/SavePanel.h"
+#include "notices/Progress.h"
 #include "notices/Toast.h"
 #include "preferences/Prefs.h"
 
 #include <QDir>
 
+#include <chrono>
 #include <utility>
 
 namespace brindlecam {
+
+namespace {
+
+constexpr std::chrono::milliseconds kPagePatience{1000};
+
+} // namespace
 
 CaptureResults::CaptureResults(const Prefs& prefs, Output& output, Toast& toast, Alerts& alerts)
     : m_prefs(prefs)
@@ -22,6 +31,11 @@ CaptureResults::CaptureResults(const Prefs& prefs, Output& output, Toast& toast,
 QString CaptureResults::pathInFolder() const
 {
     return QDir(m_prefs.saveFolder()).filePath(Prefs::newFileName());
+}
+
+QString CaptureResults::areaPath() const
+{
+    return m_prefs.autoSaveArea() ? pathInFolder() : QString();
 }
 
 void CaptureResults::Teller::tell(const std::optional<QString>& message) const
@@ -41,8 +55,20 @@ void CaptureResults::deliverCaptured(ResultToast::Kind kind, const Rendered& pic
 
 void CaptureResults::area(const Rendered& picture, const Screen& screen)
 {
-    const QString saveTo = m_prefs.autoSaveArea() ? pathInFolder() : QString();
-    deliverCaptured(ResultToast::Kind::area, picture, saveTo, screen);
+    deliverCaptured(ResultToast::Kind::area, picture, areaPath(), screen);
+}
+
+void CaptureResults::page(const Rendered& picture, const Screen& screen)
+{
+    auto progress = std::make_shared<Progress>(
+        m_toast, ::brindlecam::text("Preparando la captura larga…"), screen, kPagePatience);
+    m_output.deliver(picture, {.copy = true, .saveTo = areaPath(), .history = true},
+                     [to = teller(screen), rows = picture.image().height(),
+                      progress = std::move(progress)](const Fate& fate) mutable {
+                         progress.reset();
+                         to.tell(ResultToast::pageMessage(rows, fate));
+                     });
+    sessionEnded();
 }
 
 void CaptureResults::fullScreen(const Shot& shot)

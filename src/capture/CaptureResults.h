@@ -28,6 +28,8 @@ public:
 
     /// An area the user has taken; the toast appears on `screen`.
     void area(const Rendered& picture, const std::optional<ScreenInfo>& screen);
+    /// A scrolled page. Encoding it may take so long that the user is told.
+    void page(const Rendered& picture, const std::optional<ScreenInfo>& screen);
     /// A whole screen; the toast appears on it.
     void fullScreen(const Shot& shot);
     /// Recognised text.
@@ -67,6 +69,8 @@ private:
     };
 
     [[nodiscard]] QString pathInFolder() const;
+    /// Where an area or a page is saved by itself; empty: nowhere.
+    [[nodiscard]] QString areaPath() const;
     void deliverCaptured(ResultToast::Kind kind, const Rendered& picture, const QString& saveTo,
                          const Screen& screen);
     [[nodiscard]] Teller teller(const Screen& screen) { return {m_toast, screen}; }

@@ -28,6 +28,8 @@ std::function<QByteArray()> tiffMaker(const Rendered& picture, const QByteArray&
 {
     if (png.isEmpty())
         return [picture] { return picture.tiffData(); };
+    if (!ClipboardLane::offersTiff(picture.image().size()))
+        return {};
     return [png, dotsPerMetre = picture.dotsPerMetre()] {
         return TiffWriter::encode(QImage::fromData(png, "PNG"), dotsPerMetre);
     };

@@ -19,6 +19,14 @@ namespace brindlecam {
 /// Main thread; encodes on the executor, and outlives whoever waits for an answer.
 class ClipboardLane final {
 public:
+    /// Beyond this many pixels no TIFF stands beside the PNG: nobody could paste it, and making it
+    /// would take half a gigabyte.
+    static constexpr qint64 kMostTiffPixels = 64'000'000;
+    [[nodiscard]] static bool offersTiff(QSize pixels)
+    {
+        return qint64{pixels.width()} * pixels.height() <= kMostTiffPixels;
+    }
+
     enum class Kind {
         result, ///< what a capture has yielded
         /// One of many while a session goes on: soon stale. Clipboard managers are to leave it

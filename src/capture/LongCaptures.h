@@ -25,13 +25,8 @@ public:
     /// Whether these can be taken; a session offers no others.
     [[nodiscard]] virtual bool available(LongCapture kind) const = 0;
     virtual void start(LongCapture kind, const QRect& native, const ScreenInfo& screen) = 0;
-};
-
-/// Takes none, as long as that room is not built.
-class NoLongCaptures final : public LongCaptures {
-public:
-    [[nodiscard]] bool available(LongCapture) const override { return false; }
-    void start(LongCapture, const QRect&, const ScreenInfo&) override {}
+    /// Ends the one that runs, if any, without a result.
+    virtual void cancel() = 0;
 };
 
 /// Actions of the bars that nobody would take.

@@ -6,19 +6,35 @@ namespace brindlecam::ResultToast {
 
 namespace {
 
-QString takenMessage(Kind kind, Fate::Copy file)
+/// What to say of a picture that is on the clipboard.
+struct CopiedTexts {
+    QString saved;
+    QString notSaved;
+    QString notToBeSaved;
+};
+
+CopiedTexts copiedTexts(Kind kind)
 {
-    const bool area = kind == Kind::area;
+    if (kind == Kind::area) {
+        return {text("Copiado y guardado"), text("Copiado, pero no se pudo guardar en la carpeta"),
+                text("Copiado al portapapeles")};
+    }
+    return {text("Pantalla completa copiada y guardada"),
+            text("Copiada, pero no se pudo guardar en la carpeta"),
+            text("Pantalla completa copiada")};
+}
+
+QString copiedMessage(const CopiedTexts& texts, Fate::Copy file)
+{
     switch (file) {
     case Fate::Copy::done:
-        return area ? text("Copiado y guardado") : text("Pantalla completa copiada y guardada");
+        return texts.saved;
     case Fate::Copy::failed:
-        return area ? text("Copiado, pero no se pudo guardar en la carpeta")
-                    : text("Copiada, pero no se pudo guardar en la carpeta");
+        return texts.notSaved;
     case Fate::Copy::notWanted:
         break;
     }
-    return area ? text("Copiado al portapapeles") : text("Pantalla completa copiada");
+    return texts.notToBeSaved;
 }
 
 QString refusedMessage(Fate::Copy file)
@@ -34,6 +50,19 @@ QString refusedMessage(Fate::Copy file)
     return notCopied();
 }
 
+std::optional<QString> told(const CopiedTexts& texts, const Fate& fate)
+{
+    switch (fate.clipboard.value_or(ClipboardFate::overtaken)) {
+    case ClipboardFate::taken:
+        return copiedMessage(texts, fate.file);
+    case ClipboardFate::refused:
+        return refusedMessage(fate.file);
+    case ClipboardFate::overtaken:
+        break;
+    }
+    return saveMessage(fate);
+}
+
 } // namespace
 
 QString notCopied()
@@ -43,15 +72,15 @@ QString notCopied()
 
 std::optional<QString> message(Kind kind, const Fate& fate)
 {
-    switch (fate.clipboard.value_or(ClipboardFate::overtaken)) {
-    case ClipboardFate::taken:
-        return takenMessage(kind, fate.file);
-    case ClipboardFate::refused:
-        return refusedMessage(fate.file);
-    case ClipboardFate::overtaken:
-        break;
-    }
-    return saveMessage(fate);
+    return told(copiedTexts(kind), fate);
+}
+
+std::optional<QString> pageMessage(int rows, const Fate& fate)
+{
+    return told({text("Captura larga copiada y guardada (%1 px de alto)").arg(rows),
+                 text("Copiada, pero no se pudo guardar en la carpeta"),
+                 text("Captura larga copiada (%1 px de alto)").arg(rows)},
+                fate);
 }
 
 std::optional<QString> saveMessage(const Fate& fate)

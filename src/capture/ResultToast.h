@@ -16,6 +16,9 @@ enum class Kind { area, fullScreen };
 /// After a capture that was to be copied.
 [[nodiscard]] std::optional<QString> message(Kind kind, const Fate& fate);
 
+/// The same for a scrolled page of so many pixel rows.
+[[nodiscard]] std::optional<QString> pageMessage(int rows, const Fate& fate);
+
 /// Where nothing but the clipboard was to be reached, and was not.
 [[nodiscard]] QString notCopied();
 

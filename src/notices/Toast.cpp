@@ -54,14 +54,17 @@ class ToastPanel final : public QObject {
 public:
     /// `replaced` is still on the screen; null when none is.
     ToastPanel(Panels& panels, Compositing& compositing, const Pill& pill, const ScreenInfo& screen,
-               const ToastPanel* replaced, std::function<void()> done)
+               const ToastPanel* replaced, Toast::Stays stays, std::function<void()> done)
         : m_panel(panels, compositing, PanelRole::toast, FloatingContent::of(pill))
         , m_done(std::move(done))
     {
         m_panel.showAt(placeOn(screen, pill.size()), screen.scale,
                        replaced ? &replaced->m_panel : nullptr);
-        QTimer::singleShot(Config::toastShown, Qt::PreciseTimer, this, [this] { fade(0); });
+        if (stays == Toast::Stays::aMoment)
+            QTimer::singleShot(Config::toastShown, Qt::PreciseTimer, this, [this] { fade(0); });
     }
+
+    void leave() { fade(0); }
 
 private:
     void fade(int step)
@@ -90,13 +93,13 @@ Toast::Toast(Displays& displays, Panels& panels, Compositing& compositing)
 
 Toast::~Toast() = default;
 
-void Toast::show(const QString& text, const std::optional<ScreenInfo>& screen)
+void Toast::show(const QString& text, const std::optional<ScreenInfo>& screen, Stays stays)
 {
     const std::optional<ScreenInfo> place = asItIsNow(screen, m_displays);
     if (!place)
         return;
     if (m_suspended) {
-        m_held = Held{text, *place};
+        m_held = Held{text, *place, stays};
         return;
     }
     const Pill pill{.text = text,
@@ -105,12 +108,30 @@ void Toast::show(const QString& text, const std::optional<ScreenInfo>& screen)
                     .paddingY = kPaddingY,
                     .alpha = kAlpha};
     m_current = std::make_unique<ToastPanel>(m_panels, m_compositing, pill, *place, m_current.get(),
-                                             [this] { m_current.reset(); });
+                                             stays, [this] { m_current.reset(); });
+    m_shown = Held{text, *place, stays};
+}
+
+bool Toast::lasts(const std::optional<Held>& what)
+{
+    return what && what->stays == Stays::untilEnded;
+}
+
+void Toast::endLasting()
+{
+    if (lasts(m_held))
+        m_held.reset();
+    if (m_current && lasts(m_shown)) {
+        m_shown.reset();
+        m_current->leave();
+    }
 }
 
 void Toast::suspend()
 {
     m_suspended = true;
+    if (m_current && lasts(m_shown) && !m_held)
+        m_held = std::move(m_shown);
     m_current.reset();
 }
 
@@ -118,7 +139,7 @@ void Toast::resume()
 {
     m_suspended = false;
     if (const std::optional<Held> held = std::exchange(m_held, std::nullopt))
-        show(held->text, held->screen);
+        show(held->text, held->screen, held->stays);
 }
 
 } // namespace brindlecam

@@ -53,9 +53,9 @@ WindowTip::WindowTip(const Ports& ports, const Activity& activity, std::chrono::
 
 WindowTip::~WindowTip() = default;
 
-void WindowTip::serve(QWidget& window, OnDesktop onDesktop)
+void WindowTip::serve(QWidget& window, OnDesktop onDesktop, const QRect& spared)
 {
-    m_served[&window] = std::move(onDesktop);
+    m_served[&window] = {std::move(onDesktop), spared};
     connect(&window, &QObject::destroyed, this, [this, gone = &window] { m_served.erase(gone); });
     window.installEventFilter(this);
     for (QWidget* part : window.findChildren<QWidget*>())
@@ -74,19 +74,23 @@ bool WindowTip::eventFilter(QObject* watched, QEvent* event)
         return false;
     const QPoint place = static_cast<QHelpEvent*>(event)->pos();
     if (!m_panel && !m_activity.capture)
-        present(widget->toolTip(), served->second(widget->mapTo(widget->window(), place)));
+        present(widget->toolTip(), served->second.onDesktop(widget->mapTo(widget->window(), place)),
+                served->second.spared);
     return true; // or QWidget would open Qt's window
 }
 
-void WindowTip::present(const QString& text, QPoint pointer)
+void WindowTip::present(const QString& text, QPoint pointer, const QRect& spared)
 {
     const auto screen = screenAt(m_ports.displays, pointer);
     if (!screen)
         return;
     const Pill pill = Pill::toolTip(text);
+    const auto native = placeBeside(spared, pill.size(), pointer, *screen);
+    if (!native)
+        return;
     m_panel = std::make_unique<FloatingPanel>(m_ports.panels, m_ports.compositing, PanelRole::toast,
                                               FloatingContent::of(pill));
-    m_panel->showAt(place(pill.size(), pointer, *screen), screen->scale);
+    m_panel->showAt(*native, screen->scale);
     m_end.start();
 }
 
@@ -113,6 +117,19 @@ QRect WindowTip::place(QSizeF tip, QPoint pointer, const ScreenInfo& screen)
     // Over a dock the pointer may be outside of what is free.
     top = std::min(top, free.bottom() + 1 - size.height());
     return {QPoint(std::max(left, free.left()), std::max(top, free.top())), size};
+}
+
+std::optional<QRect> WindowTip::placeBeside(const QRect& spared, QSizeF tip, QPoint pointer,
+                                            const ScreenInfo& screen)
+{
+    QRect native = place(tip, pointer, screen);
+    if (!native.intersects(spared))
+        return native;
+    const int above = pointer.y() - static_cast<int>(std::ceil(kAbovePointer * screen.scale));
+    native.moveBottom(above - 1);
+    if (native.intersects(spared) || native.top() < screen.visibleFrame.top())
+        return std::nullopt;
+    return native;
 }
 
 } // namespace brindlecam

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 
 class QWidget;
@@ -46,23 +47,33 @@ public:
     ~WindowTip() override;
 
     /// Shows the tool tips of this window and of what is in it from now on, as long as it lives.
-    void serve(QWidget& window, OnDesktop onDesktop);
+    /// What is `spared` (native pixels of the global desktop) is never covered by one: where there
+    /// is no room beside it none is shown.
+    void serve(QWidget& window, OnDesktop onDesktop, const QRect& spared = {});
     /// Takes it off the screen; false when there was none.
     bool dismiss();
 
     /// Where a tip of this size (points) stands: under the pointer, above it where the screen ends,
     /// clear of docks. Native pixels of the global desktop.
     [[nodiscard]] static QRect place(QSizeF tip, QPoint pointer, const ScreenInfo& screen);
+    /// The same, or above the pointer, where it covers nothing of what is spared.
+    [[nodiscard]] static std::optional<QRect> placeBeside(const QRect& spared, QSizeF tip,
+                                                          QPoint pointer, const ScreenInfo& screen);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void present(const QString& text, QPoint pointer);
+    struct Served {
+        OnDesktop onDesktop;
+        QRect spared;
+    };
+
+    void present(const QString& text, QPoint pointer, const QRect& spared);
 
     const Ports m_ports;
     const Activity& m_activity;
-    std::unordered_map<const QObject*, OnDesktop> m_served;
+    std::unordered_map<const QObject*, Served> m_served;
     std::unique_ptr<FloatingPanel> m_panel; ///< only while a tip is shown
     QTimer m_end;
 };

@@ -4,6 +4,7 @@
 #include "base/UnfinishedFiles.h"
 #include "capture/CaptureController.h"
 #include "capture/Countdown.h"
+#include "capture/LongCaptures.h"
 #include "capture/Output.h"
 #include "drawer/RecentDrawer.h"
 #include "history/History.h"
@@ -95,6 +96,7 @@ void AppDelegate::quit()
     m_settings.close();
     m_hotKeyCenter.releaseAll();
     m_rooms.countdown.cancel();
+    m_rooms.longCaptures.cancel();
     m_statusItem.reset();
     m_rooms.drawer.leave(ScreenCover::Focus::goesBack);
     m_rooms.captures.wrapUp([this] { leave(); });

@@ -27,6 +27,7 @@ class Alerts;
 class CaptureController;
 class Countdown;
 class History;
+class LongCaptures;
 class Output;
 class Prefs;
 class RecentDrawer;
@@ -53,6 +54,7 @@ public:
         const History& history;
         Output& output;
         Countdown& countdown;
+        LongCaptures& longCaptures;
         CaptureController& captures;
         RecentDrawer& drawer;
         Updater& updater;

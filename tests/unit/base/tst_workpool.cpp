@@ -18,7 +18,7 @@ private Q_SLOTS:
     void worksOnThreadsThatAreNotQts()
     {
         std::atomic<bool> onQts = true;
-        QThread* worker = nullptr;
+        std::atomic<QThread*> worker = nullptr;
         QSemaphore done;
         WorkPool::run([&] {
             worker = QThread::currentThread();

@@ -64,6 +64,7 @@ public:
     {
         begun.emplace_back(kind, screen.id);
     }
+    void cancel() override { begun.clear(); }
 };
 
 /// Notes when it had to leave, and says whether it was there.

@@ -1,4 +1,5 @@
 #include "CaptureFixture.h"
+#include "support/GatedExecutor.h"
 #include "support/TestCase.h"
 
 #include <QFile>
@@ -50,6 +51,45 @@ private Q_SLOTS:
         image.fill(Qt::red);
         f.results.fullScreen({.screen = test::kLeft, .image = image});
         QCOMPARE(f.told(), QStringLiteral("Guardada, pero no se pudo copiar"));
+    }
+
+    void aPageIsToldWithItsHeight()
+    {
+        ResultsFixture f(ClipboardFate::taken);
+        f.results.page(test::onePicture(Qt::red), {});
+        QCOMPARE(f.told(), QStringLiteral("Captura larga copiada y guardada (30 px de alto)"));
+        QCOMPARE(f.savedFiles().size(), 1);
+        QCOMPARE(f.history.items().size(), 1);
+        f.defaults.setBoolean(QStringLiteral("autoSaveArea"), false);
+        f.results.page(test::onePicture(Qt::red), {});
+        QCOMPARE(f.told(), QStringLiteral("Captura larga copiada (30 px de alto)"));
+        QCOMPARE(f.savedFiles().size(), 1);
+        f.pasteboard.answers = ClipboardFate::refused;
+        f.results.page(test::onePicture(Qt::red), {});
+        QCOMPARE(f.told(), kNotCopied);
+    }
+
+    void whatTakesLongForAPageIsSaid()
+    {
+        ResultsFixture f(ClipboardFate::taken);
+        test::GatedExecutor gate;
+        Output output(f.pasteboard, f.history, f.prefs, gate.executor());
+        CaptureResults results(f.prefs, output, f.toast, f.alerts);
+        results.page(test::onePicture(Qt::red), {});
+        QTRY_COMPARE(f.told(), QStringLiteral("Preparando la captura larga…"));
+        while (!gate.jobs.empty()) {
+            gate.run(0);
+            test::sendAllPostedEvents();
+        }
+        QCOMPARE(f.told(), QStringLiteral("Captura larga copiada y guardada (30 px de alto)"));
+    }
+
+    void aPageWhoseFolderRefusesItIsToldAsCopied()
+    {
+        ResultsFixture f(ClipboardFate::taken);
+        f.defaults.setString(QStringLiteral("saveFolder"), QStringLiteral("/dev/null/capturas"));
+        f.results.page(test::onePicture(Qt::red), {});
+        QCOMPARE(f.told(), QStringLiteral("Copiada, pero no se pudo guardar en la carpeta"));
     }
 
     void aRefusedTextIsNotToldAsCopied()

@@ -1,4 +1,5 @@
 #include "OutputFixture.h"
+#include "capture/ClipboardLane.h"
 #include "support/TestCase.h"
 
 #include <utility>
@@ -31,6 +32,14 @@ class TestClipboardLane final : public test::TestCase {
     Q_OBJECT
 
 private Q_SLOTS:
+    void whatNobodyCouldPasteIsNotOfferedAsTiff()
+    {
+        QVERIFY(ClipboardLane::offersTiff({1920, 20000}));
+        QVERIFY(ClipboardLane::offersTiff({8000, 8000}));
+        QVERIFY(!ClipboardLane::offersTiff({8001, 8000}));
+        QVERIFY(!ClipboardLane::offersTiff({100'000, 100'000}));
+    }
+
     void copyReachesTheClipboardAsPngAndTiff()
     {
         test::OutputFixture f;

@@ -76,6 +76,49 @@ private Q_SLOTS:
         QCOMPARE(place.y() + place.height(), 1040 - 80);
     }
 
+    void oneThatStaysGoesWhenItIsEndedOrReplaced()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kToastPlain};
+        test::FakePanels panels;
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
+        const auto told = [&panels] { return panels.shown.back().widget->accessibleName(); };
+        toast.show(QStringLiteral("Creando"), {}, Toast::Stays::untilEnded);
+        QVERIFY(!QTest::qWaitFor([&toast] { return !toast.visible(); }, 1500));
+        toast.endLasting();
+        QTRY_VERIFY(!toast.visible());
+
+        toast.show(QStringLiteral("Creando"), {}, Toast::Stays::untilEnded);
+        toast.show(QStringLiteral("Copiado"));
+        toast.endLasting(); // not this one
+        QCOMPARE(told(), QStringLiteral("Copiado"));
+        QVERIFY(toast.visible());
+    }
+
+    void oneThatStaysOutlastsACaptureUnlessItIsEnded()
+    {
+        test::FakeDisplays displays;
+        displays.all = {kToastPlain};
+        test::FakePanels panels;
+        test::FakeCompositing compositing;
+        Toast toast(displays, panels, compositing);
+        toast.show(QStringLiteral("Creando"), {}, Toast::Stays::untilEnded);
+        toast.suspend();
+        QVERIFY(!toast.visible());
+        toast.resume();
+        QVERIFY(toast.visible());
+        toast.suspend();
+        toast.endLasting();
+        toast.resume();
+        QVERIFY(!toast.visible());
+        // A short one is not shown twice.
+        toast.show(QStringLiteral("Copiado"));
+        toast.suspend();
+        toast.resume();
+        QVERIFY(!toast.visible());
+    }
+
     void withoutAnyScreenNothingIsShown()
     {
         test::FakeDisplays displays;

@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QPointer>
 
+#include <optional>
+
 namespace brindlecam {
 
 using test::kPinned;
@@ -72,6 +74,31 @@ private Q_SLOTS:
         QFETCH(QPoint, pointer);
         QFETCH(QRect, expected);
         QCOMPARE(WindowTip::place({100, 30}, pointer, screen), expected);
+    }
+
+    void coversNothingThatIsSpared_data()
+    {
+        QTest::addColumn<QRect>("spared");
+        QTest::addColumn<QPoint>("pointer");
+        QTest::addColumn<std::optional<QRect>>("expected");
+        using Place = std::optional<QRect>;
+        QTest::newRow("far away: under the pointer")
+            << QRect(0, 0, 200, 200) << QPoint(500, 300) << Place(QRect(450, 322, 100, 30));
+        QTest::newRow("below the pointer: above it")
+            << QRect(400, 330, 200, 200) << QPoint(500, 300) << Place(QRect(450, 262, 100, 30));
+        QTest::newRow("all around: nowhere")
+            << QRect(400, 200, 200, 200) << QPoint(500, 300) << Place();
+        QTest::newRow("below, and no room above")
+            << QRect(0, 40, 1000, 700) << QPoint(500, 30) << Place();
+    }
+    void coversNothingThatIsSpared()
+    {
+        QFETCH(QRect, spared);
+        QFETCH(QPoint, pointer);
+        QFETCH(std::optional<QRect>, expected);
+        const ScreenInfo screen{QStringLiteral("A"), QRect(0, 0, 1000, 800), 1,
+                                QRect(0, 0, 1000, 800)};
+        QCOMPARE(WindowTip::placeBeside(spared, {100, 30}, pointer, screen), expected);
     }
 
     void isAPanelThatReadsOutThePinsText()

@@ -26,7 +26,7 @@ struct DelegateDesk : CaptureFixture {
     FakeReleaseFeed feed;
     Updater updater{{prefs, alerts, opener, activity, feed}};
     AppDelegate delegate{{platform, prefs, alerts, toast, activity, history, output, countdown,
-                          controller, drawer, updater, instance, atOnce}};
+                          longCaptures, controller, drawer, updater, instance, atOnce}};
 
     /// The dialog that was shown last, if it is one of this kind.
     template <typename Dialog>

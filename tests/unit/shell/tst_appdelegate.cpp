@@ -232,8 +232,9 @@ private Q_SLOTS:
         DelegateDesk desk;
         test::GatedExecutor disk;
         AppDelegate patient{{desk.platform, desk.prefs, desk.alerts, desk.toast, desk.activity,
-                             desk.history, desk.output, desk.countdown, desk.controller,
-                             desk.drawer, desk.updater, desk.instance, disk.executor()}};
+                             desk.history, desk.output, desk.countdown, desk.longCaptures,
+                             desk.controller, desk.drawer, desk.updater, desk.instance,
+                             disk.executor()}};
         patient.openCapturesFolder();
         sendAllPostedEvents();
         QVERIFY(desk.opener.opened.isEmpty());
