@@ -98,10 +98,7 @@ private Q_SLOTS:
         useSurroundings();
         QVERIFY(openMenu({500, 400}));
         QVERIFY(menus().front().pixels.contains(510, 410));
-        QVERIFY(waitUntil([this] {
-            input().tap(Qt::Key_Escape);
-            return menus().empty();
-        }));
+        QVERIFY(escapeMenu());
         QVERIFY(openMenu({600, 450})); // not a double click
         // A menu that has just been mapped may not have the pointer yet.
         QVERIFY(waitUntil([this] {
