@@ -3,6 +3,7 @@
 #include "Busy.h"
 #include "Figures.h"
 #include "Heartbeat.h"
+#include "Stretches.h"
 
 #include <QDir>
 #include <QThread>
@@ -134,9 +135,16 @@ void DrawerRows::opening(const QString& kind, bool cached, double mostWhole)
 
 void DrawerRows::answering(const QString& kind, bool cached)
 {
-    Figure busy{.what = QStringLiteral("drawer, %1: longest wait for the main thread").arg(kind),
+    Figure stretch{
+        .what = QStringLiteral("drawer, %1: main thread's longest work without a pause").arg(kind),
+        .samples = {},
+        .limit = kMostBusy,
+        .yardstick = {},
+        .yardstickSamples = {},
+        .ratioLimit = {}};
+    Figure busy{.what = QStringLiteral("drawer, %1: longest wait for an answer").arg(kind),
                 .samples = {},
-                .limit = kMostBusy,
+                .limit = {},
                 .yardstick = QStringLiteral("the same while nothing happens"),
                 .yardstickSamples = {},
                 .ratioLimit = {}};
@@ -152,7 +160,16 @@ void DrawerRows::answering(const QString& kind, bool cached)
         QThread::msleep(2 * kGone);
         busy.samples.push_back(heartbeat.longest());
         close();
+        if (!cached)
+            forgetThumbnails();
+        Stretches stretches(m_stage.program().pid());
+        m_stage.strike(desktop::hotKey(kRecentsKey));
+        m_stage.input().letGo();
+        QThread::msleep(2 * kGone);
+        stretch.samples.push_back(stretches.longest());
+        close();
     }
+    m_figures.add(stretch);
     m_figures.add(busy);
 }
 

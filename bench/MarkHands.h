@@ -19,7 +19,7 @@ public:
     explicit MarkHands(Stage& stage);
 
     /// What the actions bar offers; the value is the button's place in it.
-    enum class Action : std::uint8_t { text, pin };
+    enum class Action : std::uint8_t { text, pin, scroll };
 
     /// Opens an overlay and selects the whole screen; returns when nothing moves any more.
     void selectScreen();

@@ -1,7 +1,7 @@
 // Measures the program from outside and prints the table of figures. Arguments choose the parts to
 // run (overlay, cold, marks, manymarks, clipboard, livecopy, text, textrest, pins, drawer,
-// settings, rest, marksrest) and the sizes (1080p, 4k); without arguments everything is run. Ends
-// with 1 when a limit is missed.
+// settings, stitch, scroll, rest, marksrest) and the sizes (1080p, 4k); without arguments
+// everything is run. Ends with 1 when a limit is missed.
 #include "ClipboardRows.h"
 #include "DrawerRows.h"
 #include "Figures.h"
@@ -11,8 +11,10 @@
 #include "OverlayRows.h"
 #include "PinRows.h"
 #include "RestRows.h"
+#include "ScrollRows.h"
 #include "SettingsRows.h"
 #include "Stage.h"
+#include "StitchRows.h"
 #include "TextRows.h"
 
 #include <QGuiApplication>
@@ -32,8 +34,8 @@ const QStringList kParts{
     QStringLiteral("overlay"),   QStringLiteral("cold"),      QStringLiteral("marks"),
     QStringLiteral("manymarks"), QStringLiteral("clipboard"), QStringLiteral("livecopy"),
     QStringLiteral("text"),      QStringLiteral("textrest"),  QStringLiteral("pins"),
-    QStringLiteral("drawer"),    QStringLiteral("settings"),  QStringLiteral("rest"),
-    QStringLiteral("marksrest")};
+    QStringLiteral("drawer"),    QStringLiteral("settings"),  QStringLiteral("stitch"),
+    QStringLiteral("scroll"),    QStringLiteral("rest"),      QStringLiteral("marksrest")};
 
 class Choice final {
 public:
@@ -80,6 +82,14 @@ void measureMarks(const Size& size, Stage& stage, const Choice& choice, Figures&
     }
 }
 
+void measureStitching(const Size& size, Figures& figures)
+{
+    figures.begin(QStringLiteral("%1, stitching").arg(QLatin1String(size.name)));
+    StitchRows stitch(size.pixels, figures);
+    stitch.signature();
+    stitch.add();
+}
+
 void measure(const Size& size, const Choice& choice, Figures& figures)
 {
     Stage stage(size.pixels, Page::interface);
@@ -98,6 +108,15 @@ void measure(const Size& size, const Choice& choice, Figures& figures)
             overlay.firstCapture();
     }
     const bool isSmall = size.pixels.width() < 3000;
+    if (choice.part("stitch") && isSmall)
+        measureStitching(size, figures);
+    if (choice.part("scroll") && isSmall) {
+        figures.begin(QStringLiteral("%1, long captures").arg(QLatin1String(size.name)));
+        Stage own(ScrollRows::kStage, Page::interface);
+        ScrollRows scroll(own, figures);
+        scroll.load();
+        scroll.tallPage();
+    }
     measureMarks(size, stage, choice, figures);
     if (choice.part("pins")) {
         figures.begin(QStringLiteral("%1, pins").arg(QLatin1String(size.name)));
