@@ -30,6 +30,8 @@ FeedRequest::FeedRequest(const QUrl& feed, const QByteArray& userAgent,
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     m_reply.reset(m_network.get(request));
+    // Else the network's own thread takes in whatever comes while this one is busy.
+    m_reply->setReadBufferSize(m_limits.bytes + 1);
     QObject::connect(m_reply.get(), &QNetworkReply::readyRead, m_reply.get(), [this] { read(); });
     QObject::connect(m_reply.get(), &QNetworkReply::finished, m_reply.get(), [this] { finish(); });
 }

@@ -39,8 +39,9 @@ X11Desktop::X11Desktop(const DesktopOptions& options)
     if (options.compositor == Compositor::picom) {
         startCompositor();
         // It takes over before it paints; a desktop without a picture turns from black to grey.
-        if (!options.patterned
-            && !waitUntil([this] { return m_screen.pixel({0, 0}) != QColor(Qt::black); }))
+        if (!options.patterned && !waitUntil([this] {
+                return m_screen.pixel({0, 0}) != QColor(Qt::black);
+            }))
             qFatal("picom does not paint: %s", m_compositor->log().constData());
     }
     if (options.tray != Tray::none)
